@@ -1,0 +1,29 @@
+// The values that a run converts: one quantity at one output time. Filled by the results readers; read by every output.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct Results {
+    std::int32_t nodes = 0;           ///< values per time: the mesh's nodes, or its cells when cellCentred
+    std::int32_t cells = 0;           ///< wet/dry flags per time; 0 in files without flags
+    bool vector = false;              ///< x and y components, else one scalar in x
+    bool cellCentred = false;         ///< one value per cell instead of per node
+    float time = 0.0F;                ///< hours, or a marker (run_control/time_markers.h)
+    bool endReached = false;          ///< no further output time follows the one held
+    std::vector<float> x;             ///< scalar or x component, numbered from 1 (entry 0 unused); IS_MISSING where there is none
+    std::vector<float> y;             ///< y component of vectors, numbered from 1; empty for scalars
+    std::vector<std::uint8_t> wet;    ///< per cell, numbered from 1: 1 wet, 0 dry. 1 everywhere until a file gives flags
+    std::vector<float> times;         ///< every output time of the source in hours, markers as they are, in file order
+    std::string quantity;             ///< name of what is held ("Water Level"), blank when unknown
+    std::string code;                 ///< short code of the quantity ("h"), blank when unknown
+};
+
+const Results& RESULTS();
+/// The record to fill, for the readers in inputs/ only.
+Results& RESULTS_TO_FILL();
+/// Sizes the tables for a source: every value NO_VALUE, every cell wet.
+void ALLOCATE_RESULTS(std::int32_t values, std::int32_t cells, bool vector);
+/// The state before anything has been read: the start of a run and of every test.
+void INITIALISE_RESULTS();

@@ -1,0 +1,19 @@
+// The calls that differ between Windows and Linux. Nothing else in the program includes a platform header.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+
+/// True when the standard input is a terminal, so that a person can answer.
+bool INPUT_IS_TERMINAL();
+/// True when the standard output is a terminal, so that a progress count may overwrite itself.
+bool OUTPUT_IS_TERMINAL();
+
+/// Moves a file to a byte offset from its start; files beyond 2 GiB are reached. False when the move fails.
+bool SEEK_64(std::FILE* file, std::int64_t offset);
+/// Offset of the next byte from the start of the file; -1 when it cannot be told.
+std::int64_t TELL_64(std::FILE* file);
+
+/// Bytes of memory that this process can still use before the system refuses or starts to kill: the smaller of what the
+/// machine has available and what a container leaves. 0 when the system does not tell.
+std::uint64_t AVAILABLE_MEMORY();

@@ -1,0 +1,27 @@
+#include "run_control/exits.h"
+
+#include "run_control/console.h"
+#include "run_control/files.h"
+
+#include <string>
+
+void EXITS(int status) {
+    CLOSE_FILES_ON_EXIT();
+    REPORT("");
+    PAUSE("Press Enter to Close");
+    throw RunStopped{status};
+}
+
+void STOP_RUN(std::string_view message) {
+    DMESSAGE(message);
+    EXITS();
+}
+
+void SHOULD_NOT_BE_HERE(std::string_view routine) {
+    STOP_RUN("Should not be here [" + std::string(routine) + "] - please contact " + std::string(SUPPORT_CONTACT));
+}
+
+void STOP_AT_ONCE(std::string_view message) {
+    DMESSAGE(message);
+    throw RunStopped{STATUS_STOPPED};
+}

@@ -1,0 +1,29 @@
+// Ends of a run. Stopping is an exception that only main and the tests catch, so that everything opened closes on the way.
+#pragma once
+
+#include <string_view>
+
+/// Thrown when the run ends early, or at its normal end without -b. The reason is already on the console.
+struct RunStopped {
+    int status = 1;  ///< exit status of the process
+};
+
+constexpr int STATUS_DONE = 0;     ///< "Finished.", or a world file written
+constexpr int STATUS_STOPPED = 1;  ///< any premature exit
+constexpr int STATUS_USAGE = 2;    ///< the usage text was printed
+
+/// Completes the messages that ask the user to get in touch.
+constexpr std::string_view SUPPORT_CONTACT = "the maintainers (see README)";
+
+/// The one end of a run: closes all files (once, however often it is called), prints an empty line and
+/// "Press Enter to Close", waits for Enter where somebody can press it, and throws RunStopped.
+[[noreturn]] void EXITS(int status = STATUS_STOPPED);
+
+/// Reports the message, which begins with its severity ("ERROR - ..."), then leaves through EXITS.
+[[noreturn]] void STOP_RUN(std::string_view message);
+
+/// "Should not be here [<routine>] - please contact <support>", then EXITS: an internal consistency check failed.
+[[noreturn]] void SHOULD_NOT_BE_HERE(std::string_view routine);
+
+/// A fault of the program's own, such as a file number that no slot has: the message, then the end without a pause.
+[[noreturn]] void STOP_AT_ONCE(std::string_view message);

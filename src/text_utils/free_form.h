@@ -1,0 +1,105 @@
+// Free-form reading of values from a line: blanks, tabs or commas between them, "1.", ".5", "1d3", "+2", 1.0E-003.
+// Inline and without allocation, since meshes of millions of lines are read through it.
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <system_error>
+
+/// Walks a line from its start. Each NEXT routine takes one value; what it returns says whether there was one.
+class FreeForm {
+public:
+    enum class Read : std::uint8_t { Value, Bad, End };  ///< End: the line ran out; Bad: a value that does not parse, or is out of range
+
+    explicit FreeForm(std::string_view line) : at_(line.data()), end_(line.data() + line.size()) {}
+
+    Read NEXT_REAL(double& value) { return nextReal(value); }
+    Read NEXT_REAL(float& value) { return nextReal(value); }  ///< rounded once, from the text to 32 bits
+
+    /// A whole number; "3.0" is Bad.
+    template <typename Integer>
+    Read NEXT_INTEGER(Integer& value) {
+        const std::string_view word = nextWord();
+        if (word.empty()) return Read::End;
+        const char* first = word.data() + (word.size() > 1 && word[0] == '+' && word[1] != '-' ? 1 : 0);
+        const char* last = word.data() + word.size();
+        const auto [stop, error] = std::from_chars(first, last, value);
+        return error == std::errc{} && stop == last ? Read::Value : Read::Bad;
+    }
+
+    /// A text: one word, or everything between a pair of double or single quotes. A quote that is not closed is Bad.
+    Read NEXT_TEXT(std::string_view& text) {
+        skipSeparators();
+        if (at_ == end_) return Read::End;
+        const char quote = *at_;
+        if (quote != '"' && quote != '\'') {
+            text = nextWord();
+            return Read::Value;
+        }
+        const char* first = ++at_;
+        while (at_ != end_ && *at_ != quote) ++at_;
+        if (at_ == end_) return Read::Bad;
+        text = {first, static_cast<std::size_t>(at_ - first)};
+        ++at_;
+        return Read::Value;
+    }
+
+    /// True when only separators are left.
+    bool ENDED() {
+        skipSeparators();
+        return at_ == end_;
+    }
+    /// What is left of the line, from the next value on.
+    std::string_view REST() {
+        skipSeparators();
+        return {at_, static_cast<std::size_t>(end_ - at_)};
+    }
+
+private:
+    static bool separates(char c) { return c == ' ' || c == ',' || c == '\t' || c == '\r'; }
+    void skipSeparators() {
+        while (at_ != end_ && separates(*at_)) ++at_;
+    }
+    std::string_view nextWord() {
+        skipSeparators();
+        const char* first = at_;
+        while (at_ != end_ && !separates(*at_)) ++at_;
+        return {first, static_cast<std::size_t>(at_ - first)};
+    }
+
+    template <typename Real>
+    Read nextReal(Real& value) {
+        const std::string_view word = nextWord();
+        if (word.empty()) return Read::End;
+        const char* first = word.data();
+        const char* last = first + word.size();
+        if (word.size() > 1 && word[0] == '+' && word[1] != '-' && word[1] != '+') ++first;
+        const auto [stop, error] = std::from_chars(first, last, value);
+        if (error == std::errc{} && stop == last) return Read::Value;
+        return realWithLetterD({first, static_cast<std::size_t>(last - first)}, value);
+    }
+
+    /// Double-precision exponents written "1d3" or "1D+003", and values too small for the type, which become zero.
+    template <typename Real>
+    static Read realWithLetterD(std::string_view word, Real& value) {
+        std::array<char, 64> copy{};
+        if (word.size() > copy.size()) return Read::Bad;
+        for (std::size_t i = 0; i < word.size(); ++i) copy[i] = word[i] == 'd' || word[i] == 'D' ? 'e' : word[i];
+        const char* last = copy.data() + word.size();
+        const auto [stop, error] = std::from_chars(copy.data(), last, value);
+        if (stop != last) return Read::Bad;
+        if (error == std::errc{}) return Read::Value;
+        double wide = 0.0;
+        const auto wideError = std::from_chars(copy.data(), last, wide).ec;
+        const bool tooSmall = wideError == std::errc{} ? wide > -1.0 && wide < 1.0 : std::string_view(copy.data(), word.size()).find("e-") != std::string_view::npos;
+        if (!tooSmall) return Read::Bad;
+        value = Real{0};
+        return Read::Value;
+    }
+
+    const char* at_;
+    const char* end_;
+};
