@@ -15,7 +15,7 @@ struct MeshNode {
     double y = 0.0;                       ///< northing, map units
     float z = 0.0F;                       ///< bed elevation
     NodeKind kind = {' ', ' '};
-    std::uint8_t datumFlag = 0;           ///< 1: z stood relative to the geo-reference offset, which has been subtracted
+    std::int8_t datumFlag = 0;            ///< 1: z stood relative to the geo-reference offset, which has been subtracted
     std::array<float, 3> extra{};         ///< carried unchanged
 };
 
@@ -59,4 +59,5 @@ struct Mesh {
     std::vector<std::uint8_t> nodeExcluded;  ///< per node, numbered from 1: 1 for a node used only by removed elements
 };
 
+/// Owned by the mesh reader, which alone changes it.
 const Mesh& MESH();
