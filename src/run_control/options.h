@@ -15,7 +15,7 @@ struct RunOptions {
     // Regular grid
     bool grid = false;               ///< -grid
     bool gridSpacingGiven = false;   ///< -grid with a spacing behind it
-    double gridSpacing = 0.0;        ///< cell size, metres
+    double gridSpacing = 0.0;        ///< cell size, metres, above zero when given
     std::string likeGrid;            ///< -like: external grid whose corner, counts and cell size are taken over; blank for none
 
     // Output formats
@@ -34,7 +34,7 @@ struct RunOptions {
     float cutoffDepth = 0.01F;       ///< metres or feet
     bool precisionGiven = false;
     int precisionWidth = 10;         ///< characters: units + decimals + 1
-    int precisionDecimals = 4;
+    int precisionDecimals = 4;       ///< may be zero
 
     // Arrows
     bool vector = false;             ///< -vector, -arrow
@@ -67,11 +67,11 @@ struct RunOptions {
     // Times
     bool timeGiven = false;          ///< -t, -max, -min or -tmax
     bool timeValueGiven = false;     ///< -t<time>
-    float outputTime = 0.0F;         ///< hours, or a marker
-    std::string timeText;
+    float outputTime = 0.0F;         ///< hours, or a marker; of several time switches the last one given
+    std::string timeText;            ///< "Max", "Min", "tmax", or the switch without its dash ("t2.5")
     bool tmax = false, allTimes = false, max = false, min = false;
     bool timeToleranceGiven = false;
-    float timeTolerance = 0.001F;    ///< hours
+    float timeTolerance = 0.001F;    ///< hours, not negative
 
     // Components of vector results
     bool vx = false, vy = false, va = false, vdir = false, compass = false;
@@ -98,9 +98,13 @@ struct RunOptions {
 const RunOptions& OPTIONS();
 /// The defaults: the start of a run and of every test.
 void INITIALISE_OPTIONS();
+/// The record to fill, for READ_ARGUMENTS, the switch table and CHECK_SWITCHES only.
+RunOptions& OPTIONS_TO_FILL();
 /// Answered on the console because the command line left it open.
 void SET_GRID_SPACING(double metres);
 void SET_INPUT_FILE(const std::string& name);
+/// What a results file is searched for, once the type text has been looked up.
+void SET_DATASET_NAME(const std::string& name);
 /// Drops -out where a run writes several outputs, or -grid where something else settles the grid.
 void DROP_OUTPUT_NAME();
 void DROP_GRID();

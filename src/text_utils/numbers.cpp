@@ -70,5 +70,5 @@ bool POSITIVEINTEGERNUMBER(std::string_view text) {
     text = TRIMMED(text);
     std::int32_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return !text.empty() && text[0] != '-' && error == std::errc{} && end == text.data() + text.size() && value > 0;
+    return !text.empty() && text[0] != '-' && error == std::errc{} && end == text.data() + text.size();
 }

@@ -24,5 +24,5 @@ std::string AREALD8(double value, int decimals);
 /// Fixed notation right-aligned in `width` characters, as a Fortran Fw.d field: (1.5, 8, 3) -> "   1.500". Widened when it does not fit.
 std::string FIXED_FIELD(double value, int width, int decimals);
 
-/// True when the trimmed text is digits only and its value is above zero and fits 32 bits.
+/// True when the trimmed text is digits only, without a sign, and its value fits 32 bits. "0" counts: -prec0.3 is read as 1 unit.
 bool POSITIVEINTEGERNUMBER(std::string_view text);

@@ -1,0 +1,107 @@
+#include "run_control/arguments.h"
+
+#include "run_control/console.h"
+#include "run_control/options.h"
+#include "run_control/switches.h"
+#include "run_control/time_markers.h"
+#include "text_utils/numbers.h"
+#include "text_utils/paths.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+constexpr std::string_view HYPHEN = "-";
+constexpr std::string_view EN_DASHES[] = {"\x96", "\xE2\x80\x93"};  // code page 1252 and UTF-8: word processors put them into batch files
+constexpr std::string_view KNOWN_INPUTS[] = {".2dm", ".dat", ".xmdf", ".tab", ".txt"};
+
+bool isExistingFile(std::string_view name) {
+    std::error_code error;
+    const std::filesystem::path path(name);
+    return std::filesystem::exists(path, error) && !error && !std::filesystem::is_directory(path, error);
+}
+
+/// "/asc" is a switch, "/data/x_h.dat" is not.
+bool isAbsolutePath(std::string_view argument) {
+    const bool folderAndExtension = argument.find('/', 1) != std::string_view::npos &&
+                                    std::find(std::begin(KNOWN_INPUTS), std::end(KNOWN_INPUTS), FILEEXT(argument)) != std::end(KNOWN_INPUTS);
+    return folderAndExtension || isExistingFile(argument);
+}
+
+/// Characters in front of a switch's text; 0 for an argument that is no switch.
+std::size_t dashLength(std::string_view argument) {
+    if (argument.starts_with(HYPHEN)) return HYPHEN.size();
+    for (const std::string_view dash : EN_DASHES)
+        if (argument.starts_with(dash)) return dash.size();
+    return argument.starts_with('/') && !isAbsolutePath(argument) ? 1 : 0;
+}
+
+std::string fittedArgument(std::string_view argument) {
+    if (argument.size() > FILE_NAME_WIDTH)
+        DMESSAGE("WARNING - Argument cut to " + AINTEGER(FILE_NAME_WIDTH) + " characters: " + FITTED(argument, 60) + "...");
+    return FITTED(argument, FILE_NAME_WIDTH);
+}
+
+void takeInputFile(const std::string& name) {
+    if (TRIMMED(name).empty()) return;
+    if (!OPTIONS().inputFile.empty()) DMESSAGE("WARNING - Only one input file is converted: " + name + " replaces " + OPTIONS().inputFile);
+    SET_INPUT_FILE(name);
+}
+
+/// Applies the switch at `at` and returns the position of the next argument to look at.
+std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at, std::size_t dash) {
+    SwitchArgument given{arguments[at], arguments[at].substr(dash), {}, {}};
+    const Switch* row = FIND_SWITCH(given.text);
+    if (row == nullptr) return at + 1;
+    given.behind = given.text.substr(row->keyword.size());
+    const bool hasNext = at + 1 < arguments.size();
+    if (row->takesNext && hasNext) given.next = arguments[at + 1];
+    if (row->takesNext && TRIMMED(given.next).empty()) DMESSAGE("WARNING - Nothing specified after " + given.argument);
+    row->apply(OPTIONS_TO_FILL(), given);
+    return at + (row->takesNext && hasNext ? 2 : 1);
+}
+
+/// On the command line 100000 and above are seconds like any others; only the values that stand for a sort of output by themselves are markers.
+bool isMarkerValue(float time) {
+    constexpr float MARKERS[] = {TIME_MAXIMUM,          TIME_MINIMUM,   TIME_TMAX, TIME_OF_PEAK_LEVEL,
+                                 TIME_OF_PEAK_VELOCITY, TIME_MAX_VALUE, TIME_MAX_SOURCE};
+    return std::find(std::begin(MARKERS), std::end(MARKERS), time) != std::end(MARKERS);
+}
+
+/// Hours inside, always. Done last, so that -sec may stand anywhere on the command line.
+void convertTimesToHours(RunOptions& options) {
+    constexpr double SECONDS_PER_HOUR = 3600.0;
+    const auto hours = [](float seconds) { return static_cast<float>(static_cast<double>(seconds) / SECONDS_PER_HOUR); };
+    if (!options.seconds) return;
+    if (options.timeValueGiven && !isMarkerValue(options.outputTime)) options.outputTime = hours(options.outputTime);
+    if (options.timeToleranceGiven) options.timeTolerance = hours(options.timeTolerance);
+}
+
+}  // namespace
+
+void READ_ARGUMENTS(int argc, const char* const argv[]) {
+    REPORT("Build 2018-08-AA");
+    REPORT("Found " + AINTEGER(std::max(argc - 1, 0)) + " arguments");
+    REPORT("Initialising input structure...");
+    INITIALISE_OPTIONS();
+    REPORT("Done.");
+    if (argc < 2) {
+        OPTIONS_TO_FILL().inputError = true;
+        return;
+    }
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) arguments.push_back(fittedArgument(argv[i]));
+    for (std::size_t at = 0; at < arguments.size();) {
+        if (const std::size_t dash = dashLength(arguments[at]); dash > 0) {
+            at = takeSwitch(arguments, at, dash);
+        } else {
+            takeInputFile(arguments[at]);
+            ++at;
+        }
+    }
+    convertTimesToHours(OPTIONS_TO_FILL());
+}

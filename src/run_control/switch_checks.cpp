@@ -1,0 +1,157 @@
+#include "run_control/switch_checks.h"
+
+#include "inputs/output_types.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/options.h"
+#include "text_utils/text.h"
+
+#include <cmath>
+#include <string_view>
+
+namespace {
+
+void stopIf(bool fault, std::string_view message) {
+    if (fault) STOP_RUN(message);
+}
+
+/// A warning or check and what is done about it.
+void say(std::string_view message, std::string_view consequence) {
+    DMESSAGE(message);
+    REPORT(consequence);
+}
+
+void checkFormats(RunOptions& o) {
+    stopIf(o.vmi, "ERROR - vmi output no longer supported.");
+    const struct {
+        bool given;
+        std::string_view line;
+    } formats[] = {
+        {o.asc, ".asc output format specified."},
+        {o.mif, ".mif output format specified."},
+        {o.shp, ".shp output format specified."},
+        {o.txt, ".txt output format specified."},
+        {o.lp, "Long profile (.csv) output format specified."},
+        {o.cp, "Calibration point (.csv) output format specified."},
+        {o.wld, ".wld output format specified."},
+        {o.flt, ".flt output format specified."},
+    };
+    int count = 0;
+    for (const auto& format : formats) {
+        if (!format.given) continue;
+        REPORT(format.line);
+        ++count;
+    }
+    if (o.lp && o.cp) --count;  // calibration points along profiles are one output
+    if (count == 1) return;
+    DMESSAGE(count == 0 ? "ERROR - No output format flag specified."
+                        : "ERROR - More than one output format specified. Refer to above for more information.");
+    o.inputError = true;
+    PAUSE("");
+}
+
+void checkTimes(const RunOptions& o) {
+    stopIf(o.timeValueGiven && o.max, "Error - Both max (-max) and time (-t) arguments found, please specify only one.");
+    stopIf(o.timeValueGiven && o.min, "Error - Both min (-min) and time (-t) arguments found, please specify only one.");
+    stopIf(o.tmax && (o.max || o.min || o.timeValueGiven), "Error - Maxtime (-tmax) flag found with addition time flags.");
+}
+
+void checkTypeOfPeak(RunOptions& o) {
+    if (!o.typeGiven || !o.tmax) return;
+    if (IS_WATER_LEVEL(o.typeText))
+        o.secondDatasetName = "Time of Peak h";
+    else if (IS_VELOCITY(o.typeText))
+        o.secondDatasetName = "Time of Peak V";
+    else
+        STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");
+}
+
+void checkOutputName(RunOptions& o) {
+    if (o.suppressGridSize && o.outputNameGiven) {
+        DMESSAGE("Warning - Supress grid size (-sgs) switch ignored as output file specified.");
+        o.suppressGridSize = false;
+    }
+    if ((o.suppressGridSize || o.outputNameGiven) && !o.mif && !o.raster() && !o.shp) {
+        say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc outputs.",
+            "-sgs or -out flag ignored.");
+        o.suppressGridSize = false;
+        DROP_OUTPUT_NAME();
+    }
+}
+
+void checkShapes(RunOptions& o) {
+    constexpr float LEAST_THICKNESS = 0.00001F;
+    if (o.mif && o.shp) {
+        say("Warning - Both .mif and .shp outputs requested, can only process on at a time.", "Ignoring shp format.");
+        o.shp = false;
+    }
+    if (o.shp && o.vector && std::abs(o.tailThicknessFactor) < LEAST_THICKNESS) {
+        DMESSAGE("Check - Tail Thickness Factor not set for Arc Shape vectors, using 0.01 times arrow size.");
+        o.tailThicknessFactor = 0.01F;
+    }
+}
+
+void checkDatasets(RunOptions& o) {
+    if (o.scalarIdGiven && o.vectorIdGiven) {
+        say("Warning - Both xmdf scalar (-s) and vector (-v) dataset IDs specified.", "Ignoring -v dataset.");
+        o.vectorIdGiven = false;
+    }
+    stopIf(o.scalarIdGiven && o.scalarId < 1, "Error - Specified scalar dataset (-s<id>) cannot be less than 1.");
+    stopIf(o.vectorIdGiven && o.vectorId < 1, "Error - Specified vector dataset (-v<id>) cannot be less than 1.");
+    if (o.allTypes && (o.scalarIdGiven || o.vectorIdGiven)) {
+        say("Warning - All data (-typeAll) specified with one of -s<id> or -v<id>.", "Exporting all dataset and ignoring -s or -v flag.");
+        o.datasetByNumber = o.scalarIdGiven = o.vectorIdGiven = false;
+    }
+}
+
+void checkAllTimes(RunOptions& o) {
+    if (!o.timeGiven || !o.allTimes) return;
+    say("Warning - All output times conflicts with another time step (-max, -min, -tmax or -t<output time>.", "Exporting all times.");
+    o.timeGiven = o.timeValueGiven = o.max = o.min = o.tmax = false;
+    o.secondDatasetName.clear();
+}
+
+void checkRegions(RunOptions& o) {
+    stopIf(o.region && o.raster(), "ERROR - Invalid flag combination (-region and -asc).");
+    if (o.cp || o.lp) o.mif = o.vmi = o.asc = o.flt = o.shp = false;  // points and profiles are the format of such a run
+    stopIf(o.region && o.vector, "ERROR - Both -region and -arrows or -vector specified.");
+    if (!ASAME(o.pointTypes, "All") && o.raster()) {
+        DMESSAGE("WARNING - Filtering (-pts) option only valid with -shp or -mif output.");
+        PAUSE();
+    }
+}
+
+void checkComponents(const RunOptions& o) {
+    constexpr std::string_view ONE_COMPONENT = "ERROR - Please specify only one of -vx or -vy.";
+    stopIf(o.vx && o.vy, ONE_COMPONENT);
+    stopIf(!(o.slantAngle >= 0.0F && o.slantAngle < 90.0F), ONE_COMPONENT);  // the same text, as users' scripts look for it
+}
+
+void checkTemplateGrid(RunOptions& o) {
+    if (o.likeGrid.empty()) return;
+    if (!o.raster()) {
+        DMESSAGE("WARNING - Template grid (-like) option only valid with -asc or -flt output, -like ignored.");
+        o.likeGrid.clear();
+    } else if (o.grid) {
+        DMESSAGE("WARNING - Grid spacing is taken from the template grid (-like), -grid ignored.");
+        DROP_GRID();
+    }
+}
+
+}  // namespace
+
+void CHECK_SWITCHES() {
+    REPORT("Checking input flags.");
+    RunOptions& options = OPTIONS_TO_FILL();
+    checkFormats(options);
+    checkTimes(options);
+    stopIf(options.vector && !options.mif && !options.shp, "Error - Vector option requires -mif or -shp output type.");
+    checkTypeOfPeak(options);
+    checkOutputName(options);
+    checkShapes(options);
+    checkDatasets(options);
+    checkAllTimes(options);
+    checkRegions(options);
+    checkComponents(options);
+    checkTemplateGrid(options);
+}

@@ -1,0 +1,251 @@
+#include "run_control/switches.h"
+
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/precision.h"
+#include "run_control/time_markers.h"
+#include "text_utils/free_form.h"
+#include "text_utils/numbers.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr std::size_t POINT_TYPES_WIDTH = 10;
+
+// ---- values ----------------------------------------------------------------------------------------------------------
+[[noreturn]] void unreadable(const SwitchArgument& given) {
+    DMESSAGE("ERROR reading data");
+    REPORT("   from argument " + given.argument);
+    EXITS();
+}
+
+/// One number and nothing else: the "5" of 2,5 or of 5m would be a number that nobody meant.
+template <typename Real>
+Real gluedReal(const SwitchArgument& given) {
+    FreeForm text(given.behind);
+    Real value{};
+    if (text.NEXT_REAL(value) != FreeForm::Read::Value || !std::isfinite(value) || !text.ENDED()) unreadable(given);
+    return value;
+}
+
+std::int32_t gluedInteger(const SwitchArgument& given) {
+    FreeForm text(given.behind);
+    std::int32_t value = 0;
+    if (text.NEXT_INTEGER(value) != FreeForm::Read::Value || !text.ENDED()) unreadable(given);
+    return value;
+}
+
+/// A blank name would be found in every dataset path.
+std::string gluedText(const SwitchArgument& given) {
+    const std::string_view text = TRIMMED(given.behind);
+    if (text.empty()) STOP_RUN("ERROR - Nothing specified behind " + given.argument);
+    return std::string(text);
+}
+
+void requireAbove(bool above, const SwitchArgument& given, std::string_view limit) {
+    if (!above) STOP_RUN("ERROR - The value of " + given.argument + " must be " + std::string(limit) + ".");
+}
+
+// ---- what most rows do -----------------------------------------------------------------------------------------------
+template <bool RunOptions::*Flag>
+void set(RunOptions& options, const SwitchArgument&) {
+    options.*Flag = true;
+}
+
+template <float RunOptions::*Field>
+void setReal(RunOptions& options, const SwitchArgument& given) {
+    options.*Field = gluedReal<float>(given);
+}
+
+template <std::string RunOptions::*Field>
+void takeName(RunOptions& options, const SwitchArgument& given) {
+    options.*Field = given.next;
+}
+
+template <bool RunOptions::*Flag, std::string RunOptions::*Field>
+void setAndTakeName(RunOptions& options, const SwitchArgument& given) {
+    options.*Flag = true;
+    options.*Field = given.next;
+}
+
+template <bool RunOptions::*Flag, std::string RunOptions::*Field>
+void setText(RunOptions& options, const SwitchArgument& given) {
+    options.*Flag = true;
+    options.*Field = gluedText(given);
+}
+
+template <bool RunOptions::*Given, std::int32_t RunOptions::*Id>
+void setDatasetNumber(RunOptions& options, const SwitchArgument& given) {
+    options.*Id = gluedInteger(given);
+    options.*Given = true;
+    options.datasetByNumber = true;
+}
+
+// ---- rows of their own -----------------------------------------------------------------------------------------------
+void setGrid(RunOptions& options, const SwitchArgument& given) {
+    options.grid = true;
+    if (given.behind.empty()) return;
+    const auto spacing = gluedReal<double>(given);
+    requireAbove(spacing > 0.0, given, "above zero");
+    SET_GRID_SPACING(spacing);
+}
+
+/// Markers are laid along a profile at this distance, so it has to move ahead.
+void setMarkerDistance(RunOptions& options, const SwitchArgument& given) {
+    options.lpMarkerDistance = gluedReal<float>(given);
+    requireAbove(options.lpMarkerDistance > 0.0F, given, "above zero");
+}
+
+void setSearchDistance(RunOptions& options, const SwitchArgument& given) {
+    options.cpSearchDistance = gluedReal<float>(given);
+    requireAbove(options.cpSearchDistance >= 0.0F, given, "zero or above");
+}
+
+void setPrecision(RunOptions& options, const SwitchArgument& given) {
+    const Precision precision = READ_PRECISION(given.behind);
+    options.precisionWidth = precision.units + precision.decimals + 1;
+    options.precisionDecimals = precision.decimals;
+    options.precisionGiven = true;
+}
+
+void setPointTypes(RunOptions& options, const SwitchArgument& given) {
+    const std::string_view types = TRIMMED(given.behind);
+    if (!types.empty()) options.pointTypes = FITTED(types, POINT_TYPES_WIDTH);
+}
+
+void setScaleFactor(RunOptions& options, const SwitchArgument& given) {
+    const auto factor = gluedReal<float>(given);
+    if (factor == 0.0F) STOP_RUN("ERROR - Scale Factor (-sf) can not equal zero");
+    if (factor > 0.0F) {
+        options.scaleFactor = factor;
+        return;
+    }
+    options.fixedVectorLength = true;
+    options.vectorLength = -factor;
+    REPORT("Specified an fixed vector length of " + AREAL(options.vectorLength) + " metres.");
+}
+
+void setTailThickness(RunOptions& options, const SwitchArgument& given) {
+    const auto factor = gluedReal<float>(given);
+    if (factor < 0.0F) options.tailThicknessPerCellSize = true;
+    options.tailThicknessFactor = std::abs(factor);
+}
+
+void setVmax(RunOptions& options, const SwitchArgument& given) {
+    options.vmax = gluedReal<float>(given);
+    options.vmaxNotGiven = false;
+}
+
+/// Told to the console at once, so that a question asked by a later switch already answers itself.
+void setBatch(RunOptions& options, const SwitchArgument&) {
+    options.batch = true;
+    SET_BATCH(true);
+}
+
+void removePart(RunOptions& options, const SwitchArgument& given) {
+    if (options.removedParts.size() >= MOST_REMOVED_PARTS) STOP_RUN("ERROR - Exceeded limit of number of MESHPARTS to remove");
+    options.removedParts.push_back(FITTED(given.next, MESH_PART_WIDTH));
+    options.keepAllMeshParts = false;
+}
+
+void setType(RunOptions& options, const SwitchArgument& given) {
+    options.typeGiven = true;
+    options.typeText = FITTED(gluedText(given), TYPE_NAME_WIDTH);
+    if (ASAME(options.typeText, "all")) options.allTypes = true;
+}
+
+template <bool RunOptions::*Flag>
+void setMarkerTime(RunOptions& options, float marker, std::string_view text) {
+    options.timeGiven = true;
+    options.*Flag = true;
+    options.outputTime = marker;
+    options.timeText = text;
+}
+
+void setTmax(RunOptions& options, const SwitchArgument&) { setMarkerTime<&RunOptions::tmax>(options, TIME_TMAX, "tmax"); }
+void setMax(RunOptions& options, const SwitchArgument&) { setMarkerTime<&RunOptions::max>(options, TIME_MAXIMUM, "Max"); }
+void setMin(RunOptions& options, const SwitchArgument&) { setMarkerTime<&RunOptions::min>(options, TIME_MINIMUM, "Min"); }
+
+void setTime(RunOptions& options, const SwitchArgument& given) {
+    options.outputTime = gluedReal<float>(given);
+    options.timeGiven = true;
+    options.timeValueGiven = true;
+    options.timeText = given.text;
+}
+
+void setTolerance(RunOptions& options, const SwitchArgument& given) {
+    options.timeTolerance = gluedReal<float>(given);
+    requireAbove(options.timeTolerance >= 0.0F, given, "zero or above");
+    options.timeToleranceGiven = true;
+}
+
+void setOutputName(RunOptions& options, const SwitchArgument& given) {
+    options.outputName = TRIMMED(given.next);
+    options.outputNameGiven = !options.outputName.empty();
+}
+
+constexpr bool NEXT = true;
+using O = RunOptions;
+
+constexpr Switch TABLE[] = {
+    {"2dm", takeName<&O::meshFile>, NEXT},
+    {"grid", setGrid},
+    {"mif", set<&O::mif>},
+    {"vmi", set<&O::vmi>},
+    {"asc", set<&O::asc>},
+    {"shp", set<&O::shp>},
+    {"txt", set<&O::txt>},
+    {"fso", set<&O::freeSurfaceOnly>},
+    {"sec", set<&O::seconds>},             // the "s" switches stand before "s"
+    {"wld", set<&O::wld>},
+    {"cd", setReal<&O::cutoffDepth>},
+    {"cpsd", setSearchDistance},           // before "cp"
+    {"lpmd", setMarkerDistance},           // before "lp"
+    {"cp", setAndTakeName<&O::cp, &O::cpFile>, NEXT},
+    {"lp", setAndTakeName<&O::lp, &O::lpFile>, NEXT},
+    {"prec", setPrecision},
+    {"vector", set<&O::vector>},
+    {"arrow", set<&O::vector>},
+    {"region", set<&O::region>},
+    {"pts", setPointTypes},
+    {"sf", setScaleFactor},
+    {"ttf", setTailThickness},             // the "t" switches but one stand before "t"
+    {"slant", setReal<&O::slantAngle>},
+    {"vmax", setVmax},                     // the "v" switches stand before "v"
+    {"b", setBatch},
+    {"vx", set<&O::vx>},
+    {"vy", set<&O::vy>},
+    {"va", set<&O::va>},
+    {"vdir", set<&O::vdir>},
+    {"compass", set<&O::compass>},
+    {"verbose", set<&O::verbose>},
+    {"rmp", removePart, NEXT},
+    {"type", setType},
+    {"tmax", setTmax},
+    {"tAll", set<&O::allTimes>},
+    {"max", setMax},
+    {"min", setMin},
+    {"out", setOutputName, NEXT},
+    {"sgs", set<&O::suppressGridSize>},
+    {"t", setTime},
+    {"s", setDatasetNumber<&O::scalarIdGiven, &O::scalarId>},
+    {"v", setDatasetNumber<&O::vectorIdGiven, &O::vectorId>},
+    {"path", setText<&O::xmdfPathGiven, &O::xmdfPath>},
+    {"folder", setText<&O::folderGiven, &O::folder>},
+    {"dttol", setTolerance},
+    {"cc", set<&O::cellCentred>},
+    {"flt", set<&O::flt>},                 // last, so that no other switch changes its meaning
+    {"like", takeName<&O::likeGrid>, NEXT},
+};
+
+}  // namespace
+
+std::span<const Switch> SWITCHES() { return TABLE; }
+
+const Switch* FIND_SWITCH(std::string_view text) {
+    const auto row = std::find_if(std::begin(TABLE), std::end(TABLE), [&](const Switch& s) { return BEGINS_WITH(text, s.keyword); });
+    return row == std::end(TABLE) ? nullptr : &*row;
+}

@@ -1,0 +1,26 @@
+// The switches of the command line, as a table in the order in which they are tried.
+#pragma once
+
+#include "run_control/options.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+/// One switch as it was found on the command line.
+struct SwitchArgument {
+    std::string argument;  ///< as typed, for messages
+    std::string text;      ///< without its dash: "grid5"
+    std::string behind;    ///< what is glued to the keyword: "5"
+    std::string next;      ///< the following argument where the switch takes it; blank when there is none
+};
+
+struct Switch {
+    std::string_view keyword;                              ///< matches the leading characters, letter case ignored
+    void (*apply)(RunOptions&, const SwitchArgument&);     ///< may stop the run
+    bool takesNext = false;                                ///< the following argument is its value, whatever that begins with
+};
+
+std::span<const Switch> SWITCHES();
+/// The first row whose keyword the text (without its dash) begins with; nullptr for an unknown switch.
+const Switch* FIND_SWITCH(std::string_view text);
