@@ -15,6 +15,7 @@ struct BasinOptions {
     double distortion = 0.0;         ///< largest shift of an inner node in x and in y, as a share of a square's side; below 0.25
     std::int32_t times = 11;         ///< written, a tenth of an hour apart from 0; 11 cover one period
     bool plane = false;              ///< only a mesh, with bed elevation x + 10 y in place of the basin
+    bool flags = true;               ///< wet/dry flags in the .dat files; without them every cell counts as wet
     bool xmdf = false;               ///< also an .xmdf file
 };
 

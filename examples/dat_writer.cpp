@@ -28,8 +28,8 @@ DatWriter::DatWriter(const std::filesystem::path& name, bool vector, std::size_t
 }
 
 void DatWriter::write(double hours, std::span<const float> values, std::span<const std::uint8_t> wet) {
-    file_.int32(200);  // time step
-    file_.byte(1);     // with flags
+    file_.int32(200);
+    file_.byte(wet.empty() ? 0 : 1);
     file_.float32(static_cast<float>(hours));
     for (const std::uint8_t flag : wet) file_.byte(flag);
     for (const float value : values) file_.float32(value);

@@ -1,6 +1,8 @@
 #include "flood_files.h"
 
+#include <span>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -25,7 +27,8 @@ std::filesystem::path FILE_OF(const BasinOptions& options, const char* ending) {
 }
 
 FloodFiles::FloodFiles(const SquareMesh& mesh)
-    : level_(FILE_OF(mesh.options, "_h.dat"), false, mesh.x.size(), mesh.elementCount(), "Water Level"),
+    : flags_(mesh.options.flags),
+      level_(FILE_OF(mesh.options, "_h.dat"), false, mesh.x.size(), mesh.elementCount(), "Water Level"),
       depth_(FILE_OF(mesh.options, "_d.dat"), false, mesh.x.size(), mesh.elementCount(), "Depth"),
       velocity_(FILE_OF(mesh.options, "_V.dat"), true, mesh.x.size(), mesh.elementCount(), "Velocity") {
     if (!mesh.options.xmdf) return;
@@ -47,18 +50,22 @@ void FloodFiles::writeXmdf(const char* folder, std::size_t step, const FloodStat
     for (const Quantity& q : QUANTITIES) xmdf_->write(std::string(folder) + q.name, step, state.time, state.*q.values, state.wet);
 }
 
+void FloodFiles::writeDats(const FloodState& state, bool withDepth) {
+    const std::span<const std::uint8_t> wet = flags_ ? std::span<const std::uint8_t>(state.wet) : std::span<const std::uint8_t>();
+    level_.write(state.time, state.level, wet);
+    if (withDepth) depth_.write(state.time, state.depth, wet);
+    velocity_.write(state.time, state.velocity, wet);
+}
+
 void FloodFiles::write(const FloodState& state) {
-    level_.write(state.time, state.level, state.wet);
-    depth_.write(state.time, state.depth, state.wet);
-    velocity_.write(state.time, state.velocity, state.wet);
+    writeDats(state, true);
     if (xmdf_) writeXmdf("Temporal/", step_, state);
     ++step_;
 }
 
 void FloodFiles::finish(const FloodExtremes& extremes) {
     const FloodState& most = extremes.maximum();
-    level_.write(most.time, most.level, most.wet);
-    velocity_.write(most.time, most.velocity, most.wet);
+    writeDats(most, false);
     level_.close();
     depth_.close();
     velocity_.close();

@@ -19,9 +19,11 @@ public:
     void finish(const FloodExtremes& extremes);
 
 private:
+    void writeDats(const FloodState& state, bool withDepth);
     void createXmdf(std::size_t times);
     void writeXmdf(const char* folder, std::size_t step, const FloodState& state);
 
+    bool flags_;
     DatWriter level_, depth_, velocity_;
     std::unique_ptr<XmdfWriter> xmdf_;
     std::size_t step_ = 0;

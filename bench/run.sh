@@ -1,0 +1,102 @@
+#!/usr/bin/env bash
+# Times the release build on models of 0.25, 1 and 4 million cells (triangles and quads) and prints a table: the best of three runs in wall
+# seconds, and the largest memory of the three. The files are in the page cache. The results carry no wet/dry flags, so that every grid
+# cell has a value. Depth is timed because its file holds no stored maximums. The last lines show what gdal_translate needs to
+# write the same grid.
+#   bench/run.sh [million cells ...]      needs 3 GB below build/bench for all three
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+RUNS=3
+GRID=2.5      # metres; 12 million values on a model of 8660 m
+FURTHER=5     # output times behind the first
+
+scripts/install_packages.sh build bench
+TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release >/dev/null
+program=$PWD/build/release/VORANT_to_GIS
+maker=$PWD/build/release/examples/make_parabolic_basin
+work=build/bench
+mkdir -p "$work"
+cd "$work"
+
+cells_across() {
+    case $1 in
+        0.25) echo 433 ;;
+        1) echo 866 ;;
+        4) echo 1732 ;;
+        *) echo "Sizes are 0.25, 1 and 4 (million cells)." >&2; return 1 ;;
+    esac
+}
+
+# best <command...>: runs it RUNS times and sets SECONDS_BEST and MEGABYTES.
+best() {
+    local run seconds kilobytes
+    SECONDS_BEST=
+    MEGABYTES=0
+    for ((run = 0; run < RUNS; run++)); do
+        rm -rf out
+        mkdir out
+        if ! /usr/bin/time -f '%e %M' -o time.txt "$@" </dev/null >log.txt 2>&1; then
+            tail -n 20 log.txt >&2
+            echo "ERROR - Failed: $*" >&2
+            exit 1
+        fi
+        read -r seconds kilobytes <time.txt
+        if [ -z "$SECONDS_BEST" ] || awk "BEGIN { exit !($seconds < $SECONDS_BEST) }"; then SECONDS_BEST=$seconds; fi
+        if [ "$((kilobytes / 1024))" -gt "$MEGABYTES" ]; then MEGABYTES=$((kilobytes / 1024)); fi
+    done
+}
+
+row() { printf '| %-46s | %8s | %8s |\n' "$1" "$2" "$3"; }
+
+# converted <what> <arguments...>: one row for a run of the program on the present model.
+converted() {
+    local what=$1
+    shift
+    best "$program" -b "$@"
+    row "$what" "$SECONDS_BEST" "$MEGABYTES"
+}
+
+# Seconds for each further time: all times less one time, over the number of further ones.
+further() { awk "BEGIN { printf \"%.3f\", ($2 - $1) / $FURTHER }"; }
+
+[ $# -gt 0 ] || set -- 0.25 1 4
+for size in "$@"; do
+    across=$(cells_across "$size")
+    model=m$size
+    if [ ! -f "$model.done" ]; then
+        "$maker" -cells "$across" -side 8660 -no-flags -times $((FURTHER + 1)) "$model" >/dev/null
+        touch "$model.done"
+    fi
+    echo
+    nodes=$(((across + 1) * (across + 1)))
+    bytes=$(stat -c %s "$model.2dm")
+    echo "$size million cells, $nodes nodes, .2dm of $((bytes / 1000000)) MB, grid of $GRID m (12 million values):"
+    echo
+    row "" "seconds" "MB"
+    row "---" "---" "---"
+    cat "$model.2dm" "$model"_h.dat "$model"_d.dat "$model"_V.dat >/dev/null
+
+    converted "mesh alone to 1000 m cells (reading the .2dm)" -flt -grid1000 -out "out/x" "$model.2dm"
+    read_seconds=$SECONDS_BEST
+    converted "one time to .flt" -flt -grid$GRID -t0.5 -out "out/x" "${model}_d.dat"
+    flt=$SECONDS_BEST
+    mv -f "$(ls out/*.flt)" grid.flt
+    mv -f "$(ls out/*.hdr)" grid.hdr
+    converted "one time to .asc" -asc -grid$GRID -t0.5 -out "out/x" "${model}_d.dat"
+    asc=$SECONDS_BEST
+    converted "maximum of all times to .flt" -flt -grid$GRID -max -out "out/x" "${model}_d.dat"
+    converted "velocity, one time to .flt" -flt -grid$GRID -t0.5 -out "out/x" "${model}_V.dat"
+    converted "all $((FURTHER + 1)) times to .flt" -flt -grid$GRID -tAll "${model}_d.dat"
+    row "   each further time" "$(further "$flt" "$SECONDS_BEST")" ""
+    rm -f "${model}"_d_*.flt "${model}"_d_*.hdr
+    converted "all $((FURTHER + 1)) times to .asc" -asc -grid$GRID -tAll "${model}_d.dat"
+    row "   each further time" "$(further "$asc" "$SECONDS_BEST")" ""
+    rm -f "${model}"_d_*.asc
+    row "   MB a second of .2dm (whole run, read twice)" "$(awk "BEGIN { printf \"%.0f\", 2 * $bytes / 1e6 / $read_seconds }")" ""
+    best gdal_translate -q -of AAIGrid -co DECIMAL_PRECISION=3 grid.flt out/x.asc
+    row "gdal_translate of that grid to ASCII" "$SECONDS_BEST" "$MEGABYTES"
+    best gdal_translate -q -of EHdr grid.flt out/x.flt
+    row "gdal_translate of that grid to binary" "$SECONDS_BEST" "$MEGABYTES"
+done
+rm -rf out grid.flt grid.hdr log.txt time.txt

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# From a fresh clone to maps: installs what is missing, builds, makes the example flood and converts it. Everything it writes stands in
+# build/ and example_output/.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+scripts/install_packages.sh build
+TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release -DBUILD_TESTS=OFF
+
+program=$PWD/build/release/VORANT_to_GIS
+out=example_output
+rm -rf "$out"
+mkdir "$out"
+echo
+echo "Making the example: a flood that circles a parabolic basin, on a mesh of triangles and quads."
+build/release/examples/make_parabolic_basin "$out/basin"
+
+# Runs one conversion in the output folder and names the files it left. What the program said is kept in log.txt.
+convert() {
+    local what=$1 before after
+    shift
+    echo
+    echo "$what"
+    echo "  VORANT_to_GIS $*"
+    before=$(ls "$out")
+    if ! (cd "$out" && "$program" "$@" </dev/null >>log.txt 2>&1); then
+        tail -n 20 "$out/log.txt" >&2
+        echo "ERROR - The conversion failed; all it said is in $out/log.txt" >&2
+        exit 1
+    fi
+    after=$(ls "$out")
+    comm -13 <(echo "$before") <(echo "$after") | grep -v '^log.txt$' | sed "s|^|    wrote $out/|"
+}
+
+convert "Highest water level, as an ASCII grid of 20 m cells:" -b -asc -grid20 -max basin_h.dat
+convert "Water level after half an hour, as a binary grid:" -b -flt -grid20 -t0.5 basin_h.dat
+convert "Depth at every output time, 50 m cells:" -b -asc -grid50 -tAll basin_d.dat
+convert "Speed of the water after half an hour:" -b -asc -grid20 -t0.5 basin_V.dat
+convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
+
+cat <<EOF
+
+Done. Next:
+  - open the .asc and .flt grids of $out/ in a GIS, or look at one with: gdalinfo -stats $out/basin_h_Max_g020.asc
+  - convert a model of your own: build/release/VORANT_to_GIS -b -asc -grid5 -max your_run_h.dat
+    (the mesh your_run.2dm is looked for beside it; all switches: build/release/VORANT_to_GIS)
+  - README.md tells which switch does what.
+EOF

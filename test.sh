@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# The demo, then every test: the end-to-end tests on the release executable, and all tests under the sanitizers.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+scripts/install_packages.sh build tests
+./demo.sh
+
+cores=$(nproc)
+TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release -DBUILD_TESTS=ON
+ctest --preset release --label-regex end_to_end --parallel "$cores"
+
+scripts/build.sh dev
+ctest --preset dev --parallel "$cores"
