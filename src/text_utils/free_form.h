@@ -22,12 +22,17 @@ public:
     /// A whole number; "3.0" is Bad.
     template <typename Integer>
     Read NEXT_INTEGER(Integer& value) {
-        const std::string_view word = nextWord();
-        if (word.empty()) return Read::End;
-        const char* first = word.data() + (word.size() > 1 && word[0] == '+' && word[1] != '-' ? 1 : 0);
-        const char* last = word.data() + word.size();
-        const auto [stop, error] = std::from_chars(first, last, value);
-        return error == std::errc{} && stop == last ? Read::Value : Read::Bad;
+        skipSeparators();
+        if (at_ == end_) return Read::End;
+        if (nextShortInteger(value)) return Read::Value;
+        const char* first = at_ + (*at_ == '+' && end_ - at_ > 1 && at_[1] != '-' ? 1 : 0);
+        const auto [stop, error] = std::from_chars(first, end_, value);
+        if (error == std::errc{} && endsWord(stop)) {
+            at_ = stop;
+            return Read::Value;
+        }
+        nextWord();
+        return Read::Bad;
     }
 
     /// A text: one word, or everything between a pair of double or single quotes. A quote that is not closed is Bad.
@@ -60,6 +65,7 @@ public:
 
 private:
     static bool separates(char c) { return c == ' ' || c == ',' || c == '\t' || c == '\r'; }
+    bool endsWord(const char* at) const { return at == end_ || separates(*at); }
     void skipSeparators() {
         while (at_ != end_ && separates(*at_)) ++at_;
     }
@@ -70,16 +76,33 @@ private:
         return {first, static_cast<std::size_t>(at_ - first)};
     }
 
+    /// The usual case without the general routine's checks: up to nine digits cannot overflow.
+    template <typename Integer>
+    bool nextShortInteger(Integer& value) {
+        if constexpr (sizeof(Integer) < sizeof(std::int32_t)) return false;
+        constexpr std::ptrdiff_t SAFE_DIGITS = 9;
+        const char* at = at_;
+        const char* last = end_ - at > SAFE_DIGITS ? at + SAFE_DIGITS : end_;
+        std::int32_t number = 0;
+        for (; at != last && *at >= '0' && *at <= '9'; ++at) number = number * 10 + (*at - '0');
+        if (at == at_ || !endsWord(at)) return false;
+        value = static_cast<Integer>(number);
+        at_ = at;
+        return true;
+    }
+
     template <typename Real>
     Read nextReal(Real& value) {
+        skipSeparators();
+        if (at_ == end_) return Read::End;
+        const char* first = at_ + (*at_ == '+' && end_ - at_ > 1 && at_[1] != '-' && at_[1] != '+' ? 1 : 0);
+        const auto [stop, error] = std::from_chars(first, end_, value);
+        if (error == std::errc{} && endsWord(stop)) {
+            at_ = stop;
+            return Read::Value;
+        }
         const std::string_view word = nextWord();
-        if (word.empty()) return Read::End;
-        const char* first = word.data();
-        const char* last = first + word.size();
-        if (word.size() > 1 && word[0] == '+' && word[1] != '-' && word[1] != '+') ++first;
-        const auto [stop, error] = std::from_chars(first, last, value);
-        if (error == std::errc{} && stop == last) return Read::Value;
-        return realWithLetterD({first, static_cast<std::size_t>(last - first)}, value);
+        return realWithLetterD(word.substr(static_cast<std::size_t>(first - word.data())), value);
     }
 
     /// Double-precision exponents written "1d3" or "1D+003", and values too small for the type, which become zero.
