@@ -1,0 +1,155 @@
+#include "inputs/dat_layout.h"
+
+#include "inputs/dat_time_text.h"
+#include "inputs/little_endian.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+#include "text_utils/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t CARD_LENGTH = 4;
+constexpr std::int64_t TIME_LENGTH = 4;
+constexpr int LARGEST_FLAG = 8;
+constexpr std::int64_t LONGEST_TAIL = 64;  ///< bytes that may follow the last step unread: a few cards of another program
+
+/// How the walk over a file's steps ended, the worst first.
+enum class Ending : std::uint8_t {
+    Broken,     ///< what follows a step is neither a step nor an end, or a time is no number: a wrong layout, or damage
+    Odd,        ///< a few bytes that mean nothing follow the last step
+    Truncated,  ///< the file ends inside a step
+    Clean,      ///< card 210, or the end of the file in its place
+};
+
+struct Walk {
+    DatFile found;
+    Ending ending = Ending::Clean;
+    std::int64_t unread = 0;  ///< bytes behind the last step and its card 210, for the endings that have no damaged step
+};
+
+/// Bytes at an offset, as many as the file holds of those asked for.
+std::size_t readAt(int file, std::int64_t offset, std::span<unsigned char> bytes) {
+    const std::int64_t got = SEEK_FILE(file, offset) ? READ_BYTES(file, bytes.data(), bytes.size()) : -1;
+    if (got < 0) STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file));
+    return static_cast<std::size_t>(got);
+}
+
+/// What follows the last step read.
+enum class NextCard : std::uint8_t { Step, PartOfStep, End, Unknown };
+
+NextCard nextCard(int file, std::int64_t offset) {
+    std::array<unsigned char, CARD_LENGTH> bytes{};
+    const std::size_t got = readAt(file, offset, bytes);
+    if (got == 0) return NextCard::End;
+    const std::int32_t card = littleInt32(bytes.data());  // both known cards fit their first byte, the rest being zero
+    if (card == DAT_CARD_STEP) return got == CARD_LENGTH ? NextCard::Step : NextCard::PartOfStep;
+    return card == DAT_CARD_END ? NextCard::End : NextCard::Unknown;
+}
+
+/// Reads the activity byte and the time of the step at `step.offset`. False when the file ends before they do.
+bool readStepHead(int file, int flagSize, DatStep& step) {
+    std::array<unsigned char, LARGEST_FLAG + TIME_LENGTH> bytes{};
+    const std::size_t length = static_cast<std::size_t>(flagSize) + TIME_LENGTH;
+    if (readAt(file, step.offset, std::span(bytes).first(length)) < length) return false;
+    const auto flagEnd = bytes.begin() + flagSize;
+    step.flags = bytes[0] == 1 && std::all_of(bytes.begin() + 1, flagEnd, [](unsigned char byte) { return byte == 0; });
+    step.time = littleFloat(bytes.data() + flagSize);
+    return true;
+}
+
+Ending walkSteps(Walk& walked, std::int64_t firstStep, std::int64_t length) {
+    DatFile& found = walked.found;
+    const auto damagedAt = [&found](const DatStep& step) {
+        found.damagedTimeKnown = true;
+        found.damagedTime = step.time;
+    };
+    DatStep step;
+    step.offset = firstStep;
+    for (;;) {
+        if (!readStepHead(found.file, found.flagSize, step)) return Ending::Truncated;
+        if (!std::isfinite(step.time)) return Ending::Broken;
+        const std::int64_t stepEnd = step.offset + DAT_STEP_LENGTH(found.header, found.flagSize, step.flags);
+        if (stepEnd > length) {
+            damagedAt(step);
+            return Ending::Truncated;
+        }
+        const NextCard next = nextCard(found.file, stepEnd);
+        if (next == NextCard::Unknown && length - stepEnd > LONGEST_TAIL) {
+            damagedAt(step);  // the step itself is in doubt: its end is not where it should be
+            return Ending::Broken;
+        }
+        if (found.steps.size() == MOST_DAT_TIMES)
+            STOP_RUN("WARNING - Cannot store anymore output times.  Limit of " + AINTEGER8(static_cast<std::int64_t>(MOST_DAT_TIMES)) + " times.");
+        found.steps.push_back(step);
+        if (next == NextCard::PartOfStep) return Ending::Truncated;
+        if (next != NextCard::Step) {
+            const std::int64_t endCard = next == NextCard::End ? std::min(CARD_LENGTH, length - stepEnd) : 0;
+            walked.unread = length - stepEnd - endCard;
+            return next == NextCard::End ? Ending::Clean : Ending::Odd;
+        }
+        step.offset = stepEnd + CARD_LENGTH;
+    }
+}
+
+Walk walk(int file, const DatCards& cards, int flagSize, std::int64_t length) {
+    Walk result;
+    result.found.file = file;
+    result.found.header = cards.header;
+    result.found.flagSize = flagSize;
+    result.ending = walkSteps(result, cards.firstStep, length);
+    result.found.damaged = result.ending == Ending::Truncated || result.ending == Ending::Broken;
+    return result;
+}
+
+[[noreturn]] void refuseLayout(const DatFile& found, Ending ending, std::int64_t length) {
+    const std::string counts =
+        AINTEGER(found.header.nodes) + " values and " + AINTEGER(found.header.cells) + " cells per output time, as its header says";
+    if (ending == Ending::Broken)
+        STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold " + counts + ": no time step or end follows where the first time step ends.");
+    STOP_RUN("ERROR - " + GETNAM(found.file) + " ends inside its first time step: its " + AINTEGER8(length) + " bytes cannot hold " + counts + ".");
+}
+
+void reportEnding(const Walk& walked) {
+    const DatFile& found = walked.found;
+    const std::string name = GETNAM(found.file);
+    const std::string number = std::to_string(found.steps.size() + 1);
+    const std::string time = found.damagedTimeKnown ? " (time " + DAT_TIME_TEXT(found.damagedTime) + ")" : "";
+    const std::string kept = " Only the " + std::to_string(found.steps.size()) + " before it can be used.";
+    if (walked.ending == Ending::Truncated) DMESSAGE("WARNING - " + name + " ends inside time step " + number + time + "." + kept);
+    if (walked.ending == Ending::Broken) DMESSAGE("WARNING - " + name + " is damaged at time step " + number + time + "." + kept);
+    if (walked.unread > 0) DMESSAGE("WARNING - " + name + " holds " + AINTEGER8(walked.unread) + " bytes behind its last time step, which are not read.");
+}
+
+}  // namespace
+
+std::int64_t DAT_FLAGS_OFFSET(int flagSize) { return flagSize + TIME_LENGTH; }
+
+std::int64_t DAT_VALUES_OFFSET(const DatHeader& header, int flagSize, bool flags) {
+    return DAT_FLAGS_OFFSET(flagSize) + (flags ? static_cast<std::int64_t>(header.cells) * flagSize : 0);
+}
+
+std::int64_t DAT_STEP_LENGTH(const DatHeader& header, int flagSize, bool flags) {
+    return DAT_VALUES_OFFSET(header, flagSize, flags) + static_cast<std::int64_t>(header.nodes) * (header.vector ? 8 : 4);
+}
+
+DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
+    const std::int64_t length = FILE_LENGTH(file);
+    Walk best = walk(file, cards, 1, length);
+    const std::int32_t declared = cards.declaredFlagSize;
+    if (best.ending != Ending::Clean && (declared == 2 || declared == 4 || declared == LARGEST_FLAG)) {
+        Walk other = walk(file, cards, declared, length);
+        if (other.ending > best.ending && !other.found.steps.empty()) {
+            best = std::move(other);
+            DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(declared) + " bytes, as its header declares; 8-bit flags do not fit it.");
+        }
+    }
+    if (best.found.steps.empty()) refuseLayout(best.found, best.ending, length);
+    reportEnding(best);
+    return std::move(best.found);
+}

@@ -1,0 +1,95 @@
+#include "inputs/dat_reader.h"
+
+#include "geometry/no_value.h"
+#include "geometry/vector_magnitude.h"
+#include "inputs/dat_steps.h"
+#include "inputs/results.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+#include "run_control/time_markers.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float SAME_MARKER = 0.01F;
+
+bool isMarker(float time, float marker) { return std::abs(time - marker) < SAME_MARKER; }
+
+/// The step at which folding stops: it is tested before it is folded, so neither times of maximum nor the last step of the file ever join the
+/// maximum. steps.size() when that is the damaged one.
+std::size_t stopStep(const DatFile& dat) {
+    std::size_t k = 0;
+    const std::size_t last = dat.damaged ? dat.steps.size() : dat.steps.size() - 1;
+    while (k < last && !isMarker(dat.steps[k].time, TIME_TMAX)) ++k;
+    return k;
+}
+
+void foldScalars(const std::vector<float>& current, std::vector<float>& kept) {
+    for (std::size_t n = 1; n < kept.size(); ++n)
+        kept[n] = current[n] > kept[n] && !IS_MISSING(current[n]) ? current[n] : kept[n];
+}
+
+/// Both components of the longer vector; a missing one is shorter than any.
+void foldVectors(const std::vector<float>& x, const std::vector<float>& y, std::vector<float>& keptX, std::vector<float>& keptY) {
+    for (std::size_t n = 1; n < keptX.size(); ++n) {
+        if (IS_MISSING(x[n]) || IS_MISSING(y[n])) continue;
+        if (!IS_MISSING(keptX[n]) && !(VECTOR_MAGNITUDE(x[n], y[n]) > VECTOR_MAGNITUDE(keptX[n], keptY[n]))) continue;
+        keptX[n] = x[n];
+        keptY[n] = y[n];
+    }
+}
+
+void foldSteps(std::size_t end, Results& kept) {
+    CHECK_DAT_MEMORY(1);
+    std::vector<float> x(kept.x.size()), y(kept.y.size());
+    std::vector<std::uint8_t> wet(kept.wet.size());
+    std::fill(kept.x.begin(), kept.x.end(), NO_VALUE);
+    std::fill(kept.y.begin(), kept.y.end(), NO_VALUE);
+    std::fill(kept.wet.begin(), kept.wet.end(), std::uint8_t{0});
+    for (std::size_t k = 0; k < end; ++k) {
+        READ_DAT_STEP(k, {x, y, wet});
+        if (kept.vector)
+            foldVectors(x, y, kept.x, kept.y);
+        else
+            foldScalars(x, kept.x);
+        std::transform(wet.begin(), wet.end(), kept.wet.begin(), kept.wet.begin(), [](std::uint8_t a, std::uint8_t b) { return std::max(a, b); });
+    }
+}
+
+/// Stored maximums without flags of their own take the cells wet at any time before them.
+void takeStoredMaximums(const DatFile& dat, std::size_t stored, Results& kept) {
+    REPORT("File has maximums stored (time = 99,999) using these values and ignoring all other timesteps.");
+    const auto hasFlags = [](const DatStep& step) { return step.flags; };
+    std::vector<std::uint8_t> wet;
+    if (!dat.steps[stored].flags && std::any_of(dat.steps.begin(), dat.steps.begin() + static_cast<std::ptrdiff_t>(stored), hasFlags)) {
+        foldSteps(stored, kept);
+        wet = kept.wet;
+    }
+    READ_DAT_STEP(stored, {kept.x, kept.y, kept.wet});
+    if (!wet.empty()) kept.wet = std::move(wet);
+}
+
+}  // namespace
+
+void EXTRACT_DAT_MAXIMUMS() {
+    REPORT("Extracting maximums from all timesteps in .dat file");
+    const DatFile& dat = DAT();
+    Results& kept = RESULTS_TO_FILL();
+    const std::size_t stop = stopStep(dat);
+    if (stop == dat.steps.size()) STOP_AT_DAMAGED_STEP();
+    if (isMarker(dat.steps[stop].time, TIME_MAXIMUM)) {
+        takeStoredMaximums(dat, stop, kept);
+    } else if (dat.steps.size() == 1) {
+        READ_DAT_STEP(0, {kept.x, kept.y, kept.wet});
+    } else if (stop == 0) {
+        STOP_RUN("ERROR - " + GETNAM(dat.file) + " begins with times of maximum; there is no timestep to extract maximums from.");
+    } else {
+        foldSteps(stop, kept);
+        if (!IS_TIME_MARKER(dat.steps[stop].time)) DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
+    }
+    kept.time = TIME_MAXIMUM;
+    kept.endReached = true;
+}
