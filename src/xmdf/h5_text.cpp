@@ -1,0 +1,58 @@
+#include "xmdf/h5_text.h"
+
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+constexpr std::size_t LONGEST_TEXT = 65536;  // bytes; no unit or group type comes near, so a longer one is no text of this layout
+
+herr_t keepFirst(unsigned n, const H5E_error2_t* entry, void* text) {
+    if (n == 0 && entry->desc != nullptr) *static_cast<const char**>(text) = entry->desc;
+    return 0;
+}
+
+bool readVariable(hid_t attribute, hid_t fileType, std::string& text) {
+    const H5Type type(H5Tcopy(H5T_C_S1));
+    if (H5Tset_size(type.id(), H5T_VARIABLE) < 0 || H5Tset_cset(type.id(), H5Tget_cset(fileType)) < 0) return false;
+    char* read = nullptr;
+    const bool success = H5Aread(attribute, type.id(), static_cast<void*>(&read)) >= 0;
+    const std::unique_ptr<char, herr_t (*)(void*)> owner(read, [](void* memory) { return H5free_memory(memory); });
+    if (!success || read == nullptr) return false;
+    text = read;
+    return true;
+}
+
+bool readFixed(hid_t attribute, hid_t fileType, std::string& text) {
+    const std::size_t size = H5Tget_size(fileType);
+    if (size == 0 || size > LONGEST_TEXT) return false;
+    text.assign(size, '\0');
+    if (H5Aread(attribute, fileType, text.data()) < 0) return false;
+    text.resize(std::min(text.find('\0'), size));
+    return true;
+}
+
+}  // namespace
+
+void h5Silence() { H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); }
+
+std::string h5Reason() {
+    const char* innermost = nullptr;
+    H5Ewalk2(H5E_DEFAULT, H5E_WALK_UPWARD, keepFirst, static_cast<void*>(&innermost));
+    return innermost == nullptr ? std::string() : " (HDF5: " + std::string(innermost) + ")";
+}
+
+bool h5ReadText(hid_t object, const char* name, std::string& text) {
+    if (H5Aexists(object, name) <= 0) return false;
+    const H5Attribute attribute(H5Aopen(object, name, H5P_DEFAULT));
+    if (!attribute.valid()) return false;
+    const H5Type type(H5Aget_type(attribute.id()));
+    const H5Space space(H5Aget_space(attribute.id()));
+    if (H5Tget_class(type.id()) != H5T_STRING || H5Sget_simple_extent_npoints(space.id()) != 1) return false;
+    const bool read = H5Tis_variable_str(type.id()) > 0 ? readVariable(attribute.id(), type.id(), text)
+                                                        : readFixed(attribute.id(), type.id(), text);
+    if (read) text = TRIMF(text);
+    return read;
+}

@@ -1,0 +1,33 @@
+// Stands in for the XMDF layer in a build without the HDF5 library: every operation fails with the same reason.
+#include "xmdf/xmdf_reason.h"
+
+struct XmdfFileState {};
+struct XmdfGroupState {};
+void XmdfFileCloser::operator()(XmdfFileState* state) const { delete state; }
+void XmdfGroupCloser::operator()(XmdfGroupState* state) const { delete state; }
+
+namespace {
+XmdfStatus absent() { return xmdfFailed("This build reads no .xmdf files: it was made without the HDF5 library."); }
+}  // namespace
+
+XmdfStatus xfopenfile_f(const std::string&, XmdfFile&) { return absent(); }
+XmdfStatus xfclosefile_f(XmdfFile&) { return absent(); }
+XmdfStatus xfgetlibraryversion_f(float&) { return absent(); }
+XmdfStatus xfgetscalardatasetsinfo_f(XmdfFileState&, std::int32_t&, std::int32_t&) { return absent(); }
+XmdfStatus xfgetvectordatasetsinfo_f(XmdfFileState&, std::int32_t&, std::int32_t&) { return absent(); }
+XmdfStatus xfgetscalardatasetpaths_f(XmdfFileState&, std::vector<std::string>&) { return absent(); }
+XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState&, std::vector<std::string>&) { return absent(); }
+const std::vector<std::string>& XMDF_SKIPPED(const XmdfFileState&) {
+    static const std::vector<std::string> none;
+    return none;
+}
+XmdfStatus xfopengroup_f(XmdfFileState&, const std::string&, XmdfGroup&) { return absent(); }
+XmdfStatus xfclosegroup_f(XmdfGroup&) { return absent(); }
+XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState&, std::int32_t&) { return absent(); }
+XmdfStatus xfgetdatasetnumactive_f(XmdfGroupState&, std::int32_t&) { return absent(); }
+XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState&, std::string&) { return absent(); }
+XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState&, std::int32_t&) { return absent(); }
+XmdfStatus xfgetdatasettimes_f(XmdfGroupState&, std::vector<double>&) { return absent(); }
+XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
+XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
+XmdfStatus xfreadactivitytimestep_f(XmdfGroupState&, std::int32_t, std::span<std::uint8_t>) { return absent(); }

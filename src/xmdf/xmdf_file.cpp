@@ -1,0 +1,58 @@
+#include "text_utils/text.h"
+#include "xmdf/h5_text.h"
+#include "xmdf/xmdf_reason.h"
+#include "xmdf/xmdf_state.h"
+
+namespace { constexpr float LAYOUT_VERSION = 2.1F; }
+
+void XmdfFileCloser::operator()(XmdfFileState* state) const { delete state; }
+void XmdfGroupCloser::operator()(XmdfGroupState* state) const { delete state; }
+
+XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file) {
+    h5Silence();
+    file.reset(new XmdfFileState);
+    file->name = name;
+    file->file = H5File(H5Fopen(name.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT));
+    if (file->file.valid()) return 0;
+    std::string reason = "\"" + name + "\" could not be opened" + h5Reason();
+    file.reset();
+    return xmdfFailed(std::move(reason));
+}
+
+XmdfStatus xfclosefile_f(XmdfFile& file) {
+    const XmdfFile closing = std::move(file);
+    if (closing == nullptr || closing->file.close()) return 0;
+    return xmdfFailed("\"" + closing->name + "\" could not be closed" + h5Reason());
+}
+
+XmdfStatus xfgetlibraryversion_f(float& version) {
+    version = LAYOUT_VERSION;
+    return 0;
+}
+
+XmdfGroupKind xmdfGroupKind(hid_t group) {
+    std::string type;
+    if (!h5ReadText(group, "Grouptype", type)) return XmdfGroupKind::Folder;
+    if (ASAME(type, "DATASET SCALAR")) return XmdfGroupKind::Scalar;
+    if (ASAME(type, "DATASET VECTOR")) return XmdfGroupKind::Vector;
+    return XmdfGroupKind::Folder;
+}
+
+XmdfStatus xfopengroup_f(XmdfFileState& file, const std::string& path, XmdfGroup& group) {
+    XmdfGroup opened(new XmdfGroupState);
+    opened->name = "\"" + file.name + "\": " + path;
+    const H5Properties access = h5WithinFile(H5P_GROUP_ACCESS);
+    opened->group = H5Group(H5Gopen2(file.file.id(), path.c_str(), access.id()));
+    if (!opened->group.valid()) return xmdfFailed(opened->name + " could not be opened" + h5Reason());
+    const XmdfGroupKind kind = xmdfGroupKind(opened->group.id());
+    if (kind == XmdfGroupKind::Folder) return xmdfFailed(opened->name + " has no Grouptype of a dataset");
+    opened->vector = kind == XmdfGroupKind::Vector;
+    group = std::move(opened);
+    return 0;
+}
+
+XmdfStatus xfclosegroup_f(XmdfGroup& group) {
+    const XmdfGroup closing = std::move(group);
+    if (closing == nullptr || closing->group.close()) return 0;
+    return xmdfFailed(closing->name + " could not be closed" + h5Reason());
+}

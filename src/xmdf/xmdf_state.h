@@ -1,0 +1,25 @@
+// What is behind an open file and an open dataset group.
+#pragma once
+
+#include "xmdf/h5_handles.h"
+#include "xmdf/xmdf.h"
+#include "xmdf/xmdf_table.h"
+
+struct XmdfFileState {
+    H5File file;
+    std::string name;
+    bool listed = false;                           ///< the three lists below are filled
+    std::vector<std::string> scalarPaths, vectorPaths;
+    std::vector<std::string> skipped;
+};
+
+struct XmdfGroupState {
+    H5Group group;
+    std::string name;                              ///< for messages: "x.xmdf": /run/Temporal/Depth
+    bool vector = false;
+    H5Table values, times, active;                 ///< opened on first use
+};
+
+enum class XmdfGroupKind { Folder, Scalar, Vector };
+/// By the attribute Grouptype; a group without one is a folder.
+XmdfGroupKind xmdfGroupKind(hid_t group);

@@ -1,0 +1,56 @@
+// Small .xmdf files for tests, written through the HDF5 library itself.
+#pragma once
+
+#include "xmdf/h5_handles.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// A folder of its own for the files of one test, removed at its end.
+class TestFolder {
+public:
+    TestFolder();
+    ~TestFolder();
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+    std::string file(const std::string& name) const { return (folder_ / name).string(); }
+
+private:
+    std::filesystem::path folder_;
+};
+
+enum class TextForm { FixedNul, FixedBlank, OneElementArray, Variable };
+
+/// A dataset group. A member whose list stays empty is left out.
+struct TestDataset {
+    std::string path;
+    std::vector<double> times;
+    std::vector<float> values;                    ///< time after time
+    std::vector<hsize_t> shape;                   ///< of values
+    std::vector<std::uint8_t> flags;              ///< time after time
+    std::string units = "Hours";                  ///< blank: no attribute
+    std::string groupType = "DATASET SCALAR";     ///< blank: no attribute
+    TextForm text = TextForm::FixedNul;
+    hid_t storedAs = -1;                          ///< type of Values in the file; a 32-bit float unless given
+    std::vector<hsize_t> chunk;                   ///< of Values; compressed then
+};
+
+class TestXmdf {
+public:
+    explicit TestXmdf(const std::string& name);
+    TestXmdf& add(const TestDataset& dataset);
+    hid_t id() const { return file_.id(); }
+
+private:
+    H5File file_;
+};
+
+/// Writes a file of the given datasets, and whatever `more` adds.
+void makeXmdf(const std::string& name, const std::vector<TestDataset>& datasets, const std::function<void(hid_t file)>& more = {});
+
+void writeText(hid_t object, const char* attribute, const std::string& text, TextForm form);
+/// Identifiers of any kind that the library still holds open.
+std::int64_t openHandles();
