@@ -4,6 +4,7 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <csignal>
 #include <unistd.h>
 #endif
 
@@ -17,6 +18,7 @@
 
 bool INPUT_IS_TERMINAL() { return _isatty(_fileno(stdin)) != 0; }
 bool OUTPUT_IS_TERMINAL() { return _isatty(_fileno(stdout)) != 0; }
+void SURVIVE_CLOSED_PIPES() {}
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return _fseeki64(file, offset, SEEK_SET) == 0; }
 std::int64_t TELL_64(std::FILE* file) { return _ftelli64(file); }
 
@@ -30,6 +32,7 @@ std::uint64_t AVAILABLE_MEMORY() {
 
 bool INPUT_IS_TERMINAL() { return isatty(STDIN_FILENO) != 0; }
 bool OUTPUT_IS_TERMINAL() { return isatty(STDOUT_FILENO) != 0; }
+void SURVIVE_CLOSED_PIPES() { std::signal(SIGPIPE, SIG_IGN); }
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0; }
 std::int64_t TELL_64(std::FILE* file) { return ftello(file); }
 

@@ -15,11 +15,15 @@ struct Console {
     MessageCounts counts;
     bool batch = false;
     bool captured = false;
+    bool countShown = false;  ///< a progress count stands on the line that is open
     std::string answers;  ///< what is left to read while captured
 };
 Console console;
 
+/// Text begins on a line of its own, not behind a progress count.
 void put(std::string_view text) {
+    if (console.countShown) console.buffer += '\n';
+    console.countShown = false;
     console.buffer += text;
     if (!console.captured && console.buffer.size() >= FLUSH_SIZE) FLUSH_CONSOLE();
 }
@@ -42,8 +46,6 @@ bool readAnswer(std::string& line) {
     return true;
 }
 
-bool somebodyCanAnswer() { return !console.captured && INPUT_IS_TERMINAL(); }
-
 bool matchesBlindly(std::string_view text, std::size_t at, std::string_view word) {
     if (at + word.size() > text.size()) return false;
     for (std::size_t i = 0; i < word.size(); ++i) {
@@ -63,11 +65,13 @@ std::size_t findWord(std::string_view head, std::string_view word) {
 }  // namespace
 
 void INITIALISE_CONSOLE() {
+    SURVIVE_CLOSED_PIPES();
     FLUSH_CONSOLE();
     console.counts = MessageCounts{};
     console.batch = false;
 }
 
+bool SOMEBODY_CAN_ANSWER() { return !console.captured && !console.batch && INPUT_IS_TERMINAL(); }
 void SET_BATCH(bool batch) { console.batch = batch; }
 
 void REPORT(std::string_view line) {
@@ -123,7 +127,8 @@ std::string ASK(std::string_view prompt) {
 }
 
 bool ASK_YES(std::string_view question) {
-    if (console.batch || !(console.captured ? !console.answers.empty() : INPUT_IS_TERMINAL())) {
+    const bool answerWaits = console.captured && !console.batch && !console.answers.empty();
+    if (!answerWaits && !SOMEBODY_CAN_ANSWER()) {
         REPORT(question);
         return true;
     }
@@ -134,22 +139,27 @@ bool ASK_YES(std::string_view question) {
 void PAUSE(std::string_view text) {
     if (!text.empty()) REPORT(text);
     FLUSH_CONSOLE();
-    if (console.batch || !somebodyCanAnswer()) return;
+    if (!SOMEBODY_CAN_ANSWER()) return;
     std::string line;
     readAnswer(line);
 }
 
-Progress::Progress(std::string_view label) : label_(label) {}
+Progress::Progress(std::string_view label) : label_(label), inPlace_(!console.captured && OUTPUT_IS_TERMINAL()) {}
 
 void Progress::show(std::int64_t count) {
-    if (console.captured || !OUTPUT_IS_TERMINAL()) return;
-    put("\r" + label_ + std::to_string(count));
+    if (!inPlace_) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now < next_) return;
+    next_ = now + std::chrono::milliseconds(100);
+    console.buffer += "\r" + label_ + std::to_string(count);
+    console.countShown = true;
     FLUSH_CONSOLE();
 }
 
 void Progress::finish(std::int64_t count) {
-    const bool inPlace = !console.captured && OUTPUT_IS_TERMINAL();
-    REPORT((inPlace ? "\r" : "") + label_ + std::to_string(count));
+    if (console.countShown) console.buffer += '\r';
+    console.countShown = false;
+    REPORT(label_ + std::to_string(count));
 }
 
 ConsoleCapture::ConsoleCapture(std::string answers) {

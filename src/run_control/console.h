@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -39,6 +40,8 @@ void FLUSH_CONSOLE();
 /// Prints the prompt without a line end and returns the answer without its line end, trimmed of blanks. At the end of the input:
 /// "ERROR - End of input reached while waiting for an answer." and EXITS.
 std::string ASK(std::string_view prompt);
+/// True when a question would reach a person: standard input is a terminal and the run is no batch.
+bool SOMEBODY_CAN_ANSWER();
 /// Prints the question and returns true for an answer that begins with y or Y. Yes without asking in a batch run or without
 /// a terminal, so that nothing hangs overnight.
 bool ASK_YES(std::string_view question);
@@ -50,12 +53,15 @@ void PAUSE(std::string_view text = "Press Enter to Continue");
 class Progress {
 public:
     explicit Progress(std::string_view label);
+    /// Cheap enough for every row of a table: at most ten counts a second reach the terminal.
     void show(std::int64_t count);
     /// Prints the final count and ends the line.
     void finish(std::int64_t count);
 
 private:
     std::string label_;
+    bool inPlace_;
+    std::chrono::steady_clock::time_point next_{};  ///< nothing is shown before
 };
 
 /// Everything printed through the console while `redirected` lives, instead of on the standard output; what ASK reads comes from `answers`.

@@ -6,10 +6,10 @@
 #include <string>
 
 void EXITS(int status) {
-    CLOSE_FILES_ON_EXIT();
+    const bool allKept = CLOSE_FILES_ON_EXIT();
     REPORT("");
     PAUSE("Press Enter to Close");
-    throw RunStopped{status};
+    throw RunStopped{!allKept && status == STATUS_DONE ? STATUS_STOPPED : status};
 }
 
 void STOP_RUN(std::string_view message) {

@@ -38,20 +38,20 @@ const std::string& GETNAM(int handle);
 int OPEN_FILE(std::string_view name, std::string_view mode, std::string_view kind);
 /// Writes out what is buffered and closes. A failure means lost output: "Unable to close file.", an ERROR naming it, and the run stops.
 void CLOSE_FILE(int handle);
-/// The same, but false and no message on failure, for callers with a message of their own.
+/// The same, but false and no message on failure, for callers with a message of their own. Also false when an earlier write failed.
 [[nodiscard]] bool TRY_CLOSE_FILE(int handle);
 /// "Closing all file units...", then every open file.
 void CLOSE_ALL_FILES();
-/// What EXITS does: closes everything once per run, quietly; never stops the run.
-void CLOSE_FILES_ON_EXIT();
+/// What EXITS does: closes everything once per run, quietly; never stops the run. False when an output lost its last bytes, which is said.
+bool CLOSE_FILES_ON_EXIT();
 
 // ---- reading ---------------------------------------------------------------------------------------------------------
-/// Next line without its line end (LF or CR LF). The view is valid until the next call for this handle.
+/// Next line of an input without its line end (LF or CR LF). The view is valid until the next call for this handle.
 /// A read error is reported as an ERROR that names the file, and returned.
 LineStatus READ_LINE(int handle, std::string_view& line);
 /// READ_LINE with leading blanks and tabs removed, into a text of the caller's.
 LineStatus READLINE(int handle, std::string& line);
-/// Reads up to `count` bytes. Fewer come back only at the end of the file; -1 after a read error (LAST_FILE_ERROR tells why).
+/// Reads up to `count` bytes, of an output too. Fewer come back only at the end of the file; -1 after a read error (LAST_FILE_ERROR tells why).
 std::int64_t READ_BYTES(int handle, void* to, std::size_t count);
 /// Length of an open input in bytes.
 std::int64_t FILE_LENGTH(int handle);

@@ -110,7 +110,7 @@ private:
     static Read realWithLetterD(std::string_view word, Real& value) {
         std::array<char, 64> copy{};
         if (word.size() > copy.size()) return Read::Bad;
-        for (std::size_t i = 0; i < word.size(); ++i) copy[i] = word[i] == 'd' || word[i] == 'D' ? 'e' : word[i];
+        for (std::size_t i = 0; i < word.size(); ++i) copy[i] = word[i] == 'd' || word[i] == 'D' || word[i] == 'E' ? 'e' : word[i];
         const char* last = copy.data() + word.size();
         const auto [stop, error] = std::from_chars(copy.data(), last, value);
         if (stop != last) return Read::Bad;
