@@ -114,8 +114,9 @@ std::optional<Placing> placingOf(const std::vector<ControlPoint>& points, std::s
         }
         placing = leastSquares(moments);
     }
+    constexpr double LEAST_AREA = 1e-9;  // of a pixel on the map, against that of one with the same sides at right angles
     const double area = placing.xByCol * placing.yByRow - placing.xByRow * placing.yByCol;
-    if (!std::isfinite(area) || area == 0.0) {
+    if (!(std::abs(area) > LEAST_AREA * std::hypot(placing.xByCol, placing.yByCol) * std::hypot(placing.xByRow, placing.yByRow))) {
         reason = "the control points lie on a line";
         return {};
     }

@@ -1,0 +1,110 @@
+#include "run_control/switch_checks.h"
+
+#include "read_switches.h"
+#include "run_control/options.h"
+#include "run_control/usage.h"
+
+#include <doctest/doctest.h>
+
+#include <string>
+
+namespace {
+
+/// What the checks say behind their heading.
+std::string checked(const std::vector<const char*>& arguments) {
+    readSwitches(arguments);
+    const std::string heading = "Checking input flags.\n";
+    const std::string text = consoleOf([] { CHECK_SWITCHES(); });
+    return text.starts_with(heading) ? text.substr(heading.size()) : "no heading";
+}
+std::string exits(std::string text) { return text + "\n\nPress Enter to Close\n<stopped>"; }
+
+const std::string ASC = ".asc output format specified.\n";
+const std::string FLT = ".flt output format specified.\n";
+const std::string MIF = ".mif output format specified.\n";
+const std::string SHP = ".shp output format specified.\n";
+const std::string SEVERAL = "ERROR - More than one output format specified. Refer to above for more information.\n";
+
+}  // namespace
+
+TEST_CASE("One output format is wanted, and profiles with their points are one") {
+    struct { std::vector<const char*> arguments; std::string text; bool error; } const rows[] = {
+        {{"-b"}, "ERROR - No output format flag specified.\n", true},
+        {{"-asc"}, ASC, false},
+        {{"-flt"}, FLT, false},
+        {{"-flt", "-asc"}, ASC + FLT + SEVERAL, true},
+        {{"-cp", "c.mif", "-lp", "l.mif"}, "Long profile (.csv) output format specified.\nCalibration point (.csv) output format specified.\n", false},
+        {{"-lp", "l.mif", "-txt"}, ".txt output format specified.\nLong profile (.csv) output format specified.\n" + SEVERAL, true},
+        {{"-shp", "-mif"},
+         MIF + SHP + SEVERAL + "Warning - Both .mif and .shp outputs requested, can only process on at a time.\nIgnoring shp format.\n", true},
+        {{"-wld"}, ".wld output format specified.\n", false},
+    };
+    for (const auto& r : rows) {
+        CHECK(checked(r.arguments) == r.text);
+        CHECK(OPTIONS().inputError == r.error);
+    }
+    CHECK(checked({"-vmi", "-asc"}) == exits("ERROR - vmi output no longer supported."));
+}
+
+TEST_CASE("Switches that contradict each other stop the run, for both rasters alike") {
+    struct { std::vector<const char*> arguments; std::string text; } const rows[] = {
+        {{"-flt", "-t5", "-max"}, FLT + "Error - Both max (-max) and time (-t) arguments found, please specify only one."},
+        {{"-asc", "-t5", "-min"}, ASC + "Error - Both min (-min) and time (-t) arguments found, please specify only one."},
+        {{"-asc", "-tmax", "-min"}, ASC + "Error - Maxtime (-tmax) flag found with addition time flags."},
+        {{"-flt", "-vector"}, FLT + "Error - Vector option requires -mif or -shp output type."},
+        {{"-asc", "-typed", "-tmax"}, ASC + "Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\"."},
+        {{"-asc", "-s0", "-v0"},
+         ASC + "Warning - Both xmdf scalar (-s) and vector (-v) dataset IDs specified.\nIgnoring -v dataset.\n"
+               "Error - Specified scalar dataset (-s<id>) cannot be less than 1."},
+        {{"-asc", "-v-1"}, ASC + "Error - Specified vector dataset (-v<id>) cannot be less than 1."},
+        {{"-flt", "-region"}, FLT + "ERROR - Invalid flag combination (-region and -asc)."},
+        {{"-mif", "-region", "-arrow"}, MIF + "ERROR - Both -region and -arrows or -vector specified."},
+        {{"-asc", "-vx", "-vy"}, ASC + "ERROR - Please specify only one of -vx or -vy."},
+        {{"-mif", "-slant90"}, MIF + "ERROR - Please specify only one of -vx or -vy."},
+        {{"-mif", "-slant-1"}, MIF + "ERROR - Please specify only one of -vx or -vy."},
+    };
+    for (const auto& r : rows) CHECK(checked(r.arguments) == exits(r.text));
+    CHECK(checked({"-mif", "-slant89.9", "-vx"}) == MIF);
+}
+
+TEST_CASE("Overridden switches are cleared with a warning") {
+    const RunOptions& o = OPTIONS();
+    CHECK(checked({"-flt", "-sgs", "-out", "x"}) == FLT + "Warning - Supress grid size (-sgs) switch ignored as output file specified.\n");
+    CHECK((!o.suppressGridSize && o.outputNameGiven));
+    CHECK(checked({"-txt", "-out", "x"}).ends_with("only available for mif, shp or asc outputs.\n-sgs or -out flag ignored.\n"));
+    CHECK((!o.outputNameGiven && o.outputName.empty()));
+    CHECK(checked({"-shp", "-vector"}) == SHP + "Check - Tail Thickness Factor not set for Arc Shape vectors, using 0.01 times arrow size.\n");
+    CHECK(o.tailThicknessFactor == 0.01F);
+    CHECK(checked({"-shp", "-vector", "-ttf-.5"}) == SHP);
+    CHECK(checked({"-asc", "-typeall", "-s1"}) == ASC + "Warning - All data (-typeAll) specified with one of -s<id> or -v<id>.\n"
+                                                        "Exporting all dataset and ignoring -s or -v flag.\n");
+    CHECK_FALSE((o.scalarIdGiven || o.datasetByNumber));
+    CHECK(checked({"-asc", "-max", "-tall"}) ==
+          ASC + "Warning - All output times conflicts with another time step (-max, -min, -tmax or -t<output time>.\nExporting all times.\n");
+    CHECK((o.allTimes && !o.timeGiven && !o.max));
+    CHECK(checked({"-flt", "-ptsC"}) ==
+          FLT + "WARNING - Filtering (-pts) option only valid with -shp or -mif output.\nPress Enter to Continue\n");
+    CHECK(checked({"-asc", "-ptsall"}) == ASC);
+    CHECK(checked({"-flt", "-grid5", "-like", "dem.flt"}) ==
+          FLT + "WARNING - Grid spacing is taken from the template grid (-like), -grid ignored.\n");
+    CHECK((!o.grid && o.likeGrid == "dem.flt"));
+    checked({"-mif", "-grid5", "-like", "dem.flt"});
+    CHECK((o.grid && o.likeGrid.empty()));
+    checked({"-cp", "c.mif", "-flt"});
+    CHECK((o.inputError && !o.flt));
+    for (const char* type : {"-typeH", "-typeWater Level"}) {
+        checked({"-asc", type, "-tmax"});
+        CHECK(o.secondDatasetName == "Time of Peak h");
+    }
+    checked({"-asc", "-typev", "-tmax"});
+    CHECK(o.secondDatasetName == "Time of Peak V");
+}
+
+TEST_CASE("The usage text keeps its odd lines") {
+    const std::string text = consoleOf([] { PRINT_USAGE(); });
+    CHECK(text.starts_with("VORANT_to_GIS Description\n\nConverts VORANT"));
+    CHECK(text.find("     T - 1D Water Level Line triangles\n     T - 1D Water Level Line triangles\n    Eg: -ptsCT") != std::string::npos);
+    CHECK(text.find("\n\nREGULAR GRID OUTPUT:\n   -grid<spacing> to output on a regular grid.  \n") != std::string::npos);
+    CHECK(text.find("   -Folder\"<Folder Name>\" the datasets in a particular folder.\n") != std::string::npos);
+    CHECK(text.ends_with("   VORANT_to_GIS.exe -asc -TypeH -tAll x.xmdf\n      Converts a 3D grid for all water level output times.\n"));
+}
