@@ -1,6 +1,7 @@
 // Inside the library: the layer table, and what a format has to provide. Callers use gis/layers.h.
 #pragma once
 
+#include "gis/coord_sys.h"
 #include "gis/layers.h"
 
 #include <array>
@@ -46,6 +47,14 @@ struct GisLayer {
 /// How reading went. Failed: the format has reported its own numbered error with DMESSAGE; the operation then adds ERROR 0253 or 0254 and
 /// stops. End: nothing left, in order. Dropped: a short region was passed over, with its WARNING.
 enum class GisRead : std::uint8_t { Done, End, Dropped, Failed };
+
+// ---- the table -------------------------------------------------------------------------------------------------------
+/// The entry of gisID 1 to MOST_LAYERS, open or not.
+GisLayer& gisEntry(std::int32_t gisID);
+/// Stops with "Should not be here <operation>[gisID=0] - please contact ..." for a handle below 1.
+void gisCheckHandle(std::int32_t gisID, std::string_view operation);
+/// What gisSetExtent was given.
+const MapExtent& gisExtent();
 
 // ---- for the formats -------------------------------------------------------------------------------------------------
 /// "POINT", "PLINE MULTIPLE", ... as the messages name it.

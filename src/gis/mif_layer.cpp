@@ -1,0 +1,88 @@
+#include "gis/mif_layer.h"
+
+#include "gis/coord_sys.h"
+#include "gis/mif_header.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "text_utils/paths.h"
+#include "text_utils/text.h"
+
+namespace {
+
+[[noreturn]] void cannotRead(int handle) { STOP_RUN("ERROR - Could not read " + GETNAM(handle) + ": " + LAST_FILE_ERROR(handle)); }
+
+void seekTo(GisFile& file, std::int64_t offset) {
+    if (!SEEK_FILE(file.handle, offset)) cannotRead(file.handle);
+}
+
+/// The name with the extension .mif, which it may have already in another letter case.
+std::string mifName(const std::string& path) { return FILEEXT(path) == ".mif" ? path : FILENAMEPATH(path) + ".mif"; }
+
+void checkProjection(GisLayer& layer) {
+    const GisProjection& run = gisProjection();
+    if (TRIMMED(run.coordSys).empty()) return;
+    std::string line;
+    if (!mifFindCoordSysLine(layer.files[0].handle, line)) line = DEFAULT_COORD_SYS;
+    seekTo(layer.files[0], 0);
+    if (SAME_COORD_SYS(line, run.coordSys)) return;
+    const std::string text = " 0305 - Projection of .mif file is different to that specified by the MI Projection == command.";
+    DMESSAGE((run.differenceIsWarning ? "WARNING" : "ERROR") + text);
+    REPORT("   " + GETNAM(layer.files[0].handle));
+    if (run.differenceIsWarning) return;
+    REPORT("Use \"MI Projection Check == WARNING\" to change message to a WARNING.");
+    EXITS();
+}
+
+}  // namespace
+
+void mifReportPlace(const GisFile& file) { REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(file.count)); }
+
+void mifOpen(GisLayer& layer) {
+    layer.mif = std::make_shared<MifLayer>();
+    const std::string_view mode = layer.mode == GisMode::Input ? "I " : "O ";
+    layer.files[0].handle = OPEN_FILE(mifName(layer.path), mode, "mif");
+    layer.files[1].handle = OPEN_FILE(FILENAMEPATH(GETNAM(layer.files[0].handle)) + ".mid", mode, "mid");
+    if (layer.mode != GisMode::Input) return;
+    for (std::size_t i = 0; i < 2; ++i) layer.files[i].bytes = FILE_LENGTH(layer.files[i].handle);
+    checkProjection(layer);
+}
+
+void mifClose(GisLayer& layer) {
+    for (GisFile& file : layer.files) {
+        if (file.handle != 0) CLOSE_FILE(file.handle);
+        file.handle = 0;
+    }
+    layer.mif.reset();
+}
+
+void mifGotoBeginningOfFiles(GisLayer& layer) {
+    for (std::size_t i = 0; i < 2; ++i) {
+        seekTo(layer.files[i], 0);
+        layer.files[i].count = 0;
+    }
+    layer.mif->objects = layer.mif->records = 0;
+}
+
+void mifGotoBeginningOfData(GisLayer& layer) {
+    if (layer.mif->dataOffset == 0) SHOULD_NOT_BE_HERE("mifGotoBeginningOfData");
+    mifGotoBeginningOfFiles(layer);
+    seekTo(layer.files[0], layer.mif->dataOffset);
+    layer.files[0].count = layer.mif->headerLines;
+}
+
+std::int64_t mifNumberRecords(GisLayer& layer) {
+    GisFile& file = layer.files[1];
+    const std::int64_t place = FILE_POSITION(file.handle);
+    seekTo(file, 0);
+    std::int64_t lines = 0;
+    std::int64_t records = 0;  // blank lines at the end of the file are no records
+    std::string_view line;
+    LineStatus status = LineStatus::Read;
+    while ((status = READ_LINE(file.handle, line)) == LineStatus::Read) {
+        ++lines;
+        if (!TRIMMED(line).empty()) records = lines;
+    }
+    if (status == LineStatus::Error) EXITS();
+    seekTo(file, place);
+    return records;
+}

@@ -1,0 +1,55 @@
+// Inside the library: what a MIF/MID layer keeps beside its entry in the layer table, and how its lines are read.
+// files[0] of the entry is the .mif file, files[1] the .mid file. Layout: the MIF/MID data format of the MapInfo interchange documentation.
+#pragma once
+
+#include "gis/layer_table.h"
+#include "run_control/files.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text of one object under construction. Room is asked for ahead, so that numbers are formatted in place.
+class MifText {
+public:
+    void clear() { used_ = 0; }
+    /// At least `count` writable characters behind the text; end(p) takes those before p in.
+    char* room(std::size_t count) {
+        if (bytes_.size() - used_ < count) bytes_.resize(2 * bytes_.size() + count);
+        return bytes_.data() + used_;
+    }
+    void end(const char* behind) { used_ = static_cast<std::size_t>(behind - bytes_.data()); }
+    void add(std::string_view text) { end(room(text.size()) + text.copy(room(text.size()), text.size())); }
+    std::string_view text() const { return {bytes_.data(), used_}; }
+
+private:
+    std::vector<char> bytes_;
+    std::size_t used_ = 0;
+};
+
+struct MifLayer {
+    // input
+    char delimiter = '\t';         ///< of the .mid file; tab when the header does not say
+    bool utf8 = false;             ///< the header says UTF-8; otherwise text is code page 1252
+    std::int64_t dataOffset = 0;   ///< of the first object in the .mif file; 0 before the header was read
+    std::int64_t headerLines = 0;  ///< lines before it
+    std::string keywordLine;       ///< what follows the keyword on the line of the object about to be read
+    std::int64_t objects = 0;      ///< read or written so far
+    std::int64_t records = 0;
+    // scratch
+    MifText text;
+    std::string line;
+};
+
+/// Next line of the .mif file, counted for messages. The view is valid until the next call.
+inline LineStatus mifNextLine(GisLayer& layer, std::string_view& line) {
+    ++layer.files[0].count;
+    return READ_LINE(layer.files[0].handle, line);
+}
+
+/// Both files back to their first byte, nothing read.
+void mifGotoBeginningOfFiles(GisLayer& layer);
+/// "   <name of the file>, line <n>": where a message about a file of the layer points to.
+void mifReportPlace(const GisFile& file);

@@ -1,0 +1,135 @@
+#include "gis/code_page.h"
+#include "gis/fixed_text.h"
+#include "gis/mif_layer.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+
+#include <charconv>
+
+namespace {
+
+constexpr int NUMBER_WIDTH = 16;
+constexpr int DECIMALS = 6;
+constexpr int TEXT_DECIMALS = 3;  ///< of the corners of a text
+constexpr std::size_t LONGEST_VERTEX = 2 * (LONGEST_FIXED + 1) + 1;
+
+void addVertex(MifText& text, const GisObject& o, std::size_t i, int decimals = DECIMALS) {
+    char* at = PUT_FIXED_FIELD(text.room(LONGEST_VERTEX), o.x[i], NUMBER_WIDTH, decimals);
+    text.end(PUT_FIXED_FIELD(at, o.y[i], NUMBER_WIDTH, decimals));
+}
+
+/// The keyword with its blank, the count and a line end.
+void addCount(MifText& text, std::string_view keyword, std::int32_t count) {
+    text.add(keyword);
+    char* at = text.room(16);
+    at = std::to_chars(at, at + 15, count).ptr;
+    *at++ = '\n';
+    text.end(at);
+}
+
+void addVertices(MifText& text, const GisObject& o, std::size_t first, std::size_t last) {
+    for (std::size_t i = first; i <= last; ++i) {
+        addVertex(text, o, i);
+        text.add("\n");
+    }
+}
+
+void addParts(MifText& text, const GisObject& o) {
+    for (std::size_t part = 1; part <= static_cast<std::size_t>(o.nr); ++part) {
+        addCount(text, " ", o.ir[part] - o.ir[part - 1]);
+        addVertices(text, o, static_cast<std::size_t>(o.ir[part - 1]) + 1, static_cast<std::size_t>(o.ir[part]));
+    }
+}
+
+void addPolyline(MifText& text, const GisObject& o) {
+    if (o.nr > 1) {
+        addCount(text, "Pline Multiple ", o.nr);
+        addParts(text, o);
+    } else {
+        addCount(text, "Pline ", o.ir[1]);
+        addVertices(text, o, 1, o.vertexCount());
+    }
+}
+
+/// One line of `count` vertices behind the keyword.
+void addLine(MifText& text, std::string_view keyword, const GisObject& o, std::size_t count, int decimals = DECIMALS) {
+    if (o.vertexCount() != count) SHOULD_NOT_BE_HERE("mifWriteObject");
+    text.add(keyword);
+    for (std::size_t i = 1; i <= count; ++i) addVertex(text, o, i, decimals);
+    text.add("\n");
+}
+
+void addText(GisLayer& layer, MifText& text, const GisObject& o) {
+    std::string encoded;
+    if (!ADD_AS_CODE_PAGE(encoded, o.text)) gisWarnOfText(layer);
+    text.add("Text\n\"");
+    for (const char c : encoded) {
+        if (c == '"') text.add("\"");
+        text.add(std::string_view(c == '\n' || c == '\r' ? " " : &c, 1));
+    }
+    text.add("\"\n");
+    addLine(text, "    ", o, 2, TEXT_DECIMALS);
+}
+
+void addObject(GisLayer& layer, MifText& text, const GisObject& o) {
+    switch (o.kind) {
+        case GisKind::None: return text.add("none\n");
+        case GisKind::Point: return addLine(text, "Point ", o, 1);
+        case GisKind::Line: return addLine(text, "Line ", o, 2);
+        case GisKind::Pline:
+        case GisKind::PlineMultiple: return addPolyline(text, o);
+        case GisKind::Region: addCount(text, "Region ", o.nr); return addParts(text, o);
+        case GisKind::MultiPoint:
+            addCount(text, "MultiPoint ", static_cast<std::int32_t>(o.vertexCount()));
+            return addVertices(text, o, 1, o.vertexCount());
+        case GisKind::Text: return addText(layer, text, o);
+        default:
+            STOP_RUN("ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact " + std::string(SUPPORT_CONTACT));
+    }
+}
+
+[[noreturn]] void stopWriting(const std::string& reason) {
+    DMESSAGE("ERROR 0439 - Writing .mif file object coordinates.");
+    REPORT("   " + reason);
+    EXITS();
+}
+
+}  // namespace
+
+void mifWriteObject(GisLayer& layer, const GisObject& o) {
+    GisFile& file = layer.files[0];
+    const std::string& name = GETNAM(file.handle);
+    if (gisHasBadCoordinate(o)) stopWriting(name + ": object " + std::to_string(layer.mif->objects + 1) + " has a coordinate that is not a number.");
+    MifText& text = layer.mif->text;
+    text.clear();
+    addObject(layer, text, o);
+    const std::string_view bytes = text.text();
+    const std::int64_t after = file.bytes + static_cast<std::int64_t>(bytes.size());
+    // The record of this object must fit as well, so that the pair is whole.
+    const bool recordFits = layer.files[1].bytes + static_cast<std::int64_t>(LONGEST_LINE) <= MOST_FILE_BYTES;
+    if (after > MOST_FILE_BYTES || !recordFits)
+        gisStopAtFileLimit(layer, GETNAM(layer.files[recordFits ? 0 : 1].handle), "Use -shp or a coarser output.");
+    if (!WRITE_BYTES(file.handle, bytes)) stopWriting(name + ": " + LAST_FILE_ERROR(file.handle) + ". The file is incomplete.");
+    file.bytes = after;
+    ++layer.mif->objects;
+}
+
+bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large) {
+    GisFile& file = layer.files[1];
+    if (layer.mif->records + 1 != layer.mif->objects) SHOULD_NOT_BE_HERE(large ? "gisWriteRecordLarge" : "gisWriteRecord");
+    std::string& text = layer.mif->line;
+    text.clear();
+    if (IS_ASCII(line)) {
+        text = line;
+    } else if (!ADD_AS_CODE_PAGE(text, line)) {
+        gisWarnOfText(layer);
+    }
+    text += '\n';
+    if (!WRITE_BYTES(file.handle, text)) {
+        REPORT("   " + GETNAM(file.handle) + ": " + LAST_FILE_ERROR(file.handle) + ". The file is incomplete.");
+        return false;
+    }
+    file.bytes += static_cast<std::int64_t>(text.size());
+    ++layer.mif->records;
+    return true;
+}
