@@ -21,7 +21,10 @@ public:
         return bytes_.data() + used_;
     }
     void end(const char* behind) { used_ = static_cast<std::size_t>(behind - bytes_.data()); }
-    void add(std::string_view text) { end(room(text.size()) + text.copy(room(text.size()), text.size())); }
+    void add(std::string_view text) {
+        char* at = room(text.size());
+        end(at + text.copy(at, text.size()));
+    }
     std::string_view text() const { return {bytes_.data(), used_}; }
 
 private:

@@ -1,0 +1,137 @@
+#include "layer_test.h"
+
+#include "gis/input_log.h"
+#include "gis/layer_table.h"
+
+#include <doctest/doctest.h>
+
+namespace {
+
+constexpr const char* MIF = "Version 300\nDelimiter \",\"\nCoordSys Earth Projection 1, 104\nColumns 1\n  ID Integer\nData\nPoint 1 2\nnone\n";
+
+std::string contact(const std::string& text) { return text + "the maintainers (see README)\n\nPress Enter to Close\n<stopped>"; }
+
+}  // namespace
+
+TEST_CASE("the lowest free handle is taken, up to 100") {
+    const LayerTest test;
+    const std::string said = consoleOf([&] {
+        for (int i = 1; i <= 100; ++i) CHECK(gisOpenLayer(test.folder.name(std::to_string(i)), "R", "O ", false) == i);
+        gisCloseLayer(3);
+        CHECK(gisOpenLayer(test.folder.name("again.mif"), "PR", "O ", false) == 3);
+        gisOpenLayer(test.folder.name("101.mif"), "R", "O ", false);
+    });
+    CHECK(said.find("GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n") != std::string::npos);
+    CHECK(said.find("\nERROR 0251 - Cannot have more than 100 GIS layers open at once.\n") != std::string::npos);
+    CHECK(said.ends_with("<stopped>"));
+}
+
+TEST_CASE("the extension chooses the format") {
+    struct { const char* name; bool tableOnly; GisFormat format; const char* refused; } const rows[] = {
+        {"a", false, GisFormat::Mif, ""},       {"b.Mif", false, GisFormat::Mif, ""}, {"c.MID", false, GisFormat::Mif, ""},
+        {"e.csv", true, GisFormat::Csv, ""},    {"f.csv", false, GisFormat::None, ".csv"}, {"g.dbf", false, GisFormat::None, ".dbf"},
+        {"h.tab", true, GisFormat::None, ".tab"},
+    };
+    for (const auto& r : rows) {
+        const LayerTest test;
+        const std::string said = consoleOf([&] {
+            const auto id = gisOpenLayer(test.folder.name(r.name), "R", "O ", r.tableOnly);
+            CHECK(gisEntry(id).format == r.format);
+            gisCloseAllLayers();
+        });
+        const std::string refusal = "ERROR 0252 - " + std::string(r.refused) + " is not a supported GIS file format.\n";
+        CHECK_MESSAGE((said.find(refusal) != std::string::npos) == (r.format == GisFormat::None), said);
+    }
+}
+
+TEST_CASE("operations check their handle") {
+    const LayerTest test;
+    test.folder.write("in.mif", MIF);
+    test.folder.write("in.mid", "1\n2\n");
+    consoleOf([&] { gisOpenLayer(test.folder.name("in.mif"), "R", "I ", false); });
+    GisObject o;
+    std::string text;
+    struct { std::function<void()> step; std::string said; } const rows[] = {
+        {[] { gisReadHeader(0); }, contact("Should not be here gisReadHeader[gisID=0] - please contact ")},
+        {[] { gisNumberRecords(-1); }, contact("Should not be here gisNumberRecords[gisID=0] - please contact ")},
+        {[&] { gisWriteObject(0, o); }, contact("Should not be here gisWriteObject[gisID=0] - please contact ")},
+        {[] { gisReadHeader(2); }, contact("Should not be here [gisReadHeader] - please contact ")},
+        {[&] { gisReadRecord(101, text); }, contact("Should not be here [gisReadRecord] - please contact ")},
+        {[&] { gisWriteObject(1, o); }, contact("Should not be here [gisWriteObject-shp].  Please contact ")},  // an input layer
+        {[] { gisWriteRecord(2, "1"); }, contact("Should not be here [gisWriteRecord-dbf].  Please contact ")},
+        {[] { gisWriteRecordLarge(2, "1"); }, contact("Should not be here [gisWriteRecordLarge-dbf].  Please contact ")},
+        {[&] { gisObjectType(1, o); }, contact("Should not be here [mifObjectType] - please contact ")},  // before the header
+        {[] { gisInitialiseLayer(0); }, contact("Should not be here gisInitialiseLayer[gisID=0] - please contact ")},
+        {[] { gisCloseLayer(0); }, "SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact the maintainers (see README)\n"},
+    };
+    for (const auto& r : rows) CHECK(consoleOf(r.step) == r.said);
+}
+
+TEST_CASE("a layer can be read again") {
+    const LayerTest test;
+    test.folder.write("in.mif", MIF);
+    test.folder.write("in.MID", "1\n\n\n");
+    consoleOf([&] {
+        const auto id = gisOpenLayer(test.folder.name("in"), "R", "I ", false);
+        gisReadHeader(id);
+        CHECK(gisNumberAttributes(id) == 1);
+        GisObject o;
+        std::string text;
+        std::string type;
+        for (int pass = 0; pass < 2; ++pass) {
+            CHECK(gisNumberRecords(id) == 1);  // blank lines at the end are none
+            CHECK(gisObjectType(id, o));
+            CHECK(gisReadObject(id, o));
+            CHECK(o.x == std::vector<double>{0, 1});
+            CHECK(gisNumberRecords(id) == 1);
+            CHECK(gisReadRecord(id, text));
+            CHECK(text == "1");
+            CHECK(gisReadAttributeDefinition(id, text, type));
+            CHECK(text + type == "IDInteger");
+            CHECK(!gisReadAttributeDefinition(id, text, type));
+            gisGotoBeginningOfAttributes(id);
+            CHECK(gisObjectType(id, o));
+            CHECK(o.kind == GisKind::None);
+            CHECK(gisReadObject(id, o));
+            CHECK(!gisObjectType(id, o));
+            gisGotoBeginningOfData(id);
+        }
+    });
+}
+
+TEST_CASE("input layers are listed once, in the list, the workspace and the log") {
+    const LayerTest test;
+    for (const char* name : {"a.mif", "b.mif"}) test.folder.write(name, MIF);
+    for (const char* name : {"a.mid", "b.mid"}) test.folder.write(name, "1\n2\n");
+    test.folder.write("b.tab", "");
+    test.folder.write("p.csv", "");
+    consoleOf([&] {
+        gisOpenInputLog(test.folder.name("out"));
+        gisOpenLayer(test.folder.name("a.mif"), "R", "I ", false);
+        gisOpenLayer(test.folder.name("./A.mif"), "R", "I ", false);
+        gisOpenLayer(test.folder.name("b"), "R", "I ", false);
+        gisOpenLayer(test.folder.name("p.csv"), "R", "I ", true);
+        gisOpenLayer(test.folder.name("output.mif"), "R", "O ", false);
+        CHECK(gisEntry(2).listNumber == 1);
+        CHECK(gisEntry(4).listNumber == 3);
+        CHECK(gisEntry(5).listNumber == 0);
+        gisCloseAllLayers();
+    });
+    const std::string a = test.folder.name("a.mif");
+    const std::string b = test.folder.name("b.mif");
+    const std::string p = test.folder.name("p.csv");
+    CHECK(test.folder.read("out.wor") == "!Workspace\n!Version 6007\n!Charset WindowsLatin1\n!Contains GIS input layers from VORANT simulation\n"
+          "! .mif/.mid Layer with no .tab Layer \"" + a + "\"\nOpen Table \"" + test.folder.name("b.tab") + "\"\n! Non-MapInfo .tab Layer \"" + p + "\"\n");
+    CHECK(test.folder.read("out_input_layers.mif") ==
+          "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\nColumns 3\nID Integer\nOpen_ID Integer\nLayer Char(254)\nData\nnone\nnone\nnone\n");
+    CHECK(test.folder.read("out_input_layers.mid") == "1,1,\"" + a + "\"\n2,3,\"" + b + "\"\n3,4,\"" + p + "\"\n");
+}
+
+TEST_CASE("the input-layer list holds 999 layers and says once that it is full") {
+    const LayerTest test;
+    const std::string said = consoleOf([&] {
+        for (int i = 1; i <= 1002; ++i) CHECK(TRACK_INPUT_LAYER("layer" + std::to_string(i) + ".mif", 1) == (i <= 999 ? static_cast<std::size_t>(i) : 0));
+        CHECK(TRACK_INPUT_LAYER("layer7.mif", 1) == 7);
+    });
+    CHECK(said == "WARNING 0317 - Exceeded limit of input GIS layers that can be tracked (layer referencing may not be complete).\n");
+}
