@@ -1,0 +1,80 @@
+#include "raster/grid_writer.h"
+
+#include "geometry/no_value.h"
+#include "raster/asc_writer.h"
+#include "raster/fixed_decimals.h"
+#include "raster/flt_writer.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+#include "run_control/options.h"
+#include "text_utils/numbers.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+namespace {
+
+/// The largest finite value; NO_VALUE when none is above it. Several running maxima, so that the compiler compares them side by side.
+float largestValue(const std::vector<float>& values) {
+    constexpr std::size_t LANES = 16;
+    constexpr float LARGEST = std::numeric_limits<float>::max();
+    std::array<float, LANES> largest;
+    largest.fill(NO_VALUE);
+    const auto take = [&](float value, float& best) {
+        const float finite = value <= LARGEST ? value : NO_VALUE;
+        best = finite > best ? finite : best;
+    };
+    std::size_t i = 0;
+    for (; i + LANES <= values.size(); i += LANES)
+        for (std::size_t lane = 0; lane < LANES; ++lane) take(values[i + lane], largest[lane]);
+    for (; i < values.size(); ++i) take(values[i], largest[0]);
+    return *std::max_element(largest.begin(), largest.end());
+}
+
+GridPrecision givenPrecision(const RunOptions& options) {
+    const GridPrecision given = {options.precisionWidth, options.precisionDecimals};
+    const GridPrecision used = {std::min(given.width, WIDEST_FIELD), std::min(given.decimals, WIDEST_FIELD - 2)};
+    if (used.width != given.width || used.decimals != given.decimals)
+        DMESSAGE("WARNING - Output precision is limited to " + AINTEGER(used.width) + " characters.");
+    return used;
+}
+
+void writePrj(const std::string& base, std::string_view projection) {
+    const int file = OPEN_FILE(base + ".prj", "O ", "prj");
+    WRITE_OR_STOP(file, std::string(TRIMF(projection)) + "\n");
+    CLOSE_FILE(file);
+}
+
+}  // namespace
+
+GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
+    if (OPTIONS().precisionGiven) return givenPrecision(OPTIONS());
+    REPORT("Determining maximum value for setting precision...");
+    const float largest = largestValue(grid.values);
+    REPORT("   Done.");
+    REPORT("Setting output precision.");
+    REPORT("Setting output precision based on maximum value of " + AREAL(largest));
+    GridPrecision precision;
+    if (largest == NO_VALUE) return precision;  // nothing but missing cells
+    // The widths jump to 10 and 11 units, so that grids with large values keep room for larger ones.
+    if (std::abs(largest) > 99999.0F)
+        precision.width = 11 + precision.decimals + 1;
+    else if (std::abs(largest) > 9999.0F)
+        precision.width = 10 + precision.decimals + 1;
+    return precision;
+}
+
+void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, GridPrecision precision, std::string_view projection) {
+    if (grid.ncols < 1 || grid.nrows < 1 || grid.values.size() != CELL_COUNT(grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
+    switch (format) {
+        case GridFormat::Ascii: WRITE_ASC(base, grid, precision); break;
+        case GridFormat::Float: WRITE_FLT(base, grid); break;
+    }
+    if (!TRIMMED(projection).empty()) writePrj(base, projection);
+}
