@@ -46,6 +46,15 @@ bool IS_ASCII(std::string_view text) {
     return any < 0x80;
 }
 
+bool IS_UTF8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = decoded(text).length;
+        if (length == 0) return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
 bool ADD_AS_CODE_PAGE(std::string& out, std::string_view utf8) {
     bool whole = true;
     while (!utf8.empty()) {

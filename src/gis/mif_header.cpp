@@ -92,7 +92,7 @@ void readPreamble(GisLayer& layer) {
     std::string_view line;
     while (findLine(handle, line, [](std::string_view) { return true; }) && !isColumnsLine(line) && !isDataLine(line)) {
         if (layer.header.coordSys.empty() && FLAGEXISTS(line, "CoordSys")) layer.header.coordSys = FITTED(line, FILE_NAME_WIDTH);
-        if (BEGINS_WITH(line, "Charset")) layer.mif->utf8 = ASAME(quotedWord(line), "UTF-8");
+        if (BEGINS_WITH(line, "Charset")) layer.mif->codePage = ASAME(quotedWord(line), "WindowsLatin1");
         if (BEGINS_WITH(line, "Delimiter"))
             if (const std::string_view delimiter = quotedWord(line); delimiter.size() == 1) layer.mif->delimiter = delimiter[0];
         if (BEGINS_WITH(line, "Transform") && changesCoordinates(line)) {

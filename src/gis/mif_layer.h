@@ -35,7 +35,7 @@ private:
 struct MifLayer {
     // input
     char delimiter = '\t';         ///< of the .mid file; tab when the header does not say
-    bool utf8 = false;             ///< the header says UTF-8; otherwise text is code page 1252
+    bool codePage = false;         ///< the header says code page 1252; otherwise what is no UTF-8 is taken to be in that page
     std::int64_t dataOffset = 0;   ///< of the first object in the .mif file; 0 before the header was read
     std::int64_t headerLines = 0;  ///< lines before it
     std::string keywordLine;       ///< what follows the keyword on the line of the object about to be read

@@ -176,7 +176,7 @@ GisRead readRegion(GisLayer& layer, GisObject& o) {
 
 /// Text in the program's encoding.
 void addDecoded(const GisLayer& layer, std::string& out, std::string_view text) {
-    if (layer.mif->utf8 || IS_ASCII(text)) {
+    if (IS_ASCII(text) || (!layer.mif->codePage && IS_UTF8(text))) {
         out += text;
     } else {
         ADD_AS_UTF8(out, text);

@@ -129,7 +129,8 @@ TEST_CASE("records keep their values whatever the delimiter and the character se
     const LayerTest test;
     struct { std::string header, record, line; } const rows[] = {
         {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
-        {"Charset \"UTF-8\"\nDelimiter \";\"\n", "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
+        {"Charset \"Neutral\"\nDelimiter \",\"\n", "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
+        {"Charset \"Neutral\"\nDelimiter \";\"\n", "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
         {"", "\t\"say \"\"hi\"\"\"\t2", ",\"say \"\"hi\"\"\",2"},  // a tab when the header does not say
     };
     for (const auto& r : rows) {
