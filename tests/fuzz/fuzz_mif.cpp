@@ -1,0 +1,7 @@
+// One input: the .mif file, a line of "====", the .mid file.
+#include "fuzz_layer.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    readFuzzedLayer(data, size, {".mif", ".mid"}, "x.mif");
+    return 0;
+}
