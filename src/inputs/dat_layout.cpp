@@ -112,7 +112,7 @@ Walk walk(int file, const DatCards& cards, int flagSize, std::int64_t length) {
         AINTEGER(found.header.nodes) + " values and " + AINTEGER(found.header.cells) + " cells per output time, as its header says";
     if (ending == Ending::Broken)
         STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold " + counts + ": no time step or end follows where the first time step ends.");
-    STOP_RUN("ERROR - " + GETNAM(found.file) + " ends inside its first time step: its " + AINTEGER8(length) + " bytes cannot hold " + counts + ".");
+    STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold one whole time step: its " + AINTEGER8(length) + " bytes cannot hold " + counts + ".");
 }
 
 void reportEnding(const Walk& walked) {
@@ -144,12 +144,12 @@ DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
     const std::int32_t declared = cards.declaredFlagSize;
     if (best.ending != Ending::Clean && (declared == 2 || declared == 4 || declared == LARGEST_FLAG)) {
         Walk other = walk(file, cards, declared, length);
-        if (other.ending > best.ending && !other.found.steps.empty()) {
-            best = std::move(other);
-            DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(declared) + " bytes, as its header declares; 8-bit flags do not fit it.");
-        }
+        if (other.ending > best.ending) best = std::move(other);
     }
-    if (best.found.steps.empty()) refuseLayout(best.found, best.ending, length);
+    // Flags may be absent, so no step vouches for the cells; but a mesh has fewer than two a node, and a value takes four bytes.
+    if (best.found.steps.empty() || cards.header.cells > length) refuseLayout(best.found, best.ending, length);
+    if (best.found.flagSize != 1)
+        DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(declared) + " bytes, as its header declares; 8-bit flags do not fit it.");
     reportEnding(best);
     return std::move(best.found);
 }
