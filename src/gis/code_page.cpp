@@ -34,7 +34,7 @@ Character decoded(std::string_view text) {
 /// The byte of a character, or -1 when the page lacks it.
 int byteOf(std::uint32_t number) {
     if (number < 0x80 || (number > 0x9F && number < 0x100)) return static_cast<int>(number);
-    const auto* found = std::find(HIGH_HALF_START.begin(), HIGH_HALF_START.end(), number);
+    const auto found = std::find(HIGH_HALF_START.begin(), HIGH_HALF_START.end(), number);
     return found == HIGH_HALF_START.end() ? -1 : 0x80 + static_cast<int>(found - HIGH_HALF_START.begin());
 }
 

@@ -116,6 +116,7 @@ TEST_CASE("what a damaged layer says") {
         {"Multipoint x\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n x\n   x.mif, line 8<stopped>"},
         {"Point 1 1\nPoi", "1\n2\n", "ERROR 0322 - End of .mif file encountered whilst reading object type.\n   x.mid holds records beyond the last object.\n   x.mif, line 10<stopped>POINT 1 1;"},
         {"Point 1 1\nPoint 2 2\n", "1\n", "   x.mid, line 2\n   The file ends before the record of the last object.\nERROR 0254 - Failed to read object attribute data record for a POINT object in GIS layer.<stopped>POINT 1 1;"},
+        {"Point 1 1\n", std::string(LONGEST_LINE + 1, 'x'), "   x.mid, line 1\n   The line is longer than 100000 characters.\nERROR 0254 - Failed to read object attribute data record for a POINT object in GIS layer.<stopped>"},
     };
     for (const auto& r : rows) CHECK(readingOf(r.objects, r.records) == r.said);
 }
