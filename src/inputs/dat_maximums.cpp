@@ -1,8 +1,8 @@
 #include "inputs/dat_reader.h"
 
 #include "geometry/no_value.h"
-#include "geometry/vector_magnitude.h"
 #include "inputs/dat_steps.h"
+#include "inputs/fold_maximums.h"
 #include "inputs/results.h"
 #include "run_control/console.h"
 #include "run_control/exits.h"
@@ -27,21 +27,6 @@ std::size_t stopStep(const DatFile& dat) {
     return k;
 }
 
-void foldScalars(const std::vector<float>& current, std::vector<float>& kept) {
-    for (std::size_t n = 1; n < kept.size(); ++n)
-        kept[n] = current[n] > kept[n] && !IS_MISSING(current[n]) ? current[n] : kept[n];
-}
-
-/// Both components of the longer vector; a missing one is shorter than any.
-void foldVectors(const std::vector<float>& x, const std::vector<float>& y, std::vector<float>& keptX, std::vector<float>& keptY) {
-    for (std::size_t n = 1; n < keptX.size(); ++n) {
-        if (IS_MISSING(x[n]) || IS_MISSING(y[n])) continue;
-        if (!IS_MISSING(keptX[n]) && !(VECTOR_MAGNITUDE(x[n], y[n]) > VECTOR_MAGNITUDE(keptX[n], keptY[n]))) continue;
-        keptX[n] = x[n];
-        keptY[n] = y[n];
-    }
-}
-
 void foldSteps(std::size_t end, Results& kept) {
     CHECK_DAT_MEMORY(1);
     std::vector<float> x(kept.x.size()), y(kept.y.size());
@@ -52,10 +37,10 @@ void foldSteps(std::size_t end, Results& kept) {
     for (std::size_t k = 0; k < end; ++k) {
         READ_DAT_STEP(k, {x, y, wet});
         if (kept.vector)
-            foldVectors(x, y, kept.x, kept.y);
+            FOLD_VECTORS(x, y, kept.x, kept.y);
         else
-            foldScalars(x, kept.x);
-        std::transform(wet.begin(), wet.end(), kept.wet.begin(), kept.wet.begin(), [](std::uint8_t a, std::uint8_t b) { return std::max(a, b); });
+            FOLD_SCALARS(x, kept.x);
+        FOLD_FLAGS(wet, kept.wet);
     }
 }
 
