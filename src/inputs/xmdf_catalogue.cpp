@@ -1,0 +1,72 @@
+#include "inputs/xmdf_catalogue.h"
+
+#include "inputs/xmdf_messages.h"
+#include "run_control/console.h"
+#include "run_control/files.h"
+#include "text_utils/numbers.h"
+
+namespace {
+
+/// What the two kinds of datasets are called in operations and messages.
+struct KindWords {
+    XmdfKind kind;
+    const char* word;       ///< "scalar"
+    const char* capital;    ///< "Scalar"
+    const char* pathsFailure;
+    XmdfStatus (*info)(XmdfFileState&, std::int32_t&, std::int32_t&);
+    XmdfStatus (*paths)(XmdfFileState&, std::vector<std::string>&);
+};
+constexpr KindWords KINDS[] = {
+    {XmdfKind::Scalar, "scalar", "Scalar", "ERROR - Exracting Scalar Dataset Paths [XF_GET_SCALAR_DATASET_PATHS].", xfgetscalardatasetsinfo_f,
+     xfgetscalardatasetpaths_f},
+    {XmdfKind::Vector, "vector", "Vector", "ERROR - Exracting Vector Dataset Paths [XF_GET_VECTOR_DATASET_PATHS].", xfgetvectordatasetsinfo_f,
+     xfgetvectordatasetpaths_f},
+};
+
+void openFile(XmdfEntry& entry) {
+    REPORT("Opening XMDF file " + XMDF_QUOTED(entry.fileName));
+    if (xfopenfile_f(entry.fileName, entry.file) < 0) STOP_XMDF("ERROR - Could not open XMDF file " + XMDF_QUOTED(entry.fileName));
+    NOTE_FILE_USED(entry.fileName);
+    REPORT("Done.");
+    float version = 0.0F;
+    if (xfgetlibraryversion_f(version) < 0) STOP_XMDF("ERROR - Determining XMDF Library Version.");
+    REPORT("XMDF Version: " + AREAL(version));
+}
+
+void reportCounts(XmdfEntry& entry, const KindWords& words) {
+    const std::string word = words.word;
+    REPORT("Getting " + word + " dataset information");
+    std::int32_t count = 0;
+    std::int32_t longest = 0;
+    if (words.info(*entry.file, count, longest) < 0) STOP_XMDF("ERROR - Getting " + word + " data set information.");
+    if (count <= 0) DMESSAGE("Warning - Number of " + word + " paths less than or equal to zero.");
+    REPORT("Number of " + word + " datasets: " + AINTEGER(count));
+    REPORT("Maximum character length of dataset names: " + AINTEGER(longest));
+}
+
+void readPaths(XmdfEntry& entry, const KindWords& words) {
+    std::vector<std::string> paths;
+    if (words.paths(*entry.file, paths) < 0) STOP_XMDF(words.pathsFailure);
+    REPORT(std::string(words.capital) + " datasets available:");
+    for (const std::string& path : paths) REPORT(path);
+    paths.insert(paths.begin(), std::string());
+    entry.of(words.kind).paths = std::move(paths);
+}
+
+}  // namespace
+
+XmdfCatalogue OPEN_XMDF_FILES(const std::vector<std::string>& names) {
+    REPORT("Opening all .xmdf files to extract header information.");
+    XmdfCatalogue catalogue;
+    for (const std::string& name : names) {
+        XmdfEntry& entry = catalogue.emplace_back();
+        entry.fileName = name;
+        openFile(entry);
+        REPORT("Extracting filepath information for array allocation...");
+        for (const KindWords& words : KINDS) reportCounts(entry, words);
+        for (const std::string& line : XMDF_SKIPPED(*entry.file)) DMESSAGE(line);
+        REPORT("Getting dataset names from XMDF file " + XMDF_QUOTED(name));
+        for (const KindWords& words : KINDS) readPaths(entry, words);
+    }
+    return catalogue;
+}

@@ -1,0 +1,209 @@
+#include "inputs/xmdf_choice.h"
+
+#include "inputs/dat_time_text.h"
+#include "inputs/output_types.h"
+#include "inputs/xmdf_messages.h"
+#include "inputs/xmdf_search.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/options.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr std::string_view PEAK_OF_LEVEL = "Time of Peak h";
+constexpr std::string_view PEAK_OF_VELOCITY = "Time of Peak V";
+
+bool holdsTimeSteps(XmdfFolder folder) { return folder == XmdfFolder::Temporal || folder == XmdfFolder::Other; }
+bool near(float time, float marker) { return std::abs(time - marker) < 0.001F; }
+
+/// The marker of a dataset of times: its own time, else by the names of the two times of peak.
+float singleOutputTime(std::string_view path, float time) {
+    if (IS_TIME_MARKER(time)) return time;
+    if (ASAME(XMDF_LAST_PART(path), PEAK_OF_LEVEL)) return TIME_OF_PEAK_LEVEL;
+    return ASAME(XMDF_LAST_PART(path), PEAK_OF_VELOCITY) ? TIME_OF_PEAK_VELOCITY : time;
+}
+
+float timeOf(const XmdfItem& item) {
+    const auto own = [&](std::int32_t step) { return static_cast<float>(item.facts.times[static_cast<std::size_t>(step - 1)]); };
+    switch (item.read) {
+        case XmdfRead::Maximum:
+        case XmdfRead::TemporalMaximums: return TIME_MAXIMUM;
+        case XmdfRead::Minimum: return TIME_MINIMUM;
+        case XmdfRead::SingleOutput: return singleOutputTime(item.path, own(1));
+        case XmdfRead::Time: return own(item.step);
+        case XmdfRead::AllTimes: break;
+    }
+    return 0.0F;
+}
+
+}  // namespace
+
+XmdfWanted XMDF_WANTED(const RunOptions& options) {
+    if (options.allTimes) return XmdfWanted::AllTimes;
+    if (!options.timeGiven) return XmdfWanted::NotGiven;
+    if (near(options.outputTime, TIME_MAXIMUM)) return XmdfWanted::Maximum;
+    if (near(options.outputTime, TIME_MINIMUM)) return XmdfWanted::Minimum;
+    return near(options.outputTime, TIME_TMAX) ? XmdfWanted::TimeOfPeak : XmdfWanted::Time;
+}
+
+std::string XMDF_PEAK_OF(std::string_view type) {
+    if (IS_WATER_LEVEL(type)) return std::string(PEAK_OF_LEVEL);
+    return std::string(IS_VELOCITY(type) ? PEAK_OF_VELOCITY : "");
+}
+
+std::string XMDF_QUANTITY_KEY(std::string_view path) {
+    std::string key = LOWERCASE(path);
+    for (const std::string_view folder : {"/maximums/", "/temporal/", "/minimums/"})
+        if (const std::size_t at = key.find(folder); at != std::string::npos) return key.replace(at, folder.size(), "//");
+    return key;
+}
+
+bool XmdfChoice::lacks(std::string what) {
+    missing_ = std::move(what);
+    return false;
+}
+
+bool XmdfChoice::add(XmdfKind kind, std::int32_t number, XmdfRead read) {
+    return add(kind, number, read, READ_XMDF_FACTS(entry_, entry_.of(kind).path(number)));
+}
+
+bool XmdfChoice::add(XmdfKind kind, std::int32_t number, XmdfRead read, XmdfFacts facts, std::int32_t step) {
+    XmdfItem item;
+    item.file = file_;
+    item.kind = kind;
+    item.path = entry_.of(kind).path(number);
+    item.read = read;
+    item.step = step;
+    item.facts = std::move(facts);
+    item.time = timeOf(item);
+    // A folder that holds both a dataset and its stored maximums leads to those twice.
+    const auto same = [&](const XmdfItem& other) { return other.kind == item.kind && other.path == item.path && other.read == item.read; };
+    if (std::none_of(items_.begin(), items_.end(), same)) items_.push_back(std::move(item));
+    return true;
+}
+
+bool XmdfChoice::addStored(XmdfKind kind, std::int32_t number) {
+    switch (XMDF_FOLDER_OF(entry_.of(kind).path(number))) {
+        case XmdfFolder::Maximums: return add(kind, number, XmdfRead::Maximum);
+        case XmdfFolder::Minimums: return add(kind, number, XmdfRead::Minimum);
+        case XmdfFolder::Times: return add(kind, number, XmdfRead::SingleOutput);
+        default: return add(kind, number, XmdfRead::AllTimes);
+    }
+}
+
+bool XmdfChoice::addMaximum(XmdfKind kind, std::int32_t stored, std::int32_t temporal) {
+    if (stored == 0 && temporal == 0) return lacks("no maximums, and no output times to take them from");
+    if (wanted_ == XmdfWanted::NotGiven) warnOfNoTime();
+    return stored > 0 ? add(kind, stored, XmdfRead::Maximum) : add(kind, temporal, XmdfRead::TemporalMaximums);
+}
+
+bool XmdfChoice::addPeak(std::string_view quantity) {
+    const std::string peak = XMDF_PEAK_OF(quantity);
+    const XmdfDatasets& scalars = entry_.of(XmdfKind::Scalar);
+    for (std::int32_t number = 1; number <= scalars.count() && !peak.empty(); ++number)
+        if (XMDF_FOLDER_OF(scalars.path(number)) == XmdfFolder::Times && ASAME(XMDF_LAST_PART(scalars.path(number)), peak))
+            return add(XmdfKind::Scalar, number, XmdfRead::SingleOutput);
+    return lacks("no time of peak");
+}
+
+bool XmdfChoice::addClosestTime(XmdfKind kind, std::int32_t number, bool stopsRun) {
+    const std::string& path = entry_.of(kind).path(number);
+    XmdfFacts facts = READ_XMDF_FACTS(entry_, path);
+    REPORT("Searching XMDF dataset for specified output time: " + DAT_TIME_TEXT(options_.outputTime));
+    double closest = 0.0;
+    const std::int32_t step = CLOSEST_XMDF_TIME(facts.times, options_.outputTime, options_.timeTolerance, closest);
+    const std::string text = DAT_TIME_TEXT(static_cast<float>(closest));
+    if (step > 0) {
+        REPORT("Found closest time: " + text);
+        const bool times = XMDF_FOLDER_OF(path) == XmdfFolder::Times;
+        return add(kind, number, times ? XmdfRead::SingleOutput : XmdfRead::Time, std::move(facts), step);
+    }
+    if (!stopsRun) return lacks("no output time " + DAT_TIME_TEXT(options_.outputTime) + ", the closest is " + text);
+    DMESSAGE("ERROR - Closest time " + XMDF_QUOTED(text) + " is not within time search tolerance");
+    REPORT("        " + XMDF_QUOTED(entry_.fileName) + ": " + path);
+    EXITS();
+}
+
+bool XmdfChoice::addWithoutTime(XmdfKind kind, std::int32_t number) {
+    const std::string& path = entry_.of(kind).path(number);
+    if (!holdsTimeSteps(XMDF_FOLDER_OF(path))) return addStored(kind, number);
+    XmdfFacts facts = READ_XMDF_FACTS(entry_, path);
+    if (facts.times.size() == 1) return add(kind, number, XmdfRead::Time, std::move(facts), 1);
+    if (!options_.datasetByNumber) return add(kind, number, XmdfRead::AllTimes, std::move(facts));
+    return addMaximum(kind, XMDF_TWIN(entry_.of(kind), path, XmdfFolder::Maximums), number);
+}
+
+void XmdfChoice::warnOfNoTime() {
+    if (!warned_) DMESSAGE("WARNING - No output time specified, using maximums.");
+    warned_ = true;
+}
+
+bool XmdfChoice::addFound(XmdfKind kind) {
+    const XmdfMatches& found = entry_.of(kind).found;
+    switch (wanted_) {
+        case XmdfWanted::NotGiven:
+            if (found.maximum == 0 && found.temporal == 0 && found.times > 0) return add(kind, found.times, XmdfRead::SingleOutput);
+            return addMaximum(kind, found.maximum, found.temporal);
+        case XmdfWanted::Maximum: return addMaximum(kind, found.maximum, found.temporal);
+        case XmdfWanted::Minimum: return found.minimum > 0 ? add(kind, found.minimum, XmdfRead::Minimum) : lacks("no minimums");
+        case XmdfWanted::TimeOfPeak: return found.times > 0 ? add(kind, found.times, XmdfRead::SingleOutput) : lacks("no time of peak");
+        case XmdfWanted::Time:
+            return found.temporal > 0 ? addClosestTime(kind, found.temporal, true) : lacks("no temporal dataset to find the output time in");
+        case XmdfWanted::AllTimes: break;
+    }
+    return found.temporal > 0 ? add(kind, found.temporal, XmdfRead::AllTimes) : lacks("no temporal dataset");
+}
+
+bool XmdfChoice::addDataset(XmdfKind kind, std::int32_t number, bool alone) {
+    const XmdfDatasets& datasets = entry_.of(kind);
+    const std::string& path = datasets.path(number);
+    const XmdfFolder folder = XMDF_FOLDER_OF(path);
+    const bool steps = holdsTimeSteps(folder);
+    switch (wanted_) {
+        case XmdfWanted::NotGiven: return addWithoutTime(kind, number);
+        case XmdfWanted::Maximum: {
+            const std::int32_t stored = folder == XmdfFolder::Maximums ? number : XMDF_TWIN(datasets, path, XmdfFolder::Maximums);
+            return addMaximum(kind, steps || stored == number ? stored : 0, steps ? number : 0);
+        }
+        case XmdfWanted::Minimum: {
+            const std::int32_t stored = folder == XmdfFolder::Minimums ? number : XMDF_TWIN(datasets, path, XmdfFolder::Minimums);
+            return stored > 0 && (steps || stored == number) ? add(kind, stored, XmdfRead::Minimum) : lacks("no minimums");
+        }
+        case XmdfWanted::TimeOfPeak:
+            return folder == XmdfFolder::Times ? addStored(kind, number) : addPeak(XMDF_LAST_PART(path));
+        case XmdfWanted::Time: return addClosestTime(kind, number, alone);
+        case XmdfWanted::AllTimes: break;
+    }
+    return addStored(kind, number);
+}
+
+bool XmdfChoice::addOfAll(XmdfKind kind, std::int32_t number) {
+    const XmdfDatasets& datasets = entry_.of(kind);
+    const std::string& path = datasets.path(number);
+    const XmdfFolder folder = XMDF_FOLDER_OF(path);
+    const bool steps = holdsTimeSteps(folder);
+    switch (wanted_) {
+        case XmdfWanted::NotGiven:
+        case XmdfWanted::Maximum:
+            if (folder == XmdfFolder::Maximums) return addMaximum(kind, number, 0);
+            return addMaximum(kind, 0, steps && XMDF_TWIN(datasets, path, XmdfFolder::Maximums) == 0 ? number : 0);
+        case XmdfWanted::Minimum: return folder == XmdfFolder::Minimums ? add(kind, number, XmdfRead::Minimum) : lacks("no minimums");
+        case XmdfWanted::TimeOfPeak: {
+            const std::string_view name = XMDF_LAST_PART(path);
+            const bool peak = folder == XmdfFolder::Times && (ASAME(name, PEAK_OF_LEVEL) || ASAME(name, PEAK_OF_VELOCITY));
+            return peak ? add(kind, number, XmdfRead::SingleOutput) : lacks("no time of peak");
+        }
+        case XmdfWanted::Time: return steps ? addClosestTime(kind, number, false) : lacks("no temporal dataset to find the output time in");
+        case XmdfWanted::AllTimes: break;
+    }
+    return steps ? add(kind, number, XmdfRead::AllTimes) : lacks("no temporal dataset");
+}
+
+bool XmdfChoice::holdsPeakOf(std::string_view path) const {
+    const std::string peak = wanted_ == XmdfWanted::TimeOfPeak ? XMDF_PEAK_OF(XMDF_LAST_PART(path)) : std::string();
+    return !peak.empty() && std::any_of(items_.begin(), items_.end(), [&](const XmdfItem& item) { return ASAME(XMDF_LAST_PART(item.path), peak); });
+}

@@ -1,0 +1,90 @@
+#include "inputs/xmdf_facts.h"
+
+#include "inputs/xmdf_messages.h"
+#include "inputs/xmdf_search.h"
+#include "run_control/console.h"
+#include "run_control/time_markers.h"
+#include "text_utils/numbers.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double SECONDS_PER_HOUR = 3600.0;
+
+struct TimeUnit {
+    std::string_view name;
+    double seconds;
+};
+constexpr TimeUnit UNITS[] = {{"Hours", 3600.0}, {"Minutes", 60.0}, {"Seconds", 1.0}, {"Days", 86400.0}};
+
+const TimeUnit* unitOf(std::string_view name) {
+    const auto* row = std::find_if(std::begin(UNITS), std::end(UNITS), [&](const TimeUnit& unit) { return ASAME(unit.name, name); });
+    return row == std::end(UNITS) ? nullptr : row;
+}
+
+/// Below Times, Maximums and Minimums any marker may stand. Elsewhere a time such as 100800 seconds is a time like others, and only the stored
+/// maximums, minimums and times of maximum are marked.
+bool isMarker(double time, XmdfFolder folder) {
+    const auto single = static_cast<float>(time);
+    if (folder != XmdfFolder::Temporal && folder != XmdfFolder::Other) return IS_TIME_MARKER(single);
+    return single == TIME_MAXIMUM || single == TIME_MINIMUM || single == TIME_TMAX;
+}
+
+double hours(double time, double secondsPerUnit) {
+    return secondsPerUnit == SECONDS_PER_HOUR ? time : time * secondsPerUnit / SECONDS_PER_HOUR;
+}
+
+std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
+    if (xfgetdatasetnumvals_f(group, facts.values) < 0) STOP_XMDF("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
+    REPORT("Number of nodes: " + AINTEGER(facts.values));
+    if (xfgetdatasetnumactive_f(group, facts.flags) < 0) STOP_XMDF("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
+    REPORT("Number of cells: " + AINTEGER(facts.flags));
+    std::string unit;
+    if (xfgetdatasettimeunits_f(group, unit) < 0) STOP_XMDF("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
+    REPORT("Time Units: " + unit);
+    return unit;
+}
+
+void readTimes(XmdfGroupState& group, const std::string& fileName, XmdfFacts& facts) {
+    REPORT("Extracting number of outputs for temporal data in " + XMDF_QUOTED(fileName));
+    std::int32_t count = 0;
+    if (xfgetdatasetnumtimes_f(group, count) < 0) STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    if (xfgetdatasettimes_f(group, facts.times) < 0) STOP_XMDF("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
+}
+
+}  // namespace
+
+XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
+    REPORT("Getting time units, number of cells and nodes from XMDF file " + XMDF_QUOTED(entry.fileName));
+    XmdfGroup group;
+    if (xfopengroup_f(*entry.file, path, group) < 0) STOP_XMDF("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
+    XmdfFacts facts;
+    const std::string unitName = readCounts(*group, facts);
+    readTimes(*group, entry.fileName, facts);
+    const XmdfFolder folder = XMDF_FOLDER_OF(path);
+    const auto marked = [folder](double time) { return isMarker(time, folder); };
+    const TimeUnit* unit = unitOf(unitName);
+    if (unit != nullptr) facts.secondsPerUnit = unit->seconds;
+    else if (folder == XmdfFolder::Times || !std::all_of(facts.times.begin(), facts.times.end(), marked))
+        DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(unitName) + " of " + XMDF_QUOTED(path) + ", taken as hours.");
+    for (double& time : facts.times)
+        if (!marked(time)) time = hours(time, facts.secondsPerUnit);
+    return facts;
+}
+
+std::int32_t CLOSEST_XMDF_TIME(const std::vector<double>& times, float time, float tolerance, double& closest) {
+    double best = std::numeric_limits<double>::infinity();
+    std::int32_t number = 0;
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        const double away = std::abs(times[i] - static_cast<double>(time));
+        if (!(away < best)) continue;
+        best = away;
+        closest = times[i];
+        number = static_cast<std::int32_t>(i) + 1;
+    }
+    return static_cast<float>(best) - tolerance > 0.0F ? 0 : number;
+}

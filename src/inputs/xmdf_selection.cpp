@@ -1,0 +1,152 @@
+#include "inputs/xmdf_selection.h"
+
+#include "inputs/xmdf_choice.h"
+#include "inputs/xmdf_messages.h"
+#include "inputs/xmdf_search.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/options.h"
+#include "text_utils/numbers.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+constexpr XmdfKind KINDS[] = {XmdfKind::Scalar, XmdfKind::Vector};
+
+/// The datasets of one file that the command line names, one by one.
+struct Chosen {
+    XmdfKind kind;
+    std::int32_t number;
+};
+
+void skip(const XmdfChoice& choice, const std::string& path) { DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + choice.missing()); }
+
+// ---- by type -----------------------------------------------------------------------------------------------------------------
+
+/// What the search found, one dataset of each folder and kind, by the time that is wanted.
+void addByType(XmdfChoice& choice, const std::string& type) {
+    std::vector<XmdfKind> lacking;
+    for (const XmdfKind kind : KINDS)
+        if (choice.entry().of(kind).found.any() && !choice.addFound(kind)) lacking.push_back(kind);
+    if (choice.empty()) STOP_RUN("ERROR - Type " + XMDF_QUOTED(type) + " in " + choice.entry().fileName + ": " + choice.missing());
+    for (const XmdfKind kind : lacking)
+        DMESSAGE("Warning - " + std::string(kind == XmdfKind::Scalar ? "Scalar" : "Vector") + " datasets of type " + XMDF_QUOTED(type) +
+                 " skipped: " + choice.missing());
+}
+
+// ---- one by one ------------------------------------------------------------------------------------------------------------------
+
+std::vector<Chosen> byPath(XmdfEntry& entry, const std::string& path) {
+    FIND_XMDF_PATH(entry, path);
+    std::vector<Chosen> chosen;
+    for (const XmdfKind kind : KINDS)
+        if (entry.of(kind).found.path > 0) chosen.push_back({kind, entry.of(kind).found.path});
+    return chosen;
+}
+
+std::vector<Chosen> byFolder(const XmdfEntry& entry, const std::string& folder) {
+    std::vector<Chosen> chosen;
+    for (const XmdfKind kind : KINDS)
+        for (const std::int32_t number : XMDF_DATASETS_IN_FOLDER(entry.of(kind), folder)) chosen.push_back({kind, number});
+    if (chosen.empty()) DMESSAGE("Warning - No datasets found in a folder " + XMDF_QUOTED(folder) + " of " + XMDF_QUOTED(entry.fileName));
+    return chosen;
+}
+
+std::vector<Chosen> byNumber(const XmdfEntry& entry, const RunOptions& options) {
+    const XmdfKind kind = options.scalarIdGiven ? XmdfKind::Scalar : XmdfKind::Vector;
+    const std::int32_t number = options.scalarIdGiven ? options.scalarId : options.vectorId;
+    const XmdfDatasets& datasets = entry.of(kind);
+    if (number < 1 || number > datasets.count()) {
+        const bool scalar = kind == XmdfKind::Scalar;
+        DMESSAGE(scalar ? "ERROR - Specifed scalar dataset does not exist." : "ERROR - Specifed vector dataset does not exist.");
+        REPORT((scalar ? "   Maximum scalar ID = " : "   Maximum vector ID = ") + AINTEGER(datasets.count()));
+        EXITS();
+    }
+    REPORT("Using specifed scalar dataset: " + datasets.path(number));  // these words for a vector too
+    return {{kind, number}};
+}
+
+void addChosen(XmdfChoice& choice, const std::vector<Chosen>& chosen) {
+    for (const Chosen& one : chosen) {
+        if (choice.addDataset(one.kind, one.number, chosen.size() == 1)) continue;
+        const std::string& path = choice.entry().of(one.kind).path(one.number);
+        if (chosen.size() == 1) STOP_RUN("ERROR - Dataset " + XMDF_QUOTED(path) + " in " + choice.entry().fileName + ": " + choice.missing());
+        skip(choice, path);
+    }
+}
+
+// ---- all of them -----------------------------------------------------------------------------------------------------------------
+
+/// Every quantity once, by whichever of its datasets has what is wanted; a quantity none of whose datasets has it is named.
+void addAll(XmdfChoice& choice) {
+    for (const XmdfKind kind : KINDS) {
+        const XmdfDatasets& datasets = choice.entry().of(kind);
+        std::set<std::string> done;
+        for (std::int32_t number = 1; number <= datasets.count(); ++number)
+            if (choice.addOfAll(kind, number)) done.insert(XMDF_QUANTITY_KEY(datasets.path(number)));
+        for (std::int32_t number = 1; number <= datasets.count(); ++number) {
+            const std::string& path = datasets.path(number);
+            if (!choice.holdsPeakOf(path) && done.insert(XMDF_QUANTITY_KEY(path)).second) skip(choice, path);
+        }
+    }
+}
+
+// ---- limits ------------------------------------------------------------------------------------------------------------------
+
+void checkLimits(const std::vector<XmdfItem>& items) {
+    constexpr struct {
+        float from, below;
+        int most;
+        const char* message;
+    } LIMITS[] = {
+        {TIME_EXCEEDANCE, TIME_DURATION, 100, "ERROR - Exceeded maximum number of time outputs, limit is 100."},
+        {TIME_DURATION, TIME_DURATION + 100000.0F, 100, "ERROR - Exceeded maximum number of duration outputs, limit is 100."},
+        {TIME_OF_PEAK_LEVEL, TIME_OF_PEAK_VELOCITY + 1.0F, 10, "ERROR - Exceeded maximum number of peak time outputs, limit is 10."},
+    };
+    for (const auto& limit : LIMITS) {
+        const auto counts = [&](const XmdfItem& item) {
+            return item.read == XmdfRead::SingleOutput && item.time >= limit.from && item.time < limit.below;
+        };
+        if (std::count_if(items.begin(), items.end(), counts) > limit.most) STOP_RUN(limit.message);
+    }
+}
+
+}  // namespace
+
+std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOptions& options, const std::string& typeName) {
+    const bool byType = !options.xmdfPathGiven && !options.datasetByNumber && !options.folderGiven && !options.allTypes;
+    const XmdfWanted wanted = XMDF_WANTED(options);
+    std::vector<XmdfItem> items;
+    REPORT("Determing possible outputs in each .xmdf file.");
+    if (wanted == XmdfWanted::Time) REPORT("Searching XMDF files for specified output time:");
+    for (std::size_t i = 0; i < catalogue.size(); ++i) {
+        XmdfEntry& entry = catalogue[i];
+        XmdfChoice choice(entry, i, options, wanted);
+        if (wanted == XmdfWanted::Time) REPORT("Searching xmdf file: " + XMDF_QUOTED(entry.fileName));
+        if (wanted == XmdfWanted::Maximum) REPORT("Looking for data in /Maximums/ folder.");
+        if (byType) {
+            const std::string type = wanted == XmdfWanted::TimeOfPeak ? XMDF_PEAK_OF(typeName) : typeName;
+            if (type.empty()) STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");
+            FIND_XMDF_TYPE(entry, type);
+            addByType(choice, type);
+        } else if (options.xmdfPathGiven) {
+            addChosen(choice, byPath(entry, options.xmdfPath));
+        } else if (options.allTypes) {
+            addAll(choice);
+        } else if (options.folderGiven) {
+            addChosen(choice, byFolder(entry, options.folder));
+        } else {
+            addChosen(choice, byNumber(entry, options));
+        }
+        for (XmdfItem& item : choice.take()) items.push_back(std::move(item));
+    }
+    REPORT("Determine xmdf paths to be outputted...");
+    checkLimits(items);
+    NAME_XMDF_ITEMS(items);
+    for (const XmdfItem& item : items) REPORT(item.path);
+    REPORT("   Done.");
+    return items;
+}
