@@ -39,5 +39,6 @@ struct XmdfEntry {
 /// Owned by the conversion that needs it, so that the files close however the run ends.
 using XmdfCatalogue = std::vector<XmdfEntry>;
 
-/// Opens each file and reports what it holds. Groups that had to be left out are named in "Warning - " lines. Stops the run on a file that is no whole HDF5 file.
+/// Opens each file and reports what it holds. Groups that had to be left out are named in "Warning - " lines. Stops the run on a file
+/// that is no whole HDF5 file.
 XmdfCatalogue OPEN_XMDF_FILES(const std::vector<std::string>& names);

@@ -27,8 +27,8 @@ public:
 
     /// From the datasets that FIND_XMDF_TYPE noted. Stops the run when -t finds no time within the tolerance.
     bool addFound(XmdfKind kind);
-    /// A dataset that was chosen itself. One of /Temporal/ stands for its stored maximums and minimums as well; without a time switch all times of
-    /// a -path or -Folder dataset are taken. alone: it is the only one, so that a time out of tolerance stops the run.
+    /// A dataset that was chosen itself. One of /Temporal/ stands for its stored maximums and minimums as well; without a time switch
+    /// all times of a -path or -Folder dataset are taken. alone: it is the only one, so that a time out of tolerance stops the run.
     bool addDataset(XmdfKind kind, std::int32_t number, bool alone);
     /// One of all datasets of the file: taken only for what it holds itself, and for maximums where none are stored.
     bool addOfAll(XmdfKind kind, std::int32_t number);

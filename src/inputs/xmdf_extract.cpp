@@ -32,7 +32,8 @@ XmdfStatus readVectors(XmdfReading& reading, std::int32_t step, std::vector<floa
 }
 
 /// One time. what: the words of the calling operation's messages, such as "maximums".
-void readStep(XmdfReading& reading, std::int32_t step, const char* what, std::vector<float>& x, std::vector<float>& y, std::vector<std::uint8_t>& wet) {
+void readStep(XmdfReading& reading, std::int32_t step, const char* what, std::vector<float>& x, std::vector<float>& y,
+              std::vector<std::uint8_t>& wet) {
     const bool vector = reading.item->kind == XmdfKind::Vector;
     const XmdfStatus status = vector ? readVectors(reading, step, x, y) : xfreadscalarvaluestimestep_f(*reading.group, step, numberedFromOne(x));
     if (status < 0)
@@ -80,7 +81,8 @@ void readSingleOutput(XmdfReading& reading) {
     REPORT("Getting data from group: " + reading.item->path);
     openGroup(reading);
     std::int32_t times = 0;
-    if (xfgetdatasetnumtimes_f(*reading.group, times) < 0) STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    if (xfgetdatasetnumtimes_f(*reading.group, times) < 0)
+        STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
     if (times > 1) {
         DMESSAGE("ERROR - Multiple output times exits, expecting 1.");
         REPORT("Contact " + std::string(SUPPORT_CONTACT));

@@ -17,6 +17,7 @@ struct XmdfReading {
 /// Both must live as long as the reading. cellCentred: the item has one value per cell of the mesh.
 XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred);
 
-/// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False, and nothing read, when none is left.
-/// The values of a /Times/ dataset become hours, or seconds with -sec. Stops the run on a failure of the library.
+/// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False, and nothing
+/// read, when none is left. The values of a /Times/ dataset become hours, or seconds with -sec. Stops the run on a failure of the
+/// library.
 bool NEXT_XMDF_OUTPUT(XmdfReading& reading);

@@ -17,6 +17,6 @@ struct XmdfFacts {
 /// Stops the run, naming the file and the dataset, when something is missing, of the wrong shape or no number.
 XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path);
 
-/// Number (from 1) of the time closest to `time` hours, the earliest of equally close ones, when it lies within the tolerance: a difference equal to
-/// it, in single precision, does. 0 otherwise. closest: that time in either case.
+/// Number (from 1) of the time closest to `time` hours, the earliest of equally close ones, when it lies within the tolerance: a
+/// difference equal to it, in single precision, does. 0 otherwise. closest: that time in either case.
 std::int32_t CLOSEST_XMDF_TIME(const std::vector<double>& times, float time, float tolerance, double& closest);

@@ -30,6 +30,7 @@ struct XmdfItem {
     std::string tag;         ///< of the dataset in file names: "_h", "_Vector_Velocity"; blank where the time part says it all
 };
 
-/// Fills quantity, code and tag of all items of a run, which must be told apart by them. A dataset is called by its code, else by the last part of its path; a vector whose code a scalar
-/// has too, by its name. A dataset of times is called by its time marker alone, unless another has the same.
+/// Fills quantity, code and tag of all items of a run, which must be told apart by them. A dataset is called by its code, else by the
+/// last part of its path; a vector whose code a scalar has too, by its name. A dataset of times is called by its time marker alone,
+/// unless another has the same.
 void NAME_XMDF_ITEMS(std::vector<XmdfItem>& items);

@@ -22,7 +22,7 @@ struct Chosen {
     std::int32_t number;
 };
 
-void skip(const XmdfChoice& choice, const std::string& path) { DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + choice.missing()); }
+void skip(const std::string& path, const std::string& missing) { DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + missing); }
 
 // ---- by type -----------------------------------------------------------------------------------------------------------------
 
@@ -74,7 +74,7 @@ void addChosen(XmdfChoice& choice, const std::vector<Chosen>& chosen) {
         if (choice.addDataset(one.kind, one.number, chosen.size() == 1)) continue;
         const std::string& path = choice.entry().of(one.kind).path(one.number);
         if (chosen.size() == 1) STOP_RUN("ERROR - Dataset " + XMDF_QUOTED(path) + " in " + choice.entry().fileName + ": " + choice.missing());
-        skip(choice, path);
+        skip(path, choice.missing());
     }
 }
 
@@ -85,12 +85,18 @@ void addAll(XmdfChoice& choice) {
     for (const XmdfKind kind : KINDS) {
         const XmdfDatasets& datasets = choice.entry().of(kind);
         std::set<std::string> done;
-        for (std::int32_t number = 1; number <= datasets.count(); ++number)
-            if (choice.addOfAll(kind, number)) done.insert(XMDF_QUANTITY_KEY(datasets.path(number)));
+        std::vector<std::string> missing(datasets.paths.size());
         for (std::int32_t number = 1; number <= datasets.count(); ++number) {
-            const std::string& path = datasets.path(number);
-            if (!choice.holdsPeakOf(path) && done.insert(XMDF_QUANTITY_KEY(path)).second) skip(choice, path);
+            if (choice.addOfAll(kind, number)) done.insert(XMDF_QUANTITY_KEY(datasets.path(number)));
+            else missing[static_cast<std::size_t>(number)] = choice.missing();
         }
+        // Of a quantity in several folders the temporal dataset says best what is missing.
+        for (const bool temporal : {true, false})
+            for (std::int32_t number = 1; number <= datasets.count(); ++number) {
+                const std::string& path = datasets.path(number);
+                if ((XMDF_FOLDER_OF(path) == XmdfFolder::Temporal) != temporal || choice.holdsPeakOf(path)) continue;
+                if (done.insert(XMDF_QUANTITY_KEY(path)).second) skip(path, missing[static_cast<std::size_t>(number)]);
+            }
     }
 }
 

@@ -34,8 +34,8 @@ XmdfStatus xfgetlibraryversion_f(float& version);
 /// Number of datasets of the kind, and the length of the longest path.
 XmdfStatus xfgetscalardatasetsinfo_f(XmdfFileState& file, std::int32_t& count, std::int32_t& longest);
 XmdfStatus xfgetvectordatasetsinfo_f(XmdfFileState& file, std::int32_t& count, std::int32_t& longest);
-/// Full paths ("/run/Temporal/Depth"), numbered from 0, in the order in which an index by name lists the links, depth first. Each group is met
-/// once, by its first hard link; datasets are not searched for further ones.
+/// Full paths ("/run/Temporal/Depth"), numbered from 0, in the order in which an index by name lists the links, depth first. Each group
+/// is met once, by its first hard link; datasets are not searched for further ones.
 XmdfStatus xfgetscalardatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths);
 XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths);
 /// What the listing passed over, a line each: dangling and external links, and groups that hold Values without a Grouptype.

@@ -1,7 +1,5 @@
 #include "xmdf/make_xmdf.h"
 
-#include <random>
-
 namespace {
 
 H5Properties withParents() {
@@ -23,17 +21,6 @@ void writeTable(hid_t group, const char* name, hid_t storedAs, hid_t inMemory, c
 }
 
 }  // namespace
-
-TestFolder::TestFolder() {
-    std::random_device seed;
-    folder_ = std::filesystem::temp_directory_path() / ("xmdf_test_" + std::to_string(seed()));
-    std::filesystem::create_directories(folder_);
-}
-
-TestFolder::~TestFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
 
 void writeText(hid_t object, const char* attribute, const std::string& text, TextForm form) {
     const H5Type type(H5Tcopy(H5T_C_S1));

@@ -4,23 +4,9 @@
 #include "xmdf/h5_handles.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
-
-/// A folder of its own for the files of one test, removed at its end.
-class TestFolder {
-public:
-    TestFolder();
-    ~TestFolder();
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-    std::string file(const std::string& name) const { return (folder_ / name).string(); }
-
-private:
-    std::filesystem::path folder_;
-};
 
 enum class TextForm { FixedNul, FixedBlank, OneElementArray, Variable };
 

@@ -1,9 +1,9 @@
+#include "temporary_folder.h"
 #include "xmdf/make_xmdf.h"
 #include "xmdf/xmdf.h"
 
 #include <doctest/doctest.h>
 
-#include <fstream>
 #include <limits>
 
 namespace {
@@ -65,8 +65,8 @@ std::vector<std::string> scalarPaths(const std::string& name, std::vector<std::s
 }  // namespace
 
 TEST_CASE("datasets are listed as full paths in name order, depth first, scalars apart from vectors") {
-    const TestFolder folder;
-    const std::string name = folder.file("a.xmdf");
+    const TemporaryFolder folder;
+    const std::string name = folder.name("a.xmdf");
     makeXmdf(name, {scalar("/run/Temporal/b"), scalar("/run/Temporal/B"), vectors("/run/Maximums/V"), scalar("/run/Maximums/b"), scalar("/a"),
                     scalar("/a/PROPERTIES/below a dataset")});
     XmdfFile file;
@@ -84,9 +84,9 @@ TEST_CASE("datasets are listed as full paths in name order, depth first, scalars
 }
 
 TEST_CASE("links: each group once, nothing followed out of the file, nothing lost silently") {
-    const TestFolder folder;
-    const std::string name = folder.file("a.xmdf");
-    makeXmdf(folder.file("other.xmdf"), {scalar("/d")});
+    const TemporaryFolder folder;
+    const std::string name = folder.name("a.xmdf");
+    makeXmdf(folder.name("other.xmdf"), {scalar("/d")});
     makeXmdf(name, {scalar("/run/Temporal/d"), changed(scalar("/run/untyped"), [](TestDataset& d) { d.groupType.clear(); })}, [](hid_t id) {
         H5Lcreate_hard(id, "/run", id, "/run/Temporal/again", H5P_DEFAULT, H5P_DEFAULT);                 // a cycle
         H5Lcreate_soft("/run/Temporal", id, "/alias", H5P_DEFAULT, H5P_DEFAULT);                         // before its target in name order
@@ -102,8 +102,8 @@ TEST_CASE("links: each group once, nothing followed out of the file, nothing los
 }
 
 TEST_CASE("a thousand levels of folders are read without recursion") {
-    const TestFolder folder;
-    const std::string name = folder.file("deep.xmdf");
+    const TemporaryFolder folder;
+    const std::string name = folder.name("deep.xmdf");
     std::string path;
     for (int i = 0; i < 1000; ++i) path += "/f";
     makeXmdf(name, {scalar(path + "/d")});
@@ -116,8 +116,8 @@ TEST_CASE("values come back whatever the type, the text form and the storage in 
     const std::vector<hsize_t> chunks[] = {{}, {1, 3}, {2, 2}, {2, 1}, {1, 2}};
     for (std::size_t row = 0; row < 5; ++row) {
         CAPTURE(row);
-        const TestFolder folder;
-        const std::string name = folder.file("a.xmdf");
+        const TemporaryFolder folder;
+        const std::string name = folder.name("a.xmdf");
         TestDataset d = scalar("/d");
         d.values[5] = 6;
         d.storedAs = types[row];
@@ -194,8 +194,8 @@ TEST_CASE("a bad dataset is refused with the file, its path and what is wrong; n
          }},
     };
     for (const auto& row : rows) {
-        const TestFolder folder;
-        const std::string name = folder.file("a.xmdf");
+        const TemporaryFolder folder;
+        const std::string name = folder.name("a.xmdf");
         makeXmdf(name, {row.dataset, changed(scalar("/e"), [](auto& d) { d.shape = {4, 1}; d.values.resize(4); d.times = {0, 1, 2, 3}; })}, row.more);
         std::string expected = row.reason;
         if (const std::size_t at = expected.find("FILE"); at != std::string::npos) expected.replace(at, 4, name);
@@ -210,17 +210,16 @@ TEST_CASE("a bad dataset is refused with the file, its path and what is wrong; n
 }
 
 TEST_CASE("what is no whole HDF5 file is refused") {
-    const TestFolder folder;
-    const std::string whole = folder.file("whole.xmdf");
+    const TemporaryFolder folder;
+    const std::string whole = folder.name("whole.xmdf");
     TestDataset large = scalar("/run/Temporal/d");
     large.shape = {2, 5000};
     large.values.assign(10000, 1.5F);
     makeXmdf(whole, {large});
-    std::ifstream in(whole, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(in), {}};
-    const std::string damaged = folder.file("damaged.xmdf");
+    const std::string bytes = folder.read("whole.xmdf");
+    const std::string damaged = folder.name("damaged.xmdf");
     for (std::size_t length = 0; length < bytes.size(); length += 1 + length / 16) {
-        std::ofstream(damaged, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(length));
+        folder.write("damaged.xmdf", std::string_view(bytes).substr(0, length));
         XmdfFile file;
         CHECK(xfopenfile_f(damaged, file) < 0);
         CHECK(XMDF_REASON().starts_with("\"" + damaged + "\" could not be opened (HDF5: "));

@@ -1,0 +1,180 @@
+#include "console_of.h"
+#include "inputs/dat_reader.h"
+#include "inputs/results.h"
+#include "inputs/xmdf_extract.h"
+#include "inputs/xmdf_selection.h"
+#include "run_control/files.h"
+#include "run_control/options.h"
+#include "run_control/read_switches.h"
+#include "temporary_folder.h"
+#include "xmdf/make_xmdf.h"
+
+#include <doctest/doctest.h>
+
+#include <filesystem>
+#include <limits>
+
+namespace {
+
+constexpr float MISSING = -99999.0F;
+constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+
+TestDataset threeNodes(const std::string& path, std::vector<double> times, std::vector<float> values, std::vector<std::uint8_t> flags, bool vector = false) {
+    TestDataset d;
+    d.path = path;
+    d.shape = {times.size(), 3};
+    if (vector) d.shape.push_back(2);
+    if (vector) d.groupType = "DATASET VECTOR";
+    d.times = std::move(times);
+    d.values = std::move(values);
+    d.flags = std::move(flags);
+    return d;
+}
+
+/// Reads every output of a run with these switches and hands each results record over.
+template <typename Take> std::string readAll(const std::string& file, const std::vector<const char*>& switches, const std::string& type, Take take) {
+    readSwitches(switches);
+    return consoleOf([&] {
+        INITIALISE_FILES();
+        XmdfCatalogue catalogue = OPEN_XMDF_FILES({file});
+        for (const XmdfItem& item : SELECT_XMDF_OUTPUTS(catalogue, OPTIONS(), type)) {
+            XmdfReading reading = BEGIN_XMDF_READING(catalogue[item.file], item, false);
+            while (NEXT_XMDF_OUTPUT(reading)) take(RESULTS());
+        }
+    });
+}
+
+std::vector<float> withoutFirst(const std::vector<float>& table) { return {table.begin() + (table.empty() ? 0 : 1), table.end()}; }
+
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t n = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+    return n;
+}
+
+}  // namespace
+
+TEST_CASE("each way of reading fills the record with the right values, flags and time") {
+    const TemporaryFolder folder;
+    const std::string file = folder.name("x.xmdf");
+    makeXmdf(file, {
+        threeNodes("/r/Maximums/Stored", {99999.0, 1.0}, {7, 8, 9, 1, 1, 1}, {1, 0, 1, 1}),         // only the first of two times counts
+        threeNodes("/r/Minimums/Stored", {-99999.0}, {1, 2, MISSING}, {0, 1}),
+        threeNodes("/r/Temporal/Scalar", {0, 1, 2}, {5, MISSING, MISSING, 4, NOT_A_NUMBER, MISSING, 3, -2, MISSING}, {0, 0, 0, 1, 0, 0}),
+        threeNodes("/r/Temporal/Arrows", {0, 1}, {3, 4, MISSING, MISSING, MISSING, MISSING, 0, -6, 1, 2, MISSING, MISSING}, {}, true),
+        threeNodes("/r/Times/Time of Peak h", {900001.0}, {1.5F, MISSING, 0}, {}),
+        threeNodes("/r/Times/Two", {900001.0, 900002.0}, {1, 2, 3, 4, 5, 6}, {}),
+    });
+    const struct {
+        std::vector<const char*> switches;
+        const char* type;
+        float time;
+        std::vector<float> x, y;
+        std::vector<std::uint8_t> wet;  ///< entry 0 unused
+    } rows[] = {
+        {{"-max"}, "Stored", 99999.0F, {7, 8, 9}, {}, {1, 1, 0}},
+        {{"-min"}, "Stored", -99999.0F, {1, 2, MISSING}, {}, {1, 0, 1}},
+        {{"-max"}, "Scalar", 99999.0F, {5, -2, MISSING}, {}, {1, 0, 1}},                  // first and last time fold too; a cell never wet stays dry
+        {{"-max"}, "Arrows", 99999.0F, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},           // components of the longest; a missing one is no long vector
+        {{"-t2"}, "Scalar", 2.0F, {3, -2, MISSING}, {}, {1, 0, 0}},
+        {{"-tmax"}, "Water Level", 900001.0F, {1.5F, MISSING, 0}, {}, {1}},
+        {{"-tmax", "-sec"}, "Water Level", 900001.0F, {5400, MISSING, 0}, {}, {1}},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.type);
+        int outputs = 0;
+        const std::string console = readAll(file, row.switches, row.type, [&](const Results& results) {
+            ++outputs;
+            CHECK(results.time == row.time);
+            CHECK(withoutFirst(results.x) == row.x);
+            CHECK(withoutFirst(results.y) == row.y);
+            for (std::size_t c = 1; c < row.wet.size(); ++c) CHECK(results.wet[c] == row.wet[c]);
+            CHECK(results.endReached);
+        });
+        CHECK_MESSAGE(outputs == 1, console);
+        CHECK(openHandles() == 0);
+    }
+    const std::string two = readAll(file, {"-path/r/Times/Two"}, "", [](const Results&) { FAIL("two times of one output"); });
+    CHECK(two.ends_with("ERROR - Multiple output times exits, expecting 1.\nContact the maintainers (see README)\n\nPress Enter to Close\n<stopped>"));
+    CHECK(openHandles() == 0);
+}
+
+TEST_CASE("all times: the group is opened once, closed behind the last, and closed when an output fails between") {
+    const TemporaryFolder folder;
+    const std::string file = folder.name("x.xmdf");
+    makeXmdf(file, {threeNodes("/r/Temporal/d", {0, 0.5, 1}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {})});
+    std::vector<float> times, first;
+    const std::string console = readAll(file, {"-tAll"}, "d", [&](const Results& results) {
+        times.push_back(results.time);
+        first.push_back(results.x[1]);
+        CHECK(results.endReached == (times.size() == 3));
+        CHECK(results.times == std::vector<float>{0.0F, 0.5F, 1.0F});
+    });
+    CHECK(times == std::vector<float>{0.0F, 0.5F, 1.0F});
+    CHECK(first == std::vector<float>{1, 4, 7});
+    CHECK(count(console, "Opening Group.\nDone.\n") == 1);
+    CHECK(count(console, "Processing final timestep... closing group\n") == 1);
+    readAll(file, {"-tAll"}, "d", [](const Results&) { EXITS(); });
+    CHECK(openHandles() == 0);
+}
+
+TEST_CASE("damaged values end the run with the operation, the file and the dataset") {
+    const TemporaryFolder folder;
+    const std::string file = folder.name("x.xmdf");
+    TestDataset d = threeNodes("/r/Temporal/d", {0, 1}, {1, 2, 3, 4, 5, 6}, {1, 1});
+    d.chunk = {1, 3};
+    makeXmdf(file, {d}, [](hid_t id) {
+        const hsize_t second[] = {1, 0};
+        const H5Dataset values(H5Dopen2(id, "/r/Temporal/d/Values", H5P_DEFAULT));
+        H5Dwrite_chunk(values.id(), H5P_DEFAULT, 0, second, 7, "damaged");
+    });
+    const struct {
+        const char* time;
+        const char* message;
+    } rows[] = {{"-t1", "ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "},
+                {"-max", "ERROR - Reading timestep [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "}};
+    for (const auto& row : rows) {
+        const std::string console = readAll(file, {row.time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
+        CHECK_MESSAGE(console.find(row.message + file + "\n        \"" + file + "\": /r/Temporal/d/Values, time number ") != std::string::npos, console);
+        CHECK(console.ends_with("<stopped>"));
+        CHECK(openHandles() == 0);
+    }
+}
+
+TEST_CASE("a real model reads the same from its .xmdf as from its .dat files, bit for bit") {
+    const std::string model = std::string(SHARED_DATA) + "/sacramento/sacramento";
+    if (!std::filesystem::exists(model + ".xmdf")) {
+        MESSAGE("skipped: no model data in " << SHARED_DATA);
+        return;
+    }
+    const struct {
+        const char* dat;
+        const char* type;
+    } rows[] = {{"_h.dat", "Water Level"}, {"_d.dat", "Depth"}, {"_V.dat", "Vector Velocity"}};
+    for (const auto& row : rows) {
+        CAPTURE(row.dat);
+        std::vector<Results> fromDat;
+        consoleOf([&] {
+            INITIALISE_FILES();
+            const int file = OPEN_FILE(model + row.dat, "I ", "dat");
+            READ_DAT_HEADER(file);
+            ALLOCATE_DAT_RESULTS(false, "", "");
+            LIST_DAT_TIMES();
+            while (NEXT_DAT_TIME()) fromDat.push_back(RESULTS());
+            CLOSE_FILE(file);
+        });
+        std::size_t compared = 0;
+        const auto compare = [&](const Results& results) {
+            for (const Results& dat : fromDat) {
+                if (dat.time != results.time) continue;
+                ++compared;
+                CHECK(dat.x == results.x);
+                CHECK(dat.y == results.y);
+                CHECK(dat.wet == results.wet);
+            }
+        };
+        readAll(model + ".xmdf", {"-tAll"}, row.type, compare);
+        readAll(model + ".xmdf", {"-max"}, row.type, compare);
+        CHECK(compared == fromDat.size());
+    }
+}
