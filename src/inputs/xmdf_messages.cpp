@@ -4,7 +4,12 @@
 #include "run_control/exits.h"
 #include "xmdf/xmdf.h"
 
-std::string XMDF_QUOTED(std::string_view name) { return "\"" + std::string(name) + "\""; }
+std::string XMDF_QUOTED(std::string_view name) {
+    std::string text(1, '"');
+    text += name;
+    text += '"';
+    return text;
+}
 
 void STOP_XMDF(std::string_view message) {
     DMESSAGE(message);

@@ -18,8 +18,8 @@ std::string cleaned(std::string_view text) {
     return clean;
 }
 
-std::string nameTag(const XmdfItem& item) { return "_" + cleaned(XMDF_LAST_PART(item.path)); }
-std::string codeTag(const XmdfItem& item) { return item.code.empty() ? nameTag(item) : "_" + cleaned(item.code); }
+std::string nameTag(const XmdfItem& item) { return cleaned(std::string("_").append(XMDF_LAST_PART(item.path))); }
+std::string codeTag(const XmdfItem& item) { return item.code.empty() ? nameTag(item) : cleaned("_" + item.code); }
 
 /// Told by the time marker of its own: "x_time_hMax".
 bool namedByTime(const XmdfItem& item) { return item.read == XmdfRead::SingleOutput && IS_TIME_MARKER(item.time); }

@@ -77,7 +77,7 @@ void search(XmdfEntry& entry, const std::string& name, const Match& matches, con
     if (!anything) STOP_RUN("ERROR - No datasets found of type " + XMDF_QUOTED(name) + " found in " + entry.fileName);
 }
 
-std::string withLeadingSlash(std::string_view path) { return path.starts_with('/') ? std::string(path) : "/" + std::string(path); }
+std::string withLeadingSlash(std::string_view path) { return std::string(path.starts_with('/') ? "" : "/").append(path); }
 
 bool anyPath(const XmdfEntry& entry, const Match& matches) {
     for (const XmdfDatasets& datasets : entry.sorts)
