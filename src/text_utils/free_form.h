@@ -91,10 +91,43 @@ private:
         return true;
     }
 
+    template <std::size_t Count>
+    static constexpr std::array<double, Count> powersOfTen() {
+        std::array<double, Count> powers{1.0};
+        for (std::size_t i = 1; i < Count; ++i) powers[i] = powers[i - 1] * 10.0;
+        return powers;
+    }
+
+    /// The usual case, digits with a point among them: while both the digits and the power of ten are exact in the type, one division rounds
+    /// as the general routine does (Clinger, How to read floating point numbers accurately, 1990).
+    template <typename Real>
+    bool nextShortDecimal(Real& value) {
+        constexpr std::ptrdiff_t SAFE_DIGITS = sizeof(Real) == sizeof(float) ? 7 : 15;
+        constexpr std::array<double, SAFE_DIGITS + 1> POWERS = powersOfTen<SAFE_DIGITS + 1>();
+        const char* at = at_;
+        const char* last = end_ - at > SAFE_DIGITS + 1 ? at + SAFE_DIGITS + 1 : end_;
+        std::int64_t digits = 0;
+        const char* point = nullptr;
+        for (; at != last; ++at) {
+            if (*at >= '0' && *at <= '9')
+                digits = digits * 10 + (*at - '0');
+            else if (*at == '.' && point == nullptr)
+                point = at;
+            else
+                break;
+        }
+        const std::ptrdiff_t count = at - at_ - (point != nullptr ? 1 : 0);
+        if (count == 0 || count > SAFE_DIGITS || !endsWord(at)) return false;
+        value = static_cast<Real>(digits) / static_cast<Real>(POWERS[point != nullptr ? static_cast<std::size_t>(at - point - 1) : 0]);
+        at_ = at;
+        return true;
+    }
+
     template <typename Real>
     Read nextReal(Real& value) {
         skipSeparators();
         if (at_ == end_) return Read::End;
+        if (nextShortDecimal(value)) return Read::Value;
         const char* first = at_ + (*at_ == '+' && end_ - at_ > 1 && at_[1] != '-' && at_[1] != '+' ? 1 : 0);
         const auto [stop, error] = std::from_chars(first, end_, value);
         if (error == std::errc{} && endsWord(stop)) {

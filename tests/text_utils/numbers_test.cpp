@@ -43,6 +43,8 @@ TEST_CASE("FreeForm reads every form of a real, and nothing that is none") {
     struct { const char* text; double value; } const good[] = {
         {"1.", 1.0},       {".5", 0.5},          {"+2", 2.0},       {"-.5", -0.5},  {"1d3", 1000.0},   {"1.5D+003", 1500.0},
         {"1.0E-003", 0.001}, {"1e-400", 0.0},    {"1E-400", 0.0},   {"-1D-400", 0.0}, {"\t, 7 8", 7.0}, {"3\r", 3.0},
+        {"6250000.4321", 6250000.4321}, {".123456789012345", .123456789012345}, {"999999999999999", 999999999999999.0},
+        {"9007199254740993", 9007199254740992.0}, {"9007199254740993.1", 9007199254740994.0},  // digits beyond what is exact
     };
     for (const auto& r : good) {
         CAPTURE(r.text);
@@ -50,7 +52,7 @@ TEST_CASE("FreeForm reads every form of a real, and nothing that is none") {
         CHECK(FreeForm(r.text).NEXT_REAL(value) == FreeForm::Read::Value);
         CHECK(value == r.value);
     }
-    for (const char* text : {"1x", "1e400", "1D400", "+-1", "++1", "+", "1e5d2", "0x10", "--1", "1..2"}) {
+    for (const char* text : {"1x", "1e400", "1D400", "+-1", "++1", "+", "1e5d2", "0x10", "--1", "1..2", ".", "1.5."}) {
         CAPTURE(text);
         double value = 0.0;
         CHECK(FreeForm(text).NEXT_REAL(value) == FreeForm::Read::Bad);
@@ -61,6 +63,8 @@ TEST_CASE("FreeForm reads every form of a real, and nothing that is none") {
     CHECK(narrow == 0.0F);
     CHECK(FreeForm("1.00000005960464478").NEXT_REAL(narrow) == FreeForm::Read::Value);
     CHECK(narrow == 1.00000012F);  // just above the middle: rounding by way of 64 bits would give 1
+    CHECK(FreeForm("16777217.").NEXT_REAL(narrow) == FreeForm::Read::Value);
+    CHECK(narrow == 16777216.0F);
 }
 
 TEST_CASE("FreeForm walks a line of mixed values") {
