@@ -20,6 +20,8 @@ constexpr std::string_view PEAK_OF_VELOCITY = "Time of Peak V";
 bool holdsTimeSteps(XmdfFolder folder) { return folder == XmdfFolder::Temporal || folder == XmdfFolder::Other; }
 bool near(float time, float marker) { return std::abs(time - marker) < 0.001F; }
 
+bool isPeak(std::string_view path) { return ASAME(XMDF_LAST_PART(path), PEAK_OF_LEVEL) || ASAME(XMDF_LAST_PART(path), PEAK_OF_VELOCITY); }
+
 /// The marker of a dataset of times: its own time, else by the names of the two times of peak.
 float singleOutputTime(std::string_view path, float time) {
     if (IS_TIME_MARKER(time)) return time;
@@ -174,7 +176,8 @@ bool XmdfChoice::addDataset(XmdfKind kind, std::int32_t number, bool alone) {
             return stored > 0 && (steps || stored == number) ? add(kind, stored, XmdfRead::Minimum) : lacks("no minimums");
         }
         case XmdfWanted::TimeOfPeak:
-            return folder == XmdfFolder::Times ? addStored(kind, number) : addPeak(XMDF_LAST_PART(path));
+            if (folder != XmdfFolder::Times) return addPeak(XMDF_LAST_PART(path));
+            return alone || isPeak(path) ? addStored(kind, number) : lacks("no time of peak");
         case XmdfWanted::Time: return addClosestTime(kind, number, alone);
         case XmdfWanted::AllTimes: break;
     }
@@ -192,11 +195,8 @@ bool XmdfChoice::addOfAll(XmdfKind kind, std::int32_t number) {
             if (folder == XmdfFolder::Maximums) return addMaximum(kind, number, 0);
             return addMaximum(kind, 0, steps && XMDF_TWIN(datasets, path, XmdfFolder::Maximums) == 0 ? number : 0);
         case XmdfWanted::Minimum: return folder == XmdfFolder::Minimums ? add(kind, number, XmdfRead::Minimum) : lacks("no minimums");
-        case XmdfWanted::TimeOfPeak: {
-            const std::string_view name = XMDF_LAST_PART(path);
-            const bool peak = folder == XmdfFolder::Times && (ASAME(name, PEAK_OF_LEVEL) || ASAME(name, PEAK_OF_VELOCITY));
-            return peak ? add(kind, number, XmdfRead::SingleOutput) : lacks("no time of peak");
-        }
+        case XmdfWanted::TimeOfPeak:
+            return folder == XmdfFolder::Times && isPeak(path) ? add(kind, number, XmdfRead::SingleOutput) : lacks("no time of peak");
         case XmdfWanted::Time: return steps ? addClosestTime(kind, number, false) : lacks("no temporal dataset to find the output time in");
         case XmdfWanted::AllTimes: break;
     }

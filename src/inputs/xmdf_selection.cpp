@@ -26,8 +26,12 @@ void skip(const std::string& path, const std::string& missing) { DMESSAGE("Warni
 
 // ---- by type -----------------------------------------------------------------------------------------------------------------
 
-/// What the search found, one dataset of each folder and kind, by the time that is wanted.
-void addByType(XmdfChoice& choice, const std::string& type) {
+/// What the search finds, one dataset of each folder and kind, by the time that is wanted.
+void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wanted) {
+    const std::string type = wanted == XmdfWanted::TimeOfPeak ? XMDF_PEAK_OF(typeName) : typeName;
+    if (type.empty() && wanted == XmdfWanted::TimeOfPeak)
+        STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");
+    FIND_XMDF_TYPE(choice.entry(), type);
     std::vector<XmdfKind> lacking;
     for (const XmdfKind kind : KINDS)
         if (choice.entry().of(kind).found.any() && !choice.addFound(kind)) lacking.push_back(kind);
@@ -47,15 +51,19 @@ std::vector<Chosen> byPath(XmdfEntry& entry, const std::string& path) {
     return chosen;
 }
 
-std::vector<Chosen> byFolder(const XmdfEntry& entry, const std::string& folder) {
+/// type: what -type adds to -Folder, blank for every dataset of the folder.
+std::vector<Chosen> byFolder(const XmdfEntry& entry, const std::string& folder, const std::string& type) {
     std::vector<Chosen> chosen;
     for (const XmdfKind kind : KINDS)
-        for (const std::int32_t number : XMDF_DATASETS_IN_FOLDER(entry.of(kind), folder)) chosen.push_back({kind, number});
+        for (const std::int32_t number : XMDF_DATASETS_IN_FOLDER(entry.of(kind), folder))
+            if (FLAGEXISTS(XMDF_LAST_PART(entry.of(kind).path(number)), type)) chosen.push_back({kind, number});
+    const auto called = [&](const Chosen& one) { return ASAME(XMDF_LAST_PART(entry.of(one.kind).path(one.number)), type); };
+    if (std::any_of(chosen.begin(), chosen.end(), called)) std::erase_if(chosen, [&](const Chosen& one) { return !called(one); });
     if (chosen.empty()) DMESSAGE("Warning - No datasets found in a folder " + XMDF_QUOTED(folder) + " of " + XMDF_QUOTED(entry.fileName));
     return chosen;
 }
 
-std::vector<Chosen> byNumber(const XmdfEntry& entry, const RunOptions& options) {
+std::vector<Chosen> numbered(const XmdfEntry& entry, const RunOptions& options) {
     const XmdfKind kind = options.scalarIdGiven ? XmdfKind::Scalar : XmdfKind::Vector;
     const std::int32_t number = options.scalarIdGiven ? options.scalarId : options.vectorId;
     const XmdfDatasets& datasets = entry.of(kind);
@@ -123,7 +131,7 @@ void checkLimits(const std::vector<XmdfItem>& items) {
 }  // namespace
 
 std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOptions& options, const std::string& typeName) {
-    const bool byType = !options.xmdfPathGiven && !options.datasetByNumber && !options.folderGiven && !options.allTypes;
+    const bool byNumber = options.scalarIdGiven || options.vectorIdGiven;
     const XmdfWanted wanted = XMDF_WANTED(options);
     std::vector<XmdfItem> items;
     REPORT("Determing possible outputs in each .xmdf file.");
@@ -133,20 +141,11 @@ std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOpt
         XmdfChoice choice(entry, i, options, wanted);
         if (wanted == XmdfWanted::Time) REPORT("Searching xmdf file: " + XMDF_QUOTED(entry.fileName));
         if (wanted == XmdfWanted::Maximum) REPORT("Looking for data in /Maximums/ folder.");
-        if (byType) {
-            const std::string type = wanted == XmdfWanted::TimeOfPeak ? XMDF_PEAK_OF(typeName) : typeName;
-            if (type.empty()) STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");
-            FIND_XMDF_TYPE(entry, type);
-            addByType(choice, type);
-        } else if (options.xmdfPathGiven) {
-            addChosen(choice, byPath(entry, options.xmdfPath));
-        } else if (options.allTypes) {
-            addAll(choice);
-        } else if (options.folderGiven) {
-            addChosen(choice, byFolder(entry, options.folder));
-        } else {
-            addChosen(choice, byNumber(entry, options));
-        }
+        if (options.xmdfPathGiven) addChosen(choice, byPath(entry, options.xmdfPath));
+        else if (byNumber) addChosen(choice, numbered(entry, options));
+        else if (options.folderGiven) addChosen(choice, byFolder(entry, options.folder, options.typeGiven && !options.allTypes ? typeName : ""));
+        else if (options.allTypes) addAll(choice);
+        else addByType(choice, typeName, wanted);
         for (XmdfItem& item : choice.take()) items.push_back(std::move(item));
     }
     REPORT("Determine xmdf paths to be outputted...");

@@ -132,6 +132,7 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
         {{"-FolderMaximums", "-tAll"}, "",
          "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Maximums/Vector Velocity max 99999. _v;", ""},
         {{"-FolderMaximums", "-t2"}, "", "", "Warning - Dataset \"/run/Maximums/Only Max\" skipped: no output time 2., the closest is 99999.\n"},
+        {{"-FolderTemporal", "-typen", "-t2"}, "Manning n", "/run/Temporal/Manning n time4 2. _n;", ""},
         {{"-FolderTimes"}, "",
          "/run/Times/Dur a single 200000. _Dur_a;/run/Times/Dur b single 200000. _Dur_b;/run/Times/Time of Peak V single 900002. ;"
          "/run/Times/Time of Peak h single 900001. ;", ""},
@@ -140,6 +141,8 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
          "/run/Temporal/Manning n2 tempmax 99999. _n2;/run/Temporal/Mass Error % tempmax 99999. _ME_;/run/Temporal/Velocity tempmax 99999. _v;"
          "/run/Temporal/Water Level tempmax 99999. _h;/run/Maximums/Vector Velocity max 99999. _Vector_Velocity;",
          "Warning - Dataset \"/run/Minimums/Depth\" skipped: no maximums"},
+        {{"-FolderTimes", "-tmax"}, "", "/run/Times/Time of Peak V single 900002. ;/run/Times/Time of Peak h single 900001. ;",
+         "Warning - Dataset \"/run/Times/Dur a\" skipped: no time of peak\n"},
         // all types: every quantity once
         {{"-typeAll", "-min"}, "", "/run/Minimums/Depth min -99999. _d;", "Warning - Dataset \"/run/Temporal/Water Level\" skipped: no minimums\n"},
         {{"-typeAll", "-tmax"}, "", "/run/Times/Time of Peak V single 900002. ;/run/Times/Time of Peak h single 900001. ;",
@@ -192,6 +195,24 @@ TEST_CASE("bad files end the run with the operation, the file and the dataset, e
     const Selected text = selected(folder.write("text.xmdf", "no HDF5"), {"-max"}, "Depth");
     CHECK(holds(text.console, "ERROR - Could not open XMDF file \"" + folder.name("text.xmdf") + "\"\n        \""));
     CHECK(text.console.ends_with("<stopped>"));
+}
+
+TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output times") {
+    const TemporaryFolder folder;
+    const struct {
+        double marker;
+        int most;
+        const char* message;
+    } rows[] = {{100000.5, 100, "time outputs, limit is 100."}, {200001.0, 100, "duration outputs, limit is 100."}, {900001.0, 10, "peak time outputs, limit is 10."}};
+    for (const auto& row : rows)
+        for (const int count : {row.most, row.most + 1}) {
+            const std::string file = folder.name("many.xmdf");
+            std::vector<TestDataset> datasets = {dataset("/r/Temporal/Depth", std::vector<double>(150, 1.0))};
+            for (int i = 0; i < count; ++i) datasets.push_back(dataset("/r/Times/T" + std::to_string(i), {row.marker}));
+            makeXmdf(file, datasets);
+            const Selected result = selected(file, {"-Folderr"}, "");
+            CHECK(holds(result.console, std::string("ERROR - Exceeded maximum number of ") + row.message) == (count > row.most));
+        }
 }
 
 TEST_CASE("times become hours by the file's unit; markers and unknown units") {
