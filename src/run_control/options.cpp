@@ -32,3 +32,7 @@ void DROP_GRID() {
     options.gridSpacingGiven = false;
     options.gridSpacing = 0.0;
 }
+
+void DROP_LIKE_GRID() { options.likeGrid.clear(); }
+void DROP_REGION() { options.region = false; }
+void DROP_POINT_TYPES() { options.pointTypes = "ALL"; }
