@@ -1,0 +1,39 @@
+#include "vector_outputs/layer_kinds.h"
+
+#include <algorithm>
+
+namespace {
+
+using Columns = std::vector<Column>;
+
+/// Ahead of the content, by ItemKind.
+const Columns LEADING[] = {
+    {Column::SmsId, Column::PtType, Column::Elevation},
+    {Column::SmsId, Column::MatId, Column::Elevation},
+    {Column::GridRef},
+};
+
+Columns contentColumns(const LayerKind& kind, const RunOptions& options) {
+    switch (kind.content) {
+        case LayerContent::Bed: return {};
+        case LayerContent::Scalar: return kind.waterLevel ? Columns{Column::Value, Column::Depth} : Columns{Column::Value};
+        case LayerContent::Vector: break;
+    }
+    if (options.vx) return {Column::XComponent};
+    if (options.vy) return {Column::YComponent};
+    if ((options.va || options.vdir) && kind.drawnAs != DrawnAs::Arrow) return {options.compass ? Column::Bearing : Column::Angle};
+    return {Column::Magnitude, Column::Angle, Column::XComponent, Column::YComponent, Column::Bearing};
+}
+
+}  // namespace
+
+std::vector<Column> LAYER_COLUMNS(const LayerKind& kind, const RunOptions& options) {
+    Columns columns = LEADING[static_cast<std::size_t>(kind.items)];
+    for (const Column column : contentColumns(kind, options)) columns.push_back(column);
+    if (!options.verbose) return columns;
+    // Added at the end, so that the places of the others never change.
+    for (const Column column : {Column::MatId, Column::Elevation})
+        if (std::find(columns.begin(), columns.end(), column) == columns.end()) columns.push_back(column);
+    if (kind.content != LayerContent::Bed) columns.push_back(Column::Time);
+    return columns;
+}

@@ -1,0 +1,171 @@
+// Columns of the layers, and values as they are written.
+#include "vector_outputs/flow.h"
+#include "vector_outputs/geographic.h"
+#include "vector_outputs/layer_kinds.h"
+#include "vector_outputs/point_types.h"
+#include "vector_outputs/record_columns.h"
+
+#include <doctest/doctest.h>
+
+#include <string>
+
+namespace {
+
+std::string definitionOf(const RecordColumns& record, bool shortIntegers = false) {
+    std::string text;
+    for (const GisAttribute& a : ATTRIBUTES_OF(record, shortIntegers)) text += (text.empty() ? "" : " ") + a.name + ":" + a.type;
+    return text;
+}
+
+std::string columnsOf(const LayerKind& kind, void (*set)(RunOptions&)) {
+    RunOptions options;
+    set(options);
+    std::string names;
+    for (const GisAttribute& a : ATTRIBUTES_OF(RECORD_COLUMNS(LAYER_COLUMNS(kind, options), {}, "h", 0, 0), false)) names += (names.empty() ? "" : " ") + a.name;
+    return names;
+}
+
+}  // namespace
+
+TEST_CASE("Every layer has its columns in their order") {
+    const auto none = [](RunOptions&) {};
+    const LayerKind nodes{LayerContent::Vector, ItemKind::Node, DrawnAs::Point, false};
+    const LayerKind arrows{LayerContent::Vector, ItemKind::GridCell, DrawnAs::Arrow, false};
+    const LayerKind cells{LayerContent::Scalar, ItemKind::Cell, DrawnAs::Region, true};
+    const LayerKind grid{LayerContent::Scalar, ItemKind::GridCell, DrawnAs::Point, false};
+    CHECK(columnsOf({LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false}, none) == "SMS_ID PtType Elevation");
+    CHECK(columnsOf({LayerContent::Bed, ItemKind::Cell, DrawnAs::Region, false}, none) == "SMS_ID MatID Elevation");
+    CHECK(columnsOf(cells, none) == "SMS_ID MatID Elevation h Depth");
+    CHECK(columnsOf(grid, none) == "Grid_Ref h");
+    CHECK(columnsOf(nodes, none) == "SMS_ID PtType Elevation Magnitude Angle X_component Y_component Bearing");
+    CHECK(columnsOf(nodes, [](RunOptions& o) { o.vx = true; }) == "SMS_ID PtType Elevation X_component");
+    CHECK(columnsOf(nodes, [](RunOptions& o) { o.vy = true; o.va = true; }) == "SMS_ID PtType Elevation Y_component");
+    CHECK(columnsOf(nodes, [](RunOptions& o) { o.vdir = true; }) == "SMS_ID PtType Elevation Angle");
+    CHECK(columnsOf(nodes, [](RunOptions& o) { o.va = o.compass = true; }) == "SMS_ID PtType Elevation Bearing");
+    CHECK(columnsOf(arrows, [](RunOptions& o) { o.va = true; }) == "Grid_Ref Magnitude Angle X_component Y_component Bearing");
+    CHECK(columnsOf(arrows, [](RunOptions& o) { o.vx = true; }) == "Grid_Ref X_component");
+    CHECK(columnsOf(cells, [](RunOptions& o) { o.verbose = true; }) == "SMS_ID MatID Elevation h Depth Time");
+    CHECK(columnsOf(grid, [](RunOptions& o) { o.verbose = true; }) == "Grid_Ref h MatID Elevation Time");
+    CHECK(columnsOf({LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false}, [](RunOptions& o) { o.verbose = true; }) ==
+          "SMS_ID PtType Elevation MatID");
+}
+
+TEST_CASE("Field widths follow the longest text of the layer") {
+    RecordColumns record = RECORD_COLUMNS({Column::SmsId, Column::PtType, Column::MatId, Column::GridRef, Column::Value}, {10, 4}, "", 0, 0);
+    CHECK(definitionOf(record, true) == "SMS_ID:Integer PtType:Char(2) MatID:Integer Grid_Ref:Char(16) Value:Decimal(10,4)");
+    MapItem item;
+    item.material = -1234567;
+    item[Column::Value] = -9999.99994;  // rounds to ten characters
+    NOTE_RECORD(record, item);
+    CHECK(definitionOf(record, true).ends_with("MatID:Integer Grid_Ref:Char(16) Value:Decimal(10,4)"));
+    item.material = -12345678;          // nine characters: more than a .dbf integer holds
+    item[Column::Value] = -9999.99996;
+    NOTE_RECORD(record, item);
+    CHECK(definitionOf(record, true).ends_with("MatID:Decimal(9,0) Grid_Ref:Char(16) Value:Decimal(11,4)"));
+    CHECK(definitionOf(record, false).find("MatID:Integer") != std::string::npos);
+    item[Column::Value] = 1e30;
+    NOTE_RECORD(record, item);
+    CHECK(definitionOf(record).ends_with("Value:Decimal(36,4)"));
+    CHECK(definitionOf(RECORD_COLUMNS({Column::Value}, {7, 0}, "Depth", 0, 0)) == "Depth:Decimal(7,0)");
+    CHECK(definitionOf(RECORD_COLUMNS({Column::GridRef}, {}, "", 12345678, 9)) == "Grid_Ref:Char(18)");
+}
+
+TEST_CASE("Directions stay in range, and zero has no sign, after rounding") {
+    const struct {
+        float vx, vy;
+        int decimals;
+        const char* expected;  ///< angle, bearing
+    } rows[] = {
+        {1, 0, 4, "0.0000,90.0000"},
+        {0, 1, 2, "90.00,0.00"},
+        {-1, 0.0F, 4, "180.0000,270.0000"},
+        {-1, -0.0F, 4, "180.0000,270.0000"},      // atan2 gives -180
+        {-1, -1e-7F, 4, "180.0000,270.0000"},     // -179.99999: rounds to -180.0000
+        {-1, -1e-3F, 4, "-179.9427,269.9427"},
+        {-1, -1e-3F, 0, "180,270"},
+        {-1e-7F, 1, 4, "90.0000,0.0000"},         // a bearing of 359.99999
+        {-5e-3F, 1, 0, "90,0"},
+        {1, -1e-7F, 4, "0.0000,90.0000"},         // not -0.0000
+        {0, -1, 4, "-90.0000,180.0000"},
+        {-1, -1, 12, "-135.000000000000,225.000000000000"},
+        {0, 0, 4, "0.0000,0.0000"},
+        {1e-6F, -1e-6F, 1, "0.0,0.0"},            // at rest
+    };
+    for (const auto& r : rows) {
+        const RecordColumns record = RECORD_COLUMNS({Column::Angle, Column::Bearing}, {10, r.decimals}, "", 0, 0);
+        MapItem item;
+        item.vx = r.vx;
+        item.vy = r.vy;
+        SET_FLOW(item, TURNED_AXES(40.0F));  // the axes of the components never turn the directions
+        std::string line;
+        FORM_RECORD(record, item, line);
+        CHECK(line == r.expected);
+    }
+    MapItem item;
+    item.vx = 2.0F;
+    SET_FLOW(item, TURNED_AXES(30.0F));
+    CHECK(item[Column::XComponent] == doctest::Approx(1.7320508));
+    CHECK(item[Column::YComponent] == doctest::Approx(-1.0));
+    CHECK(item[Column::Magnitude] == 2.0);
+}
+
+TEST_CASE("A record is one line: texts quoted, the kind of a node without blanks, grid references alike through a layer") {
+    MapItem item;
+    item.id = 7;
+    item.kind = {'T', ' '};
+    item.row = 12;
+    item.column = 345678;
+    item[Column::Elevation] = -0.00004;
+    std::string line;
+    FORM_RECORD(RECORD_COLUMNS({Column::SmsId, Column::PtType, Column::Elevation, Column::GridRef}, {}, "", 100, 999999), item, line);
+    CHECK(line == "7,\"T\",0.0000,\"R000012C345678\"");
+    item.kind = {'U', 'V'};
+    item.column = 34567;
+    FORM_RECORD(RECORD_COLUMNS({Column::GridRef, Column::PtType, Column::Elevation}, {5, 0}, "", 100, 99999), item, line);
+    CHECK(line == "\"R00012C34567\",\"UV\",0");
+}
+
+TEST_CASE("-pts is read from left to right") {
+    const struct {
+        const char* text;
+        const char* passing;  ///< of T, H, UV, C, QL and blank
+        const char* unknown;
+    } rows[] = {
+        {"ALL", "T H UVC QL", ""},  {"CT", "T C ", ""},     {"uvh", "H UV", ""}, {"UVC", "UVC ", ""}, {"H,t", "T H ", ""},
+        {"XH", "H ", "X"},         {"U", "T H UVC QL", "U"}, {"V", "T H UVC QL", "V"},  // half a "UV" is nothing, and nothing stands for all
+        {"", "T H UVC QL", ""},     {"HALL", "T H UVC QL", ""},                         // not H, A, L, L
+    };
+    for (const auto& r : rows) {
+        const PointTypes types = READ_POINT_TYPES(r.text);
+        std::string passing;
+        for (const NodeKind kind : {NodeKind{'T', ' '}, NodeKind{'H', ' '}, NodeKind{'U', 'V'}, NodeKind{'C', ' '}, NodeKind{'Q', 'L'}, NodeKind{' ', ' '}})
+            if (PASSES(types, kind)) passing.append(kind.data(), 2);
+        CAPTURE(r.text);
+        CHECK(passing == r.passing);
+        CHECK(types.unknown == r.unknown);
+    }
+}
+
+TEST_CASE("Degrees are known by the projection") {
+    const struct {
+        const char* text;
+        bool geographic;
+    } rows[] = {
+        {"", false},
+        {"CoordSys Earth Projection 1, 104", true},
+        {"COORDSYS EARTH PROJECTION 1,104 Bounds (0, 0) (8, 1)", true},
+        {"CoordSys Earth Projection 8, 79, \"m\", -2, 49, 0.9996012717, 400000, -100000", false},
+        {"CoordSys Earth Projection 12, 62, \"m\", 0", false},  // begins with a 1
+        {"CoordSys NonEarth Units \"m\"", false},
+        {"CoordSys Earth", true},
+        {"GEOGCS[\"GCS_WGS_1984\",UNIT[\"Degree\",0.01]]", true},
+        {"PROJCS[\"x\",GEOGCS[\"y\"]]", false},
+        {"PROJCRS[\"x\",BASEGEOGCRS[\"y\"]]", false},
+        {"GEOGCRS[\"WGS 84\"]", true},
+        {"COMPD_CS[\"a\",GEOGCS[\"y\"],VERT_CS[\"z\"]]", true},
+    };
+    for (const auto& r : rows) {
+        CAPTURE(r.text);
+        CHECK(IS_GEOGRAPHIC(r.text) == r.geographic);
+    }
+}

@@ -1,0 +1,223 @@
+// Cells and arrows as map objects.
+#include "vector_outputs/arrow.h"
+#include "vector_outputs/cell_shape.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+#include <string>
+
+namespace {
+
+using Points = std::vector<std::array<double, 2>>;
+
+Mesh cellMesh(const Points& corners, double x0 = 0.0, double y0 = 0.0) {
+    Mesh mesh;
+    mesh.nodes.resize(1);
+    mesh.elements.resize(2);
+    for (const auto& corner : corners) {
+        MeshNode node;
+        node.x = x0 + corner[0];
+        node.y = y0 + corner[1];
+        mesh.nodes.push_back(node);
+    }
+    mesh.elements[1].shape = static_cast<std::int32_t>(corners.size());
+    for (std::size_t i = 0; i < corners.size(); ++i) mesh.elements[1].nodes[i] = static_cast<std::int32_t>(i + 1);
+    return mesh;
+}
+
+double ringArea(const GisObject& o) {
+    double sum = 0.0;
+    for (std::size_t i = 1; i < o.vertexCount(); ++i) sum += (o.x[i] - o.x[1]) * (o.y[i + 1] - o.y[1]) - (o.x[i + 1] - o.x[1]) * (o.y[i] - o.y[1]);
+    return -sum / 2.0;  // positive clockwise
+}
+
+MapItem vectorItem(float vx, float vy, const TurnedAxes& axes = {}) {
+    MapItem item;
+    item.x = 100.0;
+    item.y = 200.0;
+    item.vx = vx;
+    item.vy = vy;
+    SET_FLOW(item, axes);
+    return item;
+}
+
+}  // namespace
+
+TEST_CASE("Cells that make no valid polygon are told from those that do") {
+    const struct {
+        Points corners;
+        bool valid;
+    } rows[] = {
+        {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, true},
+        {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}, true},        // either winding
+        {{{0, 0}, {10, 10}, {10, 0}, {0, 10}}, false},       // crossed
+        {{{0, 0}, {10, 0}, {0, 10}, {10, 10}}, false},       // crossed on the other pair of sides
+        {{{0, 0}, {10, 0}, {3, 3}, {0, 10}}, true},          // not convex
+        {{{0, 0}, {10, 0}, {5, 0}, {0, 10}}, false},         // a corner folded back onto a side
+        {{{0, 0}, {5, 0}, {10, 0}, {0, 10}}, true},          // three corners in a line, going on
+        {{{0, 0}, {10, 0}, {10, 0}, {0, 10}}, false},        // a node twice
+        {{{0, 0}, {10, 0}, {5, 5}, {0, 0}}, false},
+        {{{0, 0}, {10, 0}, {5, 5}, {10, 0}}, false},         // opposite corners in one place
+        {{{0, 0}, {4, 1}, {8, 2}, {12, 3}}, false},          // flat
+        {{{0, 0}, {10, 0}, {0, 10}}, true},
+        {{{0, 0}, {0.1, 0.3}, {0.2, 0.6}}, false},           // flat, and the products round
+        {{{0, 0}, {10, 0}, {10, 0}}, false},
+        {{{0, 0}, {10, 0}, {5, 1e-9}}, true},                // a sliver is no line
+    };
+    for (const auto& r : rows) {
+        CAPTURE(r.corners.size());
+        const Mesh near = cellMesh(r.corners);
+        const Mesh far = cellMesh(r.corners, 512000.0, 6250000.0);
+        CHECK(VALID_CELL(CELL_SHAPE(near, near.elements[1]), 0.0) == r.valid);
+        if (r.corners.back()[1] != 1e-9 && r.corners[1][0] != 0.1) CHECK(VALID_CELL(CELL_SHAPE(far, far.elements[1]), 1e-6) == r.valid);
+    }
+    const Mesh sliver = cellMesh({{0, 0}, {10, 0}, {5, 1e-9}});
+    CHECK(!VALID_CELL(CELL_SHAPE(sliver, sliver.elements[1]), 1e-6));  // a line once six decimals have rounded it
+}
+
+TEST_CASE("Regions are closed and clockwise, and keep the coordinates of the mesh to the bit") {
+    for (const Points& corners : {Points{{0, 0}, {4, 0}, {4, 3}, {0, 3}}, Points{{0, 0}, {0, 3}, {4, 3}, {4, 0}}, Points{{0, 0}, {4, 0}, {4, 6}}}) {
+        const Mesh mesh = cellMesh(corners, 512000.1, 6250000.3);
+        GisObject o;
+        CELL_REGION(mesh, mesh.elements[1], CELL_SHAPE(mesh, mesh.elements[1]), o);
+        CHECK(o.vertexCount() == corners.size() + 1);
+        CHECK(o.x[1] == o.x.back());
+        CHECK(o.y[1] == o.y.back());
+        CHECK(o.x[1] == mesh.nodes[1].x);
+        CHECK(ringArea(o) == doctest::Approx(12.0));
+    }
+}
+
+TEST_CASE("Centroids are those of the area, at any distance from the origin") {
+    const struct {
+        Points corners;
+        double x, y;
+    } rows[] = {
+        {{{0, 0}, {9, 0}, {0, 9}}, 3, 3},
+        {{{0, 0}, {0, 4}, {6, 4}, {6, 0}}, 3, 2},
+        {{{0, 0}, {12, 0}, {6, 6}, {0, 6}}, 14.0 / 3.0, 8.0 / 3.0},  // the mean of the corners gives 4.5, 3
+        {{{0, 0}, {10, 10}, {10, 0}, {0, 10}}, 5, 5},                // crossed: no area to speak of, so the mean
+    };
+    for (const auto& r : rows) {
+        const Mesh mesh = cellMesh(r.corners, 512000.0, 6250000.0);
+        const MapPoint point = CELL_CENTROID(CELL_SHAPE(mesh, mesh.elements[1]));
+        CHECK(std::abs(point.x - 512000.0 - r.x) < 1e-9);
+        CHECK(std::abs(point.y - 6250000.0 - r.y) < 1e-9);
+    }
+}
+
+TEST_CASE("The cell size of arrows is the median square root of area of the 2D cells that count") {
+    Mesh mesh;
+    mesh.nodes.resize(1);
+    mesh.elements.resize(1);
+    const auto add = [&mesh](const Points& corners) {
+        const auto first = static_cast<std::int32_t>(mesh.nodes.size());
+        for (const auto& c : corners) {
+            MeshNode node;
+            node.x = 300000.0 + c[0];
+            node.y = 6200000.0 + c[1];
+            mesh.nodes.push_back(node);
+        }
+        MeshElement element;
+        element.shape = static_cast<std::int32_t>(corners.size());
+        for (std::size_t i = 0; i < corners.size(); ++i) element.nodes[i] = first + static_cast<std::int32_t>(i);
+        mesh.elements.push_back(element);
+    };
+    CHECK(!MEDIAN_CELL_SIZE(mesh, {}).has_value());
+    add({{0, 0}, {4, 0}, {4, 4}, {0, 4}});
+    add({{0, 0}, {0.1, 0.3}, {0.2, 0.6}});  // flat
+    add({{0, 0}, {0, 4}, {2, 0}});
+    CHECK(*MEDIAN_CELL_SIZE(mesh, {}) == doctest::Approx(3.0));  // mean of 4 and 2
+    add({{0, 0}, {9, 0}, {9, 9}, {0, 9}});
+    CHECK(*MEDIAN_CELL_SIZE(mesh, {}) == doctest::Approx(4.0));
+    mesh.elements[4].removed = true;
+    CHECK(*MEDIAN_CELL_SIZE(mesh, {}) == doctest::Approx(3.0));
+    CHECK(*MEDIAN_CELL_SIZE(mesh, {0, 0, 0, 1, 0}) == doctest::Approx(4.0));  // the triangle is 1D
+}
+
+TEST_CASE("An arrow is as long as its magnitude says, starts at its point and has the stated area") {
+    RunOptions options;
+    options.mif = true;
+    options.scaleFactor = 0.5F;
+    const MapItem item = vectorItem(3.0F, 4.0F);  // magnitude 5: length 5 * 0.5 * 20 = 50
+    GisObject o;
+    REQUIRE(DRAW_ARROW(ARROW_RULES(options, 20.0, 0.0), item, o) == Drawn::Object);
+    CHECK(o.kind == GisKind::Pline);
+    const double line[][2] = {{100, 200}, {130, 240}, {117, 231}, {130, 240}, {125, 225}};  // 5 to the left of 35 along, then to the right
+    REQUIRE(o.vertexCount() == 5);
+    for (std::size_t i = 0; i < 5; ++i) {
+        CHECK(o.x[i + 1] == doctest::Approx(line[i][0]));
+        CHECK(o.y[i + 1] == doctest::Approx(line[i][1]));
+    }
+
+    const struct {
+        float tail;
+        bool perCell;
+        double thickness;
+    } rows[] = {{0.01F, false, 0.5}, {0.1F, true, 2.0}, {0.9F, false, 10.0}, {5.0F, true, 10.0}};  // the last two: at most 0.2 L
+    for (const bool shp : {false, true}) {
+        options.shp = shp;
+        for (const auto& r : rows) {
+            options.tailThicknessFactor = r.tail;
+            options.tailThicknessPerCellSize = r.perCell;
+            REQUIRE(DRAW_ARROW(ARROW_RULES(options, 20.0, 0.0), item, o) == Drawn::Object);
+            CHECK(o.kind == GisKind::Region);
+            CHECK(o.vertexCount() == 8);
+            CHECK(o.x[8] == o.x[1]);
+            CHECK(ringArea(o) == doctest::Approx(0.7 * 50.0 * r.thickness + 0.03 * 50.0 * 50.0));
+        }
+    }
+}
+
+TEST_CASE("Caps, fixed lengths and components decide how long an arrow is; what is too short is not drawn") {
+    const TurnedAxes turned = TURNED_AXES(30.0F);
+    struct Row {
+        float vx, vy;
+        double cap;
+        void (*set)(RunOptions&);
+        double length, east, north;  ///< length 0: nothing is drawn
+    };
+    const Row rows[] = {
+        {3, 4, 0, [](RunOptions&) {}, 50, 0.6, 0.8},
+        {30, 40, 10, [](RunOptions&) {}, 100, 0.6, 0.8},                                     // the cap of a velocity file
+        {30, 40, 10, [](RunOptions& o) { o.vmax = 20; o.vmaxNotGiven = false; }, 200, 0.6, 0.8},
+        {30, 40, 10, [](RunOptions& o) { o.vmax = 0; o.vmaxNotGiven = false; }, 500, 0.6, 0.8},   // given, but not positive: none
+        {3, 4, 0, [](RunOptions& o) { o.fixedVectorLength = true; o.vectorLength = 7; }, 7, 0.6, 0.8},
+        {0, 0, 0, [](RunOptions& o) { o.fixedVectorLength = true; o.vectorLength = 7; }, 0, 0, 0},
+        {1e-6F, 0, 0, [](RunOptions& o) { o.fixedVectorLength = true; o.vectorLength = 7; }, 0, 0, 0},  // at rest
+        {0.9e-4F, 0, 0, [](RunOptions&) {}, 0, 0, 0},                                        // below a ten-thousandth of a cell
+        {1.1e-4F, 0, 0, [](RunOptions&) {}, 1.1e-3, 1, 0},
+        {3, 4, 0, [](RunOptions& o) { o.vx = true; }, 30, 1, 0},
+        {-3, 4, 2, [](RunOptions& o) { o.vx = true; }, 20, -1, 0},                           // the component is capped
+        {3, -4, 0, [](RunOptions& o) { o.vy = true; }, 40, 0, -1},
+        {0, 4, 0, [](RunOptions& o) { o.vx = true; }, 0, 0, 0},
+        {0, 4, 0, [](RunOptions& o) { o.vx = true; o.slantAngle = 30; }, 20, 0.8660254, 0.5},   // along the turned axis
+        {0, 4, 0, [](RunOptions& o) { o.vy = true; o.slantAngle = 30; }, 34.6410162, -0.5, 0.8660254},
+    };
+    for (const Row& r : rows) {
+        RunOptions options;
+        options.mif = true;
+        r.set(options);
+        CAPTURE(&r - rows);
+        GisObject o;
+        const Drawn drawn = DRAW_ARROW(ARROW_RULES(options, 10.0, r.cap), vectorItem(r.vx, r.vy, options.slantAngle > 0 ? turned : TurnedAxes{}), o);
+        CHECK((drawn == Drawn::Object) == (r.length > 0.0));
+        if (drawn != Drawn::Object) continue;
+        CHECK(o.x[2] - o.x[1] == doctest::Approx(r.length * r.east));
+        CHECK(o.y[2] - o.y[1] == doctest::Approx(r.length * r.north));
+    }
+}
+
+TEST_CASE("Arrows too thin for the file's coordinates are no polygons") {
+    RunOptions options;
+    options.mif = true;
+    options.tailThicknessFactor = 1e-7F;  // a tail of 1e-6 m on an arrow of 10 m
+    ArrowRules rules = ARROW_RULES(options, 10.0, 0.0);
+    GisObject o;
+    CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Object);
+    rules.step = 1e-6;
+    CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Invalid);
+    rules.thicknessOfLength = 0.01;
+    CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Object);
+}
