@@ -33,6 +33,5 @@ void DROP_GRID() {
     options.gridSpacing = 0.0;
 }
 
-void DROP_LIKE_GRID() { options.likeGrid.clear(); }
 void DROP_REGION() { options.region = false; }
 void DROP_POINT_TYPES() { options.pointTypes = "ALL"; }

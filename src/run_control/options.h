@@ -109,6 +109,5 @@ void SET_DATASET_NAME(const std::string& name);
 void DROP_OUTPUT_NAME();
 void DROP_GRID();
 /// Dropped where the output that was asked for has no use for them.
-void DROP_LIKE_GRID();
 void DROP_REGION();
 void DROP_POINT_TYPES();

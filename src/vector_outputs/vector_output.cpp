@@ -138,12 +138,11 @@ void CHECK_VECTOR_SWITCHES() {
         DMESSAGE("WARNING - The -region option is ignored with -txt.");
         DROP_REGION();
     }
-    if (options.region && (options.grid || !options.likeGrid.empty())) {
-        DMESSAGE("WARNING - The " + std::string(options.grid ? "-grid" : "-like") + " option is ignored with -region.");
+    if (options.region && options.grid) {
+        DMESSAGE("WARNING - The -grid option is ignored with -region.");
         DROP_GRID();
-        DROP_LIKE_GRID();
     }
-    const bool gridded = options.grid || !options.likeGrid.empty();
+    const bool gridded = options.grid && !options.inputIsMesh;
     if (types.all || (!options.region && !gridded)) return;
     DMESSAGE("WARNING - The -pts option is ignored with " + std::string(options.region ? "-region." : "-grid."));
     DROP_POINT_TYPES();
@@ -202,6 +201,7 @@ void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::stri
 }
 
 void WRITE_MESH_LAYER(VectorRun& run, const std::string& base) {
+    if (OPTIONS().vector) DMESSAGE("WARNING - A mesh alone holds no vectors, its nodes are written as points.");
     LayerJob job;
     job.source.mesh = run.mesh;
     if (OPTIONS().region) job.source.kind = {LayerContent::Bed, ItemKind::Cell, DrawnAs::Region, false};

@@ -34,8 +34,8 @@ bool IS_VECTOR_OUTPUT();
 /// The files that an output consists of, main file first: {".mif", ".mid"}.
 std::vector<std::string_view> VECTOR_FILES();
 
-/// Drops switches that others rule out and says so: -region drops -grid (and a template grid) and -pts, grids have no point types, -txt has no
-/// regions. Warns of letters in -pts that stand for nothing.
+/// Drops switches that others rule out and says so: -region drops -grid and -pts, grids have no point types, -txt has no regions. Warns of
+/// letters in -pts that stand for nothing.
 void CHECK_VECTOR_SWITCHES();
 
 /// "Setting filter flags based on Zpt types: " with its count, where -pts filters nodes.
