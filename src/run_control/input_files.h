@@ -1,0 +1,24 @@
+// Which file is converted, of what kind it is, and which mesh belongs to it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+enum class InputKind : std::uint8_t { Mesh, Dat, Xmdf };
+
+/// The input and mesh files of the run, under the names by which they exist.
+struct InputFiles {
+    std::string input;
+    std::string mesh;
+    InputKind kind = InputKind::Mesh;
+};
+
+const InputFiles& INPUT_FILES();
+
+/// Settles the input file: the command line's, else asked for until one exists.
+void FIND_INPUT_FILE();
+/// The kind by extension. Stops the run for .txt and for an extension that is no model file's.
+void FIND_INPUT_KIND();
+/// Settles the mesh: -2dm, else beside the input: "x.2dm" for "x_h.dat", then the input's full name, then the name cut at each earlier
+/// underscore (for an .xmdf the full name comes first); else asked for until one exists.
+void FIND_MESH_FILE();

@@ -1,0 +1,36 @@
+// Names of the output files: base, time tag, component, grid size, extension ("x_h_Max_g005.asc").
+#pragma once
+
+#include "run_control/options.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What one output is called after. Filled by the conversion of each input kind.
+struct OutputLabel {
+    std::string base;              ///< folder and name without extension; a dataset tag of an .xmdf ("_h") already behind it
+    bool timed = true;             ///< a mesh on its own has no time tag
+    float time = 0.0F;             ///< hours, or a marker
+    bool vector = false;           ///< component switches name a component of vector results only
+    bool thresholdCutsBase = true; ///< time-of-exceedance and duration outputs of a .dat drop the base's trailing part ("x_h" -> "x")
+    double gridSize = 0.0;         ///< cell size of a grid output, 0 for none
+};
+
+/// Decimals that the times of a run need in names. Fewest of 2 to 6 (0 to 6 with -sec) that keep every time distinct; markers do not count.
+void SET_TIME_PRECISION(const std::vector<float>& times, bool seconds);
+
+/// Tag of a time: "Max", "Min", "_time_hMax", "_t002.50", with -sec "_t009000".
+std::string TIME_TAG(float time, bool seconds);
+/// Tag of a cell size: three digits before the point, decimals only as needed: 5 -> "_g005", 2.5 -> "_g002.5".
+std::string GRID_TAG(double cellSize);
+
+/// The name less the extension that the format adds itself: ("Run.asc", ".asc") -> "Run".
+std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extension);
+
+/// Extension of the run's output format with its dot.
+std::string OUTPUT_EXTENSION(const RunOptions& options);
+
+/// The output's name without its extension. `extensions` are all the files that the output will write under it (".flt", ".hdr", ".prj"): when the
+/// run has already read or written one of them, "_2", "_3" ... is added with a WARNING. With -out in force the name is that name.
+std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions);
