@@ -1,7 +1,24 @@
 #include "run_control/console.h"
+#include "run_control/driver.h"
 #include "run_control/exits.h"
+#include "run_control/files.h"
 
-int main() {
+#include <exception>
+#include <new>
+
+int main(int argc, char* argv[]) {
+    try {
+        CONVERT(argc, argv);
+        return STATUS_DONE;
+    } catch (const RunStopped& stopped) {  // the reason is already on the console
+        FLUSH_CONSOLE();
+        return stopped.status;
+    } catch (const std::bad_alloc&) {
+        DMESSAGE("ERROR - Could not allocate enough memory (RAM).");
+    } catch (const std::exception& fault) {
+        DMESSAGE(std::string("ERROR - ") + fault.what());
+    }
+    CLOSE_FILES_ON_EXIT();
     FLUSH_CONSOLE();
-    return STATUS_DONE;
+    return STATUS_STOPPED;
 }

@@ -1,0 +1,108 @@
+#include "run_control/driver.h"
+
+#include "inputs/mesh_reader.h"
+#include "inputs/results.h"
+#include "run_control/arguments.h"
+#include "run_control/console.h"
+#include "run_control/convert_dat.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+#include "run_control/grid_choice.h"
+#include "run_control/input_files.h"
+#include "run_control/options.h"
+#include "run_control/output_stage.h"
+#include "run_control/projection.h"
+#include "run_control/switch_checks.h"
+#include "run_control/usage.h"
+#include "run_control/world_file.h"
+
+namespace {
+
+void initialiseRun() {
+    INITIALISE_CONSOLE();
+    INITIALISE_FILES();
+    INITIALISE_MESH();
+    INITIALISE_RESULTS();
+}
+
+void explainWrongSwitches() {
+    if (!OPTIONS().inputError) return;
+    PRINT_USAGE();
+    EXITS(STATUS_USAGE);
+}
+
+/// The normal end: with -b at once, else behind the closing pause.
+void finish() {
+    REPORT_WARNING_COUNT();
+    if (!OPTIONS().batch) EXITS(STATUS_DONE);
+    FLUSH_CONSOLE();
+}
+
+void convertWorldFile() {
+    if (!MAKE_WORLD_FILE()) EXITS();
+    finish();
+}
+
+/// A type, a scalar or a vector number chooses among the datasets of an .xmdf; other inputs hold one.
+void checkDatasetSwitches() {
+    const RunOptions& options = OPTIONS();
+    if (INPUT_FILES().kind == InputKind::Xmdf) return;
+    if (options.typeGiven || options.scalarIdGiven || options.vectorIdGiven)
+        DMESSAGE("WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non XMDF files");
+}
+
+void readMesh() {
+    const int file = OPEN_FILE(INPUT_FILES().mesh, "I ", "2dm");
+    SCAN_2DM(file);
+    SIZE_MESH_TABLES();
+    READ_2DM(file, OPTIONS());
+    REPORT("Finished with .2dm file, closing...");
+    CLOSE_FILE(file);
+}
+
+/// The mesh reader has already marked what -rmp leaves out; this tells the user that it counts.
+void reportRemovedNodes() {
+    if (OPTIONS().keepAllMeshParts) return;
+    REPORT("Filtering out nodes from removed meshparts...");
+    Progress("Node: ").finish(MESH().nodeCount);
+    REPORT("   Done...");
+}
+
+void convertInput() {
+    switch (INPUT_FILES().kind) {
+        case InputKind::Mesh:
+            OUTPUT_BATHYMETRY();
+            break;
+        case InputKind::Dat:
+            CONVERT_DAT();
+            break;
+        case InputKind::Xmdf:
+            STOP_RUN("ERROR - .xmdf results are not supported by this build.");
+    }
+}
+
+}  // namespace
+
+void CONVERT(int argc, const char* const argv[]) {
+    initialiseRun();
+    READ_ARGUMENTS(argc, argv);
+    explainWrongSwitches();
+    CHECK_SWITCHES();
+    explainWrongSwitches();
+    if (OPTIONS().wld) return convertWorldFile();
+    CHECK_OUTPUT_STAGE();
+    FIND_INPUT_FILE();
+    FIND_PROJECTION();
+    CHECK_GRID_SWITCHES();
+    FIND_INPUT_KIND();
+    checkDatasetSwitches();
+    if (INPUT_FILES().kind == InputKind::Dat) IDENTIFY_DAT();
+    FIND_MESH_FILE();
+    readMesh();
+    CHOOSE_GRID();
+    REPORT("Allocating results storage...");
+    reportRemovedNodes();
+    convertInput();
+    REPORT("Finished.");
+    finish();
+}

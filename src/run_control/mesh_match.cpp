@@ -1,0 +1,37 @@
+#include "run_control/mesh_match.h"
+
+#include "inputs/mesh.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/options.h"
+#include "text_utils/numbers.h"
+
+#include <string>
+
+namespace {
+
+/// what: "nodes" or "cells".
+[[noreturn]] void mismatch(const std::string& what, std::int32_t inFile, std::int32_t inMesh, const std::string& kind) {
+    DMESSAGE("ERROR - Number of " + what + " in " + kind + " file is different to .2dm file.");
+    REPORT("        Check that they are from same VORANT run/model.");
+    REPORT("Number of " + what + " in " + kind + " file =   " + AINTEGER(inFile));
+    REPORT("Number of " + what + " in .2dm file =   " + AINTEGER(inMesh));
+    EXITS();
+}
+
+}  // namespace
+
+bool MATCH_RESULTS_TO_MESH(std::int32_t values, std::int32_t flags, std::string_view kind) {
+    const Mesh& mesh = MESH();
+    const bool fitsNodes = values == mesh.nodeCount;
+    const bool fitsCells = values == mesh.elementCount;
+    if (!fitsNodes && !fitsCells) mismatch("nodes", values, mesh.nodeCount, std::string(kind));
+    if (flags != 0 && flags != mesh.elementCount) mismatch("cells", flags, mesh.elementCount, std::string(kind));
+    // Where a mesh has as many cells as nodes the counts cannot tell: -cc decides.
+    const bool cellCentred = fitsCells && (!fitsNodes || OPTIONS().cellCentred);
+    if (!cellCentred) return false;
+    REPORT("Number of cells matches number of nodes... assume cell centered QELDRA output");
+    if (!OPTIONS().cellCentred) DMESSAGE("WARNING - Cell Centered flag not specified: use input flag \"-cc\".");
+    REPORT("Allocating number of nodes based on cell centered output.");
+    return true;
+}

@@ -1,0 +1,61 @@
+#include "run_control/output_stage.h"
+
+#include "inputs/mesh.h"
+#include "raster/grid_writer.h"
+#include "raster/mesh_to_grid.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/grid_choice.h"
+#include "run_control/input_files.h"
+#include "run_control/options.h"
+#include "run_control/projection.h"
+#include "text_utils/paths.h"
+
+#include <string_view>
+#include <vector>
+
+namespace {
+
+GridRun gridRun;  // lives from the first output to the end: the cells of each element are found once
+
+GridFormat rasterFormat() { return OPTIONS().flt ? GridFormat::Float : GridFormat::Ascii; }
+
+std::vector<std::string_view> rasterFiles() {
+    if (rasterFormat() == GridFormat::Float) return {".flt", ".hdr", ".prj"};
+    return {".asc", ".prj"};
+}
+
+void writeGrid(OutputLabel label) {
+    label.gridSize = gridRun.grid.cellSize;
+    const GridPrecision precision = SET_OUTPUT_PRECISION(gridRun.grid);
+    WRITE_GRID(rasterFormat(), OUTPUT_NAME(label, rasterFiles()), gridRun.grid, precision, PROJECTION().text);
+}
+
+}  // namespace
+
+void CHECK_OUTPUT_STAGE() {
+    const RunOptions& options = OPTIONS();
+    if (options.cp || options.lp) STOP_RUN("ERROR - Long profile (-lp) and calibration point (-cp) outputs are not supported by this build.");
+    if (!options.raster()) STOP_RUN("ERROR - Vector (-mif, -shp) and text (-txt) outputs are not supported by this build.");
+}
+
+void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
+    const PlanKind kind = cellCentred ? PlanKind::Cells : PlanKind::Nodes;
+    gridRun = START_GRID(GRID_HEADER(cellCentred), kind, vector, severalTimes);
+}
+
+void OUTPUT_RESULTS(const Results& results, OutputLabel label) {
+    label.time = results.time;
+    label.vector = results.vector;
+    GRID_RESULTS(gridRun, MESH(), results, VECTOR_CHOICE(OPTIONS()));
+    writeGrid(std::move(label));
+}
+
+void OUTPUT_BATHYMETRY() {
+    OutputLabel label;
+    label.base = FILENAMEPATH(INPUT_FILES().input);
+    label.timed = false;
+    gridRun = START_GRID(GRID_HEADER(false), PlanKind::Corners, false, false);
+    GRID_BATHYMETRY(gridRun, MESH());
+    writeGrid(std::move(label));
+}
