@@ -111,7 +111,7 @@ void CONVERT_DAT() {
     REPORT("Rewinding .dat file...");
     SET_TIME_PRECISION(RESULTS().times, options.seconds);
     const bool severalTimes = options.allTimes && DAT().steps.size() > 1;
-    if (severalTimes && options.outputNameGiven) DROP_OUTPUT_NAME();
+    if (severalTimes) IGNORE_OUTPUT_NAME();
     BEGIN_OUTPUTS(header.vector, cellCentred, severalTimes);
     if (options.allTimes) {
         outputAllTimes();

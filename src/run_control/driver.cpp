@@ -1,5 +1,6 @@
 #include "run_control/driver.h"
 
+#include "inputs/mesh.h"
 #include "inputs/mesh_reader.h"
 #include "inputs/results.h"
 #include "run_control/arguments.h"

@@ -45,6 +45,7 @@ void FIND_INPUT_FILE() {
         if (name.empty()) name = ASK(" Please enter the SMS .dat, .2dm or .xmdf file -> ");
         if (const std::optional<std::string> found = FIND_FILE(name)) {
             files.input = *found;
+            SET_INPUT_FILE(*found);
             return;
         }
         if (isFolder(name)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");

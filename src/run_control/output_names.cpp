@@ -131,6 +131,12 @@ std::string OUTPUT_EXTENSION(const RunOptions& options) {
     STOP_RUN("ERROR - Should not be here [adding extension type], contact " + std::string(SUPPORT_CONTACT));
 }
 
+void IGNORE_OUTPUT_NAME() {
+    if (!OPTIONS().outputNameGiven) return;
+    DMESSAGE("WARNING - Several outputs are written, output filename (-out) ignored.");
+    DROP_OUTPUT_NAME();
+}
+
 std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions) {
     const RunOptions& options = OPTIONS();
     std::string name;

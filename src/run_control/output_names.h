@@ -31,6 +31,9 @@ std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extensio
 /// Extension of the run's output format with its dot.
 std::string OUTPUT_EXTENSION(const RunOptions& options);
 
+/// Drops -out with a WARNING when it was given: the run writes several outputs, which cannot share one name.
+void IGNORE_OUTPUT_NAME();
+
 /// The output's name without its extension. `extensions` are all the files that the output will write under it (".flt", ".hdr", ".prj"): when the
 /// run has already read or written one of them, "_2", "_3" ... is added with a WARNING. With -out in force the name is that name.
 std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions);
