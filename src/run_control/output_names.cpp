@@ -7,6 +7,7 @@
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -15,8 +16,8 @@
 namespace {
 
 constexpr int MOST_TIME_DECIMALS = 6;
-constexpr int HOUR_DIGITS = 3;    // before the point: names sort by time up to 999 hours
-constexpr int SECOND_DIGITS = 6;
+constexpr std::size_t HOUR_DIGITS = 3;    // before the point: names sort by time up to 999 hours
+constexpr std::size_t SECOND_DIGITS = 6;
 
 int timeDecimals = 2;
 
@@ -25,18 +26,17 @@ double shownTime(float time, bool seconds) {
 }
 
 /// Zeros in front until `digits` stand before the point; the sign stays first.
-std::string padded(std::string text, int digits) {
+std::string padded(const std::string& text, std::size_t digits) {
     const std::size_t start = text.starts_with('-') ? 1 : 0;
-    const std::size_t point = std::min(text.find('.'), text.size());
-    const std::size_t have = point - start;
-    if (have < static_cast<std::size_t>(digits)) text.insert(start, static_cast<std::size_t>(digits) - have, '0');
-    return text;
+    const std::size_t have = std::min(text.find('.'), text.size()) - start;
+    const std::string zeros(have < digits ? digits - have : 0, '0');
+    return text.substr(0, start) + zeros + text.substr(start);
 }
 
 std::string timeText(float time, bool seconds, int decimals) {
     std::string text = AREALD8(shownTime(time, seconds), decimals);
     if (text.ends_with('.')) text.pop_back();  // whole seconds: a point at the end would read as an empty extension
-    return padded(std::move(text), seconds ? SECOND_DIGITS : HOUR_DIGITS);
+    return padded(text, seconds ? SECOND_DIGITS : HOUR_DIGITS);
 }
 
 /// A threshold behind its marker's offset, to the hundredth that single precision still holds there: 100005 -> "5", 100000.1 -> "0.1".
