@@ -11,7 +11,9 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <limits>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #ifdef _WIN32
@@ -46,32 +48,37 @@ bool readNumber(const char* name, std::uint64_t& value) {
     return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc{};
 }
 
-/// "MemAvailable" of /proc/meminfo in bytes, which counts reclaimable caches; 0 when absent.
-std::uint64_t availableOnMachine() {
-    std::ifstream file("/proc/meminfo");
+/// The number behind `name` in a file of "name number" lines; 0 when absent.
+std::uint64_t numberBehind(const char* fileName, std::string_view name) {
+    std::ifstream file(fileName);
     std::string word;
-    std::uint64_t kilobytes = 0;
+    std::uint64_t value = 0;
     while (file >> word)
-        if (word == "MemAvailable:" && file >> kilobytes) return kilobytes * 1024;
+        if (word == name && file >> value) return value;
     return 0;
+}
+
+/// What a container leaves. File caches that the system drops on demand count as used there, but not here.
+std::uint64_t leftInControlGroup(const char* limitFile, const char* usedFile, const char* statFile, std::string_view cacheName) {
+    std::uint64_t limit = 0;
+    std::uint64_t used = 0;
+    if (!readNumber(limitFile, limit) || !readNumber(usedFile, used)) return std::numeric_limits<std::uint64_t>::max();
+    used -= std::min(used, numberBehind(statFile, cacheName));
+    return limit > used ? limit - used : 1;
 }
 
 }  // namespace
 
 std::uint64_t AVAILABLE_MEMORY() {
-    std::uint64_t available = availableOnMachine();
-    constexpr const char* CONTROL_GROUPS[][2] = {
-        {"/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory.current"},                                       // version 2
-        {"/sys/fs/cgroup/memory/memory.limit_in_bytes", "/sys/fs/cgroup/memory/memory.usage_in_bytes"},       // version 1
-    };
-    for (const auto& group : CONTROL_GROUPS) {
-        std::uint64_t limit = 0;
-        std::uint64_t used = 0;
-        if (!readNumber(group[0], limit) || !readNumber(group[1], used)) continue;
-        const std::uint64_t left = limit > used ? limit - used : 1;
-        available = available == 0 ? left : std::min(available, left);
-    }
-    return available;
+    constexpr const char* V2 = "/sys/fs/cgroup/memory.stat";
+    constexpr const char* V1 = "/sys/fs/cgroup/memory/memory.stat";
+    const std::uint64_t inContainer =
+        std::min(leftInControlGroup("/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory.current", V2, "inactive_file"),
+                 leftInControlGroup("/sys/fs/cgroup/memory/memory.limit_in_bytes", "/sys/fs/cgroup/memory/memory.usage_in_bytes", V1,
+                                    "total_inactive_file"));
+    const std::uint64_t onMachine = numberBehind("/proc/meminfo", "MemAvailable:") * 1024;  // kilobytes; counts reclaimable caches
+    if (onMachine != 0) return std::min(onMachine, inContainer);
+    return inContainer == std::numeric_limits<std::uint64_t>::max() ? 0 : inContainer;
 }
 
 #endif

@@ -28,10 +28,6 @@ double askSpacing(std::string_view prompt) {
 }
 
 void takeOverTemplate(const RunOptions& options) {
-    if (options.grid) {
-        DMESSAGE("WARNING - The -grid option is ignored, the cell size is taken from " + options.likeGrid);
-        DROP_GRID();
-    }
     const ExternalGrid external = READ_EXTERNAL_GRID_HEADER(options.likeGrid);
     templateGrid = external.grid;
     if (!external.projection.empty()) SET_PROJECTION(external.projection);
