@@ -4,6 +4,10 @@
 #include "inputs/mesh.h"
 #include "raster/grid.h"
 
+#include <string_view>
+
+constexpr std::string_view OUT_OF_MEMORY = "ERROR - Could not allocate enough memory (RAM).";
+
 /// The grid over all nodes that are not excluded, without values. spacing: cell size in map units.
 /// The corner is the smallest x and y of those nodes in both layouts. Columns and rows: whole cells that fit into the extent, one more of
 /// each in the node layout (cellCentred false).

@@ -4,7 +4,7 @@
 #include "inputs/mesh.h"
 #include "raster/grid.h"
 
-#include <cstddef>
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -15,26 +15,29 @@ enum class PlanKind : std::uint8_t {
     Cells     ///< one value per element
 };
 
-/// A run of cells of one row that lie in the same triangles of a piece.
-struct PlanSpan {
-    std::int32_t column = 0;   ///< first column, from 1
-    std::uint32_t packed = 0;  ///< from the lowest bit: 27 bits number of cells, 4 bits triangles, 1 bit set on the first span of a row
+/// The cells of one row that a piece may cover. None: a row that passes between cell points.
+struct PlanRow {
+    std::int32_t column = 1;  ///< first column, from 1
+    std::uint32_t cells = 0;
 };
 
-/// A 3- or 4-cornered piece of an element and its spans, row by row. A row that holds no cell point still has one span, of no cells.
+/// A 3- or 4-cornered piece of an element on the grid: its rows stand together, from south to north.
 struct PlanPiece {
     std::int32_t element = 0;
-    std::int32_t firstRow = 0;    ///< from 1
-    std::uint32_t spanCount = 0;
-    std::uint32_t piece = 0;      ///< 0-3: which quad of a 9-node quad; else 0
+    std::array<std::int32_t, 4> nodes{};  ///< corners; the fourth is 0 in a triangle
+    std::int32_t firstRow = 0;            ///< from 1
+    std::uint32_t rows = 0;
+    std::uint16_t sets = 0;               ///< bit s: s occurs among the sets of triangles of its cells; 0: every cell lies in the whole piece
+    std::uint16_t corners = 0;            ///< 3 or 4
 };
 
 /// The pieces of a range of elements, in the order of the elements.
 struct PlanChunk {
     std::int32_t firstElement = 1;
-    std::int32_t endElement = 1;  ///< one behind the last
+    std::int32_t endElement = 1;       ///< one behind the last
     std::vector<PlanPiece> pieces;
-    std::vector<PlanSpan> spans;
+    std::vector<PlanRow> rows;         ///< of all pieces, in their order
+    std::vector<std::uint8_t> sets;    ///< per cell of the pieces that have sets: the triangles it lies in (raster/element_pieces.h)
 };
 
 struct GridPlan {

@@ -1,0 +1,290 @@
+#include "raster/mesh_to_grid.h"
+
+#include "console_of.h"
+#include "geometry/no_value.h"
+#include "raster/grid_extent.h"
+#include "raster/lattice_mesh.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+Grid header(std::int32_t ncols, std::int32_t nrows, double xll, double yll, double cellSize) { return {ncols, nrows, xll, yll, cellSize, {}}; }
+
+/// The grid of one output time, which must be the same however much of the plan is kept from an earlier time.
+std::vector<float> gridded(const Mesh& mesh, const Results& results, const Grid& grid, PlanKind kind = PlanKind::Nodes, const VectorChoice& choice = {}) {
+    ConsoleCapture quiet;
+    GridRun once = START_GRID(grid, kind, false, false);
+    GRID_RESULTS(once, mesh, results, choice);
+    CHECK(once.plan.chunks.empty());
+    GridRun kept = START_GRID(grid, kind, false, true);
+    Results dry = results;
+    dry.wet.assign(mesh.elements.size(), 0);
+    GRID_RESULTS(kept, mesh, dry, choice);  // elements that fall dry here must come back at the next time
+    CHECK(kept.plan.chunks.size() >= 1);
+    GRID_RESULTS(kept, mesh, results, choice);
+    CHECK(kept.grid.values == once.grid.values);
+    return once.grid.values;
+}
+
+bool near(float value, double expected, double tolerance) { return std::abs(static_cast<double>(value) - expected) <= tolerance; }
+
+}  // namespace
+
+TEST_CASE("a plane comes back at every cell inside the mesh, and nothing outside it") {
+    struct { Lattice lattice; double spacing; } const rows[] = {
+        {{}, 4.0},                                                        // points on edges, diagonals and nodes
+        {{.triangleEvery = 0}, 20.0 / 3.0},                               // the same on quads alone
+        {{.side = 0.7, .x0 = 512345.6, .y0 = 6234567.8}, 0.28},           // lost digits open holes along edges
+        {{.angle = 0.4, .x0 = 512345.67, .y0 = 6234567.89, .jitter = 0.3}, 1.3},
+        {{.side = 0.5, .angle = std::atan(1.0), .x0 = 5e5, .y0 = 6e6}, std::sqrt(0.5) / 5.0},  // points along turned edges and diagonals
+        {{.angle = std::atan(0.5), .x0 = 5e5, .y0 = 6e6, .triangleEvery = 1}, std::sqrt(5.0)},
+        {{.side = 1e-5, .angle = 1.0, .x0 = -120.5, .y0 = 38.2, .jitter = 0.3, .triangleEvery = 3}, 3e-6},  // degrees
+        {{.angle = 0.2, .jitter = 0.2}, 37.0},                            // elements between the cell points
+    };
+    for (const auto& r : rows) {
+        const Mesh mesh = latticeMesh(r.lattice);
+        const double unit = r.lattice.side;
+        const auto plane = [&](double x, double y) { return (x - r.lattice.x0) / unit + 10.0 * (y - r.lattice.y0) / unit; };
+        const Grid grid = LAYOUT_GRID(mesh, r.spacing, false);
+        const std::vector<float> values = gridded(mesh, nodeResults(mesh, plane), grid);
+        int holes = 0, wrong = 0, spills = 0, inside = 0;
+        for (std::int32_t row = 1; row <= grid.nrows; ++row)
+            for (std::int32_t column = 1; column <= grid.ncols; ++column) {
+                const double x = CELL_X(grid, column), y = CELL_Y(grid, row);
+                const double east = (x - r.lattice.x0) / unit, north = (y - r.lattice.y0) / unit;
+                const double c = std::cos(r.lattice.angle), s = std::sin(r.lattice.angle);
+                const double u = east * c + north * s, v = north * c - east * s;
+                const double depth = std::min(std::min(u, v), std::min(r.lattice.cells - u, r.lattice.cells - v));  // inside the field
+                const float value = values[CELL_INDEX(grid, column, row)];
+                inside += depth > 1e-4 ? 1 : 0;
+                holes += depth > 1e-4 && IS_MISSING(value) ? 1 : 0;
+                spills += depth < -1e-4 && value != NO_VALUE ? 1 : 0;
+                wrong += !IS_MISSING(value) && !near(value, plane(x, y), 2e-5) ? 1 : 0;
+            }
+        CAPTURE(r.spacing);
+        CHECK(holes == 0);
+        CHECK(spills == 0);
+        CHECK(wrong == 0);
+        CHECK(inside >= 4);
+    }
+}
+
+TEST_CASE("a quad takes the mean of its triangles at each point, three on a diagonal and four where they cross") {
+    constexpr float T = 1.0F / 3.0F;
+    const float none = NO_VALUE, nan = std::numeric_limits<float>::quiet_NaN();
+    struct { float farCorner; std::vector<float> expected; } const rows[] = {  // 0 at the other corners
+        {6.0F, {2 * T, 0.5F, T, 0.5F, 1.5F, 2.5F, T, 2.5F, 14 * T}},
+        {nan, {0, 0, 0, 0, 0, none, 0, none, none}},        // the triangle without that corner is left
+        {-99998.5F, {0, 0, 0, 0, 0, none, 0, none, none}},
+    };
+    const Lattice places[] = {{1, 3.0}, {1, 3.0, 0.0, 6.0e5, 6.0e6}, {1, 0.03, 0.0, 6.0e5 + 0.7, 6.0e6 + 0.1}};  // the last one rounded
+    for (Lattice place : places)
+        for (const bool reversed : {false, true}) {
+            place.triangleEvery = 0;
+            Mesh mesh = latticeMesh(place);
+            auto& nodes = mesh.elements[1].nodes;
+            if (reversed) std::swap(nodes[0], nodes[2]);
+            const Grid grid = header(3, 3, place.x0, place.y0, place.side / 3.0);
+            Results results = nodeResults(mesh, [](double, double) { return 0.0; });
+            for (const auto& r : rows) {
+                results.x[4] = r.farCorner;
+                const std::vector<float> values = gridded(mesh, results, grid);
+                for (std::size_t i = 0; i < 9; ++i) CHECK(near(values[i], static_cast<double>(r.expected[i]), 1e-6));
+            }
+            results.x[1] = NO_VALUE;
+            CHECK(gridded(mesh, results, grid) == std::vector<float>(9, none));
+        }
+}
+
+TEST_CASE("grids agree with a plain loop over elements, also where quads are concave or crossed") {
+    const Lattice rough{.cells = 8, .angle = 0.7, .x0 = 3e5, .y0 = 6e6, .jitter = 0.6, .triangleEvery = 4};
+    const Lattice onEdge{.cells = 4, .angle = std::atan(1.0), .triangleEvery = 3};  // diagonals along the rows
+    const double half = std::sqrt(50.0);                                            // of a diagonal
+    struct { Lattice lattice; Grid grid; } const rows[] = {
+        {rough, header(80, 110, 3e5 - 50.0, 6e6, 1.1)},  // rows of more than eight cells
+        {rough, header(20, 20, 3e5 - 50.0, 6e6, 6.1)},
+        {onEdge, header(41, 33, -3.0 * half - 0.2, -half / 8.0, half / 4.0)},
+    };
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> value(-50.0, 50.0);
+    for (const auto& r : rows) {
+        const Mesh mesh = latticeMesh(r.lattice);
+        Results results = nodeResults(mesh, [&](double, double) { return value(random); });
+        for (std::size_t id = 5; id < results.x.size(); id += 17) results.x[id] = id % 2 == 0 ? NO_VALUE : std::numeric_limits<float>::infinity();
+        for (std::size_t id = 3; id < results.wet.size(); id += 7) results.wet[id] = 0;
+        const std::vector<float> values = gridded(mesh, results, r.grid);
+        int wrong = 0, covered = 0;
+        for (std::int32_t row = 1; row <= r.grid.nrows; ++row)
+            for (std::int32_t column = 1; column <= r.grid.ncols; ++column) {
+                const double expected = plainSample(mesh, results, CELL_X(r.grid, column), CELL_Y(r.grid, row)).value;
+                wrong += near(values[CELL_INDEX(r.grid, column, row)], expected, 1e-4) ? 0 : 1;
+                covered += expected > HIGHEST_MISSING ? 1 : 0;
+            }
+        CHECK(wrong == 0);
+        CHECK(covered > 80);
+    }
+}
+
+TEST_CASE("a plan that outgrows its memory goes on with what it has") {
+    const Mesh mesh = latticeMesh({.cells = 100, .angle = 0.1, .jitter = 0.3});
+    const Results results = nodeResults(mesh, [](double x, double y) { return std::sin(x) * y; });
+    ConsoleCapture quiet;
+    GridRun run = START_GRID(LAYOUT_GRID(mesh, 5.0, false), PlanKind::Nodes, false, true);
+    run.plan.memoryLimit = 500000;
+    GRID_RESULTS(run, mesh, results, {});
+    CHECK(run.plan.chunks.size() == 1);
+    CHECK(run.plan.chunks[0].endElement < mesh.elementCount);
+    const std::vector<float> first = run.grid.values;
+    GRID_RESULTS(run, mesh, results, {});
+    CHECK(run.grid.values == first);
+    CHECK(first == gridded(mesh, results, run.grid));
+}
+
+TEST_CASE("values per element fill the element, the larger on a shared edge, and leave the notch of a concave quad") {
+    Mesh mesh = latticeMesh({.cells = 2, .side = 2.0, .triangleEvery = 0});
+    Results results;
+    results.cellCentred = true;
+    results.nodes = 4;
+    results.x = {0, 5, 7, 3, NO_VALUE};
+    // Points at 0.4, 1.2, 2 (the shared edges), 2.8 and 3.6.
+    const float o = NO_VALUE;
+    const std::vector<float> expected = {5, 5, 7, 7, 7, 5, 5, 7, 7, 7, 5, 5, 7, 7, 7, 3, 3, 3, o, o, 3, 3, 3, o, o};
+    CHECK(gridded(mesh, results, header(5, 5, 0, 0, 0.8), PlanKind::Cells) == expected);
+
+    Mesh arrow;
+    arrow.nodes.resize(1);
+    arrow.elements.resize(1);
+    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {6.0, 0.0}, {3.0, 2.0}, {3.0, 6.0}}) addNode(arrow, x, y);
+    addElement(arrow, 4, {1, 2, 3, 4});  // points inwards at the third corner
+    Results one;
+    one.cellCentred = true;
+    one.nodes = 1;
+    one.x = {0, 9};
+    const auto cell = [&](double x, double y, PlanKind kind) {
+        const Results per = kind == PlanKind::Cells ? one : nodeResults(arrow, [](double, double) { return 9.0; });
+        return gridded(arrow, per, header(1, 1, x - 0.5, y - 0.5, 1.0), kind)[0];
+    };
+    CHECK(cell(3.0, 1.0, PlanKind::Cells) == 9.0F);
+    CHECK(cell(1.5, 2.5, PlanKind::Cells) == 9.0F);
+    CHECK(cell(4.0, 2.5, PlanKind::Cells) == NO_VALUE);
+    CHECK(cell(4.0, 2.5, PlanKind::Nodes) == 9.0F);  // the mean rule counts the triangle of the other three corners
+}
+
+TEST_CASE("9-node quads use the quads around their centre for results and their corners for the bed") {
+    Mesh mesh;
+    mesh.nodes.resize(1);
+    mesh.elements.resize(1);
+    for (const auto& [x, y] : {std::pair{0, 0}, {4, 0}, {4, 4}, {0, 4}, {2, 0}, {4, 2}, {2, 4}, {0, 2}, {2, 2}}) addNode(mesh, x, y);
+    addElement(mesh, 9, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    Results results = nodeResults(mesh, [](double x, double y) { return x == 2 && y == 2 ? 9.0 : x == 2 || y == 2 ? 1.0 : 0.0; });
+    const auto at = [&](double x, double y) { return gridded(mesh, results, header(1, 1, x - 0.5, y - 0.5, 1.0))[0]; };
+    CHECK(at(2, 2) == 9.0F);
+    CHECK(at(2, 0) == 1.0F);
+    CHECK(at(3, 2) == 5.0F);                // half way from the centre to a mid-side
+    CHECK(at(3, 3) == doctest::Approx((0.5 * (9 + 0) + 0.5 * (1 + 1)) / 2));  // the middle of a sub-quad
+    mesh.elements[1].nodes[6] = 0;
+    CHECK(at(2, 2) == 0.0F);                // a slot is missing: the corners alone
+    mesh.elements[1].nodes[6] = 7;
+    mesh.nodes[9].z = 9.0F;
+    ConsoleCapture quiet;
+    GridRun run = START_GRID(header(1, 1, 1.5, 1.5, 1.0), PlanKind::Corners, false, false);
+    GRID_BATHYMETRY(run, mesh);
+    CHECK(run.grid.values[0] == 0.0F);
+}
+
+TEST_CASE("elements that take no part leave the grid alone, and slivers do not overshoot") {
+    Mesh mesh = latticeMesh({.cells = 3, .triangleEvery = 0});
+    mesh.elements[1].removed = true;
+    mesh.elements[2].shape = 0;
+    mesh.elements[3].nodes = {1, 2, 3, 4};  // on one line
+    mesh.nodes[16].x = std::numeric_limits<double>::quiet_NaN();  // a corner of the last element
+    const Results results = nodeResults(mesh, [](double, double) { return 0.1; });
+    const float v = 0.1F, o = NO_VALUE;
+    CHECK(gridded(mesh, results, header(3, 3, 0, 0, 10.0)) == std::vector<float>{o, o, o, v, v, v, v, v, o});
+
+    Mesh sliver;  // at heights near the tolerance of the closed test, a plane would pass its corners' values
+    sliver.nodes.resize(1);
+    sliver.elements.resize(1);
+    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {100.0, 0.0}, {60.0, 3e-7}, {40.0, 3e-7}}) addNode(sliver, x, y);
+    for (const std::int32_t last : {0, 4}) {
+        sliver.elementCount = 0;
+        addElement(sliver, last == 0 ? 3 : 4, {1, 2, 3, last});
+        const Results steep = nodeResults(sliver, [](double, double y) { return y > 0 ? 1000.0 : 0.0; });
+        for (const double below : {5e-8, -3.5e-7})
+            for (const float value : gridded(sliver, steep, header(100, 1, 0, -0.5 - below, 1.0)))
+                CHECK((value == NO_VALUE || (value >= 0.0F && value <= 1000.0F)));
+    }
+}
+
+TEST_CASE("directions turn through 180 inside an element without passing east") {
+    struct { std::vector<float> corners; bool compass; } const rows[] = {
+        {{-170, 170, 170}, false}, {{170, -170, -170}, false}, {{-170, 160, 175}, false}, {{100, -170, 150}, false},
+        {{-100, -100, 120}, false}, {{180, -90, 135}, false}, {{-170, 170, 170}, true}, {{80, 120, 95}, true},
+    };
+    Mesh mesh = latticeMesh({.cells = 1, .triangleEvery = 1});
+    for (const auto& r : rows) {
+        Results results = nodeResults(mesh, [](double, double) { return 0.0; });
+        results.vector = true;
+        results.y = results.x;
+        results.wet[2] = 0;
+        const std::size_t nodes[] = {1, 2, 4};  // of the first triangle, (0, 0) (10, 0) (10, 10)
+        for (std::size_t i = 0; i < 3; ++i) {
+            results.x[nodes[i]] = std::cos(r.corners[i] * std::atan(1.0F) / 45.0F);
+            results.y[nodes[i]] = std::sin(r.corners[i] * std::atan(1.0F) / 45.0F);
+        }
+        const std::vector<float> values = gridded(mesh, results, header(5, 5, 0, 0, 2.0), PlanKind::Nodes, {VectorScalar::Direction, 0.0F, r.compass});
+        for (std::int32_t row = 1; row <= 5; ++row)
+            for (std::int32_t column = row; column <= 5; ++column) {
+                const double x = 2.0 * column - 1.0, y = 2.0 * row - 1.0;
+                const auto fromFirst = [&](std::size_t i) { return std::remainder(static_cast<double>(r.corners[i] - r.corners[0]), 360.0); };
+                const double angle = r.corners[0] + fromFirst(1) * (x - y) / 10.0 + fromFirst(2) * y / 10.0;
+                const double expected = r.compass ? 90.0 - angle : angle;
+                const float value = values[static_cast<std::size_t>(5 * (row - 1) + column - 1)];
+                CHECK(std::abs(std::remainder(static_cast<double>(value) - expected, 360.0)) < 1e-3);
+                CHECK((r.compass ? value >= 0.0F && value < 360.0F : value > -180.0F && value <= 180.0F));
+            }
+    }
+}
+
+TEST_CASE("directions of a quad whose first corner has none turn about the others") {
+    const Mesh mesh = latticeMesh({.cells = 1, .triangleEvery = 0});
+    Results results = nodeResults(mesh, [](double, double) { return 0.0; });
+    results.vector = true;
+    results.x = {0, NO_VALUE, -1, -1, -1};
+    results.y = {0, NO_VALUE, 0.1F, -0.1F, 0.1F};
+    for (const double at : {6.0, 7.0, 9.0})
+        CHECK(std::abs(gridded(mesh, results, header(1, 1, at - 0.5, at - 0.5, 1.0), PlanKind::Nodes, {VectorScalar::Direction, 0.0F, false})[0]) > 174.0F);
+}
+
+TEST_CASE("a grid run says its steps in order, and refuses what it cannot hold") {
+    const Mesh mesh = latticeMesh({.cells = 10});
+    Results results = nodeResults(mesh, [](double, double) { return 1.0; });
+    results.vector = true;
+    results.y = results.x;
+    const auto said = consoleOf([&] {
+        GridRun run = START_GRID(LAYOUT_GRID(mesh, 2.5, false), PlanKind::Nodes, true, false);
+        GRID_RESULTS(run, mesh, results, {VectorScalar::Direction, 0.0F, false});
+        CHECK(run.grid.values[0] == 45.0F);
+    });
+    CHECK(said ==
+          "Allocating RAM, for grid interpolation.\nAllocating 7Kb vector memory...\nGrid Size: 2.5\nGrid Dimensions: 41 high by 41 wide\n"
+          "Vector input and raster output, using direction.\n   ... done.\nProcessing 150 elements...\nElement: 150\nFinished processing.\n"
+          "Filtering values >360 for -va option.\n   Done.\n");
+    struct { std::int32_t ncols, nrows; } const tooMany[] = {{2147483647, 2147483647}, {2147483647, 2000000}, {100000000, 100000000}};
+    for (const auto& r : tooMany) {
+        const std::string refused = consoleOf([&] { START_GRID(header(r.ncols, r.nrows, 0, 0, 1), PlanKind::Nodes, false, false); });
+        CHECK(refused.find("ERROR - Could not allocate enough memory (RAM).") != std::string::npos);
+        CHECK(refused.ends_with("<stopped>"));
+    }
+}

@@ -1,0 +1,47 @@
+#include "raster/node_scalars.h"
+
+#include "console_of.h"
+#include "geometry/no_value.h"
+
+#include <doctest/doctest.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+TEST_CASE("NODE_SCALARS makes one scalar of each vector") {
+    Results results;
+    results.vector = true;
+    results.x = {0, 3, -2, -1, 0, NO_VALUE, 1};
+    results.y = {0, 4, -0.0F, -1e-9F, 0, 1, std::numeric_limits<float>::quiet_NaN()};
+    const float o = NO_VALUE;
+    struct { VectorChoice choice; std::vector<float> expected; std::string said; } const rows[] = {
+        {{}, {o, 5, 2, 1, 0, o, o},
+         "Vector input and raster output, converting vectors to scalar...\n   ... done converting vector to scalar.\n"},
+        {{VectorScalar::XComponent, 0.0F, false}, {o, 3, -2, -1, 0, o, o}, "Vector input and raster output, using X direction component.\n   ... done.\n"},
+        {{VectorScalar::YComponent, 0.0F, false}, {o, 4, 0, -1e-9F, 0, o, o}, "Vector input and raster output, using Y direction component.\n   ... done.\n"},
+        {{VectorScalar::XComponent, 30.0F, false}, {o, 4.5980762F, -1.7320508F, -0.8660254F, 0, o, o}, "Vector input and raster output, using X direction component.\n   ... done.\n"},
+        {{VectorScalar::YComponent, 30.0F, false}, {o, 1.9641016F, 1, 0.5F, 0, o, o}, "Vector input and raster output, using Y direction component.\n   ... done.\n"},
+        {{VectorScalar::Direction, 30.0F, false}, {o, 53.130102F, 180, 180, 0, o, o}, "Vector input and raster output, using direction.\n   ... done.\n"},
+    };
+    for (const auto& r : rows) {
+        std::vector<float> scalars(99, 1.0F);
+        CHECK(consoleOf([&] { NODE_SCALARS(results, r.choice, false, scalars); }) == r.said);
+        REQUIRE(scalars.size() == r.expected.size());
+        for (std::size_t i = 0; i < scalars.size(); ++i) CHECK(scalars[i] == doctest::Approx(r.expected[i]));
+    }
+    std::vector<float> scalars;
+    const std::string refused = consoleOf([&] { NODE_SCALARS(results, {VectorScalar::Direction, 0.0F, false}, true, scalars); });
+    CHECK(refused.find("ERROR - \"-va\" not supported for high res results.") == 0);
+    CHECK(refused.ends_with("<stopped>"));
+}
+
+TEST_CASE("directions are filtered above 180 and turned into bearings") {
+    Grid grid;
+    grid.values = {180.0F, 180.5F, 540.0F, -90.0F, NO_VALUE};
+    FILTER_DIRECTIONS(grid);
+    CHECK(grid.values == std::vector<float>{180.0F, -179.5F, 180.0F, -90.0F, NO_VALUE});
+    grid.values = {0, 90, 180, -90, -179.5F, 90.00001F, NO_VALUE};
+    DIRECTIONS_TO_BEARINGS(grid);
+    CHECK(grid.values == std::vector<float>{90, 0, 270, 180, 269.5F, 0, NO_VALUE});
+}
