@@ -39,10 +39,16 @@ std::string timeText(float time, bool seconds, int decimals) {
     return padded(text, seconds ? SECOND_DIGITS : HOUR_DIGITS);
 }
 
-/// A threshold behind its marker's offset, to the hundredth that single precision still holds there: 100005 -> "5", 100000.1 -> "0.1".
+/// A threshold behind its marker's offset, with the fewest decimals that single precision tells apart there: 100005 -> "5", and 200000.1,
+/// which is stored as 200000.09375, -> "0.1".
 std::string thresholdText(float time, float offset) {
-    std::string text = AREALD8(static_cast<double>(time) - static_cast<double>(offset), 2);
-    text.resize(text.find_last_not_of('0') + 1);
+    std::string text;
+    for (int decimals = 0; decimals <= MOST_TIME_DECIMALS; ++decimals) {
+        text = AREALD8(static_cast<double>(time) - static_cast<double>(offset), decimals);
+        double shown = 0.0;
+        std::from_chars(text.data(), text.data() + text.size(), shown);
+        if (static_cast<float>(static_cast<double>(offset) + shown) == time) break;
+    }
     if (text.ends_with('.')) text.pop_back();
     return text;
 }
