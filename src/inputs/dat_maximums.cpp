@@ -73,7 +73,8 @@ void EXTRACT_DAT_MAXIMUMS() {
         STOP_RUN("ERROR - " + GETNAM(dat.file) + " begins with times of maximum; there is no timestep to extract maximums from.");
     } else {
         foldSteps(stop, kept);
-        if (!IS_TIME_MARKER(dat.steps[stop].time)) DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
+        // In a file that counts seconds an ordinary time may look like a marker: only a step of times of maximum is left out without a word.
+        if (!isMarker(dat.steps[stop].time, TIME_TMAX)) DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
     }
     kept.time = TIME_MAXIMUM;
     kept.endReached = true;

@@ -1,5 +1,6 @@
 #include "run_control/driver.h"
 
+#include "gis/layers.h"
 #include "inputs/mesh.h"
 #include "inputs/mesh_reader.h"
 #include "inputs/results.h"
@@ -16,6 +17,7 @@
 #include "run_control/switch_checks.h"
 #include "run_control/usage.h"
 #include "run_control/world_file.h"
+#include "vector_outputs/vector_output.h"
 
 namespace {
 
@@ -24,6 +26,7 @@ void initialiseRun() {
     INITIALISE_FILES();
     INITIALISE_MESH();
     INITIALISE_RESULTS();
+    gisInitialise();
 }
 
 void explainWrongSwitches() {
@@ -103,6 +106,7 @@ void CONVERT(int argc, const char* const argv[]) {
     CHOOSE_GRID();
     REPORT("Allocating results storage...");
     reportRemovedNodes();
+    if (IS_VECTOR_OUTPUT()) REPORT_POINT_FILTER(MESH());
     convertInput();
     REPORT("Finished.");
     finish();

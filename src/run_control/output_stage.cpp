@@ -10,13 +10,17 @@
 #include "run_control/options.h"
 #include "run_control/projection.h"
 #include "text_utils/paths.h"
+#include "vector_outputs/vector_output.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
 
-GridRun gridRun;  // lives from the first output to the end: the cells of each element are found once
+// They live from the first output to the end: the cells of each element are found once.
+GridRun gridRun;
+VectorRun vectorRun;
 
 GridFormat rasterFormat() { return OPTIONS().flt ? GridFormat::Float : GridFormat::Ascii; }
 
@@ -31,15 +35,41 @@ void writeGrid(OutputLabel label) {
     WRITE_GRID(rasterFormat(), OUTPUT_NAME(label, rasterFiles()), gridRun.grid, precision, PROJECTION().text);
 }
 
+void startVectorRun(bool vector, bool cellCentred, bool severalTimes) {
+    if (!OPTIONS().grid) {
+        vectorRun = START_VECTOR_OUTPUTS(MESH(), nullptr, vector, cellCentred, severalTimes);
+        return;
+    }
+    const Grid header = GRID_HEADER(cellCentred);
+    vectorRun = START_VECTOR_OUTPUTS(MESH(), &header, vector, cellCentred, severalTimes);
+}
+
+void rasterBathymetry(OutputLabel label) {
+    gridRun = START_GRID(GRID_HEADER(false), PlanKind::Corners, false, false);
+    GRID_BATHYMETRY(gridRun, MESH());
+    writeGrid(std::move(label));
+}
+
+void vectorBathymetry(const OutputLabel& label) {
+    if (OPTIONS().grid) {
+        DMESSAGE("WARNING - Grid option not supported when converting .2dm to .mif or .shp");
+        REPORT("Use -asc output to convert elevations to a regular raster grid.");
+        DROP_GRID();
+    }
+    startVectorRun(false, false, false);
+    WRITE_MESH_LAYER(vectorRun, OUTPUT_NAME(label, VECTOR_FILES()));
+}
+
 }  // namespace
 
 void CHECK_OUTPUT_STAGE() {
     const RunOptions& options = OPTIONS();
     if (options.cp || options.lp) STOP_RUN("ERROR - Long profile (-lp) and calibration point (-cp) outputs are not supported by this build.");
-    if (!options.raster()) STOP_RUN("ERROR - Vector (-mif, -shp) and text (-txt) outputs are not supported by this build.");
+    if (IS_VECTOR_OUTPUT()) CHECK_VECTOR_SWITCHES();
 }
 
 void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
+    if (IS_VECTOR_OUTPUT()) return startVectorRun(vector, cellCentred, severalTimes);
     const PlanKind kind = cellCentred ? PlanKind::Cells : PlanKind::Nodes;
     gridRun = START_GRID(GRID_HEADER(cellCentred), kind, vector, severalTimes);
 }
@@ -47,6 +77,10 @@ void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
 void OUTPUT_RESULTS(const Results& results, OutputLabel label) {
     label.time = results.time;
     label.vector = results.vector;
+    if (IS_VECTOR_OUTPUT()) {
+        if (OPTIONS().grid) label.gridSize = OPTIONS().gridSpacing;
+        return WRITE_RESULTS_LAYER(vectorRun, results, OUTPUT_NAME(label, VECTOR_FILES()));
+    }
     GRID_RESULTS(gridRun, MESH(), results, VECTOR_CHOICE(OPTIONS()));
     writeGrid(std::move(label));
 }
@@ -55,7 +89,6 @@ void OUTPUT_BATHYMETRY() {
     OutputLabel label;
     label.base = FILENAMEPATH(INPUT_FILES().input);
     label.timed = false;
-    gridRun = START_GRID(GRID_HEADER(false), PlanKind::Corners, false, false);
-    GRID_BATHYMETRY(gridRun, MESH());
-    writeGrid(std::move(label));
+    if (IS_VECTOR_OUTPUT()) return vectorBathymetry(label);
+    rasterBathymetry(std::move(label));
 }
