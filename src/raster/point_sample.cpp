@@ -1,6 +1,7 @@
 #include "raster/point_sample.h"
 
 #include "geometry/no_value.h"
+#include "inputs/one_d_triangles.h"
 #include "raster/element_pieces.h"
 
 #include <algorithm>
@@ -144,6 +145,7 @@ float valueInElement(const Mesh& mesh, const PointIndex& index, std::int32_t id,
 PointIndex INDEX_ELEMENTS(const Mesh& mesh, PlanKind kind) {
     PointIndex index;
     index.kind = kind;
+    index.oneD = ONE_D_TRIANGLES(mesh);
     Box whole;
     for (const MeshElement& element : mesh.elements) {
         if (PIECE_COUNT(element, kind) == 0) continue;
@@ -173,7 +175,8 @@ PointSample SAMPLE_POINT(const PointIndex& index, const Mesh& mesh, std::span<co
     PointSample sample;
     if (index.starts.empty() || !std::isfinite(x) || !std::isfinite(y)) return sample;
     const auto offer = [&](std::int32_t id) {
-        if (!wet.empty() && wet[static_cast<std::size_t>(id)] == 0) return;
+        const auto at = static_cast<std::size_t>(id);
+        if (!wet.empty() && wet[at] == 0 && (index.oneD.empty() || index.oneD[at] == 0)) return;
         const float value = valueInElement(mesh, index, id, values, x, y);
         if (IS_MISSING(value) || value < sample.value || (value == sample.value && id < sample.element)) return;
         sample = {value, id};
@@ -183,6 +186,5 @@ PointSample SAMPLE_POINT(const PointIndex& index, const Mesh& mesh, std::span<co
     const std::size_t bucket = row * static_cast<std::size_t>(index.columns) + column;
     for (std::uint32_t i = index.starts[bucket]; i < index.starts[bucket + 1]; ++i) offer(index.elements[i]);
     for (const std::int32_t id : index.wideElements) offer(id);
-    // Triangles of 1D water-level lines join the same maximum here, without regard to the flags and with water levels of their own.
     return sample;
 }

@@ -17,6 +17,7 @@ struct PointIndex {
     std::vector<std::uint32_t> starts;                ///< per bucket, row by row from the south-west: its first entry in `elements`
     std::vector<std::int32_t> elements;
     std::vector<std::int32_t> wideElements;           ///< those that touch too many buckets to be listed in each
+    std::vector<std::uint8_t> oneD;                   ///< per element, numbered from 1: 1 for a triangle of a 1D water-level line; empty for none
 };
 
 struct PointSample {
@@ -28,7 +29,8 @@ struct PointSample {
 PointIndex INDEX_ELEMENTS(const Mesh& mesh, PlanKind kind);
 
 /// The largest value at (x, y) among the active elements that contain the point, edges and corners included; the element is the
-/// last one in numbering order that gave that value. values: per node, or per element for PlanKind::Cells, numbered from 1; vectors as their
-/// magnitudes. wet: per element, numbered from 1; empty when everything is wet.
+/// last one in numbering order that gave that value. Triangles of 1D water-level lines count whatever their flags say.
+/// values: per node, or per element for PlanKind::Cells, numbered from 1; vectors as their magnitudes. wet: per element, numbered from 1; empty
+/// when everything is wet.
 PointSample SAMPLE_POINT(const PointIndex& index, const Mesh& mesh, std::span<const float> values, std::span<const std::uint8_t> wet,
                          double x, double y);
