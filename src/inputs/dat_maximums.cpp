@@ -73,8 +73,11 @@ void EXTRACT_DAT_MAXIMUMS() {
         STOP_RUN("ERROR - " + GETNAM(dat.file) + " begins with times of maximum; there is no timestep to extract maximums from.");
     } else {
         foldSteps(stop, kept);
-        // In a file that counts seconds an ordinary time may look like a marker: only a step of times of maximum is left out without a word.
-        if (!isMarker(dat.steps[stop].time, TIME_TMAX)) DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
+        // In a file that counts seconds an ordinary time may look like a marker: only times of maximum and minimums, which no time looks like, are
+        // left out without a word.
+        const float leftOut = dat.steps[stop].time;
+        if (!isMarker(leftOut, TIME_TMAX) && !isMarker(leftOut, TIME_MINIMUM))
+            DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
     }
     kept.time = TIME_MAXIMUM;
     kept.endReached = true;
