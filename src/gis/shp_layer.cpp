@@ -1,15 +1,158 @@
-#include "gis/layer_table.h"
-#include "run_control/exits.h"
+#include "gis/shp_layer.h"
 
-void shpOpen(GisLayer&) { SHOULD_NOT_BE_HERE("shpOpen"); }
-void shpClose(GisLayer&) { SHOULD_NOT_BE_HERE("shpClose"); }
-void shpReadHeader(GisLayer&) { SHOULD_NOT_BE_HERE("shpReadHeader"); }
-void shpWriteHeader(GisLayer&) { SHOULD_NOT_BE_HERE("shpWriteHeader"); }
-std::int64_t shpNumberRecords(GisLayer&) { SHOULD_NOT_BE_HERE("shpNumberRecords"); }
-GisRead shpObjectType(GisLayer&, GisObject&) { SHOULD_NOT_BE_HERE("shpObjectType"); }
-GisRead shpReadObject(GisLayer&, GisObject&) { SHOULD_NOT_BE_HERE("shpReadObject"); }
-GisRead shpReadRecord(GisLayer&, std::string&) { SHOULD_NOT_BE_HERE("shpReadRecord"); }
-void shpGotoBeginningOfData(GisLayer&) { SHOULD_NOT_BE_HERE("shpGotoBeginningOfData"); }
-void shpWriteObject(GisLayer&, const GisObject&) { SHOULD_NOT_BE_HERE("shpWriteObject"); }
-bool shpWriteRecord(GisLayer&, std::string_view, bool) { SHOULD_NOT_BE_HERE("shpWriteRecord"); }
-void shpWriteEoF(GisLayer&) { SHOULD_NOT_BE_HERE("shpWriteEoF"); }
+#include "gis/prj_file.h"
+#include "gis/shp_header.h"
+#include "gis/shp_index.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+#include "text_utils/paths.h"
+#include "text_utils/text.h"
+
+#include <optional>
+#include <utility>
+
+namespace {
+
+void checkExtension(const GisLayer& layer) {
+    const std::string_view expected = layer.tableOnly ? ".dbf" : ".shp";
+    if (ASAME(FILEEXT(layer.path), expected)) return;
+    REPORT(layer.path);
+    STOP_RUN("ERROR 0426 - " + std::string(expected) + " file not specified.");
+}
+
+void openOne(GisLayer& layer, std::size_t place, const std::string& name, std::string_view kind) {
+    const bool input = layer.mode == GisMode::Input;
+    GisFile& file = layer.files[place];
+    file = GisFile{};
+    file.handle = OPEN_FILE(name, input ? "I " : "O ", kind);
+    if (input)
+        file.bytes = FILE_LENGTH(file.handle);
+    else
+        layer.shp->blocks[place] = OutputBlock(file.handle);
+}
+
+/// A companion belongs to the name that was asked for, so that another name is no answer when it is missing.
+void openCompanion(GisLayer& layer, std::size_t place, std::string_view kind) {
+    const std::string name = layer.shp->base + "." + std::string(kind);
+    if (layer.mode == GisMode::Input && !FIND_FILE(name)) STOP_RUN("ERROR - Could not find " + name + ", which belongs to " + layer.path + ".");
+    openOne(layer, place, name, kind);
+}
+
+/// True when the .cpg file names UTF-8; every other table is taken to be in code page 1252.
+bool tableIsUtf8(const std::string& base) {
+    const std::optional<std::string> name = FIND_FILE(base + ".cpg");
+    if (!name) return false;
+    const int file = OPEN_FILE(*name, "I ", "cpg");
+    std::string line;
+    READLINE(file, line);
+    CLOSE_FILE(file);
+    return ASAME(line, "UTF-8") || ASAME(line, "UTF8") || ASAME(line, "65001");
+}
+
+void readShpHeader(GisLayer& layer) {
+    const GisFile& file = layer.files[SHP];
+    std::array<char, SHP_HEADER_BYTES> bytes{};
+    const std::int64_t got = SEEK_FILE(file.handle, 0) ? READ_BYTES(file.handle, bytes.data(), bytes.size()) : -1;
+    if (got < 0) STOP_AT(layer, SHP, LAST_FILE_ERROR(file.handle), "ERROR 0427 - Reading .shp file header.");
+    if (got < static_cast<std::int64_t>(bytes.size())) STOP_AT(layer, SHP, "", "ERROR 0428 - End of .shp file encountered whilst reading header.");
+    const ShpHeader header = SHP_HEADER_OF(bytes.data());
+    REPORT("File Code: " + std::to_string(header.fileCode));
+    REPORT("Length: " + std::to_string(header.lengthWords));
+    REPORT("Shapefile Version: " + std::to_string(header.version));
+    REPORT("Type: " + std::string(SHP_TYPE_NAME(header.shapeType)));
+    if (header.fileCode != SHP_FILE_CODE) STOP_AT(layer, SHP, "it does not begin as a shapefile does.", "ERROR 0427 - Reading .shp file header.");
+    layer.shp->shapeType = header.shapeType;
+    layer.shp->dataEnd = std::int64_t{2} * header.lengthWords;
+    if (layer.shp->dataEnd < static_cast<std::int64_t>(SHP_HEADER_BYTES))
+        STOP_AT(layer, SHP, "the length in its header is too small.", "ERROR 0427 - Reading .shp file header.");
+}
+
+void reportFields(const DbfTable& table) {
+    REPORT("DBF Fields (Name [#/Type/Length]):");
+    for (std::size_t i = 0; i < table.fields.size(); ++i) {
+        const DbfField& field = table.fields[i];
+        REPORT("   " + field.name + " [" + std::to_string(i + 1) + "/" + field.type + "/" + std::to_string(field.width) + "]");
+    }
+    REPORT("DBF file contains " + std::to_string(table.records) + " records.");
+}
+
+GisShape shapeOf(std::int32_t type) {
+    const bool known = SHP_TYPE_SUPPORTED(type) && type != SHP_NULL;
+    return known ? static_cast<GisShape>(type) : GisShape::Any;
+}
+
+}  // namespace
+
+void REPORT_PLACE(const GisLayer& layer, std::size_t file, std::string_view why) {
+    const GisFile& at = layer.files[file];
+    std::string place = GETNAM(at.handle);
+    if (at.count > 0) place += (file == DBF ? ", record " : ", object ") + std::to_string(at.count);
+    REPORT(why.empty() ? place : place + ": " + std::string(why));
+}
+
+void STOP_AT(const GisLayer& layer, std::size_t file, std::string_view why, std::string_view message) {
+    REPORT_PLACE(layer, file, why);
+    STOP_RUN(message);
+}
+
+GisRead FAILED_AT(const GisLayer& layer, std::size_t file, std::string_view why, std::string_view message) {
+    REPORT_PLACE(layer, file, why);
+    DMESSAGE(message);
+    return GisRead::Failed;
+}
+
+void shpOpen(GisLayer& layer) {
+    if (layer.mode != GisMode::Input && layer.mode != GisMode::Output) SHOULD_NOT_BE_HERE("OpenshpFile");
+    checkExtension(layer);
+    layer.shp = std::make_shared<ShpLayer>();
+    layer.shp->base = FILENAMEPATH(layer.path);
+    if (layer.tableOnly) {
+        openOne(layer, DBF, layer.path, "dbf");
+    } else {
+        openOne(layer, SHP, layer.path, "shp");
+        if (layer.mode == GisMode::Input) layer.shp->base = FILENAMEPATH(GETNAM(layer.files[SHP].handle));  // another name may have been answered
+        openCompanion(layer, SHX, "shx");
+        openCompanion(layer, DBF, "dbf");
+    }
+    if (layer.mode != GisMode::Input) return;
+    layer.shp->utf8 = tableIsUtf8(layer.shp->base);
+    if (!layer.tableOnly) CHECK_PRJ(layer.shp->base);
+}
+
+void shpClose(GisLayer& layer) {
+    for (GisFile& file : layer.files)
+        if (file.handle != 0) CLOSE_FILE(std::exchange(file.handle, 0));
+    layer.shp.reset();
+}
+
+void shpReadHeader(GisLayer& layer) {
+    ShpLayer& shp = *layer.shp;
+    const GisFile& dbf = layer.files[DBF];
+    if (!layer.tableOnly) {
+        readShpHeader(layer);
+        shp.indexed = READ_SHX_COUNT(layer.files[SHX].handle);
+        layer.header.shape = shapeOf(shp.shapeType);
+    }
+    if (!SEEK_FILE(dbf.handle, 0)) STOP_AT(layer, DBF, LAST_FILE_ERROR(dbf.handle), "ERROR 0403 - Reading .dbf file header.");
+    shp.table = READ_DBF_HEADER(dbf.handle, shp.utf8);
+    shp.record.resize(static_cast<std::size_t>(shp.table.recordBytes));
+    reportFields(shp.table);
+    layer.header.attributes.clear();
+    for (const DbfField& field : shp.table.fields) layer.header.attributes.push_back({field.name, ATTRIBUTE_TYPE_OF(field)});
+    shpGotoBeginningOfData(layer);
+}
+
+std::int64_t shpNumberRecords(GisLayer& layer) { return layer.shp->table.records; }
+
+void shpGotoBeginningOfData(GisLayer& layer) {
+    ShpLayer& shp = *layer.shp;
+    for (GisFile& file : layer.files) file.count = 0;
+    shp.recordState = DbfRecord::None;
+    shp.shape = ShpRecord{};
+    shp.next = SHP_HEADER_BYTES;
+    shp.position = -1;  // wherever the file stands, the next object looks for its place
+    shp.endChecked = false;
+    if (!SEEK_FILE(layer.files[DBF].handle, shp.table.headerBytes))
+        STOP_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0407 - Reading .dbf record.");
+}

@@ -1,0 +1,135 @@
+#include "gis/dbf_header.h"
+
+#include "gis/attributes.h"
+#include "gis/code_page.h"
+#include "gis/shp_bytes.h"
+#include "run_control/console.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+#include "text_utils/text.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t START_BYTES = 32, DESCRIPTOR_BYTES = 32;
+constexpr char VERSION_WITHOUT_MEMO = 3, END_OF_FIELDS = 13;
+constexpr char LANGUAGE_1252 = 0x57;
+
+void put1u(std::string& out, std::int32_t value) {
+    if (value < 0 || value > 255) SHOULD_NOT_BE_HERE("i1u: i4 outside range");
+    out += static_cast<char>(value);
+}
+void put2u(std::string& out, std::int32_t value) {
+    if (value < 0 || value > 65535) SHOULD_NOT_BE_HERE("i2u: i4 outside range");
+    for (int i = 0; i < 2; ++i) out += static_cast<char>(value >> (8 * i));
+}
+void put4u(std::string& out, std::int64_t value) {
+    if (value < 0 || value > 4294967295) SHOULD_NOT_BE_HERE("i4u: i8 outside range");
+    for (int i = 0; i < 4; ++i) out += static_cast<char>(value >> (8 * i));
+}
+
+void putDescriptor(std::string& out, const DbfField& field) {
+    const std::size_t start = out.size();
+    ADD_AS_CODE_PAGE(out, field.name);
+    out.resize(start + DBF_NAME_WIDTH, '\0');  //  0 name
+    out += field.type;                         // 11
+    put4u(out, 0);                             // 12 address in memory
+    put1u(out, field.width);                   // 16
+    put1u(out, field.decimals);                // 17
+    out.resize(start + DESCRIPTOR_BYTES, '\0');
+}
+
+[[noreturn]] void stopReading(int file, std::string_view why, std::string_view message) {
+    REPORT(GETNAM(file) + (why.empty() ? "" : ": ") + std::string(why));
+    STOP_RUN(message);
+}
+
+void readHeaderBytes(int file, char* to, std::size_t count) {
+    const std::int64_t got = READ_BYTES(file, to, count);
+    if (got < 0) stopReading(file, LAST_FILE_ERROR(file), "ERROR 0403 - Reading .dbf file header.");
+    if (got < static_cast<std::int64_t>(count)) stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
+}
+
+DbfField fieldIn(const char* descriptor, bool nameIsUtf8) {
+    DbfField field;
+    std::string_view name(descriptor, DBF_NAME_WIDTH);
+    name = TRIMMED(name.substr(0, name.find('\0')));
+    if (nameIsUtf8)
+        field.name = name;
+    else
+        ADD_AS_UTF8(field.name, name);
+    field.type = descriptor[11];
+    field.width = static_cast<std::int32_t>(littleUnsigned(descriptor + 16, 1));
+    field.decimals = field.isNumber() ? static_cast<std::int32_t>(littleUnsigned(descriptor + 17, 1)) : 0;
+    return field;
+}
+
+void checkField(int file, const DbfField& field) {
+    if (field.width < 1)
+        stopReading(file, "field " + field.name, "ERROR 0402 - dbf field length of " + std::to_string(field.width) + " is outside allowable range of 1 to 255.");
+    if (std::string_view("CNFDLM").find(field.type) == std::string_view::npos)
+        stopReading(file, "field " + field.name + " is of a type that is not read, neither text nor number.", "ERROR 0403 - Reading .dbf file header.");
+}
+
+/// The descriptors up to the byte 13, or to the end of the header in files that leave the byte out.
+void readFields(int file, bool namesAreUtf8, DbfTable& table) {
+    std::array<char, DESCRIPTOR_BYTES> bytes{};
+    for (std::size_t at = START_BYTES; at < static_cast<std::size_t>(table.headerBytes); at += DESCRIPTOR_BYTES) {
+        readHeaderBytes(file, bytes.data(), 1);
+        if (bytes[0] == END_OF_FIELDS) break;
+        if (table.fields.size() == MOST_DBF_FIELDS) stopReading(file, "", "ERROR 0401 - Exceeded maximum number of dbf Fields.");
+        readHeaderBytes(file, bytes.data() + 1, DESCRIPTOR_BYTES - 1);
+        table.fields.push_back(fieldIn(bytes.data(), namesAreUtf8));
+        checkField(file, table.fields.back());
+    }
+    if (table.fields.empty()) stopReading(file, "", "ERROR 0319 - No attributes specified in .dbf file.");
+}
+
+}  // namespace
+
+DbfTable DBF_TABLE_OF(std::vector<DbfField> fields) {
+    DbfTable table;
+    table.recordBytes = static_cast<std::int32_t>(PLACE_FIELDS(fields));
+    table.headerBytes = static_cast<std::int32_t>(START_BYTES + DESCRIPTOR_BYTES * fields.size() + 1);
+    table.fields = std::move(fields);
+    return table;
+}
+
+std::string DBF_HEADER(const DbfTable& table) {
+    const std::time_t now = std::time(nullptr);
+    const std::tm today = *std::localtime(&now);
+    std::string out;
+    out += VERSION_WITHOUT_MEMO;    //  0
+    put1u(out, today.tm_year);      //  1 date of the last change: years since 1900,
+    put1u(out, today.tm_mon + 1);   //  2 month
+    put1u(out, today.tm_mday);      //  3 and day
+    put4u(out, table.records);      //  4 little-endian, as all that follow
+    put2u(out, table.headerBytes);  //  8
+    put2u(out, table.recordBytes);  // 10
+    out.resize(29, '\0');           // 12 reserved
+    out += LANGUAGE_1252;           // 29
+    out.resize(START_BYTES, '\0');
+    for (const DbfField& field : table.fields) putDescriptor(out, field);
+    out += END_OF_FIELDS;
+    return out;
+}
+
+DbfTable READ_DBF_HEADER(int file, bool namesAreUtf8) {
+    std::array<char, START_BYTES> start{};
+    readHeaderBytes(file, start.data(), start.size());
+    DbfTable table;
+    table.records = littleUnsigned(start.data() + 4, 4);
+    table.headerBytes = static_cast<std::int32_t>(littleUnsigned(start.data() + 8, 2));
+    table.recordBytes = static_cast<std::int32_t>(littleUnsigned(start.data() + 10, 2));
+    readFields(file, namesAreUtf8, table);
+    if (FILE_POSITION(file) > table.headerBytes) stopReading(file, "its fields are longer than its header.", "ERROR 0403 - Reading .dbf file header.");
+    if (PLACE_FIELDS(table.fields) > table.recordBytes) stopReading(file, "its fields are longer than its records.", "ERROR 0403 - Reading .dbf file header.");
+    if (table.headerBytes > FILE_LENGTH(file)) stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
+    if (!SEEK_FILE(file, table.headerBytes)) stopReading(file, LAST_FILE_ERROR(file), "ERROR 0403 - Reading .dbf file header.");
+    return table;
+}

@@ -1,0 +1,77 @@
+// Reads the records of a .dbf table. Layout: dBASE III table file: a deletion flag and the fields one after the other.
+#include "gis/code_page.h"
+#include "gis/data_line.h"
+#include "gis/shp_layer.h"
+#include "run_control/console.h"
+#include "run_control/files.h"
+#include "text_utils/text.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+void warnOfEnd(GisLayer& layer) {
+    if (std::exchange(layer.shp->warnedOfEnd, true)) return;
+    REPORT(GETNAM(layer.files[DBF].handle));
+    DMESSAGE("WARNING 0405 - Insufficient number of records found in .dbf file.");
+    REPORT("Found " + std::to_string(layer.files[DBF].count) + ", expecting " + std::to_string(layer.shp->table.records));
+}
+
+DbfRecord loadedRecord(GisLayer& layer) {
+    ShpLayer& shp = *layer.shp;
+    GisFile& file = layer.files[DBF];
+    if (file.count >= shp.table.records) return DbfRecord::End;
+    const std::int64_t got = READ_BYTES(file.handle, shp.record.data(), shp.record.size());
+    if (got < 0) return DbfRecord::Unreadable;
+    if (got < static_cast<std::int64_t>(shp.record.size())) {
+        if (got > 0 && shp.record[0] != DBF_END_OF_FILE) return DbfRecord::CutShort;
+        warnOfEnd(layer);
+        return DbfRecord::End;
+    }
+    ++file.count;
+    if (shp.record[0] == DBF_DELETED) return DbfRecord::Deleted;
+    return shp.record[0] == DBF_NOT_DELETED ? DbfRecord::Loaded : DbfRecord::Unrecognised;
+}
+
+/// Numbers travel as they stand, blank ones too. One written with a decimal comma goes in quotes, so that it stays one value.
+void addField(ShpLayer& shp, const DbfField& field, std::string& line) {
+    std::string_view value(&shp.record[field.offset], static_cast<std::size_t>(field.width));
+    value = TRIMMED(value.substr(0, value.find('\0')));  // some writers end a text with a zero byte and leave the rest as it was
+    if (field.offset > 1) line += ',';
+    if (field.isNumber() && value.find_first_of(",\"") == std::string_view::npos) {
+        line += value;
+        return;
+    }
+    if (!shp.utf8 && !IS_ASCII(value)) {
+        shp.text.clear();
+        ADD_AS_UTF8(shp.text, value);
+        value = shp.text;
+    }
+    shp.quoted.clear();
+    ADD_TEXT(shp.quoted, value);
+    line += shp.quoted;
+}
+
+}  // namespace
+
+DbfRecord LOAD_DBF_RECORD(GisLayer& layer) { return layer.shp->recordState = loadedRecord(layer); }
+
+GisRead shpReadRecord(GisLayer& layer, std::string& line) {
+    ShpLayer& shp = *layer.shp;
+    if (shp.table.fields.empty()) gisFormatCheck("gisReadRecord-dbf");  // the header has not been read
+    while (shp.recordState == DbfRecord::None || shp.recordState == DbfRecord::Deleted) LOAD_DBF_RECORD(layer);
+    line.clear();
+    switch (std::exchange(shp.recordState, DbfRecord::None)) {
+        case DbfRecord::Loaded: break;
+        case DbfRecord::Unrecognised: return FAILED_AT(layer, DBF, "", "ERROR 0406 - Unrecognised record identifier found in .dbf file.");
+        case DbfRecord::Unreadable: return FAILED_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0407 - Reading .dbf record.");
+        case DbfRecord::End:
+            if (layer.tableOnly) return GisRead::End;
+            [[fallthrough]];
+        default: return FAILED_AT(layer, DBF, "", "ERROR 0408 - End of .dbf file encountered whilst reading record.");
+    }
+    for (const DbfField& field : shp.table.fields) addField(shp, field, line);
+    return GisRead::Done;
+}

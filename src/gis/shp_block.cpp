@@ -1,0 +1,11 @@
+#include "gis/shp_block.h"
+
+#include "run_control/files.h"
+
+#include <string_view>
+#include <utility>
+
+bool OutputBlock::flush() {
+    const std::size_t count = std::exchange(used_, 0);
+    return count == 0 || WRITE_BYTES(file_, std::string_view(bytes_.data(), count));
+}

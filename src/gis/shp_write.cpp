@@ -1,0 +1,137 @@
+// Writes the objects of a shapefile set: a record of the .shp file and its place in the .shx file.
+// Layout: ESRI Shapefile Technical Description, July 1998, tables 3 to 6.
+#include "gis/shp_bytes.h"
+#include "gis/shp_header.h"
+#include "gis/shp_layer.h"
+#include "run_control/exits.h"
+#include "run_control/files.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view NOT_WRITTEN = "ERROR 0439 - Writing .shp file object coordinates.";
+constexpr std::int64_t TYPE_BYTES = 4, BOX_BYTES = 32, COUNT_BYTES = 4, VERTEX_BYTES = 16;
+
+std::int32_t shapeTypeOf(GisKind kind) {
+    const GisShape shape = gisShapeOf(kind);
+    if (shape == GisShape::Any)
+        STOP_RUN("ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " + std::string(SUPPORT_CONTACT));
+    return static_cast<std::int32_t>(shape);
+}
+
+std::int64_t contentBytes(std::int32_t type, const GisObject& o) {
+    const auto vertices = static_cast<std::int64_t>(o.vertexCount()) * VERTEX_BYTES;
+    if (type == SHP_POINT) return TYPE_BYTES + VERTEX_BYTES;
+    if (type == SHP_MULTIPOINT) return TYPE_BYTES + BOX_BYTES + COUNT_BYTES + vertices;
+    return TYPE_BYTES + BOX_BYTES + 2 * COUNT_BYTES + o.nr * COUNT_BYTES + vertices;
+}
+
+/// Looks at all three files: an object whose record no longer fits must not be begun.
+void stopBeforeLimit(GisLayer& layer, std::int64_t content) {
+    const std::array<std::int64_t, 3> coming = {content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES), SHP_RECORD_HEADER_BYTES,
+                                                layer.shp->table.recordBytes + 1};  // the table's end byte too
+    for (std::size_t place = 0; place < coming.size(); ++place)
+        if (layer.files[place].bytes + coming[place] > MOST_FILE_BYTES)
+            gisStopAtFileLimit(layer, GETNAM(layer.files[place].handle), "Use -mif or a coarser output.");
+}
+
+struct Box {
+    double xmin, ymin, xmax, ymax;
+};
+
+Box boxOf(const GisObject& o) {
+    Box box{o.x[1], o.y[1], o.x[1], o.y[1]};
+    for (std::size_t i = 2; i <= o.vertexCount(); ++i) {
+        box.xmin = std::min(box.xmin, o.x[i]);
+        box.xmax = std::max(box.xmax, o.x[i]);
+        box.ymin = std::min(box.ymin, o.y[i]);
+        box.ymax = std::max(box.ymax, o.y[i]);
+    }
+    return box;
+}
+
+void widen(GisFile& file, const Box& box) {
+    const bool first = file.count == 0;
+    file.xmin = first ? box.xmin : std::min(file.xmin, box.xmin);
+    file.ymin = first ? box.ymin : std::min(file.ymin, box.ymin);
+    file.xmax = first ? box.xmax : std::max(file.xmax, box.xmax);
+    file.ymax = first ? box.ymax : std::max(file.ymax, box.ymax);
+}
+
+/// Room in the .shp file; the run stops when the disk refuses it.
+char* room(GisLayer& layer, std::int64_t count) {
+    char* at = layer.shp->blocks[SHP].room(static_cast<std::size_t>(count));
+    if (at == nullptr) STOP_AT(layer, SHP, LAST_FILE_ERROR(layer.files[SHP].handle), NOT_WRITTEN);
+    return at;
+}
+
+char* putVertices(char* at, const GisObject& o, std::size_t first, std::size_t last) {
+    for (std::size_t i = first; i <= last; ++i) at = putLittleDouble(putLittleDouble(at, o.x[i]), o.y[i]);
+    return at;
+}
+
+/// Everything ahead of the part indices and vertices.
+char* putStart(char* at, const GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
+    const std::int32_t type = layer.shp->shapeType;
+    at = PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].count + 1), static_cast<std::int32_t>(content / 2));
+    at = putLittleInt32(at, type);                                                                  //  0 of the content
+    if (type == SHP_POINT) return at;
+    for (const double v : {box.xmin, box.ymin, box.xmax, box.ymax}) at = putLittleDouble(at, v);  //  4
+    if (type != SHP_MULTIPOINT) at = putLittleInt32(at, o.nr);                                      // 36 number of parts
+    return putLittleInt32(at, static_cast<std::int32_t>(o.vertexCount()));                          // 40, multipoint 36
+}
+
+/// An object of any size, a block at a time.
+void putLargeObject(GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
+    constexpr std::size_t AT_A_TIME = 4096;
+    std::array<char, SHP_RECORD_HEADER_BYTES + TYPE_BYTES + BOX_BYTES + 2 * COUNT_BYTES> start{};
+    const std::int64_t startBytes = putStart(start.data(), layer, content, o, box) - start.data();
+    std::copy_n(start.begin(), startBytes, room(layer, startBytes));
+    if (layer.shp->shapeType != SHP_MULTIPOINT)
+        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) putLittleInt32(room(layer, COUNT_BYTES), o.ir[part]);
+    for (std::size_t first = 1; first <= o.vertexCount(); first += AT_A_TIME) {
+        const std::size_t last = std::min(first + AT_A_TIME - 1, o.vertexCount());
+        putVertices(room(layer, static_cast<std::int64_t>(last - first + 1) * VERTEX_BYTES), o, first, last);
+    }
+}
+
+void putObject(GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
+    const std::int64_t whole = content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
+    if (whole > static_cast<std::int64_t>(OutputBlock::BYTES)) return putLargeObject(layer, content, o, box);
+    char* at = putStart(room(layer, whole), layer, content, o, box);
+    if (layer.shp->shapeType == SHP_POLYLINE || layer.shp->shapeType == SHP_POLYGON)
+        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) at = putLittleInt32(at, o.ir[part]);  // 44 first vertex of each part, from 0
+    putVertices(at, o, 1, layer.shp->shapeType == SHP_POINT ? 1 : o.vertexCount());
+}
+
+void putIndex(GisLayer& layer, std::int64_t content) {
+    char* at = layer.shp->blocks[SHX].room(SHP_RECORD_HEADER_BYTES);
+    if (at == nullptr) STOP_AT(layer, SHX, LAST_FILE_ERROR(layer.files[SHX].handle), NOT_WRITTEN);
+    PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].bytes / 2), static_cast<std::int32_t>(content / 2));
+}
+
+}  // namespace
+
+void shpWriteObject(GisLayer& layer, const GisObject& o) {
+    const std::int32_t type = shapeTypeOf(o.kind);
+    ShpLayer& shp = *layer.shp;
+    if (shp.shapeType == SHP_NULL) shp.shapeType = type;
+    const bool begun = layer.files[SHP].bytes > 0;  // not before the header, and not without a .shp file
+    if (!begun || shp.shapeType != type) gisFormatCheck("gisWriteObject-shp");
+    if (gisHasBadCoordinate(o)) STOP_AT(layer, SHP, "the next object has a coordinate that is no number.", NOT_WRITTEN);
+    const std::int64_t content = contentBytes(type, o);
+    stopBeforeLimit(layer, content);
+
+    const Box box = boxOf(o);
+    putObject(layer, content, o, box);
+    putIndex(layer, content);
+    GisFile& file = layer.files[SHP];
+    widen(file, box);
+    ++file.count;
+    file.bytes += content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
+    ++layer.files[SHX].count;
+    layer.files[SHX].bytes += SHP_RECORD_HEADER_BYTES;
+}
