@@ -1,0 +1,161 @@
+#include "layer_test.h"
+#include "shp_bytes_of.h"
+
+#include "gis/layer_table.h"
+#include "gis/shp_names.h"
+
+#include <doctest/doctest.h>
+
+#include <limits>
+
+namespace {
+
+GisHeader oneColumn(GisShape shape) { return {"", "", shape, {{"ID", "Integer"}}}; }
+const GisObject POINT = objectOf(GisKind::Point, {{1, 2}});
+
+}  // namespace
+
+TEST_CASE("a layer of one point has 64 and 54 words, big-endian outside and little-endian inside") {
+    const LayerTest test;
+    CHECK(test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"7"}).find("<stopped>") == std::string::npos);
+    const std::string box = "E8030000 01000000" D1 D2 D1 D2 "32*00 ";
+    CHECK(test.folder.read("a.shp") == shpBytesOf("0000270A 20*00 00000040 " + box + "00000001 0000000A 01000000" D1 D2));
+    CHECK(test.folder.read("a.shx") == shpBytesOf("0000270A 20*00 00000036 " + box + "00000032 0000000A"));
+    CHECK(test.folder.read("a.cpg") == "1252");
+    CHECK(!FIND_FILE(test.folder.name("a.prj")));
+}
+
+TEST_CASE("records hold their own box, and the indices of the parts count from 0") {
+    struct { GisObject object; std::string_view type, content; } const rows[] = {
+        {objectOf(GisKind::Line, {{1, 4, 2, 3}}), "03000000", D1 D3 D2 D4 "01000000 02000000 00000000" D1 D4 D2 D3},
+        {objectOf(GisKind::PlineMultiple, {{1, 1, 2, 2, 3, 0}, {-1, 4, 4, 4}}), "03000000",
+         D_1 D0 D4 D4 "02000000 05000000 00000000 03000000" D1 D1 D2 D2 D3 D0 D_1 D4 D4 D4},
+        {objectOf(GisKind::Region, {{0, 0, 0, 4, 4, 0, 0, 0}, {1, 1, 2, 1, 1, 2, 1, 1}}), "05000000",
+         D0 D0 D4 D4 "02000000 08000000 00000000 04000000" D0 D0 D0 D4 D4 D0 D0 D0 D1 D1 D2 D1 D1 D2 D1 D1},
+        {objectOf(GisKind::MultiPoint, {{3, 1, -1, 2}}), "08000000", D_1 D1 D3 D2 "02000000" D3 D1 D_1 D2},
+    };
+    for (const auto& r : rows) {
+        const LayerTest test;
+        test.writeLayer("a.shp", oneColumn(gisShapeOf(r.object.kind)), {r.object, r.object}, {"1", "2"});
+        const std::string shp = test.folder.read("a.shp");
+        const std::string content = shpBytesOf(std::string(r.type) + " " + std::string(r.content));
+        const std::string words(1, static_cast<char>(content.size() / 2));
+        CHECK(shp.substr(32, 36) == content.substr(0, 36));  // type and box of the layer
+        CHECK(shp.substr(100, 8) == shpBytesOf("00000001 000000") + words);
+        CHECK(shp.substr(108, content.size()) == content);
+        CHECK(shp.substr(108 + content.size(), 8) == shpBytesOf("00000002 000000") + words);
+        const char second = static_cast<char>((108 + content.size()) / 2);
+        CHECK(test.folder.read("a.shx").substr(100) == shpBytesOf("00000032 000000") + words + shpBytesOf("000000") + second + shpBytesOf("000000") + words);
+    }
+}
+
+TEST_CASE("objects of any size read back equal, around the size of a block") {
+    const LayerTest test;
+    std::vector<GisObject> objects;
+    std::vector<std::string> records;
+    for (const std::size_t vertices : {2U, 16380U, 16381U, 40000U, 3U}) {  // 16380 vertices fill a block to within 36 bytes
+        GisObject o;
+        o.start(GisKind::Pline);
+        for (std::size_t i = 0; i < vertices; ++i) o.add(0.5 * static_cast<double>(i), -1e-9 * static_cast<double>(i));
+        o.endPart();
+        objects.push_back(o);
+        records.push_back(std::to_string(vertices));
+    }
+    test.writeLayer("a.shp", oneColumn(GisShape::Lines), objects, records);
+    std::vector<GisObject> read;
+    std::vector<std::string> lines;
+    GisHeader header;
+    CHECK(test.readLayer("a.shp", read, lines, header).find("ERROR") == std::string::npos);
+    CHECK(lines == records);
+    for (std::size_t i = 0; i < read.size(); ++i) CHECK(sameGeometry(read[i], objects[i]));
+}
+
+TEST_CASE("an empty layer is valid: its planned type, no box, no records") {
+    const LayerTest test;
+    test.writeLayer("a.shp", oneColumn(GisShape::Region), {}, {});
+    CHECK(test.folder.read("a.shp") == shpBytesOf("0000270A 20*00 00000032 E8030000 05000000 64*00"));
+    CHECK(test.folder.read("a.dbf").substr(4, 4) == shpBytesOf("4*00"));
+    CHECK(test.folder.read("a.dbf").substr(64) == shpBytesOf("0D 1A"));
+}
+
+TEST_CASE("objects that the layer does not take end the run") {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    struct { GisShape planned; GisObject object; std::string_view message; } const rows[] = {
+        {GisShape::Point, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "Should not be here [gisWriteObject-shp].  Please contact "},
+        {GisShape::Any, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "Should not be here [gisWriteObject-shp].  Please contact "},  // after a point
+        {GisShape::Any, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}), "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact "},
+        {GisShape::Point, objectOf(GisKind::Point, {{nan, 1}}), "ERROR 0439 - Writing .shp file object coordinates."},
+        {GisShape::Point, objectOf(GisKind::Point, {{1, -std::numeric_limits<double>::infinity()}}), "ERROR 0439 - Writing .shp file object coordinates."},
+    };
+    for (const auto& r : rows) {
+        const std::string said = LayerTest().writeLayer("a.shp", oneColumn(r.planned), {POINT, r.object}, {"1", "2"});
+        CHECK(said.find(std::string(r.message)) != std::string::npos);
+        CHECK(said.ends_with("<stopped>"));
+    }
+}
+
+TEST_CASE("no file passes the limit: the layer is completed with what fits, in pairs") {
+    for (const std::size_t full : {0U, 1U, 2U}) {
+        const LayerTest test;
+        const std::string said = consoleOf([&] {
+            const auto id = gisOpenLayer(test.folder.name("a.shp"), "R", "O ", false);
+            gisHeader(id) = oneColumn(GisShape::Point);
+            gisWriteHeader(id);
+            gisWriteObject(id, POINT);
+            gisWriteRecord(id, "1");
+            const std::int64_t needed[] = {28, 8, 10};  // the table: a record of 9 and its end byte
+            gisEntry(id).files[full].bytes = MOST_FILE_BYTES - needed[full];  // fits to the byte
+            gisWriteObject(id, POINT);
+            gisWriteRecord(id, "2");
+            gisWriteObject(id, POINT);
+        });
+        CHECK(said.find(std::string(full == 0 ? "a.shp" : full == 1 ? "a.shx" : "a.dbf") + " would pass 2147483647 bytes") != std::string::npos);
+        CHECK(said.find("Use -mif or a coarser output.") != std::string::npos);
+        CHECK(said.ends_with("<stopped>"));
+        CHECK(test.folder.read("a.dbf").substr(4, 4) == shpBytesOf("02000000"));
+        if (full != 0) CHECK(test.folder.read("a.shp").substr(24, 4) == shpBytesOf("0000004E"));
+    }
+}
+
+TEST_CASE("shape types print by name") {
+    struct { int type; std::string_view name; } const rows[] = {
+        {0, "Null Shape"}, {1, "Point"}, {3, "Polyline"}, {5, "Polygon"}, {8, "MultiPoint"}, {11, "PointZ"}, {13, "PolyLineZ"}, {15, "PolygonZ"}, {18, "MultiPointZ"},
+        {21, "PointM"}, {23, "PolyLineM"}, {25, "PolygonM"}, {28, "MultiPointM"}, {31, "MultiPatch"}, {2, "Unknown"}, {32, "Unknown"}, {33, "Unknown"}, {-1, "Unknown"},
+    };
+    for (const auto& r : rows) CHECK(SHP_TYPE_NAME(r.type) == r.name);
+}
+
+TEST_CASE("the .prj file of an output is the run's text, whole") {
+    const LayerTest test;
+    const std::string text = "PROJCS[\"" + std::string(3000, 'x') + "\",GEOGCS[\"\xC3\xA9\"]]";
+    gisSetProjection({"", text, false});
+    test.writeLayer("a.SHP", oneColumn(GisShape::Point), {}, {});
+    CHECK(test.folder.read("a.prj") == text);
+}
+
+TEST_CASE("the .prj file of an input is compared with the run's text") {
+    const std::string run = "PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]";
+    struct { std::string_view prj; bool warn; std::string_view message; bool stops; } const rows[] = {
+        {"PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]", false, "", false},
+        {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1]]\r\n", false, "", false},  // case, blanks and lines outside quotes
+        {"PROJCS[\"GDA94/MGA 56\",UNIT[\"metre\",1]]", false,
+         "ERROR 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.\n"
+         "Use \"GIS Projection Check == WARNING\" to change message to a WARNING.", true},
+        {"PROJCS[\"other\"]", true, "WARNING 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.", false},
+        {"GEOGCS[\"x\"]", true, "WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.", false},
+        {"", false, "ERROR 0420 - Could not read projection line in .prj file.", true},
+    };
+    for (const auto& r : rows) {
+        const LayerTest test;
+        test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"1"});
+        test.folder.write("a.prj", r.prj);
+        gisSetProjection({"", run, r.warn});
+        std::vector<GisObject> objects;
+        std::vector<std::string> records;
+        GisHeader header;
+        const std::string said = test.readLayer("a.shp", objects, records, header);
+        CHECK(said.find(r.message.empty() ? "Opening" : std::string(r.message)) != std::string::npos);
+        CHECK((said.find("0305") != std::string::npos || said.find("0420") != std::string::npos) == !r.message.empty());
+        CHECK(said.ends_with("<stopped>") == r.stops);
+    }
+}
