@@ -1,0 +1,113 @@
+#!/usr/bin/env bash
+# Which files a command line leaves, under which names, and what their headers say.
+. "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+make_model -times 3 -cells 20 basin    # quads of 400 m; the western 13 columns
+make_model -times 1 -cells 20 single
+
+# Names: base, time, component, cell size.
+#   status  files                                              arguments
+row 0 "basin_h_t000.20_g200.asc"                               -b -asc -grid200 -t0.2 basin_h.dat
+row 0 "basin_h_t000.20_g012.5.asc"                             /b /ASC /Grid12.5 /T0.2 basin_h.dat
+row 0 "basin_h_t000.20_g1000.asc"                              -b $'\x96asc' $'\xe2\x80\x93grid1000' -t0.2 basin_h.dat   # en dashes
+row 0 "basin_h_t000.10_g200.asc"                               -b -asc -grid200 -sec -t360.2 -dttol2 -sgsx basin_h.dat -sec0
+row 0 "basin_h_t000.20.asc"                                    -b -asc -grid200 -t0.2 -sgs basin_h.dat
+row 0 "basin_h_t000.20_g400.asc"                               -b -asc -t0.2 basin_h.dat                # the usual side of a quad
+row 0 "basin_V_t000.20_Vdir_g200.asc"                          -b -asc -grid200 -t0.2 -vdir basin_V.dat
+row 0 "mine.asc"                                               -b -asc -grid200 -t0.2 -out mine basin_h.dat
+row 0 "mine.flt mine.hdr"                                      -b -flt -grid200 -t0.2 -out mine.FLT basin_h.dat
+row 0 "new/deep/mine.asc"                                      -b -asc -grid200 -t0.2 -out new/deep/mine.asc basin_h.dat
+row 0 "basin_d_t000.00_g400.asc basin_d_t000.10_g400.asc basin_d_t000.20_g400.asc" -b -asc -grid400 -tAll -out mine basin_d.dat
+said "WARNING"
+row 0 "basin_d_t000.00_g400.asc basin_d_t000.10_g400.asc basin_d_t000.20_g400.asc" -b -asc -grid400 -tAll -t0.1 basin_d.dat
+row 0 "single_d_t000.00_g400.asc"                              -b -asc -grid400 single_d.dat            # one time needs no switch
+row 0 "basin_g400.flt basin_g400.hdr"                          -b -flt -grid400 basin.2dm
+mkdir -p elsewhere
+cp basin_h.dat elsewhere/other.dat
+row 0 "elsewhere/other_t000.20_g400.asc"                       -b -asc -grid400 -t0.2 -2dm basin.2dm elsewhere/other.dat
+row 0 "elsewhere/other_t000.20_g400.asc"                       -b -asc -grid400 -t0.2 -2dm "$PWD/basin.2dm" "$PWD/elsewhere/other.dat"
+cp basin_h.dat basin_run_1_h.dat                               # the mesh is basin.2dm, two underscores back
+row 0 "basin_run_1_h_t000.20_g400.asc"                         -b -asc -grid400 -t0.2 basin_run_1_h.dat
+rm -r basin_run_1_h.dat elsewhere
+
+# Nothing is overwritten within a run: neither the template grid that was read nor an earlier output.
+run 0 -b -asc -grid400 -t0.2 -out template basin_h.dat
+keep template.asc
+cp ../kept/template.asc template.asc
+row 0 "template_2.asc"                                         -b -asc -like template.asc -t0.2 -out template basin_h.dat
+said "WARNING"
+same_values template_2.asc template.asc 0
+rm template.asc
+
+# A template grid gives corner, counts and cell size.
+cat >frame.asc <<'END'
+NCOLS 7
+NROWS 5
+XLLCORNER 303000.5
+YLLCORNER 6203000.25
+CELLSIZE 30
+NODATA_value -1
+END
+for ((line = 0; line < 5; line++)); do echo "1 1 1 1 1 1 1"; done >>frame.asc
+row 0 "basin_h_t000.20_g030.flt basin_h_t000.20_g030.hdr"      -b -flt -like frame.asc -t0.2 basin_h.dat
+info basin_h_t000.20_g030.flt "Size is 7, 5" "Origin = (303000.500000000000000,6203150.250000000000000)" "Pixel Size = (30.000000000000000,-30.000000000000000)"
+row 0 "basin_h_t000.20_g030.asc"                               -b -asc -like frame.asc -grid99 -t0.2 basin_h.dat
+said "WARNING"
+
+# A removed part takes its nodes out of the extent: 13 columns of 400 m stay.
+row 0 "basin_h_t000.20_g400.asc"                               -b -asc -grid400 -t0.2 -rmp "East Bank" basin_h.dat
+info basin_h_t000.20_g400.asc "Size is 14, 21"
+row 0 "basin_g400.asc"                                         -b -asc -grid400 -rmp "West Bank" basin.2dm
+info basin_g400.asc "Size is 8, 21" "Origin = (305200.000000000000000,6208400.000000000000000)"
+row 0 "basin_g400.asc"                                         -b -asc -grid400 -rmp "west bank" basin.2dm    # letter case counts
+said 'WARNING - Meshpart "west bank" was not found in .2dm file and cannot be removed.'
+info basin_g400.asc "Size is 21, 21"
+
+# The projection of the folder goes with the grid.
+echo 'PROJCS["somewhere",UNIT["metre",1]]' >Header.prj
+row 0 "basin_g400.asc basin_g400.prj"                          -b -asc -grid400 basin.2dm
+check "the .prj is not the folder's" grep -q '^PROJCS\["somewhere"' basin_g400.prj
+rm Header.prj
+row 0 "basin_g400.asc"                                         -b -asc -grid400 basin.2dm
+
+# A node without a value takes nothing but the points around it. Node 221 is the middle one; flags and the values before it are skipped.
+cp basin_d.dat basin_hole.dat
+elements=540
+printf '\x00\x00\xc0\x7f' | dd of=basin_hole.dat bs=1 seek=$((100 + 9 + elements + 4 * 220)) conv=notrunc status=none
+row 0 "basin_hole_t000.00_g100.asc"                            -b -asc -grid100 -t0 basin_hole.dat
+value_at basin_hole_t000.00_g100.asc 304050 6204050 -99999 0
+value_at basin_hole_t000.00_g100.asc 303950 6203950 -99999 0
+value_at basin_hole_t000.00_g100.asc 304450 6204050 1.3 0.1
+rm basin_hole.dat
+
+# The text itself: header widths, then fixed decimals.
+row 0 "basin_g2000.asc"                                        -b -asc -grid2000 basin.2dm
+check "the header is not as wide as it should be" diff <(head -n 6 basin_g2000.asc) - <<'END'
+ncols        5
+nrows        5
+xllcorner       300000.000
+yllcorner      6200000.000
+cellsize     2000.000
+NODATA_value    -99999.
+END
+check "values are not one blank and ten characters" grep -qE '^( {5}[0-9]{2}\.[0-9]{3}){4} -99999\.000$' basin_g2000.asc
+row 0 "basin_g2000.asc"                                        -b -asc -grid2000 -prec3.5 basin.2dm
+check "-prec3.5 is not five decimals" grep -qE '^( {1,}[0-9]{2}\.[0-9]{5}){4}' basin_g2000.asc
+
+# Prompts: answers from a pipe are taken, their end stops the run, and nothing waits for a key.
+answered 0 '400\n' -asc -grid basin.2dm
+wrote basin_g400.asc
+said "Press Enter to Close"
+answered 0 'nothing.2dm\nbasin.2dm\n' -asc -grid400
+wrote basin_g400.asc
+mv basin.2dm away.2dm
+answered 0 'away.2dm\n' -asc -grid400 -t0.2 basin_h.dat
+wrote basin_h_t000.20_g400.asc
+mv away.2dm basin.2dm
+command_line="VORANT_to_GIS -asc -grid400 basin.2dm, standard input closed"
+start
+timeout 120 "$PROGRAM" -asc -grid400 basin.2dm <&- >../console.txt 2>&1
+finished_with 0 $?
+wrote basin_g400.asc
+
+finish
