@@ -10,7 +10,7 @@ make_model -times 1 -cells 20 single
 row 0 "basin_h_t000.20_g200.asc"                               -b -asc -grid200 -t0.2 basin_h.dat
 row 0 "basin_h_t000.20_g012.5.asc"                             /b /ASC /Grid12.5 /T0.2 basin_h.dat
 row 0 "basin_h_t000.20_g1000.asc"                              -b $'\x96asc' $'\xe2\x80\x93grid1000' -t0.2 basin_h.dat   # en dashes
-row 0 "basin_h_t000.10_g200.asc"                               -b -asc -grid200 -sec -t360.2 -dttol2 -sgsx basin_h.dat -sec0
+row 0 "basin_h_t000360_g200.asc"                               -b -asc -grid200 -sec -t360.2 -dttol2 basin_h.dat
 row 0 "basin_h_t000.20.asc"                                    -b -asc -grid200 -t0.2 -sgs basin_h.dat
 row 0 "basin_h_t000.20_g400.asc"                               -b -asc -t0.2 basin_h.dat                # the usual side of a quad
 row 0 "basin_V_t000.20_Vdir_g200.asc"                          -b -asc -grid200 -t0.2 -vdir basin_V.dat

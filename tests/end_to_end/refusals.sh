@@ -24,6 +24,7 @@ refused 1 "ERROR"                                                   -b -asc -gri
 refused 1 "ERROR"                                                   -b -asc -gridnan basin.2dm
 refused 1 "ERROR - Grid spacing is larger than the mesh."           -b -asc -grid9000 basin.2dm
 refused 1 "ERROR - Could not allocate enough memory (RAM)."         -b -flt -grid0.001 basin.2dm
+echo "text" >basin.txt
 refused 1 "ERROR - .txt extension not a valid results file."        -b -asc -grid400 basin.txt
 refused 1 "ERROR - End of input reached while waiting for an answer." -asc -grid400
 refused 1 "ERROR - End of input reached while waiting for an answer." -asc -grid basin.2dm
@@ -114,7 +115,8 @@ for name in asc:mine.asc flt:mine.flt flt:mine.hdr; do
     ln -s /dev/full "${name#*:}"
     run 1 -b "-${name%:*}" -grid100 -t0.2 -out mine basin_h.dat
     said "ERROR"
-    rm -f "${name#*:}"
+    rm -f mine.*
+    outputs=()
 done
 
 # The maker of the example checks its writes and its options too.
