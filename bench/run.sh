@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Times the release build on models of 0.25, 1 and 4 million cells (triangles and quads) and prints a table: the best of three runs in wall
-# seconds, and the largest memory of the three. The files are in the page cache. The results carry no wet/dry flags, so that every grid
+# seconds and in processor seconds (which other work on the machine disturbs less), and the largest memory of the three. The files are in the page cache. The results carry no wet/dry flags, so that every grid
 # cell has a value. Depth is timed because its file holds no stored maximums. The last lines show what gdal_translate needs to
 # write the same grid.
 #   bench/run.sh [million cells ...]      needs 3 GB below build/bench for all three
@@ -28,33 +28,37 @@ cells_across() {
     esac
 }
 
-# best <command...>: runs it RUNS times and sets SECONDS_BEST and MEGABYTES.
+least() { awk "BEGIN { a = $1; b = $2; printf \"%.2f\", a < b ? a : b }"; }
+
+# best <command...>: runs it RUNS times and sets SECONDS_BEST, PROCESSOR and MEGABYTES.
 best() {
-    local run seconds kilobytes
-    SECONDS_BEST=
+    local run seconds user system kilobytes
+    SECONDS_BEST=1e9
+    PROCESSOR=1e9
     MEGABYTES=0
     for ((run = 0; run < RUNS; run++)); do
         rm -rf out
         mkdir out
-        if ! /usr/bin/time -f '%e %M' -o time.txt "$@" </dev/null >log.txt 2>&1; then
+        if ! /usr/bin/time -f '%e %U %S %M' -o time.txt "$@" </dev/null >log.txt 2>&1; then
             tail -n 20 log.txt >&2
             echo "ERROR - Failed: $*" >&2
             exit 1
         fi
-        read -r seconds kilobytes <time.txt
-        if [ -z "$SECONDS_BEST" ] || awk "BEGIN { exit !($seconds < $SECONDS_BEST) }"; then SECONDS_BEST=$seconds; fi
+        read -r seconds user system kilobytes <time.txt
+        SECONDS_BEST=$(least "$SECONDS_BEST" "$seconds")
+        PROCESSOR=$(least "$PROCESSOR" "$user + $system")
         if [ "$((kilobytes / 1024))" -gt "$MEGABYTES" ]; then MEGABYTES=$((kilobytes / 1024)); fi
     done
 }
 
-row() { printf '| %-46s | %8s | %8s |\n' "$1" "$2" "$3"; }
+row() { printf '| %-48s | %7s | %9s | %5s |\n' "$1" "$2" "$3" "$4"; }
 
 # converted <what> <arguments...>: one row for a run of the program on the present model.
 converted() {
     local what=$1
     shift
     best "$program" -b "$@"
-    row "$what" "$SECONDS_BEST" "$MEGABYTES"
+    row "$what" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
 }
 
 # Seconds for each further time: all times less one time, over the number of further ones.
@@ -73,30 +77,32 @@ for size in "$@"; do
     bytes=$(stat -c %s "$model.2dm")
     echo "$size million cells, $nodes nodes, .2dm of $((bytes / 1000000)) MB, grid of $GRID m (12 million values):"
     echo
-    row "" "seconds" "MB"
-    row "---" "---" "---"
+    row "" "seconds" "processor" "MB"
+    row "---" "---" "---" "---"
     cat "$model.2dm" "$model"_h.dat "$model"_d.dat "$model"_V.dat >/dev/null
 
     converted "mesh alone to 1000 m cells (reading the .2dm)" -flt -grid1000 -out "out/x" "$model.2dm"
     read_seconds=$SECONDS_BEST
     converted "one time to .flt" -flt -grid$GRID -t0.5 -out "out/x" "${model}_d.dat"
     flt=$SECONDS_BEST
+    flt_processor=$PROCESSOR
     mv -f "$(ls out/*.flt)" grid.flt
     mv -f "$(ls out/*.hdr)" grid.hdr
     converted "one time to .asc" -asc -grid$GRID -t0.5 -out "out/x" "${model}_d.dat"
     asc=$SECONDS_BEST
+    asc_processor=$PROCESSOR
     converted "maximum of all times to .flt" -flt -grid$GRID -max -out "out/x" "${model}_d.dat"
     converted "velocity, one time to .flt" -flt -grid$GRID -t0.5 -out "out/x" "${model}_V.dat"
     converted "all $((FURTHER + 1)) times to .flt" -flt -grid$GRID -tAll "${model}_d.dat"
-    row "   each further time" "$(further "$flt" "$SECONDS_BEST")" ""
+    row "   each further time" "$(further "$flt" "$SECONDS_BEST")" "$(further "$flt_processor" "$PROCESSOR")" ""
     rm -f "${model}"_d_*.flt "${model}"_d_*.hdr
     converted "all $((FURTHER + 1)) times to .asc" -asc -grid$GRID -tAll "${model}_d.dat"
-    row "   each further time" "$(further "$asc" "$SECONDS_BEST")" ""
+    row "   each further time" "$(further "$asc" "$SECONDS_BEST")" "$(further "$asc_processor" "$PROCESSOR")" ""
     rm -f "${model}"_d_*.asc
-    row "   MB of .2dm a second (both passes, whole run)" "$(awk "BEGIN { printf \"%.0f\", $bytes / 1e6 / $read_seconds }")" ""
+    row "   MB of .2dm a second (both passes, whole run)" "$(awk "BEGIN { printf \"%.0f\", $bytes / 1e6 / $read_seconds }")" "" ""
     best gdal_translate -q -of AAIGrid -co DECIMAL_PRECISION=3 grid.flt out/x.asc
-    row "gdal_translate of that grid to ASCII" "$SECONDS_BEST" "$MEGABYTES"
+    row "gdal_translate of that grid to ASCII" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
     best gdal_translate -q -of EHdr grid.flt out/x.flt
-    row "gdal_translate of that grid to binary" "$SECONDS_BEST" "$MEGABYTES"
+    row "gdal_translate of that grid to binary" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
 done
 rm -rf out grid.flt grid.hdr log.txt time.txt
