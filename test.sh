@@ -4,6 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 scripts/install_packages.sh build tests
+scripts/install_packages.sh fuzz || echo "No clang with a fuzzer: the fuzz tests are left out."
 ./demo.sh
 
 cores=$(nproc)

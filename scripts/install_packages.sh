@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools), bench (GDAL's tools,
-# GNU time). What is there already, from whatever source, is left alone.
+# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools), fuzz (clang with its
+# fuzzer), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
 
@@ -28,6 +28,10 @@ missing_packages() {
                 have_file /usr/include/doctest/doctest.h /usr/local/include/doctest/doctest.h || echo doctest-dev
                 command -v gdal_translate >/dev/null || echo gdal-bin
                 command -v awk >/dev/null || echo mawk
+                ;;
+            fuzz)
+                command -v clang++ >/dev/null || echo clang
+                have_file /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-*.a || echo libclang-rt-dev
                 ;;
             bench)
                 command -v gdal_translate >/dev/null || echo gdal-bin
