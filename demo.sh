@@ -13,7 +13,7 @@ rm -rf "$out"
 mkdir "$out"
 echo
 echo "Making the example: a flood that circles a parabolic basin, on a mesh of triangles and quads."
-build/release/examples/make_parabolic_basin "$out/basin"
+build/release/examples/make_parabolic_basin -xmdf "$out/basin"
 
 # Runs one conversion in the output folder and names the files it left. What the program said is kept in log.txt.
 convert() {
@@ -36,6 +36,7 @@ convert "Highest water level, as an ASCII grid of 20 m cells:" -b -asc -grid20 -
 convert "Water level after half an hour, as a binary grid:" -b -flt -grid20 -t0.5 basin_h.dat
 convert "Depth at every output time, 50 m cells:" -b -asc -grid50 -tAll basin_d.dat
 convert "Speed of the water after half an hour:" -b -asc -grid20 -t0.5 basin_V.dat
+convert "Highest water level, depth and velocity, out of one .xmdf:" -b -flt -grid50 -typeAll -max basin.xmdf
 convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
 
 cat <<EOF

@@ -7,6 +7,7 @@
 #include "run_control/arguments.h"
 #include "run_control/console.h"
 #include "run_control/convert_dat.h"
+#include "run_control/convert_xmdf.h"
 #include "run_control/exits.h"
 #include "run_control/files.h"
 #include "run_control/grid_choice.h"
@@ -81,7 +82,8 @@ void convertInput() {
             CONVERT_DAT();
             break;
         case InputKind::Xmdf:
-            STOP_RUN("ERROR - .xmdf results are not supported by this build.");
+            CONVERT_XMDF();
+            break;
     }
 }
 
@@ -101,6 +103,7 @@ void CONVERT(int argc, const char* const argv[]) {
     FIND_INPUT_KIND();
     checkDatasetSwitches();
     if (INPUT_FILES().kind == InputKind::Dat) IDENTIFY_DAT();
+    if (INPUT_FILES().kind == InputKind::Xmdf) IDENTIFY_XMDF();
     FIND_MESH_FILE();
     readMesh();
     CHOOSE_GRID();
