@@ -37,12 +37,14 @@ convert "Water level after half an hour, as a binary grid:" -b -flt -grid20 -t0.
 convert "Depth at every output time, 50 m cells:" -b -asc -grid50 -tAll basin_d.dat
 convert "Speed of the water after half an hour:" -b -asc -grid20 -t0.5 basin_V.dat
 convert "Highest water level, depth and velocity, out of one .xmdf:" -b -flt -grid50 -typeAll -max basin.xmdf
+convert "Velocity arrows after half an hour, as a shapefile:" -b -shp -vector -grid200 -t0.5 basin_V.dat
+convert "Highest water level at points 100 m apart, for MapInfo:" -b -mif -grid100 -max basin_h.dat
 convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
 
 cat <<EOF
 
 Done. Next:
-  - open the .asc and .flt grids of $out/ in a GIS, or look at one with: gdalinfo -stats $out/basin_h_Max_g020.asc
+  - open the grids and layers of $out/ in a GIS, or look at one with: gdalinfo -stats $out/basin_h_Max_g020.asc
   - convert a model of your own: build/release/VORANT_to_GIS -b -asc -grid5 -max your_run_h.dat
     (the mesh your_run.2dm is looked for beside it; all switches: build/release/VORANT_to_GIS)
   - README.md tells which switch does what.

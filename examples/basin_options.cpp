@@ -54,6 +54,7 @@ BasinOptions READ_BASIN_OPTIONS(int argc, char* argv[]) {
         const std::string_view argument = argv[i];
         if (argument == "-plane") options.plane = true;
         else if (argument == "-no-flags") options.flags = false;
+        else if (argument == "-cell-depths") options.cellDepths = true;
         else if (argument == "-xmdf") options.xmdf = true;
         else if (!argument.empty() && argument.front() != '-') options.base = argument;
         else if (i + 1 == argc || !readValue(options, argument, argv[i + 1]))
@@ -78,6 +79,7 @@ const char* BASIN_USAGE() {
            "  -distort s      shift the inner nodes by up to this share of a square's side, 0 to 0.24 (0)\n"
            "  -times n        output times, a tenth of an hour apart (11: one period)\n"
            "  -no-flags       leave the wet/dry flags out of the .dat files\n"
+           "  -cell-depths    also write name_cells_d.dat: one depth per cell, the mean of its corners\n"
            "  -xmdf           also write name.xmdf\n"
            "  -plane          write only a mesh, whose bed is the plane z = x + 10 y\n";
 }

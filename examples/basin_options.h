@@ -16,6 +16,7 @@ struct BasinOptions {
     std::int32_t times = 11;         ///< written, a tenth of an hour apart from 0; 11 cover one period
     bool plane = false;              ///< only a mesh, with bed elevation x + 10 y in place of the basin
     bool flags = true;               ///< wet/dry flags in the .dat files; without them every cell counts as wet
+    bool cellDepths = false;         ///< also depths per cell, in a .dat of their own
     bool xmdf = false;               ///< also an .xmdf file
 };
 

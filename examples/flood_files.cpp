@@ -27,10 +27,13 @@ std::filesystem::path FILE_OF(const BasinOptions& options, const char* ending) {
 }
 
 FloodFiles::FloodFiles(const SquareMesh& mesh)
-    : flags_(mesh.options.flags),
+    : mesh_(mesh),
+      flags_(mesh.options.flags),
       level_(FILE_OF(mesh.options, "_h.dat"), false, mesh.x.size(), mesh.elementCount(), "Water Level"),
       depth_(FILE_OF(mesh.options, "_d.dat"), false, mesh.x.size(), mesh.elementCount(), "Depth"),
       velocity_(FILE_OF(mesh.options, "_V.dat"), true, mesh.x.size(), mesh.elementCount(), "Velocity") {
+    if (mesh.options.cellDepths)
+        cellDepth_ = std::make_unique<DatWriter>(FILE_OF(mesh.options, "_cells_d.dat"), false, mesh.elementCount(), mesh.elementCount(), "Depth");
     if (!mesh.options.xmdf) return;
     const std::string run = mesh.options.base.filename().string();
     xmdf_ = std::make_unique<XmdfWriter>(FILE_OF(mesh.options, ".xmdf"), run, mesh.x.size(), mesh.elementCount());
@@ -57,8 +60,21 @@ void FloodFiles::writeDats(const FloodState& state, bool withDepth) {
     velocity_.write(state.time, state.velocity, wet);
 }
 
+void FloodFiles::writeCellDepths(const FloodState& state) {
+    std::vector<float> depths;
+    depths.reserve(mesh_.elementCount());
+    FOR_EACH_ELEMENT(mesh_, [&](const ElementNodes& nodes) {
+        const int corners = nodes[3] == 0 ? 3 : 4;
+        float sum = 0.0F;
+        for (int k = 0; k < corners; ++k) sum += state.depth[static_cast<std::size_t>(nodes[static_cast<std::size_t>(k)]) - 1];
+        depths.push_back(sum / static_cast<float>(corners));
+    });
+    cellDepth_->write(state.time, depths, state.wet);
+}
+
 void FloodFiles::write(const FloodState& state) {
     writeDats(state, true);
+    if (cellDepth_) writeCellDepths(state);
     if (xmdf_) writeXmdf("Temporal/", step_, state);
     ++step_;
 }
@@ -69,6 +85,7 @@ void FloodFiles::finish(const FloodExtremes& extremes) {
     level_.close();
     depth_.close();
     velocity_.close();
+    if (cellDepth_) cellDepth_->close();
     if (!xmdf_) return;
     writeXmdf("Maximums/", 0, most);
     writeXmdf("Minimums/", 0, extremes.minimum());

@@ -11,6 +11,7 @@
 
 class FloodFiles {
 public:
+    /// mesh: read for as long as files are written.
     explicit FloodFiles(const SquareMesh& mesh);
     /// The next output time.
     void write(const FloodState& state);
@@ -23,8 +24,12 @@ private:
     void createXmdf(std::size_t times);
     void writeXmdf(const char* folder, std::size_t step, const FloodState& state);
 
+    void writeCellDepths(const FloodState& state);
+
+    const SquareMesh& mesh_;
     bool flags_;
     DatWriter level_, depth_, velocity_;
+    std::unique_ptr<DatWriter> cellDepth_;
     std::unique_ptr<XmdfWriter> xmdf_;
     std::size_t step_ = 0;
 };

@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Makes the pictures of docs/ from the bundled example, with GDAL's command-line tools: a water-level grid, depth regions, arrows over both.
+#   docs/make_pictures.sh      after ./demo.sh; writes docs/water_level.png, docs/depth_regions.png and docs/arrows.png
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install_packages.sh build tests
+TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release -DBUILD_TESTS=OFF >/dev/null
+program=$PWD/build/release/VORANT_to_GIS
+docs=$PWD/docs
+work=build/pictures
+rm -rf "$work"
+mkdir -p "$work"
+build/release/examples/make_parabolic_basin -cells 40 -cell-depths "$work/basin"
+cd "$work"
+
+TIME=-t0.3
+PIXELS="-ts 640 640"
+EXTENT="-te 300000 6200000 308000 6208000"
+
+# Colours of a quantity: value and red, green, blue; dry ground (no value) is light.
+cat >level.txt <<COLOURS
+nv 238 235 226
+-1 8 29 88
+0 34 94 168
+1 65 182 196
+2 199 233 180
+COLOURS
+cat >depth.txt <<COLOURS
+nv 238 235 226
+0 222 235 247
+1 158 202 225
+3 66 146 198
+10 8 48 107
+COLOURS
+
+"$program" -b -asc -grid20 $TIME basin_h.dat >log.txt
+"$program" -b -shp -region -cc $TIME basin_cells_d.dat >>log.txt
+"$program" -b -shp -vector -grid320 -sf0.6 -ttf.08 $TIME basin_V.dat >>log.txt
+level=basin_h_t000.30_g020.asc
+regions=basin_cells_d_t000.30
+arrows=basin_V_t000.30_g320
+
+# Colour scale that spans what the grid holds, from its own statistics.
+stretch() {
+    local low high
+    low=$(gdalinfo -stats "$1" | sed -n 's/.*STATISTICS_MINIMUM=//p')
+    high=$(gdalinfo -stats "$1" | sed -n 's/.*STATISTICS_MAXIMUM=//p')
+    awk -v low="$low" -v high="$high" '$1 == "nv" { print; next } { n++; line[n] = $2 " " $3 " " $4 }
+        END { for (i = 1; i <= n; i++) print low + (high - low) * (i - 1) / (n - 1), line[i] }' "$2"
+}
+stretch "$level" level.txt >level_scale.txt
+gdaldem color-relief -q "$level" level_scale.txt level.tif
+gdalwarp -q -overwrite $EXTENT $PIXELS level.tif level_map.tif
+
+gdal_rasterize -q -a Depth -init -99999 -a_nodata -99999 -ot Float32 $EXTENT $PIXELS -l "$regions" "$regions.shp" depth_values.tif
+stretch depth_values.tif depth.txt >depth_scale.txt
+gdaldem color-relief -q depth_values.tif depth_scale.txt depth.tif
+# The outlines of the cells, thin and dark.
+ogr2ogr -q -nlt MULTILINESTRING outlines.shp "$regions.shp"
+gdal_rasterize -q -b 1 -b 2 -b 3 -burn 120 -burn 150 -burn 180 -l outlines outlines.shp depth.tif
+
+cp depth.tif arrows.tif
+gdal_rasterize -q -at -b 1 -b 2 -b 3 -burn 190 -burn 30 -burn 30 -l "$arrows" "$arrows.shp" arrows.tif
+
+for picture in level_map:water_level depth:depth_regions arrows:arrows; do
+    gdal_translate -q -of PNG "${picture%%:*}.tif" "$docs/${picture##*:}.png"
+    rm -f "$docs/${picture##*:}.png.aux.xml"
+    echo "wrote docs/${picture##*:}.png"
+done
