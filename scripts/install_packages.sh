@@ -59,7 +59,7 @@ as_root() {
 
 install() {
     echo "Installing: $*"
-    export DEBIAN_FRONTEND=noninteractive
+    as_root true || return 1
     as_root apt-get update -qq || echo "The package lists could not be renewed; going on with those that are there." >&2
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null
 }
