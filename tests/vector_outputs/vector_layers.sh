@@ -101,11 +101,14 @@ printf 'CoordSys Earth Projection 1, 104\n' >Projection.mif
 run 0 -b -mif -vector -tAll -out all basin_V.dat
 said "WARNING - Several outputs are written, output filename (-out) ignored." "WARNING - Arrows are drawn in map units; use a projected mesh."
 check "not 8 files: ${outputs[*]}" [ "${#outputs[@]}" -eq 8 ]
+rm Header.prj
+row 0 "basin_h_t000.20.txt" -b -txt -t0.2 basin_h.dat
+check "degrees have not 8 decimals" grep -qE '^[0-9]+,[0-9]+\.[0-9]{8},[0-9]+\.[0-9]{8},-?[0-9]+\.[0-9]{4},' basin_h_t000.20.txt
+rm Projection.*
 row 1 "" -b -shp -t0.1 basin_h.dat
 said "ERROR - mif or shp option only for cell centred .dat files"
 
 if [ -d "${SHARED_DATA:-}/sacramento" ]; then
-    rm -f Header.prj Projection.*
     cp "$SHARED_DATA"/sacramento/*.2dm "$SHARED_DATA"/sacramento/*.dat "$SHARED_DATA"/reach/reach.2dm .
     chmod u+w -- *
     row 0 "$(shp_files sacramento)" -b -shp -region sacramento.2dm
@@ -124,4 +127,11 @@ if [ -d "${SHARED_DATA:-}/sacramento" ]; then
     layer sacramento.shp 2560
 fi
 
+# Scalars at nodes come from an .xmdf; a build without HDF5 makes and reads none.
+if "$MAKER" -cells 40 -times 3 -xmdf basin >/dev/null 2>&1; then
+    row 0 "$(shp_files basin_h_t000.10)" -b -shp -typeh -t0.1 -cd0 basin.xmdf
+    flood <(column basin_h_t000.10.shp Water_Level) h 0.1
+    row 0 "basin_v_t000360.mif basin_v_t000360.mid" -b -mif -typev -t360 -sec -verbose -prec6.2 basin.xmdf
+    layer basin_v_t000360.mif 685 "Magnitude: Real (9.2)" "Bearing (Real) = 324.00" "Time (Real) = 360.00" "MatID (Integer) = 1"
+fi
 finish
