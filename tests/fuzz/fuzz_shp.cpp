@@ -1,0 +1,7 @@
+// One input: the .shp file, a line of "====", the .shx file, another such line, the .dbf file.
+#include "fuzz_layer.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    readFuzzedLayer(data, size, {".shp", ".shx", ".dbf"}, "x.shp");
+    return 0;
+}
