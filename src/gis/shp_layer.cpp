@@ -45,7 +45,7 @@ bool tableIsUtf8(const std::string& base) {
     if (!name) return false;
     const int file = OPEN_FILE(*name, "I ", "cpg");
     std::string line;
-    READLINE(file, line);
+    if (READLINE(file, line) == LineStatus::Error) EXITS();
     CLOSE_FILE(file);
     return ASAME(line, "UTF-8") || ASAME(line, "UTF8") || ASAME(line, "65001");
 }

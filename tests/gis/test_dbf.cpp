@@ -1,5 +1,4 @@
-#include "layer_test.h"
-#include "shp_bytes_of.h"
+#include "shp_test.h"
 
 #include "gis/dbf_number.h"
 #include "gis/layer_table.h"

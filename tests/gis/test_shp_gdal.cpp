@@ -3,29 +3,7 @@
 
 #include "gdal.h"
 #include "gis/layer_table.h"
-#include "layer_test.h"
-
-namespace {
-
-std::string readingOf(const LayerTest& test) {
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
-    GisHeader header;
-    std::string all = test.readLayer("a.shp", objects, records, header);
-    all = all.find("ERROR") == std::string::npos && all.find("WARNING") == std::string::npos ? "" : all;
-    for (const GisAttribute& a : header.attributes) all += a.name + " " + a.type + ";";
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        all += "\n" + records[i] + "|";
-        for (std::size_t part = 1; part <= static_cast<std::size_t>(objects[i].nr); ++part) {
-            for (auto v = static_cast<std::size_t>(objects[i].ir[part - 1]) + 1; v <= static_cast<std::size_t>(objects[i].ir[part]); ++v)
-                all += std::to_string(static_cast<int>(objects[i].x[v])) + " " + std::to_string(static_cast<int>(objects[i].y[v])) + ",";
-            all += "/";
-        }
-    }
-    return all;
-}
-
-}  // namespace
+#include "shp_test.h"
 
 TEST_CASE("GDAL opens every kind of set without a warning and sees the same") {
     if (!gdalIsThere()) return;
@@ -62,29 +40,22 @@ TEST_CASE("GDAL opens every kind of set without a warning and sees the same") {
 
 TEST_CASE("sets that GDAL wrote are read with the same content") {
     if (!gdalIsThere()) return;
-    struct { std::string_view geometries, expected; } const rows[] = {
-        {"POINT (1 2);POINT (-3 4)", "1 2,/;-3 4,/"},
-        {"LINESTRING (1 2,3 4);MULTILINESTRING ((1 2,3 4),(5 6,7 8,9 9))", "1 2,3 4,/;1 2,3 4,/5 6,7 8,9 9,/"},
-        {"POLYGON ((0 0,0 9,9 9,9 0,0 0),(1 1,2 1,2 2,1 1));;POLYGON ((0 0,0 1,1 1,0 0))", "0 0,0 9,9 9,9 0,0 0,/1 1,2 1,2 2,1 1,/;;0 0,0 1,1 1,0 0,/"},  // a hole; a null shape
-        {"MULTIPOINT (1 2,3 4);MULTIPOINT (5 6)", "1 2,3 4,/;5 6,/"},
+    const std::string start = "Name Char(80);Whole Decimal(9,0);Real Decimal(24,15);When Char(8);|", record = "\n\"a, \"\"\xC3\xA9\"\"\",7,0.500000000000000,\"20240229\"|";
+    struct { std::vector<std::string> geometries; std::string expected; } const rows[] = {
+        {{"POINT (1 2)", "POINT (-3 4)"}, start + record + "1 2,/" + record + "-3 4,/"},
+        {{"LINESTRING (1 2,3 4)", "MULTILINESTRING ((1 2,3 4),(5 6,7 8,9 9))"}, start + record + "1 2,3 4,/" + record + "1 2,3 4,/5 6,7 8,9 9,/"},
+        {{"POLYGON ((0 0,0 9,9 9,9 0,0 0),(1 1,2 1,2 2,1 1))", "", "POLYGON ((0 0,0 1,1 1,0 0))"},  // a hole; a null shape
+         start + record + "0 0,0 9,9 9,9 0,0 0,/1 1,2 1,2 2,1 1,/" + record + record + "0 0,0 1,1 1,0 0,/"},
+        {{"MULTIPOINT (1 2,3 4)", "MULTIPOINT (5 6)"}, start + record + "1 2,3 4,/" + record + "5 6,/"},
     };
     for (const auto& r : rows) {
         const LayerTest test;
         std::string csv = "WKT,Name,Whole,Real,When\n";
-        std::string expected = "Name Char(80);Whole Decimal(9,0);Real Decimal(24,15);When Char(8);";
-        std::string_view geometries = r.geometries, coordinates = r.expected;
-        for (int id = 1; !geometries.empty(); ++id) {
-            const auto end = std::min(geometries.find(';'), geometries.size()), stop = std::min(coordinates.find(';'), coordinates.size());
-            csv += '"';
-            csv.append(geometries.substr(0, end)).append("\",\"a, \"\"\xC3\xA9\"\"\",").append(std::to_string(id)).append(",0.5,2024/02/29\n");
-            expected.append("\n\"a, \"\"\xC3\xA9\"\"\",").append(std::to_string(id)).append(",0.500000000000000,\"20240229\"|").append(coordinates.substr(0, stop));
-            geometries.remove_prefix(std::min(end + 1, geometries.size()));
-            coordinates.remove_prefix(std::min(stop + 1, coordinates.size()));
-        }
+        for (const std::string& geometry : r.geometries) csv.append("\"").append(geometry).append("\",\"a, \"\"\xC3\xA9\"\"\",7,0.5,2024/02/29\n");
         test.folder.write("in.csv", csv);
         test.folder.write("in.csvt", "WKT,String,Integer,Real,Date");
         REQUIRE(gdalSays(test.folder, "ogr2ogr @a.shp @in.csv -lco ENCODING=UTF-8 -select Name,Whole,Real,When") == "");
-        CHECK(readingOf(test) == expected);
+        CHECK(shpReadingOf(test) == r.expected);
     }
 }
 
@@ -101,7 +72,7 @@ TEST_CASE("a record that GDAL deleted goes with its object, and wide tables keep
     test.folder.write("in.csvt", types);
     REQUIRE(gdalSays(test.folder, "ogr2ogr @a.shp @in.csv -select " + head.substr(4)) == "");
     REQUIRE(gdalSays(test.folder, "ogrinfo @a.shp -oo AUTO_REPACK=NO -dialect sqlite -sql \"DELETE FROM a WHERE rowid = 1\"").find("ERROR") == std::string::npos);
-    const std::string said = readingOf(test);
-    CHECK(said.find("C119 Decimal(9,0);\n" + line.substr(1) + "|1 1,/\n" + line.substr(1) + "|3 3,/") != std::string::npos);
+    const std::string said = shpReadingOf(test);
+    CHECK(said.find("C119 Decimal(9,0);|\n" + line.substr(1) + "|1 1,/\n" + line.substr(1) + "|3 3,/") != std::string::npos);
     CHECK(said.find("2 2,") == std::string::npos);
 }

@@ -1,5 +1,4 @@
-#include "layer_test.h"
-#include "shp_bytes_of.h"
+#include "shp_test.h"
 
 #include "gis/layer_table.h"
 
@@ -16,24 +15,6 @@ void writeThree(const LayerTest& test, const GisObject& o) {
 }
 const GisObject PLINE = objectOf(GisKind::PlineMultiple, {{1, 1, 2, 2}, {3, 3, 4, 4, 5, 5}});  // 52 + 80 bytes of content
 const GisObject POINT = objectOf(GisKind::Point, {{1, 2}});
-
-/// What reading a.shp says, and which records came with which kinds: "PLINE MULTIPLE 5 1,"a";".
-std::string readingOf(const LayerTest& test) {
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
-    GisHeader header;
-    const std::string said = test.readLayer("a.shp", objects, records, header);
-    const std::size_t count = said.find("DBF file contains ");
-    std::string all = (count == std::string::npos ? said : said.substr(said.find('\n', count) + 1)) + "|";
-    for (std::size_t i = 0; i < records.size(); ++i) all += std::string(gisKindName(objects[i].kind)) + " " + records[i] + ";";
-    return all;
-}
-
-void patch(const LayerTest& test, std::string_view file, std::size_t at, std::string_view bytes) {
-    std::string whole = test.folder.read(file);
-    whole.replace(at, bytes.size(), bytes);
-    test.folder.write(file, whole);
-}
 
 }  // namespace
 
@@ -73,66 +54,60 @@ TEST_CASE("every kind and attribute type reads back equal, and again after a rew
 }
 
 TEST_CASE("what a record or header says wrongly is found, and what is odd is read") {
-    const std::string plines = "PLINE MULTIPLE 1,\"a\";PLINE MULTIPLE 2,\"b\";PLINE MULTIPLE 3,\"c\";";
-    const std::string outOfOrder = "ERROR 0429 - Reading .shp file object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE MULTIPLE object in GIS layer.";
+    const std::string bad = "ERROR 0429 - Reading .shp file object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE MULTIPLE object in GIS layer.";
+    const std::string null = "|\n1,\"a\"|\n2,\"b\"|1 1,2 2,/3 3,4 4,5 5,/\n3,";
     struct { std::string_view file; std::size_t at; std::string_view bytes; std::string message; } const rows[] = {
         {"a.shp", 0, "0000270B", "ERROR 0427 - Reading .shp file header."},
-        {"a.shp", 24, "80000000", "ERROR 0427 - Reading .shp file header."},                                     // negative length
-        {"a.shp", 24, "00000032", "a.shx lists 3 objects, but the .shp file holds 0."},                          // header never completed
+        {"a.shp", 24, "80000000", "ERROR 0427 - Reading .shp file header."},             // negative length
+        {"a.shp", 24, "00000032", "a.shx lists 3 objects, but the .shp file holds 0."},  // header never completed
         {"a.shp", 24, "7FFFFFFF", "ERROR 0425 - End of .shp file encountered whilst reading object type."},
         {"a.shp", 104, "00000001", "ERROR 0424 - Reading .shp file object type."},
         {"a.shp", 104, "FFFFFFFF", "ERROR 0424 - Reading .shp file object type."},
-        {"a.shp", 104, "0000000A", "ERROR 0429 - Reading .shp file object coordinates."},                        // no room for the counts
-        {"a.shp", 104, "00000040", outOfOrder},                                                                   // two bytes short
-        {"a.shp", 104, "7FFFFFFF", "ERROR"},
+        {"a.shp", 104, "0000000A", "ERROR 0429 - Reading .shp file object coordinates."},  // no room for the counts
+        {"a.shp", 104, "00000040", bad},                                                   // two bytes short
         {"a.shp", 108, "0D000000", "ERROR 0423 - Unsupported .shp object type 13\n   Export the layer without Z and M values."},
-        {"a.shp", 108, "02000000", "ERROR 0423 - Unsupported .shp object type 2\n"},
-        {"a.shp", 108, "00000000", "|NONE 1,\"a\";PLINE MULTIPLE 2,\"b\";"},
-        {"a.shp", 144, "FFFFFFFF", outOfOrder},                                                                   // parts
-        {"a.shp", 144, "00000000", "ERROR 0429"},
-        {"a.shp", 144, "06000000", outOfOrder},                                                                   // more parts than points
+        {"a.shp", 108, "02000000", "ERROR 0423 - Unsupported .shp object type 2\n\n"},
+        {"a.shp", 108, "00000000", null},                                                  // a null shape
+        {"a.shp", 144, "00000000 00000000", null},                                         // nothing in it
+        {"a.shp", 144, "FFFFFFFF", bad}, {"a.shp", 144, "06000000", bad},                  // parts: negative; more than points
         {"a.shp", 144, "FFFFFF7F", "ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is 10000\n"},
-        {"a.shp", 144, "11270000", "ERROR 0421"},                                                                 // 10001
-        {"a.shp", 144, "10270000", outOfOrder},                                                                   // 10000 is within the limit
+        {"a.shp", 144, "11270000", "ERROR 0421"}, {"a.shp", 144, "10270000", bad},         // 10001 and 10000
         {"a.shp", 108, "05000000 32*00 11270000", "ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is 10000\n"},
-        {"a.shp", 148, "FFFFFFFF", outOfOrder},                                                                   // points
-        {"a.shp", 148, "06000000", outOfOrder},
+        {"a.shp", 148, "FFFFFFFF", bad}, {"a.shp", 148, "06000000", bad},                  // points: negative; beyond the record
         {"a.shp", 148, "FFFFFF7F", "ERROR 0310 - Exceeded number of allowable nodes in a single .shp polyline or region.\nRequested 2147483647\nLimit 50000000\n"},
-        {"a.shp", 144, "00000000 00000000", "|NONE 1,\"a\";PLINE MULTIPLE 2,\"b\";"},                             // nothing in it
-        {"a.shp", 104, "17D78446 16*00 20*00 01000000 80F0FA02", "ERROR"},                                        // both lie alike: 800 MB
-        {"a.shp", 152, "01000000", outOfOrder},                                                                   // first part not at 0
-        {"a.shp", 156, "00000000", outOfOrder},                                                                   // parts do not rise
-        {"a.shp", 156, "05000000", outOfOrder},                                                                   // beyond the points
-        {"a.shp", 156, "FFFFFFFF", outOfOrder},
-        {"a.shp", 160, "000000000000F87F", outOfOrder},                                                           // not a number
-        {"a.shx", 0, "00", "|" + plines},
+        {"a.shp", 104, "17D7841A 03000000 32*00 01000000 80F0FA02",                        // 800 MB, and the record says so too
+         "ERROR 0430 - End of .shp file encountered whilst reading object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE object"},
+        {"a.shp", 152, "01000000", bad},                                                   // first part not at 0
+        {"a.shp", 156, "00000000", bad}, {"a.shp", 156, "05000000", bad}, {"a.shp", 156, "FFFFFFFF", bad},  // does not rise; beyond the points
+        {"a.shp", 160, "000000000000F87F", bad},                                           // not a number
         {"a.shx", 3, "0B", "ERROR - Reading .shx file "},
-        {"a.shx", 24, "00000042", "it ends before the length in its header."},
-        {"a.shx", 24, "00000033", "no whole number of records"},
-        {"a.shx", 24, "80000000", "no whole number of records"},
+        {"a.shx", 24, "00000042", "ERROR - Reading .shx file "},                           // longer than it is
+        {"a.shx", 24, "00000033", "ERROR - Reading .shx file "}, {"a.shx", 24, "80000000", "ERROR - Reading .shx file "},
         {"a.dbf", 4, "05000000", "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 5\n"},
-        {"a.dbf", 4, "02000000", "ERROR 0408 - End of .dbf file encountered whilst reading record.\nERROR 0254 - Failed to read object attribute data record"},
         {"a.dbf", 4, "FFFFFFFF", "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 4294967295\n"},
-        {"a.dbf", 8, "2000", "ERROR 0319 - No attributes specified in .dbf file."},
-        {"a.dbf", 8, "4100", "ERROR"},                                                                            // one field only, cut off
+        {"a.dbf", 4, "02000000", "ERROR 0408 - End of .dbf file encountered whilst reading record.\nERROR 0254 - Failed to read object attribute data record"},
         {"a.dbf", 8, "FFFF", "ERROR 0404 - End of .dbf file encountered whilst reading header."},
-        {"a.dbf", 10, "0C00", "ERROR 0403 - Reading .dbf file header."},                                          // fields pass the record
+        {"a.dbf", 8, "4100", "ERROR 0403 - Reading .dbf file header."},                    // ends within its second field
+        {"a.dbf", 10, "0C00", "ERROR 0403 - Reading .dbf file header."},                   // fields pass the record
+        {"a.dbf", 8, "2000", "ERROR 0319 - No attributes specified in .dbf file."},
         {"a.dbf", 32, "0D", "ERROR 0319 - No attributes specified in .dbf file."},
-        {"a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header."},                                            // a binary field
+        {"a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header."},                     // a binary field
         {"a.dbf", 48, "00", "ERROR 0402 - dbf field length of 0 is outside allowable range of 1 to 255."},
         {"a.dbf", DBF_START + DBF_RECORD, "'x", "ERROR 0406 - Unrecognised record identifier found in .dbf file.\nERROR 0254"},
-        {"a.dbf", DBF_START + DBF_RECORD, "'*", "|PLINE MULTIPLE 1,\"a\";PLINE MULTIPLE 3,\"c\";"},               // deleted with its object
-        {"a.dbf", DBF_START + 1, "6*20 '1,", "|PLINE MULTIPLE \"1,\",\"a\";"},                                    // decimal comma
-        {"a.dbf", DBF_START + 9, "'\" E9 00 'z", "|PLINE MULTIPLE 1,\"\"\"\xC3\xA9\";"},                          // text behind a zero byte is no text
+        {"a.dbf", DBF_START + DBF_RECORD, "'*", "|\n1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/\n3,\"c\"|"},  // deleted with its object
+        {"a.dbf", DBF_START + 1, "6*20 '1,", "|\n\"1,\",\"a\"|"},                         // decimal comma
+        {"a.dbf", DBF_START + 1, "8*20", "|\n,\"a\"|"},
+        {"a.dbf", DBF_START + 9, "'\" E9 00 'z", "|\n1,\"\"\"\xC3\xA9\"|"},                // text behind a zero byte is no text
     };
     for (const auto& r : rows) {
         const LayerTest test;
         writeThree(test, PLINE);
-        patch(test, r.file, r.at, shpBytesOf(r.bytes));
-        const std::string said = readingOf(test);
+        std::string whole = test.folder.read(r.file);
+        const std::string bytes = shpBytesOf(r.bytes);
+        test.folder.write(r.file, whole.replace(r.at, bytes.size(), bytes));
+        const std::string said = shpReadingOf(test);
         CAPTURE(r.file);
         CAPTURE(r.at);
-        CAPTURE(r.bytes);
         CAPTURE(said);
         CHECK(said.find(r.message) != std::string::npos);
         const bool goesOn = r.message.starts_with('|') || r.message.starts_with("WARNING");
@@ -151,7 +126,7 @@ TEST_CASE("a set cut at any byte is never read as whole") {
                 INITIALISE_FILES();
                 gisInitialise();
                 test.folder.write(file, whole.substr(0, length));
-                const std::string said = readingOf(test);
+                const std::string said = shpReadingOf(test);
                 CAPTURE(file);
                 CAPTURE(length);
                 CHECK(said.find("ERROR") != std::string::npos);
@@ -165,7 +140,7 @@ TEST_CASE("companions that are missing or do not belong are told") {
         const LayerTest test;
         writeThree(test, POINT);
         std::filesystem::remove(test.folder.name("a" + std::string(companion)));
-        CHECK(readingOf(test).find("a" + std::string(companion) + ", which belongs to ") != std::string::npos);
+        CHECK(shpReadingOf(test).find("a" + std::string(companion) + ", which belongs to ") != std::string::npos);
     }
     const LayerTest test;
     writeThree(test, POINT);
@@ -174,7 +149,7 @@ TEST_CASE("companions that are missing or do not belong are told") {
         const std::size_t left = file == "a.shp" ? 156 : 116;
         test.folder.write(file, whole.substr(0, left).replace(27, 1, 1, static_cast<char>(left / 2)));
     }
-    CHECK(readingOf(test).find("a.dbf holds more records than there are objects.") != std::string::npos);
+    CHECK(shpReadingOf(test).find("a.dbf holds more records than there are objects.") != std::string::npos);
 }
 
 TEST_CASE("129 fields stop the reader") {
@@ -184,12 +159,12 @@ TEST_CASE("129 fields stop the reader") {
     std::string dbf = shpBytesOf("03 3*00 03000000 41100904 20*00");
     for (int i = 0; i < 129; ++i) dbf += field;
     test.folder.write("a.dbf", dbf + "\x0D");
-    CHECK(readingOf(test).find("ERROR 0401 - Exceeded maximum number of dbf Fields.") != std::string::npos);
+    CHECK(shpReadingOf(test).find("ERROR 0401 - Exceeded maximum number of dbf Fields.") != std::string::npos);
 }
 
 TEST_CASE("a table in UTF-8 keeps its letters") {
     const LayerTest test;
     test.writeLayer("a.shp", TWO_COLUMNS, {POINT}, {"1,\"\xC3\x83\xC2\xA9\""});  // two letters of the code page that make one of UTF-8
     test.folder.write("a.cpg", "UTF-8\r\n");
-    CHECK(readingOf(test).find("1,\"\xC3\xA9\"") != std::string::npos);
+    CHECK(shpReadingOf(test).find("1,\"\xC3\xA9\"") != std::string::npos);
 }

@@ -1,5 +1,7 @@
-// Expected bytes of shapefile sets, written by hand.
+// For the tests of shapefile sets: expected bytes written by hand, and what a set reads as.
 #pragma once
+
+#include "layer_test.h"
 
 #include <charconv>
 #include <string>
@@ -36,3 +38,24 @@ inline std::string shpBytesOf(std::string_view text) {
 #define D3 " 0000000000000840 "
 #define D4 " 0000000000001040 "
 #define D_1 " 000000000000F0BF "
+
+/// What is said when that holds an ERROR or a WARNING, the attributes, "|", then a line for each object: its record, "|", "x y," for each vertex and "/" behind each part.
+inline std::string shpReadingOf(const LayerTest& test) {
+    std::vector<GisObject> objects;
+    std::vector<std::string> records;
+    GisHeader header;
+    std::string all = test.readLayer("a.shp", objects, records, header);
+    if (all.find("ERROR") == std::string::npos && all.find("WARNING") == std::string::npos) all.clear();
+    for (const GisAttribute& a : header.attributes) all += a.name + ' ' + a.type + ';';
+    all += '|';
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        all += '\n' + records[i] + '|';
+        for (std::size_t v = 1, part = 1; v < objects[i].x.size(); ++v) {
+            all += std::to_string(static_cast<int>(objects[i].x[v])) + ' ' + std::to_string(static_cast<int>(objects[i].y[v])) + ',';
+            if (v != static_cast<std::size_t>(objects[i].ir[part])) continue;
+            all += '/';
+            ++part;
+        }
+    }
+    return all;
+}
