@@ -1,8 +1,8 @@
 // What a step printed, for tests: the text, and "<stopped>" at its end when the step ended the run.
 #pragma once
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 
 #include <string>
 #include <utility>

@@ -3,9 +3,9 @@
 // gdal_layers.py beside this file times GDAL on the same layer.
 #include "gis/data_line.h"
 #include "gis/layers.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 #include <charconv>
 #include <chrono>

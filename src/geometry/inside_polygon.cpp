@@ -1,7 +1,7 @@
 #include "geometry/inside_polygon.h"
 
 #include "geometry/intersections.h"
-#include "run_control/exits.h"
+#include "services/exits.h"
 
 #include <cstddef>
 #include <string>

@@ -1,7 +1,7 @@
 #include "gis/dbf_fields.h"
 
 #include "gis/attributes.h"
-#include "run_control/exits.h"
+#include "services/exits.h"
 #include "text_utils/text.h"
 
 #include <string_view>

@@ -3,9 +3,9 @@
 #include "gis/attributes.h"
 #include "gis/code_page.h"
 #include "gis/shp_bytes.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/text.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 #include "gis/code_page.h"
 #include "gis/data_line.h"
 #include "gis/shp_layer.h"
-#include "run_control/console.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/files.h"
 #include "text_utils/text.h"
 
 #include <string>

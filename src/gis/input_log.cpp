@@ -3,8 +3,8 @@
 #include "gis/code_page.h"
 #include "gis/data_line.h"
 #include "gis/layers.h"
-#include "run_control/console.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/files.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 

@@ -1,7 +1,7 @@
 #include "gis/layer_table.h"
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 
 #include <cmath>
 

@@ -15,7 +15,7 @@ enum class GisMode : std::int32_t { Closed = -1, NotSet = 0, Input = 1, Output =
 
 /// One file of a layer. The format that opened it keeps it up to date.
 struct GisFile {
-    int handle = 0;           ///< of run_control/files.h; 0 when not open
+    int handle = 0;           ///< of services/files.h; 0 when not open
     std::int64_t bytes = 0;   ///< input: length of the file; output: bytes written so far
     std::int64_t count = 0;   ///< lines (.mif, .mid) or records (.shp, .shx, .dbf) read or written so far
     double xmin = 0.0, ymin = 0.0, xmax = -1.0, ymax = -1.0;  ///< bounds of what was written; xmax below xmin before the first object
@@ -48,7 +48,7 @@ struct GisLayer {
 /// stops. End: nothing left, in order. Dropped: a short region was passed over, with its WARNING.
 enum class GisRead : std::uint8_t { Done, End, Dropped, Failed };
 
-// ---- the table -------------------------------------------------------------------------------------------------------
+// ---- the table ----
 /// The entry of gisID 1 to MOST_LAYERS, open or not.
 GisLayer& gisEntry(std::int32_t gisID);
 /// Stops with "Should not be here <operation>[gisID=0] - please contact ..." for a handle below 1.
@@ -56,7 +56,7 @@ void gisCheckHandle(std::int32_t gisID, std::string_view operation);
 /// What gisSetExtent was given.
 const MapExtent& gisExtent();
 
-// ---- for the formats -------------------------------------------------------------------------------------------------
+// ---- for the formats ----
 /// "POINT", "PLINE MULTIPLE", ... as the messages name it.
 std::string_view gisKindName(GisKind kind);
 /// The shape that holds objects of this kind; Any for kinds that a shapefile lacks.
@@ -75,7 +75,7 @@ void gisWarnOfText(GisLayer& layer);
 /// "Should not be here [<check>].  Please contact <support>", the wording of the format checks of the write operations.
 [[noreturn]] void gisFormatCheck(std::string_view check);
 
-// ---- what a format provides ------------------------------------------------------------------------------------------
+// ---- what a format provides ----
 // The operations of layers.h have already checked the handle, the mode, and for mifWriteObject and shpWriteObject the planned shape and
 // the part ends, and have set layer.kind. path, mode, tableOnly, id and listNumber are set before open; header is filled by the producer
 // before WriteHeader. Routines without a result stop the run when they fail, after the stated message. Every result of the file service

@@ -2,9 +2,9 @@
 
 #include "gis/input_log.h"
 #include "gis/layer_table.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 
@@ -127,7 +127,7 @@ const GisProjection& gisProjection() { return table.projection; }
 void gisSetExtent(double xmin, double ymin, double xmax, double ymax) { table.extent = {xmin, ymin, xmax, ymax}; }
 void gisOpenInputLog(std::string_view base) { OPEN_INPUT_LOG(base); }
 
-// ---- opening and closing ---------------------------------------------------------------------------------------------
+// ---- opening and closing ----
 std::int32_t gisOpenLayer(std::string_view name, std::string_view, std::string_view mode, bool allowTableOnly) {
     REPORT("Opening GIS Layer: " + std::string(name));
     const std::int32_t id = lowestFreeID();
@@ -175,7 +175,7 @@ void gisCloseAllLayers() {
     CLOSE_INPUT_LOG();
 }
 
-// ---- header ----------------------------------------------------------------------------------------------------------
+// ---- header ----
 GisHeader& gisHeader(std::int32_t gisID) { return dispatch(gisID, "gisHeader", GisMode::Closed).layer.header; }
 
 void gisReadHeader(std::int32_t gisID) {
@@ -214,7 +214,7 @@ bool gisReadAttributeDefinition(std::int32_t gisID, std::string& name, std::stri
     return true;
 }
 
-// ---- objects and records ---------------------------------------------------------------------------------------------
+// ---- objects and records ----
 bool gisObjectType(std::int32_t gisID, GisObject& o) {
     const auto [layer, format] = dispatch(gisID, "gisObjectType", GisMode::Input);
     const GisRead read = format.objectType(layer, o);

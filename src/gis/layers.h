@@ -52,7 +52,7 @@ struct GisProjection {
     bool differenceIsWarning = false;  ///< an input in another coordinate system gives WARNING 0305 instead of ERROR 0305
 };
 
-// ---- the run ---------------------------------------------------------------------------------------------------------
+// ---- the run ----
 /// Forgets every layer, the input-layer list and the settings below, closing nothing: the start of a run and of a test.
 void gisInitialise();
 void gisSetProjection(const GisProjection& projection);
@@ -64,7 +64,7 @@ void gisSetExtent(double xmin, double ymin, double xmax, double ymax);
 /// a table of them. Called for -verbose, before the first input layer; without it nothing is written.
 void gisOpenInputLog(std::string_view base);
 
-// ---- opening and closing ---------------------------------------------------------------------------------------------
+// ---- opening and closing ----
 /// Opens a layer under the lowest free gisID, from 1. action: "R" or "PR" (kept for callers that name it; both open alike).
 /// mode: "I " reads, "O " creates or replaces. allowTableOnly admits .dbf and .csv.
 /// An input layer is added to the input-layer list unless it is there, and its coordinate system is checked against the run's.
@@ -77,7 +77,7 @@ void gisCloseLayer(std::int32_t gisID);
 /// gisCloseLayer for every open layer, then the input-layer log: the end of a run.
 void gisCloseAllLayers();
 
-// ---- header ----------------------------------------------------------------------------------------------------------
+// ---- header ----
 /// The header record of an open layer.
 GisHeader& gisHeader(std::int32_t gisID);
 /// Reads the coordinate system and the attributes and stands at the first object.
@@ -91,7 +91,7 @@ std::int64_t gisNumberRecords(std::int32_t gisID);
 bool gisReadAttributeDefinition(std::int32_t gisID, std::string& name, std::string& type);
 void gisGotoBeginningOfAttributes(std::int32_t gisID);
 
-// ---- objects and records ---------------------------------------------------------------------------------------------
+// ---- objects and records ----
 // A record travels as one data line: values in column order, comma between them, text in double quotes with a quote inside doubled
 // (gis/data_line.h builds and splits it). Inside the program it is UTF-8. On disk both formats hold code page 1252; what that page lacks
 // becomes "?", with one WARNING a layer.
@@ -114,7 +114,7 @@ void gisGotoBeginningOfData(std::int32_t gisID);
 void gisWriteObject(std::int32_t gisID, const GisObject& o);
 /// Writes the record of the object just written. The library adds nothing to the line; a line break inside it is refused.
 void gisWriteRecord(std::int32_t gisID, std::string_view line);
-/// The same for lines beyond DATA_LINE_WIDTH, up to LONGEST_LINE (run_control/files.h).
+/// The same for lines beyond DATA_LINE_WIDTH, up to LONGEST_LINE (services/files.h).
 void gisWriteRecordLarge(std::int32_t gisID, std::string_view line);
 /// Completes an output layer so that it opens elsewhere (lengths, counts, bounds). gisCloseLayer does it when it is due.
 void gisWriteEoF(std::int32_t gisID);

@@ -3,9 +3,9 @@
 #include "gis/attributes.h"
 #include "gis/coord_sys.h"
 #include "gis/mif_layer.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/free_form.h"
 #include "text_utils/text.h"
 

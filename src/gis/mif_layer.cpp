@@ -2,8 +2,8 @@
 
 #include "gis/coord_sys.h"
 #include "gis/mif_header.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 

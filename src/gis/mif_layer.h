@@ -3,7 +3,7 @@
 #pragma once
 
 #include "gis/layer_table.h"
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "gis/code_page.h"
 #include "gis/data_line.h"
 #include "gis/mif_layer.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "text_utils/free_form.h"
 #include "text_utils/text.h"
 
@@ -15,7 +15,7 @@ constexpr std::int32_t FEWEST_REGION_POINTS = 5;       ///< four distinct corner
 constexpr std::int64_t SHORTEST_VERTEX_LINE = 4;       ///< "0 0" and its line end
 constexpr std::int64_t FEW_VERTICES = 10000;           ///< read without asking first how long the file is
 
-// ---- kinds -----------------------------------------------------------------------------------------------------------
+// ---- kinds ----
 struct Keyword {
     std::string_view first, second;
     GisKind kind;
@@ -58,7 +58,7 @@ const Keyword* takeKeyword(std::string_view& line) {
     return nullptr;
 }
 
-// ---- failures --------------------------------------------------------------------------------------------------------
+// ---- failures ----
 GisRead erroneous(const GisLayer& layer, std::string_view line) {
     DMESSAGE("ERROR 0308 - Reading .mif file.  Erroneous line is:");
     REPORT(line.substr(0, 200));
@@ -76,7 +76,7 @@ GisRead objectLine(GisLayer& layer, std::string_view& line) {
     return GisRead::Failed;
 }
 
-// ---- coordinates -----------------------------------------------------------------------------------------------------
+// ---- coordinates ----
 bool takeVertex(FreeForm& values, GisObject& o) {
     double x = 0.0;
     double y = 0.0;

@@ -1,8 +1,8 @@
 #include "gis/code_page.h"
 #include "gis/fixed_text.h"
 #include "gis/mif_layer.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 
 #include <charconv>
 

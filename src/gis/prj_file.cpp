@@ -1,9 +1,9 @@
 #include "gis/prj_file.h"
 
 #include "gis/layers.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/text.h"
 
 #include <optional>

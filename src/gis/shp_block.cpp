@@ -1,6 +1,6 @@
 #include "gis/shp_block.h"
 
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include <string_view>
 #include <utility>

@@ -1,8 +1,8 @@
 #include "gis/shp_index.h"
 
 #include "gis/shp_header.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 #include <string>
 #include <string_view>

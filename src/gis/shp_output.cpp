@@ -2,8 +2,8 @@
 #include "gis/prj_file.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 #include <algorithm>
 #include <string>

@@ -3,9 +3,9 @@
 #include "gis/shp_bytes.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 #include <algorithm>
 #include <string>

@@ -3,8 +3,8 @@
 #include "gis/shp_bytes.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 #include <algorithm>
 #include <string>

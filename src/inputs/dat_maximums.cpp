@@ -4,10 +4,10 @@
 #include "inputs/dat_steps.h"
 #include "inputs/fold_maximums.h"
 #include "inputs/results.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
-#include "run_control/time_markers.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
+#include "services/time_markers.h"
 
 #include <algorithm>
 #include <cmath>

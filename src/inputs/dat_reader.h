@@ -21,7 +21,7 @@ struct DatHeader {
 /// Where one whole output time stands in the file.
 struct DatStep {
     std::int64_t offset = 0;    ///< bytes from the start of the file to the step's first byte, behind its card 200
-    float time = 0.0F;          ///< hours, or a marker (run_control/time_markers.h)
+    float time = 0.0F;          ///< hours, or a marker (services/time_markers.h)
     bool flags = false;         ///< wet/dry flags follow the time
 };
 

@@ -4,9 +4,9 @@
 #include "inputs/dat_time_text.h"
 #include "inputs/little_endian.h"
 #include "platform/platform.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 #include <algorithm>
 #include <string>

@@ -1,6 +1,6 @@
 #include "inputs/dat_time_text.h"
 
-#include "run_control/options.h"
+#include "services/options.h"
 #include "text_utils/numbers.h"
 
 std::string DAT_TIME_TEXT(float hours) {

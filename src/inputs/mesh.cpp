@@ -3,7 +3,7 @@
 #include "inputs/mesh_reader.h"
 #include "inputs/mesh_to_fill.h"
 #include "platform/platform.h"
-#include "run_control/exits.h"
+#include "services/exits.h"
 
 #include <cstddef>
 #include <new>

@@ -1,8 +1,8 @@
 #include "inputs/mesh_line_error.h"
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 
 std::string shownMeshLine(std::string_view line) {
     std::string shown(line.substr(0, 200));

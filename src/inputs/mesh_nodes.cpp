@@ -1,6 +1,6 @@
 #include "inputs/mesh_nodes.h"
 
-#include "run_control/exits.h"
+#include "services/exits.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,9 +2,9 @@
 #include "inputs/mesh_line_error.h"
 #include "inputs/mesh_reader.h"
 #include "inputs/mesh_to_fill.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 

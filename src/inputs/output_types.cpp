@@ -1,6 +1,6 @@
 #include "inputs/output_types.h"
 
-#include "run_control/console.h"
+#include "services/console.h"
 #include "text_utils/text.h"
 
 #include <algorithm>

@@ -10,7 +10,7 @@ struct Results {
     std::int32_t cells = 0;           ///< wet/dry flags per time; 0 in files without flags
     bool vector = false;              ///< x and y components, else one scalar in x
     bool cellCentred = false;         ///< one value per cell instead of per node
-    float time = 0.0F;                ///< hours, or a marker (run_control/time_markers.h)
+    float time = 0.0F;                ///< hours, or a marker (services/time_markers.h)
     bool endReached = false;          ///< no further output time follows the one held
     std::vector<float> x;             ///< scalar or x component, numbered from 1 (entry 0 unused); IS_MISSING where there is none
     std::vector<float> y;             ///< y component of vectors, numbered from 1; empty for scalars

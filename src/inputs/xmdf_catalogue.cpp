@@ -1,8 +1,8 @@
 #include "inputs/xmdf_catalogue.h"
 
 #include "inputs/xmdf_messages.h"
-#include "run_control/console.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 
 namespace {

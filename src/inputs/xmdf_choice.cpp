@@ -4,9 +4,9 @@
 #include "inputs/output_types.h"
 #include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_search.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
 #include "text_utils/text.h"
 
 #include <algorithm>

@@ -4,9 +4,9 @@
 #include "inputs/fold_maximums.h"
 #include "inputs/results.h"
 #include "inputs/xmdf_messages.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
 #include "text_utils/numbers.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_search.h"
-#include "run_control/console.h"
-#include "run_control/time_markers.h"
+#include "services/console.h"
+#include "services/time_markers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 

@@ -10,7 +10,7 @@ struct XmdfFacts {
     std::int32_t values = 0;        ///< per time: the nodes of the model, or its cells
     std::int32_t flags = 0;         ///< wet/dry flags per time; 0: none, every cell is wet
     double secondsPerUnit = 3600.0; ///< of the file's time unit
-    std::vector<double> times;      ///< hours, markers as they are (run_control/time_markers.h), in file order; never empty
+    std::vector<double> times;      ///< hours, markers as they are (services/time_markers.h), in file order; never empty
 };
 
 /// Reads and reports them. An unknown time unit is taken as hours, with a WARNING where the dataset has a time that depends on it.

@@ -1,7 +1,7 @@
 #include "inputs/xmdf_messages.h"
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "xmdf/xmdf.h"
 
 std::string XMDF_QUOTED(std::string_view name) {

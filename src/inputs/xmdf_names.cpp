@@ -1,7 +1,7 @@
 #include "inputs/output_types.h"
 #include "inputs/xmdf_items.h"
 #include "inputs/xmdf_search.h"
-#include "run_control/time_markers.h"
+#include "services/time_markers.h"
 #include "text_utils/text.h"
 
 #include <algorithm>

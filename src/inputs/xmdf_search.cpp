@@ -1,8 +1,8 @@
 #include "inputs/xmdf_search.h"
 
 #include "inputs/xmdf_messages.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "text_utils/text.h"
 
 #include <functional>

@@ -3,9 +3,9 @@
 #include "inputs/xmdf_choice.h"
 #include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_search.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 
@@ -24,7 +24,7 @@ struct Chosen {
 
 void skip(const std::string& path, const std::string& missing) { DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + missing); }
 
-// ---- by type -----------------------------------------------------------------------------------------------------------------
+// ---- by type ----
 
 /// What the search finds, one dataset of each folder and kind, by the time that is wanted.
 void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wanted) {
@@ -41,7 +41,7 @@ void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wante
                  " skipped: " + choice.missing());
 }
 
-// ---- one by one ------------------------------------------------------------------------------------------------------------------
+// ---- one by one ----
 
 std::vector<Chosen> byPath(XmdfEntry& entry, const std::string& path) {
     FIND_XMDF_PATH(entry, path);
@@ -86,7 +86,7 @@ void addChosen(XmdfChoice& choice, const std::vector<Chosen>& chosen) {
     }
 }
 
-// ---- all of them -----------------------------------------------------------------------------------------------------------------
+// ---- all of them ----
 
 /// Every quantity once, by whichever of its datasets has what is wanted; a quantity none of whose datasets has it is named.
 void addAll(XmdfChoice& choice) {
@@ -108,7 +108,7 @@ void addAll(XmdfChoice& choice) {
     }
 }
 
-// ---- limits ------------------------------------------------------------------------------------------------------------------
+// ---- limits ----
 
 void checkLimits(const std::vector<XmdfItem>& items) {
     constexpr struct {

@@ -3,9 +3,9 @@
 #include "geometry/no_value.h"
 #include "raster/fixed_decimals.h"
 #include "raster/header_numbers.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 
 #include <algorithm>

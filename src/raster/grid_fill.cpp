@@ -3,7 +3,7 @@
 #include "geometry/no_value.h"
 #include "raster/element_pieces.h"
 #include "raster/plan_rows.h"
-#include "run_control/console.h"
+#include "services/console.h"
 
 #include <algorithm>
 #include <array>

@@ -3,8 +3,8 @@
 #include "platform/platform.h"
 #include "raster/grid_extent.h"
 #include "raster/grid_fill.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "text_utils/numbers.h"
 
 #include <cstddef>

@@ -2,8 +2,8 @@
 
 #include "geometry/no_value.h"
 #include "geometry/vector_magnitude.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 
 #include <cmath>
 #include <cstddef>

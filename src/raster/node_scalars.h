@@ -3,7 +3,7 @@
 
 #include "inputs/results.h"
 #include "raster/grid.h"
-#include "run_control/options.h"
+#include "services/options.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,9 +1,9 @@
 #include "run_control/arguments.h"
 
-#include "run_control/console.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/options.h"
 #include "run_control/switches.h"
-#include "run_control/time_markers.h"
+#include "services/time_markers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"

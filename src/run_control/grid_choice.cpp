@@ -4,10 +4,10 @@
 #include "raster/default_spacing.h"
 #include "raster/external_grid.h"
 #include "raster/grid_extent.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/options.h"
-#include "run_control/projection.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
+#include "services/projection.h"
 #include "text_utils/free_form.h"
 
 #include <cmath>

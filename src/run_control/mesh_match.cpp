@@ -1,9 +1,9 @@
 #include "run_control/mesh_match.h"
 
 #include "inputs/mesh.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
 #include "text_utils/numbers.h"
 
 #include <string>

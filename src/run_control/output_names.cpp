@@ -1,8 +1,8 @@
 #include "run_control/output_names.h"
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"

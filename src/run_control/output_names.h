@@ -1,7 +1,7 @@
 // Names of the output files: base, time tag, component, grid size, extension ("x_h_Max_g005.asc").
 #pragma once
 
-#include "run_control/options.h"
+#include "services/options.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "run_control/precision.h"
 
-#include "run_control/console.h"
+#include "services/console.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 

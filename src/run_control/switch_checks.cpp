@@ -1,9 +1,9 @@
 #include "run_control/switch_checks.h"
 
 #include "inputs/output_types.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
 #include "text_utils/text.h"
 
 #include <cmath>

@@ -1,9 +1,9 @@
 #include "run_control/switches.h"
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "run_control/precision.h"
-#include "run_control/time_markers.h"
+#include "services/time_markers.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t POINT_TYPES_WIDTH = 10;
 
-// ---- values ----------------------------------------------------------------------------------------------------------
+// ---- values ----
 [[noreturn]] void unreadable(const SwitchArgument& given) {
     DMESSAGE("ERROR reading data");
     REPORT("   from argument " + given.argument);
@@ -49,7 +49,7 @@ void requireAbove(bool above, const SwitchArgument& given, std::string_view limi
     if (!above) STOP_RUN("ERROR - The value of " + given.argument + " must be " + std::string(limit) + ".");
 }
 
-// ---- what most rows do -----------------------------------------------------------------------------------------------
+// ---- what most rows do ----
 template <bool RunOptions::*Flag>
 void set(RunOptions& options, const SwitchArgument&) {
     options.*Flag = true;
@@ -84,7 +84,7 @@ void setDatasetNumber(RunOptions& options, const SwitchArgument& given) {
     options.datasetByNumber = true;
 }
 
-// ---- rows of their own -----------------------------------------------------------------------------------------------
+// ---- rows of their own ----
 void setGrid(RunOptions& options, const SwitchArgument& given) {
     options.grid = true;
     if (given.behind.empty()) return;

@@ -1,7 +1,7 @@
 // The switches of the command line, as a table in the order in which they are tried.
 #pragma once
 
-#include "run_control/options.h"
+#include "services/options.h"
 
 #include <span>
 #include <string>

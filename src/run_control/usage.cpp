@@ -1,6 +1,6 @@
 #include "run_control/usage.h"
 
-#include "run_control/console.h"
+#include "services/console.h"
 
 #include <string_view>
 

@@ -1,9 +1,9 @@
 #include "run_control/world_file.h"
 
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/files.h"
-#include "run_control/options.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
+#include "services/options.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"

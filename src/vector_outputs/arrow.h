@@ -3,7 +3,7 @@
 
 #include "gis/object.h"
 #include "inputs/mesh.h"
-#include "run_control/options.h"
+#include "services/options.h"
 #include "vector_outputs/flow.h"
 #include "vector_outputs/map_item.h"
 

@@ -1,7 +1,7 @@
 #include "vector_outputs/geographic.h"
 
-#include "run_control/files.h"
-#include "run_control/options.h"
+#include "services/files.h"
+#include "services/options.h"
 #include "text_utils/free_form.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"

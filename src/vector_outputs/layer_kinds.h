@@ -1,7 +1,7 @@
 // What a layer holds: its objects, how they are drawn, and its columns.
 #pragma once
 
-#include "run_control/options.h"
+#include "services/options.h"
 #include "vector_outputs/map_item.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "vector_outputs/layer_writer.h"
 
 #include "gis/layers.h"
-#include "run_control/console.h"
+#include "services/console.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "vector_outputs/cell_shape.h"

@@ -2,8 +2,8 @@
 
 #include "gis/attributes.h"
 #include "gis/data_line.h"
-#include "run_control/console.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 
 #include <cstdint>

@@ -3,7 +3,7 @@
 
 #include "console_of.h"
 #include "gis/layers.h"
-#include "run_control/files.h"
+#include "services/files.h"
 #include "temporary_folder.h"
 
 #include <cstddef>

@@ -2,10 +2,10 @@
 
 #include "console_of.h"
 #include "inputs/results.h"
-#include "run_control/files.h"
-#include "run_control/options.h"
+#include "services/files.h"
+#include "services/options.h"
 #include "run_control/read_switches.h"
-#include "run_control/time_markers.h"
+#include "services/time_markers.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

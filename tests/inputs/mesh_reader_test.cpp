@@ -2,8 +2,8 @@
 
 #include "console_of.h"
 #include "inputs/mesh.h"
-#include "run_control/files.h"
-#include "run_control/options.h"
+#include "services/files.h"
+#include "services/options.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

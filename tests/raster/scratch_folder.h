@@ -1,7 +1,7 @@
 // A folder of a test's own, gone with the test.
 #pragma once
 
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,7 +1,7 @@
 #include "run_control/arguments.h"
 
 #include "read_switches.h"
-#include "run_control/options.h"
+#include "services/options.h"
 #include "run_control/switches.h"
 #include "temporary_folder.h"
 

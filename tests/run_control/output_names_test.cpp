@@ -2,7 +2,7 @@
 
 #include "console_of.h"
 #include "run_control/arguments.h"
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include <doctest/doctest.h>
 

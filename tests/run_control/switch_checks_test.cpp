@@ -1,7 +1,7 @@
 #include "run_control/switch_checks.h"
 
 #include "read_switches.h"
-#include "run_control/options.h"
+#include "services/options.h"
 #include "run_control/usage.h"
 
 #include <doctest/doctest.h>

@@ -1,9 +1,9 @@
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include "platform/platform.h"
-#include "run_control/console.h"
-#include "run_control/exits.h"
-#include "run_control/file_table.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/file_table.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,4 +1,4 @@
-// Which files this run has touched, and under which name a file exists. The public face is run_control/files.h.
+// Which files this run has touched, and under which name a file exists. The public face is services/files.h.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "run_control/options.h"
+#include "services/options.h"
 
 #include "text_utils/paths.h"
 

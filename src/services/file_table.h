@@ -1,4 +1,4 @@
-// The handles behind the file service, shared by its opening and its reading side. Everybody else uses run_control/files.h.
+// The handles behind the file service, shared by its opening and its reading side. Everybody else uses services/files.h.
 #pragma once
 
 #include <cstddef>

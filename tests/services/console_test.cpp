@@ -1,7 +1,7 @@
-#include "run_control/console.h"
+#include "services/console.h"
 
 #include "console_of.h"
-#include "run_control/files.h"
+#include "services/files.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

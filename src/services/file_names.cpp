@@ -1,6 +1,6 @@
-#include "run_control/file_names.h"
+#include "services/file_names.h"
 
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
-#include "run_control/exits.h"
+#include "services/exits.h"
 
-#include "run_control/console.h"
-#include "run_control/files.h"
+#include "services/console.h"
+#include "services/files.h"
 
 #include <string>
 

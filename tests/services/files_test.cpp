@@ -1,7 +1,7 @@
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include "console_of.h"
-#include "run_control/file_table.h"
+#include "services/file_table.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

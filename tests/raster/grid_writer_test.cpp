@@ -1,7 +1,7 @@
 #include "raster/grid_writer.h"
 #include "raster/header_numbers.h"
-#include "run_control/files.h"
-#include "run_control/options.h"
+#include "services/files.h"
+#include "services/options.h"
 
 #include "console_of.h"
 #include "raster/scratch_folder.h"

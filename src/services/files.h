@@ -16,7 +16,7 @@ enum class LineStatus : std::uint8_t { Read, EndOfFile, Error };
 /// Forgets every open file and every name: the start of a run and of a test. Opens the two console slots.
 void INITIALISE_FILES();
 
-// ---- names -----------------------------------------------------------------------------------------------------------
+// ---- names ----
 /// The name under which a file exists: as given, else with "\" read as "/" (off Windows), else the one file of its folder that
 /// differs in letter case only. Nothing when there is none. A folder is not a file.
 std::optional<std::string> FIND_FILE(std::string_view name);
@@ -26,7 +26,7 @@ bool NAME_IN_USE(std::string_view name);
 /// Counts a file that was read by other means (a library of its own) as used.
 void NOTE_FILE_USED(std::string_view name);
 
-// ---- opening and closing ---------------------------------------------------------------------------------------------
+// ---- opening and closing ----
 /// Opens fixed slot 1 to 8. A slot above 8 or already open is a fault of the program and stops the run at once.
 void OPENER(int slot, std::string_view name, std::string_view mode);
 /// Name held by a general handle; an invalid handle stops the run at once.
@@ -45,7 +45,7 @@ void CLOSE_ALL_FILES();
 /// What EXITS does: closes everything once per run, quietly; never stops the run. False when an output lost its last bytes, which is said.
 bool CLOSE_FILES_ON_EXIT();
 
-// ---- reading ---------------------------------------------------------------------------------------------------------
+// ---- reading ----
 /// Next line of an input without its line end (LF or CR LF). The view is valid until the next call for this handle.
 /// A read error is reported as an ERROR that names the file, and returned.
 LineStatus READ_LINE(int handle, std::string_view& line);
@@ -60,7 +60,7 @@ std::int64_t FILE_POSITION(int handle);
 /// Moves to a byte offset from the start (64-bit). False when that fails; moving beyond the end of an input succeeds and reads nothing.
 [[nodiscard]] bool SEEK_FILE(int handle, std::int64_t offset);
 
-// ---- writing ---------------------------------------------------------------------------------------------------------
+// ---- writing ----
 /// Appends bytes at the current position, in large blocks. False when the disk refuses them (LAST_FILE_ERROR tells why).
 [[nodiscard]] bool WRITE_BYTES(int handle, std::string_view bytes);
 /// WRITE_BYTES; a refusal stops the run with "ERROR - Could not write <name>: <reason>. The file is incomplete.".

@@ -1,5 +1,5 @@
 #include "raster/external_grid.h"
-#include "run_control/files.h"
+#include "services/files.h"
 
 #include "console_of.h"
 #include "raster/scratch_folder.h"

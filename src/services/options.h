@@ -1,7 +1,7 @@
 // What the command line asks for. Filled by READ_ARGUMENTS before any file is touched, changed by CHECK_SWITCHES, then only read.
 #pragma once
 
-#include "run_control/time_markers.h"
+#include "services/time_markers.h"
 
 #include <cstddef>
 #include <cstdint>

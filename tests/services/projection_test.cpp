@@ -1,8 +1,8 @@
-#include "run_control/projection.h"
+#include "services/projection.h"
 
 #include "console_of.h"
-#include "run_control/files.h"
-#include "run_control/options.h"
+#include "services/files.h"
+#include "services/options.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

@@ -1,7 +1,7 @@
-#include "run_control/console.h"
+#include "services/console.h"
 
 #include "platform/platform.h"
-#include "run_control/exits.h"
+#include "services/exits.h"
 
 #include <charconv>
 #include <cstdio>
