@@ -14,14 +14,16 @@ double numberBetween(std::string_view option, std::string_view text, double lowe
     double value = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc{} || end != text.data() + text.size() || !(value >= lowest && value <= highest))
-        throw std::invalid_argument("ERROR - " + std::string(option) + " needs a number from " + std::to_string(lowest) + " to " +
-                                    std::to_string(highest) + ", not \"" + std::string(text) + "\"");
+        throw std::invalid_argument("ERROR - " + std::string(option) + " needs a number from " +
+                                    std::to_string(lowest) + " to " + std::to_string(highest) + ", not \"" +
+                                    std::string(text) + "\"");
     return value;
 }
 
 std::int32_t countBetween(std::string_view option, std::string_view text, double lowest, double highest) {
     const double value = numberBetween(option, text, lowest, highest);
-    if (value != std::floor(value)) throw std::invalid_argument("ERROR - " + std::string(option) + " needs a whole number");
+    if (value != std::floor(value))
+        throw std::invalid_argument("ERROR - " + std::string(option) + " needs a whole number");
     return static_cast<std::int32_t>(value);
 }
 
@@ -35,7 +37,8 @@ void readPoint(std::string_view option, std::string_view text, double& x, double
 
 /// False for an option that is not known.
 bool readValue(BasinOptions& options, std::string_view option, std::string_view text) {
-    if (option == "-cells") options.cells = countBetween(option, text, 2, 20000);  // ids of 800 million cells fit 32 bits
+    // ids of 800 million cells fit 32 bits
+    if (option == "-cells") options.cells = countBetween(option, text, 2, 20000);
     else if (option == "-side") options.side = numberBetween(option, text, 1.0, 1.0e7);
     else if (option == "-triangles") options.triangles = numberBetween(option, text, 0.0, 1.0);
     else if (option == "-origin") readPoint(option, text, options.originX, options.originY);
@@ -68,8 +71,10 @@ BasinOptions READ_BASIN_OPTIONS(int argc, char* argv[]) {
 const char* BASIN_USAGE() {
     return "make_parabolic_basin [options] folder/name\n"
            "\n"
-           "Writes a flood that swings round a parabolic basin: name.2dm, and water level (name_h.dat), depth (name_d.dat) and\n"
-           "velocity (name_V.dat) with wet/dry flags. name_h.dat and name_V.dat end with stored maximums, name_d.dat has none.\n"
+           "Writes a flood that swings round a parabolic basin: name.2dm, and water level (name_h.dat), depth "
+           "(name_d.dat) and\n"
+           "velocity (name_V.dat) with wet/dry flags. name_h.dat and name_V.dat end with stored maximums, name_d.dat "
+           "has none.\n"
            "\n"
            "  -cells n        mesh squares across (80)\n"
            "  -side m         side of the mesh in metres (8000)\n"

@@ -6,22 +6,23 @@ namespace {
 constexpr std::size_t QUANTITY_WIDTH = 40;
 }
 
-DatWriter::DatWriter(const std::filesystem::path& name, bool vector, std::size_t nodes, std::size_t cells, std::string_view quantity)
+DatWriter::DatWriter(const std::filesystem::path& name, bool vector, std::size_t nodes, std::size_t cells,
+                     std::string_view quantity)
     : file_(name) {
     const auto card = [&](std::int32_t number, std::int32_t value) {
         file_.int32(number);
         file_.int32(value);
     };
-    file_.int32(3000);                              // version
-    card(100, 3);                                   // object type: a mesh
-    card(110, 4);                                   // bytes of a value
-    card(120, 1);                                   // bytes of a flag
-    file_.int32(vector ? 140 : 130);                // begin vector or scalar dataset
-    if (vector) card(150, 0);                       // vectors stand at the nodes
-    card(160, 1);                                   // object id
-    card(170, static_cast<std::int32_t>(nodes));    // values a time
-    card(180, static_cast<std::int32_t>(cells));    // flags a time
-    file_.int32(190);                               // name
+    file_.int32(3000);                            // version
+    card(100, 3);                                 // object type: a mesh
+    card(110, 4);                                 // bytes of a value
+    card(120, 1);                                 // bytes of a flag
+    file_.int32(vector ? 140 : 130);              // begin vector or scalar dataset
+    if (vector) card(150, 0);                     // vectors stand at the nodes
+    card(160, 1);                                 // object id
+    card(170, static_cast<std::int32_t>(nodes));  // values a time
+    card(180, static_cast<std::int32_t>(cells));  // flags a time
+    file_.int32(190);                             // name
     std::string text(quantity.substr(0, QUANTITY_WIDTH));
     text.resize(QUANTITY_WIDTH, ' ');
     file_.text(text);

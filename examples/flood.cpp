@@ -47,8 +47,9 @@ void FLOOD_AT(const ParabolicBasin& basin, const SquareMesh& mesh, double hours,
     state.wet.clear();
     state.wet.reserve(mesh.elementCount());
     FOR_EACH_ELEMENT(mesh, [&](const ElementNodes& element) {
-        const bool wet = std::all_of(element.begin(), element.end(),
-                                     [&](std::int32_t node) { return node == 0 || state.depth[static_cast<std::size_t>(node) - 1] > 0.0F; });
+        const bool wet = std::all_of(element.begin(), element.end(), [&](std::int32_t node) {
+            return node == 0 || state.depth[static_cast<std::size_t>(node) - 1] > 0.0F;
+        });
         state.wet.push_back(wet ? 1 : 0);
     });
 }
@@ -63,7 +64,9 @@ void FloodExtremes::add(const FloodState& state) {
     }
     for (std::size_t i = 0; i < state.level.size(); ++i)
         if (state.level[i] > maximum_.level[i]) timeOfPeak_[i] = static_cast<float>(state.time);
-    fold(maximum_, state, [](const auto& a, const auto& b) { return std::max(a, b); }, faster);
-    fold(minimum_, state, [](const auto& a, const auto& b) { return std::min(a, b); },
-         [](const float* a, const float* b) { return faster(b, a); });
+    fold(
+        maximum_, state, [](const auto& a, const auto& b) { return std::max(a, b); }, faster);
+    fold(
+        minimum_, state, [](const auto& a, const auto& b) { return std::min(a, b); },
+        [](const float* a, const float* b) { return faster(b, a); });
 }

@@ -33,7 +33,8 @@ FloodFiles::FloodFiles(const SquareMesh& mesh)
       depth_(FILE_OF(mesh.options, "_d.dat"), false, mesh.x.size(), mesh.elementCount(), "Depth"),
       velocity_(FILE_OF(mesh.options, "_V.dat"), true, mesh.x.size(), mesh.elementCount(), "Velocity") {
     if (mesh.options.cellDepths)
-        cellDepth_ = std::make_unique<DatWriter>(FILE_OF(mesh.options, "_cells_d.dat"), false, mesh.elementCount(), mesh.elementCount(), "Depth");
+        cellDepth_ = std::make_unique<DatWriter>(FILE_OF(mesh.options, "_cells_d.dat"), false, mesh.elementCount(),
+                                                 mesh.elementCount(), "Depth");
     if (!mesh.options.xmdf) return;
     const std::string run = mesh.options.base.filename().string();
     xmdf_ = std::make_unique<XmdfWriter>(FILE_OF(mesh.options, ".xmdf"), run, mesh.x.size(), mesh.elementCount());
@@ -50,11 +51,13 @@ void FloodFiles::createXmdf(std::size_t times) {
 }
 
 void FloodFiles::writeXmdf(const char* folder, std::size_t step, const FloodState& state) {
-    for (const Quantity& q : QUANTITIES) xmdf_->write(std::string(folder) + q.name, step, state.time, state.*q.values, state.wet);
+    for (const Quantity& q : QUANTITIES)
+        xmdf_->write(std::string(folder) + q.name, step, state.time, state.*q.values, state.wet);
 }
 
 void FloodFiles::writeDats(const FloodState& state, bool withDepth) {
-    const std::span<const std::uint8_t> wet = flags_ ? std::span<const std::uint8_t>(state.wet) : std::span<const std::uint8_t>();
+    const std::span<const std::uint8_t> wet =
+        flags_ ? std::span<const std::uint8_t>(state.wet) : std::span<const std::uint8_t>();
     level_.write(state.time, state.level, wet);
     if (withDepth) depth_.write(state.time, state.depth, wet);
     velocity_.write(state.time, state.velocity, wet);
@@ -66,7 +69,8 @@ void FloodFiles::writeCellDepths(const FloodState& state) {
     FOR_EACH_ELEMENT(mesh_, [&](const ElementNodes& nodes) {
         const int corners = nodes[3] == 0 ? 3 : 4;
         float sum = 0.0F;
-        for (int k = 0; k < corners; ++k) sum += state.depth[static_cast<std::size_t>(nodes[static_cast<std::size_t>(k)]) - 1];
+        for (int k = 0; k < corners; ++k)
+            sum += state.depth[static_cast<std::size_t>(nodes[static_cast<std::size_t>(k)]) - 1];
         depths.push_back(sum / static_cast<float>(corners));
     });
     cellDepth_->write(state.time, depths, state.wet);

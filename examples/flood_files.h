@@ -15,8 +15,8 @@ public:
     explicit FloodFiles(const SquareMesh& mesh);
     /// The next output time.
     void write(const FloodState& state);
-    /// Adds what is known once all times are written: the maximums of water level and velocity (of depth in the .xmdf only), and
-    /// the minimums and the times of peak in the .xmdf. Closes every file.
+    /// Adds what is known once all times are written: the maximums of water level and velocity (of depth in the .xmdf
+    /// only), and the minimums and the times of peak in the .xmdf. Closes every file.
     void finish(const FloodExtremes& extremes);
 
 private:

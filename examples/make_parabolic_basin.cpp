@@ -1,4 +1,5 @@
-// Makes a model whose exact solution is known: a mesh of triangles and quads over a parabolic basin, and the flood that circles it.
+// Makes a model whose exact solution is known: a mesh of triangles and quads over a parabolic basin, and the flood that
+// circles it.
 #include "basin_options.h"
 #include "flood.h"
 #include "flood_files.h"
@@ -43,8 +44,8 @@ void makeFlood(const BasinOptions& options) {
         extremes.add(state);
     }
     files.finish(extremes);
-    std::printf("Wrote %s_h.dat, _d.dat, _V.dat%s: %d times.\n", options.base.string().c_str(), options.xmdf ? " and .xmdf" : "",
-                static_cast<int>(options.times));
+    std::printf("Wrote %s_h.dat, _d.dat, _V.dat%s: %d times.\n", options.base.string().c_str(),
+                options.xmdf ? " and .xmdf" : "", static_cast<int>(options.times));
 }
 
 }  // namespace

@@ -14,7 +14,8 @@ std::runtime_error refused(const char* what, const std::filesystem::path& name) 
 }
 }  // namespace
 
-OutputFile::OutputFile(std::filesystem::path name) : name_(std::move(name)), file_(name_, std::ios::binary | std::ios::trunc) {
+OutputFile::OutputFile(std::filesystem::path name)
+    : name_(std::move(name)), file_(name_, std::ios::binary | std::ios::trunc) {
     if (!file_) throw refused("create", name_);
     buffer_.reserve(BLOCK + 1024);
 }
@@ -33,7 +34,8 @@ void OutputFile::number(std::int64_t value) {
 
 void OutputFile::number(double value, int decimals) {
     std::array<char, 400> digits{};  // the largest double has 309 digits before its point
-    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
+    const char* end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
     buffer_ += ' ';
     text({digits.data(), static_cast<std::size_t>(end - digits.data())});
 }
@@ -55,7 +57,8 @@ void OutputFile::flushWhenFull() {
 }
 
 void OutputFile::flush() {
-    if (!file_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()))) throw refused("write all of", name_);
+    if (!file_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size())))
+        throw refused("write all of", name_);
     buffer_.clear();
 }
 

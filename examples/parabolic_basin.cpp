@@ -4,10 +4,11 @@
 #include <numbers>
 
 namespace {
-constexpr double GRAVITY = 9.81;                                      // m/s2
+constexpr double GRAVITY = 9.81;  // m/s2
 constexpr double SECONDS_PER_HOUR = 3600.0;
-constexpr double OMEGA = 2.0 * std::numbers::pi / SECONDS_PER_HOUR;   // one turn an hour, radians a second
-constexpr double LOWEST_BED = 20.0;                                   // metres; levels like those of a real valley, well off zero
+constexpr double OMEGA = 2.0 * std::numbers::pi / SECONDS_PER_HOUR;  // one turn an hour, radians a second
+// metres; levels like those of a real valley, well off zero
+constexpr double LOWEST_BED = 20.0;
 
 double angle(double hours) { return OMEGA * SECONDS_PER_HOUR * hours; }
 }  // namespace
@@ -16,7 +17,9 @@ double angle(double hours) { return OMEGA * SECONDS_PER_HOUR * hours; }
 ParabolicBasin::ParabolicBasin(double side)
     : radius_(0.37 * side), excursion_(0.12 * side), depth_(radius_ * OMEGA * radius_ * OMEGA / (2.0 * GRAVITY)) {}
 
-double ParabolicBasin::bed(BasinPoint p) const { return LOWEST_BED + depth_ * (p.x * p.x + p.y * p.y) / (radius_ * radius_); }
+double ParabolicBasin::bed(BasinPoint p) const {
+    return LOWEST_BED + depth_ * (p.x * p.x + p.y * p.y) / (radius_ * radius_);
+}
 
 double ParabolicBasin::surface(BasinPoint p, double hours) const {
     const double along = 2.0 * p.x * std::cos(angle(hours)) + 2.0 * p.y * std::sin(angle(hours)) - excursion_;

@@ -1,15 +1,16 @@
-// Thacker's planar free surface in a paraboloid of revolution: an exact solution of the shallow-water equations without friction.
-// The water is a disc that circles the basin; its surface is a plane at every time, and its edge a moving wet/dry front.
-// W.C. Thacker, Some exact solutions to the nonlinear shallow-water wave equations, J. Fluid Mech. 107 (1981) 499-508;
-// the form used here is that of O. Delestre et al., SWASHES, Int. J. Numer. Meth. Fluids 72 (2013) 269-300, "planar surface in a paraboloid".
+// Thacker's planar free surface in a paraboloid of revolution: an exact solution of the shallow-water equations without
+// friction. The water is a disc that circles the basin; its surface is a plane at every time, and its edge a moving
+// wet/dry front. W.C. Thacker, Some exact solutions to the nonlinear shallow-water wave equations, J. Fluid Mech. 107
+// (1981) 499-508; the form used here is that of O. Delestre et al., SWASHES, Int. J. Numer. Meth. Fluids 72 (2013)
+// 269-300, "planar surface in a paraboloid".
 #pragma once
 
 struct BasinPoint {
     double x = 0.0, y = 0.0;  ///< metres from the centre of the basin
 };
 
-/// The basin of one model. Its size follows from the side of the mesh, so that the water always keeps clear of the mesh's edge, and
-/// its depth from a period of one hour.
+/// The basin of one model. Its size follows from the side of the mesh, so that the water always keeps clear of the
+/// mesh's edge, and its depth from a period of one hour.
 class ParabolicBasin {
 public:
     /// side: of the square mesh, metres.

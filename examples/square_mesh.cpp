@@ -70,8 +70,10 @@ SquareMesh MAKE_SQUARE_MESH(const BasinOptions& options) {
         for (std::size_t column = 0; column < across; ++column) {
             const bool inner = row > 0 && column > 0 && row + 1 < across && column + 1 < across;
             const std::size_t node = mesh.x.size();
-            const double u = static_cast<double>(column) * step - 0.5 * options.side + (inner ? shift * scatter(node, 0) : 0.0);
-            const double v = static_cast<double>(row) * step - 0.5 * options.side + (inner ? shift * scatter(node, 1) : 0.0);
+            const double u =
+                static_cast<double>(column) * step - 0.5 * options.side + (inner ? shift * scatter(node, 0) : 0.0);
+            const double v =
+                static_cast<double>(row) * step - 0.5 * options.side + (inner ? shift * scatter(node, 1) : 0.0);
             mesh.x.push_back(rounded(mesh.centreX + u * std::cos(turn) - v * std::sin(turn)));
             mesh.y.push_back(rounded(mesh.centreY + u * std::sin(turn) + v * std::cos(turn)));
         }

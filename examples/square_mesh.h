@@ -11,10 +11,11 @@
 
 /// Squares of cells x cells; the eastern columns are split into two triangles each, with alternating diagonals.
 struct SquareMesh {
-    std::int32_t cells = 0;           ///< squares across
-    std::int32_t quadColumns = 0;     ///< columns of quads, from the west
-    std::vector<double> x, y;         ///< per node, from 0: south to north, west to east; map units, rounded to the four decimals of the file
-    std::vector<float> z;             ///< bed elevation per node
+    std::int32_t cells = 0;        ///< squares across
+    std::int32_t quadColumns = 0;  ///< columns of quads, from the west
+    /// per node, from 0: south to north, west to east; map units, rounded to the four decimals of the file
+    std::vector<double> x, y;
+    std::vector<float> z;  ///< bed elevation per node
     double centreX = 0.0, centreY = 0.0;
     BasinOptions options;
 

@@ -121,9 +121,11 @@ XmdfWriter::XmdfWriter(const std::filesystem::path& name, std::string run, std::
         const H5Type text = fixedText(kind);
         const H5Space scalar(H5Screate(H5S_SCALAR));
         const H5Space single(H5Screate_simple(1, &one, nullptr));
-        const H5Data type(H5Dcreate2(created, "File Type", text.id(), scalar.id(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+        const H5Data type(
+            H5Dcreate2(created, "File Type", text.id(), scalar.id(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
         check(H5Dwrite(type.id(), text.id(), H5S_ALL, H5S_ALL, H5P_DEFAULT, kind.data()));
-        const H5Data number(H5Dcreate2(created, "File Version", H5T_IEEE_F32LE, single.id(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+        const H5Data number(
+            H5Dcreate2(created, "File Version", H5T_IEEE_F32LE, single.id(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
         check(H5Dwrite(number.id(), H5T_NATIVE_FLOAT, H5S_ALL, H5S_ALL, H5P_DEFAULT, &version));
     });
 }
@@ -135,7 +137,8 @@ void XmdfWriter::create(const std::string& dataset, bool vector, std::size_t tim
         const std::size_t slash = dataset.find('/');
         const H5Group run = folderOf(file_->handle.id(), file_->run);
         const H5Group folder = folderOf(run.id(), dataset.substr(0, slash));
-        const H5Group group(H5Gcreate2(folder.id(), dataset.substr(slash + 1).c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+        const H5Group group(
+            H5Gcreate2(folder.id(), dataset.substr(slash + 1).c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
         writeText(group, "Grouptype", vector ? "DATASET VECTOR" : "DATASET SCALAR");
         writeText(group, "TimeUnits", "Hours");
         std::vector<hsize_t> extents = {times, file_->nodes};

@@ -8,7 +8,8 @@
 #include <span>
 #include <string>
 
-/// Every member throws std::runtime_error, naming the file, when HDF5 refuses. Built without HDF5, the constructor always throws.
+/// Every member throws std::runtime_error, naming the file, when HDF5 refuses. Built without HDF5, the constructor
+/// always throws.
 class XmdfWriter {
 public:
     /// run: name of the group that holds the folders.
@@ -17,10 +18,13 @@ public:
     XmdfWriter(const XmdfWriter&) = delete;
     XmdfWriter& operator=(const XmdfWriter&) = delete;
 
-    /// Creates a dataset such as "Temporal/Water Level" with room for so many times. vector: x and y per node, else one value.
+    /// Creates a dataset such as "Temporal/Water Level" with room for so many times. vector: x and y per node, else one
+    /// value.
     void create(const std::string& dataset, bool vector, std::size_t times);
-    /// Fills one time of a dataset, counted from 0. values: per node (x, y of vectors side by side); wet: per cell, 1 wet and 0 dry.
-    void write(const std::string& dataset, std::size_t step, double hours, std::span<const float> values, std::span<const std::uint8_t> wet);
+    /// Fills one time of a dataset, counted from 0. values: per node (x, y of vectors side by side); wet: per cell, 1
+    /// wet and 0 dry.
+    void write(const std::string& dataset, std::size_t step, double hours, std::span<const float> values,
+               std::span<const std::uint8_t> wet);
     void close();
 
 private:

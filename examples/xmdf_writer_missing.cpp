@@ -10,5 +10,6 @@ XmdfWriter::XmdfWriter(const std::filesystem::path& name, std::string, std::size
 }
 XmdfWriter::~XmdfWriter() = default;
 void XmdfWriter::create(const std::string&, bool, std::size_t) {}
-void XmdfWriter::write(const std::string&, std::size_t, double, std::span<const float>, std::span<const std::uint8_t>) {}
+void XmdfWriter::write(const std::string&, std::size_t, double, std::span<const float>, std::span<const std::uint8_t>) {
+}
 void XmdfWriter::close() {}

@@ -11,7 +11,8 @@
 
 class TemporaryFolder {
 public:
-    TemporaryFolder() : path_(std::filesystem::temp_directory_path() / ("converter_test_" + std::to_string(std::random_device{}()))) {
+    TemporaryFolder()
+        : path_(std::filesystem::temp_directory_path() / ("converter_test_" + std::to_string(std::random_device{}()))) {
         std::filesystem::create_directories(path_);
     }
     ~TemporaryFolder() {

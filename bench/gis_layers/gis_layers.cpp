@@ -44,8 +44,9 @@ void fillLine(std::string& line, std::int64_t i) {
 void writeLayer(std::string_view name, bool regions, std::int64_t count) {
     const std::int32_t id = gisOpenLayer(name, "R", "O ", false);
     gisHeader(id).shape = regions ? GisShape::Region : GisShape::Point;
-    gisHeader(id).attributes = {{"PtType", "Char(2)"},    {"SMS_ID", "Integer"},       {"Water Level", "Decimal(10,4)"},
-                                {"Depth", "Decimal(10,4)"}, {"Bearing", "Decimal(6,2)"}, {"Magnitude", "Decimal(10,4)"}};
+    gisHeader(id).attributes = {
+        {"PtType", "Char(2)"},      {"SMS_ID", "Integer"},       {"Water Level", "Decimal(10,4)"},
+        {"Depth", "Decimal(10,4)"}, {"Bearing", "Decimal(6,2)"}, {"Magnitude", "Decimal(10,4)"}};
     gisWriteHeader(id);
     GisObject o;
     std::string line;
@@ -97,8 +98,8 @@ int main(int argc, char* argv[]) {
         const double reading = secondsOf([&] { read = readLayer(argv[3]); });
         FLUSH_CONSOLE();
         const double objects = static_cast<double>(count);
-        std::printf("%s: %.0f objects, write %.3f s (%.2f million/s), read %.3f s (%.2f million/s)\n", argv[3], objects, write, objects / write / 1e6,
-                    reading, static_cast<double>(read) / reading / 1e6);
+        std::printf("%s: %.0f objects, write %.3f s (%.2f million/s), read %.3f s (%.2f million/s)\n", argv[3], objects,
+                    write, objects / write / 1e6, reading, static_cast<double>(read) / reading / 1e6);
         return read == count ? 0 : 1;
     } catch (const RunStopped&) {
         return 1;

@@ -24,5 +24,9 @@ bool samePoint(Real x1, Real y1, Real x2, Real y2, Real tolerance) {
 float DISTANCE(float x1, float y1, float x2, float y2) { return distance(x1, y1, x2, y2); }
 float DISTANCE_8(double x1, double y1, double x2, double y2) { return distance(x1, y1, x2, y2); }
 
-bool SAME_POINT(float x1, float y1, float x2, float y2, float tolerance) { return samePoint(x1, y1, x2, y2, tolerance); }
-bool SAME_POINT_8(double x1, double y1, double x2, double y2, double tolerance) { return samePoint(x1, y1, x2, y2, tolerance); }
+bool SAME_POINT(float x1, float y1, float x2, float y2, float tolerance) {
+    return samePoint(x1, y1, x2, y2, tolerance);
+}
+bool SAME_POINT_8(double x1, double y1, double x2, double y2, double tolerance) {
+    return samePoint(x1, y1, x2, y2, tolerance);
+}

@@ -8,7 +8,8 @@
 
 namespace {
 
-/// Height of the vertex before the last one met on a ray. It outlives the call on purpose: results for a ray through vertex 2 depend on it.
+/// Height of the vertex before the last one met on a ray. It outlives the call on purpose: results for a ray through
+/// vertex 2 depend on it.
 template <typename Real>
 thread_local Real previousY = Real{0};
 
@@ -32,7 +33,8 @@ bool crosses(Real xp, Real yp, Real rayStart, Real x1, Real y1, Real x2, Real y2
 }
 
 template <typename Real>
-bool insidePolygon(Real xp, Real yp, std::span<const Real> xs, std::span<const Real> ys, Real xmin, std::span<const std::int32_t> partEnds) {
+bool insidePolygon(Real xp, Real yp, std::span<const Real> xs, std::span<const Real> ys, Real xmin,
+                   std::span<const std::int32_t> partEnds) {
     const Real rayStart = xmin - Real{10};
     const std::size_t n = xs.size();
     std::size_t part = 0;
@@ -43,14 +45,16 @@ bool insidePolygon(Real xp, Real yp, std::span<const Real> xs, std::span<const R
         i += 2;
         ++part;
         if (part == partEnds.size() && i + 1 < n)
-            STOP_RUN("Invalid number of polygons in region sent to inside_polygon routine [1] - contact " + std::string(SUPPORT_CONTACT));
+            STOP_RUN("Invalid number of polygons in region sent to inside_polygon routine [1] - contact " +
+                     std::string(SUPPORT_CONTACT));
     }
     return crossings % 2 == 1;
 }
 
 }  // namespace
 
-bool INSIDE_POLYGON(float xp, float yp, std::span<const float> xs, std::span<const float> ys, float xmin, std::span<const std::int32_t> partEnds) {
+bool INSIDE_POLYGON(float xp, float yp, std::span<const float> xs, std::span<const float> ys, float xmin,
+                    std::span<const std::int32_t> partEnds) {
     return insidePolygon(xp, yp, xs, ys, xmin, partEnds);
 }
 bool INSIDE_POLYGON_8(double xp, double yp, std::span<const double> xs, std::span<const double> ys, double xmin,

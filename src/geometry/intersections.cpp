@@ -57,9 +57,11 @@ int INTERSECT_LINE_V2_8(double x1, double y1, double x2, double y2, double x3, d
     return meeting(x1, y1, x2, y2, x3, y3, x4, y4);
 }
 
-bool INTERSECTION_POINT(float x1, float y1, float x2, float y2, float x3, float y3, float x4, float y4, float& x, float& y) {
+bool INTERSECTION_POINT(float x1, float y1, float x2, float y2, float x3, float y3, float x4, float y4, float& x,
+                        float& y) {
     return intersection(x1, y1, x2, y2, x3, y3, x4, y4, x, y);
 }
-bool INTERSECTION_POINT_8(double x1, double y1, double x2, double y2, double x3, double y3, double x4, double y4, double& x, double& y) {
+bool INTERSECTION_POINT_8(double x1, double y1, double x2, double y2, double x3, double y3, double x4, double y4,
+                          double& x, double& y) {
     return intersection(x1, y1, x2, y2, x3, y3, x4, y4, x, y);
 }

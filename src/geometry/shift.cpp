@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <numbers>
 
-void GEO_SHIFT(std::span<const double> xs, std::span<const double> ys, double x0, double y0, double angle, std::span<float> us,
-               std::span<float> vs) {
+void GEO_SHIFT(std::span<const double> xs, std::span<const double> ys, double x0, double y0, double angle,
+               std::span<float> us, std::span<float> vs) {
     const double radians = angle * std::numbers::pi / 180.0;
     const double c = std::cos(radians);
     const double s = std::sin(radians);

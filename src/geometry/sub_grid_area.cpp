@@ -6,7 +6,8 @@
 
 namespace {
 
-/// The number of the cell at a coordinate, from 1; coordinates that no number reaches, or not a number, stay within the type.
+/// The number of the cell at a coordinate, from 1; coordinates that no number reaches, or not a number, stay within the
+/// type.
 std::int32_t cellAt(float coordinate, float cellSize) {
     const double cell = static_cast<double>(std::trunc(coordinate / cellSize)) + 1.0;
     constexpr double LEAST = std::numeric_limits<std::int32_t>::min();
@@ -16,7 +17,8 @@ std::int32_t cellAt(float coordinate, float cellSize) {
 
 }  // namespace
 
-SubGridArea SET_SUB_GRID_AREA(std::span<const float> xs, std::span<const float> ys, float cellSize, std::int32_t columns, std::int32_t rows) {
+SubGridArea SET_SUB_GRID_AREA(std::span<const float> xs, std::span<const float> ys, float cellSize,
+                              std::int32_t columns, std::int32_t rows) {
     SubGridArea area;
     if (xs.empty()) return area;
     const auto [west, east] = std::minmax_element(xs.begin(), xs.end());

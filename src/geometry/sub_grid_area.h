@@ -11,6 +11,8 @@ struct SubGridArea {
     float xmin = 0.0F, ymin = 0.0F, xmax = 0.0F, ymax = 0.0F;
 };
 
-/// xs, ys: the polygon's vertices, relative to the grid's origin, in map units. Cell n spans from (n - 1) to n cell sizes; quotients are truncated
-/// towards zero. A polygon outside the grid gives a first beyond its last, and so does one without vertices.
-SubGridArea SET_SUB_GRID_AREA(std::span<const float> xs, std::span<const float> ys, float cellSize, std::int32_t columns, std::int32_t rows);
+/// xs, ys: the polygon's vertices, relative to the grid's origin, in map units. Cell n spans from (n - 1) to n cell
+/// sizes; quotients are truncated towards zero. A polygon outside the grid gives a first beyond its last, and so does
+/// one without vertices.
+SubGridArea SET_SUB_GRID_AREA(std::span<const float> xs, std::span<const float> ys, float cellSize,
+                              std::int32_t columns, std::int32_t rows);

@@ -51,7 +51,9 @@ std::optional<ColumnType> COLUMN_TYPE(std::string_view type) {
     std::erase_if(packed, [](char c) { return c == ' ' || c == '\t'; });
     const std::size_t open = packed.find('(');
     ColumnType column{packed.substr(0, open)};
-    if (column.word.empty() || !std::all_of(column.word.begin(), column.word.end(), [](char c) { return isLetter(c) || isDigit(c); })) return {};
+    if (column.word.empty() ||
+        !std::all_of(column.word.begin(), column.word.end(), [](char c) { return isLetter(c) || isDigit(c); }))
+        return {};
     if (open == std::string::npos) return column;
     std::string_view rest = std::string_view(packed).substr(open + 1);
     if (!takeNumber(rest, column.width)) return {};

@@ -8,8 +8,9 @@ namespace {
 
 /// Unicode numbers of the bytes 0x80 to 0x9F; all other bytes are their own number.
 constexpr std::array<std::uint16_t, 32> HIGH_HALF_START = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 unsigned byteAt(std::string_view text, std::size_t i) { return static_cast<unsigned char>(text[i]); }
 
@@ -20,7 +21,12 @@ struct Character {
 };
 Character decoded(std::string_view text) {
     const unsigned lead = byteAt(text, 0);
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    const std::size_t length = lead < 0x80   ? 1
+                               : lead < 0xC2 ? 0
+                               : lead < 0xE0 ? 2
+                               : lead < 0xF0 ? 3
+                               : lead < 0xF5 ? 4
+                                             : 0;
     if (length < 2) return {lead, length};
     if (text.size() < length) return {};
     std::uint32_t number = lead & (0x7FU >> length);
@@ -76,7 +82,8 @@ void ADD_AS_UTF8(std::string& out, std::string_view codePage) {
         } else if (number < 0x800) {
             out += {static_cast<char>(0xC0U | number >> 6U), static_cast<char>(0x80U | (number & 0x3FU))};
         } else {
-            out += {static_cast<char>(0xE0U | number >> 12U), static_cast<char>(0x80U | (number >> 6U & 0x3FU)), static_cast<char>(0x80U | (number & 0x3FU))};
+            out += {static_cast<char>(0xE0U | number >> 12U), static_cast<char>(0x80U | (number >> 6U & 0x3FU)),
+                    static_cast<char>(0x80U | (number & 0x3FU))};
         }
     }
 }

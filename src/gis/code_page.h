@@ -1,5 +1,6 @@
 // Text on disk is code page 1252 ("WindowsLatin1"), text in the program UTF-8.
-// Layout: the Unicode consortium's table of Windows code page 1252; its five unused bytes stand for the control characters of that number.
+// Layout: the Unicode consortium's table of Windows code page 1252; its five unused bytes stand for the control
+// characters of that number.
 #pragma once
 
 #include <string>

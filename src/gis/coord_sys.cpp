@@ -45,7 +45,8 @@ std::string boundsText(const MapExtent& b) {
 MapExtent boundsFor(const MapExtent& extent) {
     MapExtent b{-DEFAULT_BOUND, -DEFAULT_BOUND, DEFAULT_BOUND, DEFAULT_BOUND};
     const bool empty = extent.xmax < extent.xmin || extent.ymax < extent.ymin;
-    if (empty || (extent.xmin >= b.xmin && extent.ymin >= b.ymin && extent.xmax <= b.xmax && extent.ymax <= b.ymax)) return b;
+    if (empty || (extent.xmin >= b.xmin && extent.ymin >= b.ymin && extent.xmax <= b.xmax && extent.ymax <= b.ymax))
+        return b;
     const double width = extent.xmax - extent.xmin;
     const double height = extent.ymax - extent.ymin;
     b.xmin = std::min(b.xmin, std::floor(extent.xmin - width));
@@ -59,7 +60,8 @@ MapExtent boundsFor(const MapExtent& extent) {
 
 bool SAME_COORD_SYS(std::string_view a, std::string_view b) {
     const bool both = boundsAt(a) != std::string_view::npos && boundsAt(b) != std::string_view::npos;
-    return both ? comparable(a) == comparable(b) : comparable(a.substr(0, boundsAt(a))) == comparable(b.substr(0, boundsAt(b)));
+    return both ? comparable(a) == comparable(b)
+                : comparable(a.substr(0, boundsAt(a))) == comparable(b.substr(0, boundsAt(b)));
 }
 
 std::string WITH_BOUNDS(std::string_view line, std::string_view bounds, const MapExtent& extent) {

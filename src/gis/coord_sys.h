@@ -5,19 +5,21 @@
 #include <string_view>
 
 /// Used whenever no projection is known.
-constexpr std::string_view DEFAULT_COORD_SYS = "CoordSys NonEarth Units \"m\" Bounds(-9999999, -9999999) (9999999, 9999999)";
+constexpr std::string_view DEFAULT_COORD_SYS =
+    "CoordSys NonEarth Units \"m\" Bounds(-9999999, -9999999) (9999999, 9999999)";
 
 /// Map units; empty while xmax is below xmin.
 struct MapExtent {
     double xmin = 0.0, ymin = 0.0, xmax = -1.0, ymax = -1.0;
 };
 
-/// Equal with blanks outside quotes collapsed and letter case ignored. Bounds are compared only when both lines have them: they limit the
-/// coordinates a layer can hold and are no part of the system.
+/// Equal with blanks outside quotes collapsed and letter case ignored. Bounds are compared only when both lines have
+/// them: they limit the coordinates a layer can hold and are no part of the system.
 bool SAME_COORD_SYS(std::string_view a, std::string_view b);
 
-/// The line as a layer's header holds it: a NonEarth line without Bounds gets `bounds`, or when that is blank the default bounds, widened to
-/// whole numbers that hold `extent` and its own size again on every side where `extent` lies outside them. Any other line as it is.
+/// The line as a layer's header holds it: a NonEarth line without Bounds gets `bounds`, or when that is blank the
+/// default bounds, widened to whole numbers that hold `extent` and its own size again on every side where `extent` lies
+/// outside them. Any other line as it is.
 std::string WITH_BOUNDS(std::string_view line, std::string_view bounds, const MapExtent& extent);
 /// The "Bounds(...) (...)" of a line, blank when it has none.
 std::string BOUNDS_OF(std::string_view line);

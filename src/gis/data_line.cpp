@@ -27,7 +27,8 @@ bool DataLine::nextQuoted(std::size_t first, DataValue& value) {
     value.quoted = true;
     bool doubled = false;
     std::size_t end = first;
-    for (; (end = rest_.find('"', end)) != std::string_view::npos && rest_.substr(end + 1).starts_with('"'); end += 2) doubled = true;
+    for (; (end = rest_.find('"', end)) != std::string_view::npos && rest_.substr(end + 1).starts_with('"'); end += 2)
+        doubled = true;
     value.text = rest_.substr(first, end == std::string_view::npos ? end : end - first);
     rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
     upToDelimiter();  // what stands between the closing quote and the delimiter is no part of the value

@@ -12,8 +12,8 @@ struct DataValue {
     bool quoted = false;    ///< it stood in double quotes, so it is text
 };
 
-/// Walks the values of a line. Split at delimiters outside double quotes:  1,"a, b",,"say ""hi"""  has 1 / a, b / (blank) / say "hi".
-/// A blank line has one blank value. A quote that is never closed runs to the end of the line.
+/// Walks the values of a line. Split at delimiters outside double quotes:  1,"a, b",,"say ""hi"""  has 1 / a, b /
+/// (blank) / say "hi". A blank line has one blank value. A quote that is never closed runs to the end of the line.
 class DataLine {
 public:
     explicit DataLine(std::string_view line, char delimiter = ',') : rest_(line), delimiter_(delimiter) {}
@@ -34,5 +34,6 @@ private:
 /// In double quotes, quotes inside doubled; line breaks become blanks.
 void ADD_TEXT(std::string& line, std::string_view text);
 void ADD_INTEGER(std::string& line, std::int64_t value);
-/// Fixed notation with 0 to 9 decimals, rounded as printf rounds; no decimals, no point: (2.5, 2) -> 2.50, (2.5, 0) -> 2.
+/// Fixed notation with 0 to 9 decimals, rounded as printf rounds; no decimals, no point: (2.5, 2) -> 2.50, (2.5, 0)
+/// -> 2.
 void ADD_REAL(std::string& line, double value, int decimals);

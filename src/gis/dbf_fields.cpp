@@ -16,11 +16,8 @@ struct TypeRow {
     std::int32_t width, decimals;  ///< 0: as the attribute type says
 };
 constexpr TypeRow TYPES[] = {
-    {"Char", 'C', 0, 0},
-    {"Logical", 'C', 1, 0},  // GIS packages show a dBASE logical in their own words, a letter as it is
-    {"Float", 'N', 16, 5},
-    {"Integer", 'N', 8, 0},
-    {"Decimal", 'N', 0, 0},
+    // GIS packages show a dBASE logical in their own words, a letter as it is
+    {"Char", 'C', 0, 0}, {"Logical", 'C', 1, 0}, {"Float", 'N', 16, 5}, {"Integer", 'N', 8, 0}, {"Decimal", 'N', 0, 0},
 };
 
 DbfField fieldOf(const GisAttribute& attribute) {
@@ -28,14 +25,18 @@ DbfField fieldOf(const GisAttribute& attribute) {
     for (const TypeRow& row : TYPES) {
         if (!ASAME(column.word, row.word)) continue;
         const bool asSaid = row.width == 0;
-        return {{}, row.type, asSaid ? column.width : row.width, asSaid && row.type == 'N' ? column.decimals : row.decimals};
+        return {{},
+                row.type,
+                asSaid ? column.width : row.width,
+                asSaid && row.type == 'N' ? column.decimals : row.decimals};
     }
     SHOULD_NOT_BE_HERE("Unrecognised DBF field");
 }
 
 void checkWidth(const DbfField& field) {
     if (field.width < 1 || field.width > MOST_DBF_WIDTH)
-        STOP_RUN("ERROR 0412 - dbf field length of " + std::to_string(field.width) + " is outside allowable range of 1 to 255 when writing dbf file.");
+        STOP_RUN("ERROR 0412 - dbf field length of " + std::to_string(field.width) +
+                 " is outside allowable range of 1 to 255 when writing dbf file.");
 }
 
 }  // namespace
@@ -50,7 +51,8 @@ std::int64_t PLACE_FIELDS(std::vector<DbfField>& fields) {
 }
 
 std::vector<DbfField> DBF_FIELDS_OF(const std::vector<GisAttribute>& attributes) {
-    if (attributes.size() > MOST_DBF_FIELDS) STOP_RUN("ERROR 0411 - Exceeded maximum number of dbf Fields trying to write dbf file.");
+    if (attributes.size() > MOST_DBF_FIELDS)
+        STOP_RUN("ERROR 0411 - Exceeded maximum number of dbf Fields trying to write dbf file.");
     if (attributes.empty()) STOP_RUN("ERROR 0319 - No attributes specified when writing .dbf file.");
     const std::vector<std::string> names = CLEANED_NAMES(attributes, DBF_NAME_WIDTH);
     std::vector<DbfField> fields;
@@ -59,7 +61,8 @@ std::vector<DbfField> DBF_FIELDS_OF(const std::vector<GisAttribute>& attributes)
         fields.back().name = names[i];
         checkWidth(fields.back());
     }
-    if (PLACE_FIELDS(fields) - 1 > LONGEST_FIELDS) SHOULD_NOT_BE_HERE("dbfTotLen>32767");  // the name is older than the limit
+    // the name is older than the limit
+    if (PLACE_FIELDS(fields) - 1 > LONGEST_FIELDS) SHOULD_NOT_BE_HERE("dbfTotLen>32767");
     return fields;
 }
 

@@ -25,10 +25,11 @@ struct DbfField {
 /// Sets the fields' offsets and returns the record length, flag included.
 std::int64_t PLACE_FIELDS(std::vector<DbfField>& fields);
 
-/// The fields of an output, names cleaned, cut and unique. Char(w) -> C w; Logical -> C 1, as a letter of text; Float -> N 16.5;
-/// Integer -> N 8; Decimal(w,d) -> N w.d. ERROR 0411 beyond 128 attributes, 0319 without any, 0412 for a width outside 1 to 255;
-/// another type word is a check. Each stops the run.
+/// The fields of an output, names cleaned, cut and unique. Char(w) -> C w; Logical -> C 1, as a letter of text; Float
+/// -> N 16.5; Integer -> N 8; Decimal(w,d) -> N w.d. ERROR 0411 beyond 128 attributes, 0319 without any, 0412 for a
+/// width outside 1 to 255; another type word is a check. Each stops the run.
 std::vector<DbfField> DBF_FIELDS_OF(const std::vector<GisAttribute>& attributes);
 
-/// The attribute type of a field that was read: the way back, and Decimal(w,d) for every other number, Char(8) for a date.
+/// The attribute type of a field that was read: the way back, and Decimal(w,d) for every other number, Char(8) for a
+/// date.
 std::string ATTRIBUTE_TYPE_OF(const DbfField& field);

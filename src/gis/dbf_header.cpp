@@ -52,17 +52,16 @@ void putDescriptor(std::string& out, const DbfField& field) {
 void readHeaderBytes(int file, char* to, std::size_t count) {
     const std::int64_t got = READ_BYTES(file, to, count);
     if (got < 0) stopReading(file, LAST_FILE_ERROR(file), "ERROR 0403 - Reading .dbf file header.");
-    if (got < static_cast<std::int64_t>(count)) stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
+    if (got < static_cast<std::int64_t>(count))
+        stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
 }
 
 DbfField fieldIn(const char* descriptor, bool nameIsUtf8) {
     DbfField field;
     std::string_view name(descriptor, DBF_NAME_WIDTH);
     name = TRIMMED(name.substr(0, name.find('\0')));
-    if (nameIsUtf8)
-        field.name = name;
-    else
-        ADD_AS_UTF8(field.name, name);
+    if (nameIsUtf8) field.name = name;
+    else ADD_AS_UTF8(field.name, name);
     field.type = descriptor[11];
     field.width = static_cast<std::int32_t>(littleUnsigned(descriptor + 16, 1));
     field.decimals = field.isNumber() ? static_cast<std::int32_t>(littleUnsigned(descriptor + 17, 1)) : 0;
@@ -71,9 +70,12 @@ DbfField fieldIn(const char* descriptor, bool nameIsUtf8) {
 
 void checkField(int file, const DbfField& field) {
     if (field.width < 1)
-        stopReading(file, "field " + field.name, "ERROR 0402 - dbf field length of " + std::to_string(field.width) + " is outside allowable range of 1 to 255.");
+        stopReading(file, "field " + field.name,
+                    "ERROR 0402 - dbf field length of " + std::to_string(field.width) +
+                        " is outside allowable range of 1 to 255.");
     if (std::string_view("CNFDLM").find(field.type) == std::string_view::npos)
-        stopReading(file, "field " + field.name + " is of a type that is not read, neither text nor number.", "ERROR 0403 - Reading .dbf file header.");
+        stopReading(file, "field " + field.name + " is of a type that is not read, neither text nor number.",
+                    "ERROR 0403 - Reading .dbf file header.");
 }
 
 /// The descriptors up to the byte 13, or to the end of the header in files that leave the byte out.
@@ -82,7 +84,8 @@ void readFields(int file, bool namesAreUtf8, DbfTable& table) {
     for (std::size_t at = START_BYTES; at < static_cast<std::size_t>(table.headerBytes); at += DESCRIPTOR_BYTES) {
         readHeaderBytes(file, bytes.data(), 1);
         if (bytes[0] == END_OF_FIELDS) break;
-        if (table.fields.size() == MOST_DBF_FIELDS) stopReading(file, "", "ERROR 0401 - Exceeded maximum number of dbf Fields.");
+        if (table.fields.size() == MOST_DBF_FIELDS)
+            stopReading(file, "", "ERROR 0401 - Exceeded maximum number of dbf Fields.");
         readHeaderBytes(file, bytes.data() + 1, DESCRIPTOR_BYTES - 1);
         table.fields.push_back(fieldIn(bytes.data(), namesAreUtf8));
         checkField(file, table.fields.back());
@@ -127,9 +130,13 @@ DbfTable READ_DBF_HEADER(int file, bool namesAreUtf8) {
     table.headerBytes = static_cast<std::int32_t>(littleUnsigned(start.data() + 8, 2));
     table.recordBytes = static_cast<std::int32_t>(littleUnsigned(start.data() + 10, 2));
     readFields(file, namesAreUtf8, table);
-    if (FILE_POSITION(file) > table.headerBytes) stopReading(file, "its fields are longer than its header.", "ERROR 0403 - Reading .dbf file header.");
-    if (PLACE_FIELDS(table.fields) > table.recordBytes) stopReading(file, "its fields are longer than its records.", "ERROR 0403 - Reading .dbf file header.");
-    if (table.headerBytes > FILE_LENGTH(file)) stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
-    if (!SEEK_FILE(file, table.headerBytes)) stopReading(file, LAST_FILE_ERROR(file), "ERROR 0403 - Reading .dbf file header.");
+    if (FILE_POSITION(file) > table.headerBytes)
+        stopReading(file, "its fields are longer than its header.", "ERROR 0403 - Reading .dbf file header.");
+    if (PLACE_FIELDS(table.fields) > table.recordBytes)
+        stopReading(file, "its fields are longer than its records.", "ERROR 0403 - Reading .dbf file header.");
+    if (table.headerBytes > FILE_LENGTH(file))
+        stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
+    if (!SEEK_FILE(file, table.headerBytes))
+        stopReading(file, LAST_FILE_ERROR(file), "ERROR 0403 - Reading .dbf file header.");
     return table;
 }

@@ -16,7 +16,8 @@ constexpr int MOST_FAST_DECIMALS = 9;  ///< of PUT_FIXED
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// "-12.50": the part up to the point with its sign, and the decimals behind it. Not plain: anything else, such as 1e5, +2 or .5.
+/// "-12.50": the part up to the point with its sign, and the decimals behind it. Not plain: anything else, such as 1e5,
+/// +2 or .5.
 struct PlainNumber {
     std::string_view whole, decimals;
     bool plain = false;
@@ -50,9 +51,10 @@ bool putRounded(char* at, std::string_view text, std::size_t width, int decimals
     double value = 0.0;
     if (form.NEXT_REAL(value) != FreeForm::Read::Value || !form.ENDED() || !std::isfinite(value)) return false;
     std::array<char, LONGEST_FIXED + 256> digits;
-    const char* end = decimals <= MOST_FAST_DECIMALS
-                          ? PUT_FIXED(digits.data(), value, decimals)
-                          : std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
+    const char* end = decimals <= MOST_FAST_DECIMALS ? PUT_FIXED(digits.data(), value, decimals)
+                                                     : std::to_chars(digits.data(), digits.data() + digits.size(),
+                                                                     value, std::chars_format::fixed, decimals)
+                                                           .ptr;
     const auto length = static_cast<std::size_t>(end - digits.data());
     if (length > width) return false;
     std::memcpy(at + width - length, digits.data(), length);

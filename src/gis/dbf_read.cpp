@@ -16,7 +16,8 @@ void warnOfEnd(GisLayer& layer) {
     if (std::exchange(layer.shp->warnedOfEnd, true)) return;
     REPORT(GETNAM(layer.files[DBF].handle));
     DMESSAGE("WARNING 0405 - Insufficient number of records found in .dbf file.");
-    REPORT("Found " + std::to_string(layer.files[DBF].count) + ", expecting " + std::to_string(layer.shp->table.records));
+    REPORT("Found " + std::to_string(layer.files[DBF].count) + ", expecting " +
+           std::to_string(layer.shp->table.records));
 }
 
 DbfRecord loadedRecord(GisLayer& layer) {
@@ -35,10 +36,12 @@ DbfRecord loadedRecord(GisLayer& layer) {
     return shp.record[0] == DBF_NOT_DELETED ? DbfRecord::Loaded : DbfRecord::Unrecognised;
 }
 
-/// Numbers travel as they stand, blank ones too. One written with a decimal comma goes in quotes, so that it stays one value.
+/// Numbers travel as they stand, blank ones too. One written with a decimal comma goes in quotes, so that it stays one
+/// value.
 void addField(ShpLayer& shp, const DbfField& field, std::string& line) {
     std::string_view value(&shp.record[field.offset], static_cast<std::size_t>(field.width));
-    value = TRIMMED(value.substr(0, value.find('\0')));  // some writers end a text with a zero byte and leave the rest as it was
+    // some writers end a text with a zero byte and leave the rest as it was
+    value = TRIMMED(value.substr(0, value.find('\0')));
     if (field.offset > 1) line += ',';
     if (field.isNumber() && value.find_first_of(",\"") == std::string_view::npos) {
         line += value;
@@ -65,8 +68,10 @@ GisRead shpReadRecord(GisLayer& layer, std::string& line) {
     line.clear();
     switch (std::exchange(shp.recordState, DbfRecord::None)) {
         case DbfRecord::Loaded: break;
-        case DbfRecord::Unrecognised: return FAILED_AT(layer, DBF, "", "ERROR 0406 - Unrecognised record identifier found in .dbf file.");
-        case DbfRecord::Unreadable: return FAILED_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0407 - Reading .dbf record.");
+        case DbfRecord::Unrecognised:
+            return FAILED_AT(layer, DBF, "", "ERROR 0406 - Unrecognised record identifier found in .dbf file.");
+        case DbfRecord::Unreadable:
+            return FAILED_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0407 - Reading .dbf record.");
         case DbfRecord::End:
             if (layer.tableOnly) return GisRead::End;
             [[fallthrough]];

@@ -1,4 +1,5 @@
-// Writes the records of a .dbf table. Layout: dBASE III table file: a deletion flag and the fields one after the other, text blank-filled.
+// Writes the records of a .dbf table. Layout: dBASE III table file: a deletion flag and the fields one after the other,
+// text blank-filled.
 #include "gis/code_page.h"
 #include "gis/data_line.h"
 #include "gis/dbf_number.h"
@@ -16,7 +17,8 @@ namespace {
 constexpr std::int64_t MOST_RECORDS = 2147483647;
 
 std::string place(const GisLayer& layer, const DbfField& field) {
-    return GETNAM(layer.files[DBF].handle) + ", field " + field.name + ", record " + std::to_string(layer.files[DBF].count + 1);
+    return GETNAM(layer.files[DBF].handle) + ", field " + field.name + ", record " +
+           std::to_string(layer.files[DBF].count + 1);
 }
 
 void putText(GisLayer& layer, const DbfField& field, char* at, std::string_view text) {
@@ -37,13 +39,14 @@ void putText(GisLayer& layer, const DbfField& field, char* at, std::string_view 
 
 bool putNumber(const GisLayer& layer, const DbfField& field, char* at, std::string_view text) {
     if (PUT_DBF_NUMBER(at, text, field.width, field.decimals)) return true;
-    REPORT(place(layer, field) + ": " + std::string(text) + " is no number, or does not fit in " + std::to_string(field.width) +
-           " characters with " + std::to_string(field.decimals) + " decimals.");
+    REPORT(place(layer, field) + ": " + std::string(text) + " is no number, or does not fit in " +
+           std::to_string(field.width) + " characters with " + std::to_string(field.decimals) + " decimals.");
     return false;
 }
 
 [[noreturn]] void stopAtMostRecords() {
-    STOP_RUN("ERROR 0419 - Exceeded dbf limit of 2,147,483,647 records.  Please contact " + std::string(SUPPORT_CONTACT));
+    STOP_RUN("ERROR 0419 - Exceeded dbf limit of 2,147,483,647 records.  Please contact " +
+             std::string(SUPPORT_CONTACT));
 }
 
 /// The values into their fields, in order. False: one of them is refused, and that has been said.
@@ -54,10 +57,8 @@ bool putValues(GisLayer& layer, char* record, std::string_view line, bool large)
     for (const DbfField& field : layer.shp->table.fields) {
         if (!values.NEXT(value)) SHOULD_NOT_BE_HERE(check);
         char* at = record + field.offset;
-        if (!field.isNumber())
-            putText(layer, field, at, value.text);
-        else if (!putNumber(layer, field, at, value.text))
-            return false;
+        if (!field.isNumber()) putText(layer, field, at, value.text);
+        else if (!putNumber(layer, field, at, value.text)) return false;
     }
     if (values.NEXT(value)) SHOULD_NOT_BE_HERE(check);
     return true;
@@ -70,10 +71,12 @@ bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large) {
     const std::int32_t recordBytes = layer.shp->table.recordBytes;
     if (file.bytes == 0) gisFormatCheck("gisWriteRecord-dbf");  // the header has not been written
     if (file.count >= MOST_RECORDS) stopAtMostRecords();
-    if (file.bytes + recordBytes + 1 > MOST_FILE_BYTES) gisStopAtFileLimit(layer, GETNAM(file.handle), "Use -mif or a coarser output.");
+    if (file.bytes + recordBytes + 1 > MOST_FILE_BYTES)
+        gisStopAtFileLimit(layer, GETNAM(file.handle), "Use -mif or a coarser output.");
     char* record = layer.shp->blocks[DBF].room(static_cast<std::size_t>(recordBytes));
     if (record == nullptr) REPORT_PLACE(layer, DBF, LAST_FILE_ERROR(file.handle));
-    if (record != nullptr) std::memset(record, DBF_NOT_DELETED, static_cast<std::size_t>(recordBytes));  // also what fills the fields
+    // also what fills the fields
+    if (record != nullptr) std::memset(record, DBF_NOT_DELETED, static_cast<std::size_t>(recordBytes));
     if (record == nullptr || !putValues(layer, record, line, large)) {
         DMESSAGE(large ? "ERROR 0417 - Writing large .dbf record." : "ERROR 0417 - Writing .dbf record.");
         return false;

@@ -40,9 +40,9 @@ char* putDigitsBefore(char* end, std::uint64_t number, int least) {
 
 constexpr std::size_t LONGEST_FAST = 24;
 
-/// Writes the value so that it ends before `end` and returns its first character, or nothing when the short way could round wrongly.
-/// value * 10^decimals is off by at most half a unit in its last place; unless its fraction is that close to one half, the whole number
-/// nearest to the product is the one nearest to the exact value.
+/// Writes the value so that it ends before `end` and returns its first character, or nothing when the short way could
+/// round wrongly. value * 10^decimals is off by at most half a unit in its last place; unless its fraction is that
+/// close to one half, the whole number nearest to the product is the one nearest to the exact value.
 char* putFastBefore(char* end, double value, int decimals) {
     const double scaled = std::fabs(value) * POWERS[static_cast<std::size_t>(decimals)];
     if (!(scaled < LARGEST_SCALED)) return nullptr;
@@ -78,7 +78,8 @@ char* PUT_FIXED_FIELD(char* at, double value, int width, int decimals) {
     const char* first = putFastBefore(end, value, decimals);
     if (first == nullptr) {
         first = digits.data();
-        end = std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
+        end =
+            std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
     }
     const std::ptrdiff_t length = end - first;
     const std::ptrdiff_t blanks = length < width ? width - length : 1;

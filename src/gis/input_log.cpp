@@ -64,22 +64,27 @@ void INITIALISE_INPUT_LOG() { inputLog = InputLog{}; }
 void OPEN_INPUT_LOG(std::string_view base) {
     const std::string name(base);
     inputLog.workspace = OPEN_FILE(name + ".wor", "O ", "wor");
-    WRITE_OR_STOP(inputLog.workspace, "!Workspace\n!Version 6007\n!Charset WindowsLatin1\n!Contains GIS input layers from VORANT simulation\n");
+    WRITE_OR_STOP(
+        inputLog.workspace,
+        "!Workspace\n!Version 6007\n!Charset WindowsLatin1\n!Contains GIS input layers from VORANT simulation\n");
     inputLog.layerMif = OPEN_FILE(name + "_input_layers.mif", "O ", "mif");
     inputLog.layerMid = OPEN_FILE(name + "_input_layers.mid", "O ", "mid");
     WRITE_OR_STOP(inputLog.layerMif,
-                  "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\nColumns 3\nID Integer\nOpen_ID Integer\nLayer Char(254)\nData\n");
+                  "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\nColumns 3\nID Integer\nOpen_ID "
+                  "Integer\nLayer Char(254)\nData\n");
 }
 
 std::size_t TRACK_INPUT_LAYER(std::string_view path, std::int32_t gisID) {
     const std::string full = fullPath(path);
-    const auto found = std::find_if(inputLog.paths.begin(), inputLog.paths.end(), [&full](const std::string& other) { return ASAME(other, full); });
+    const auto found = std::find_if(inputLog.paths.begin(), inputLog.paths.end(),
+                                    [&full](const std::string& other) { return ASAME(other, full); });
     if (found != inputLog.paths.end()) return static_cast<std::size_t>(found - inputLog.paths.begin()) + 1;
     if (inputLog.paths.size() == MOST_INPUT_LAYERS) {
         if (!inputLog.full)
             DMESSAGE(inputLog.workspace != 0
                          ? "WARNING 0317 - Exceeded limit of input layers for MI workspace (.wor may not be complete)"
-                         : "WARNING 0317 - Exceeded limit of input GIS layers that can be tracked (layer referencing may not be complete).");
+                         : "WARNING 0317 - Exceeded limit of input GIS layers that can be tracked (layer referencing "
+                           "may not be complete).");
         inputLog.full = true;
         return 0;
     }

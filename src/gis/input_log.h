@@ -9,7 +9,7 @@
 void INITIALISE_INPUT_LOG();
 /// Creates <base>.wor and <base>_input_layers.mif/.mid and writes their headers.
 void OPEN_INPUT_LOG(std::string_view base);
-/// The layer's number in the list, from 1: a path is listed once, letter case ignored. `path` carries its extension; `gisID` is what the log
-/// shows. 0 when the list is full, with one WARNING 0317.
+/// The layer's number in the list, from 1: a path is listed once, letter case ignored. `path` carries its extension;
+/// `gisID` is what the log shows. 0 when the list is full, with one WARNING 0317.
 std::size_t TRACK_INPUT_LAYER(std::string_view path, std::int32_t gisID);
 void CLOSE_INPUT_LOG();

@@ -40,7 +40,9 @@ void gisCheckHandle(std::int32_t gisID, std::string_view operation) {
     if (gisID < 1) STOP_RUN(pleaseContact(std::string(operation) + "[gisID=0]", " - please contact "));
 }
 
-void gisFormatCheck(std::string_view check) { STOP_RUN(pleaseContact("[" + std::string(check) + "]", ".  Please contact ")); }
+void gisFormatCheck(std::string_view check) {
+    STOP_RUN(pleaseContact("[" + std::string(check) + "]", ".  Please contact "));
+}
 
 void gisReportTooManyVertices(std::string_view text, std::int64_t requested) {
     DMESSAGE("ERROR 0310 - " + std::string(text));
@@ -49,7 +51,8 @@ void gisReportTooManyVertices(std::string_view text, std::int64_t requested) {
 }
 
 void gisCheckParts(const GisLayer& layer, const GisObject& o) {
-    if (o.nr < 0 || o.ir.size() <= static_cast<std::size_t>(o.nr) || (o.nr == 0) != (o.kind == GisKind::None)) SHOULD_NOT_BE_HERE("gisO_%nr");
+    if (o.nr < 0 || o.ir.size() <= static_cast<std::size_t>(o.nr) || (o.nr == 0) != (o.kind == GisKind::None))
+        SHOULD_NOT_BE_HERE("gisO_%nr");
     for (std::size_t i = 1; i <= static_cast<std::size_t>(o.nr); ++i) {
         if (o.ir[i] > o.ir[i - 1]) continue;
         DMESSAGE(pleaseContact("[gisO_%ir(i) <= gisO_%ir(i-1)]", " - please contact "));
@@ -69,14 +72,15 @@ bool gisHasBadCoordinate(const GisObject& o) {
 }
 
 void gisStopAtFileLimit(GisLayer& layer, std::string_view file, std::string_view advice) {
-    DMESSAGE("ERROR - " + std::string(file) + " would pass " + std::to_string(MOST_FILE_BYTES) + " bytes, which GIS packages do not open.  " +
-             std::string(advice));
+    DMESSAGE("ERROR - " + std::string(file) + " would pass " + std::to_string(MOST_FILE_BYTES) +
+             " bytes, which GIS packages do not open.  " + std::string(advice));
     REPORT("        It is complete up to the last object that fits.");
     gisCloseLayer(layer.id);
     EXITS();
 }
 
 void gisWarnOfText(GisLayer& layer) {
-    if (!layer.warnedOfText) DMESSAGE("WARNING - " + layer.path + " holds characters that code page 1252 lacks; they become \"?\".");
+    if (!layer.warnedOfText)
+        DMESSAGE("WARNING - " + layer.path + " holds characters that code page 1252 lacks; they become \"?\".");
     layer.warnedOfText = true;
 }

@@ -15,10 +15,11 @@ enum class GisMode : std::int32_t { Closed = -1, NotSet = 0, Input = 1, Output =
 
 /// One file of a layer. The format that opened it keeps it up to date.
 struct GisFile {
-    int handle = 0;           ///< of services/files.h; 0 when not open
-    std::int64_t bytes = 0;   ///< input: length of the file; output: bytes written so far
-    std::int64_t count = 0;   ///< lines (.mif, .mid) or records (.shp, .shx, .dbf) read or written so far
-    double xmin = 0.0, ymin = 0.0, xmax = -1.0, ymax = -1.0;  ///< bounds of what was written; xmax below xmin before the first object
+    int handle = 0;          ///< of services/files.h; 0 when not open
+    std::int64_t bytes = 0;  ///< input: length of the file; output: bytes written so far
+    std::int64_t count = 0;  ///< lines (.mif, .mid) or records (.shp, .shx, .dbf) read or written so far
+    /// bounds of what was written; xmax below xmin before the first object
+    double xmin = 0.0, ymin = 0.0, xmax = -1.0, ymax = -1.0;
 };
 
 struct MifLayer;  ///< gis/mif_layer.h
@@ -30,22 +31,23 @@ struct GisLayer {
     GisFormat format = GisFormat::None;
     bool open = false;
     GisMode mode = GisMode::NotSet;
-    bool eofPending = false;       ///< set by gisWriteHeader and gisWriteObject; gisCloseLayer then runs gisWriteEoF
-    bool tableOnly = false;        ///< .dbf or .csv alone
-    bool dropShortRegions = false; ///< gisDropShortRegions
-    bool warnedOfText = false;     ///< the one WARNING of characters that code page 1252 lacks has been given
-    std::string path;              ///< name the layer was opened with
-    std::size_t listNumber = 0;    ///< its number in the input-layer list, from 1; 0 when not tracked
+    bool eofPending = false;        ///< set by gisWriteHeader and gisWriteObject; gisCloseLayer then runs gisWriteEoF
+    bool tableOnly = false;         ///< .dbf or .csv alone
+    bool dropShortRegions = false;  ///< gisDropShortRegions
+    bool warnedOfText = false;      ///< the one WARNING of characters that code page 1252 lacks has been given
+    std::string path;               ///< name the layer was opened with
+    std::size_t listNumber = 0;     ///< its number in the input-layer list, from 1; 0 when not tracked
     GisHeader header;
-    std::size_t nextAttribute = 0; ///< index of what gisReadAttributeDefinition hands out next
-    GisKind kind = GisKind::None;  ///< of the last object read or written, for messages
-    std::array<GisFile, 3> files;  ///< .mif, .mid; or .shp, .shx, .dbf
-    std::shared_ptr<MifLayer> mif; ///< what else the format keeps; made by its open
+    std::size_t nextAttribute = 0;  ///< index of what gisReadAttributeDefinition hands out next
+    GisKind kind = GisKind::None;   ///< of the last object read or written, for messages
+    std::array<GisFile, 3> files;   ///< .mif, .mid; or .shp, .shx, .dbf
+    std::shared_ptr<MifLayer> mif;  ///< what else the format keeps; made by its open
     std::shared_ptr<ShpLayer> shp;
 };
 
-/// How reading went. Failed: the format has reported its own numbered error with DMESSAGE; the operation then adds ERROR 0253 or 0254 and
-/// stops. End: nothing left, in order. Dropped: a short region was passed over, with its WARNING.
+/// How reading went. Failed: the format has reported its own numbered error with DMESSAGE; the operation then adds
+/// ERROR 0253 or 0254 and stops. End: nothing left, in order. Dropped: a short region was passed over, with its
+/// WARNING.
 enum class GisRead : std::uint8_t { Done, End, Dropped, Failed };
 
 // ---- the table ----
@@ -61,14 +63,15 @@ const MapExtent& gisExtent();
 std::string_view gisKindName(GisKind kind);
 /// The shape that holds objects of this kind; Any for kinds that a shapefile lacks.
 GisShape gisShapeOf(GisKind kind);
-/// "ERROR 0310 - <text>" with the lines "Requested" and "Limit"; the caller then returns Failed. text: "Exceeded number of ...".
+/// "ERROR 0310 - <text>" with the lines "Requested" and "Limit"; the caller then returns Failed. text: "Exceeded number
+/// of ...".
 void gisReportTooManyVertices(std::string_view text, std::int64_t requested);
 /// Stops with the stated check unless the part ends of `o` rise strictly.
 void gisCheckParts(const GisLayer& layer, const GisObject& o);
 /// True when one of the object's coordinates is NaN or infinite.
 bool gisHasBadCoordinate(const GisObject& o);
-/// Completes and closes the layer, then stops: `file` would pass MOST_FILE_BYTES with what comes next. The caller has written nothing of
-/// the object or record that does not fit. advice: "Use -mif or a coarser output."
+/// Completes and closes the layer, then stops: `file` would pass MOST_FILE_BYTES with what comes next. The caller has
+/// written nothing of the object or record that does not fit. advice: "Use -mif or a coarser output."
 [[noreturn]] void gisStopAtFileLimit(GisLayer& layer, std::string_view file, std::string_view advice);
 /// The one WARNING of a layer whose text holds characters that code page 1252 lacks.
 void gisWarnOfText(GisLayer& layer);
@@ -76,10 +79,10 @@ void gisWarnOfText(GisLayer& layer);
 [[noreturn]] void gisFormatCheck(std::string_view check);
 
 // ---- what a format provides ----
-// The operations of layers.h have already checked the handle, the mode, and for mifWriteObject and shpWriteObject the planned shape and
-// the part ends, and have set layer.kind. path, mode, tableOnly, id and listNumber are set before open; header is filled by the producer
-// before WriteHeader. Routines without a result stop the run when they fail, after the stated message. Every result of the file service
-// is checked.
+// The operations of layers.h have already checked the handle, the mode, and for mifWriteObject and shpWriteObject the
+// planned shape and the part ends, and have set layer.kind. path, mode, tableOnly, id and listNumber are set before
+// open; header is filled by the producer before WriteHeader. Routines without a result stop the run when they fail,
+// after the stated message. Every result of the file service is checked.
 
 /// Opens or creates the files, and checks an input's coordinate system against gisProjection().
 void mifOpen(GisLayer& layer);
@@ -90,13 +93,15 @@ void shpClose(GisLayer& layer);
 /// Fills layer.header and stands at the first object and record.
 void mifReadHeader(GisLayer& layer);
 void shpReadHeader(GisLayer& layer);
-/// Writes the headers. Attribute names are cleaned here (CLEANED_NAMES), not in the record. A shapefile also writes .prj and .cpg.
+/// Writes the headers. Attribute names are cleaned here (CLEANED_NAMES), not in the record. A shapefile also writes
+/// .prj and .cpg.
 void mifWriteHeader(GisLayer& layer);
 void shpWriteHeader(GisLayer& layer);
 /// Records of an input layer; leaves its place unchanged.
 std::int64_t mifNumberRecords(GisLayer& layer);
 std::int64_t shpNumberRecords(GisLayer& layer);
-/// Done with o started (GisObject::start) as the next object's kind, or End. Its errors stop the run here: no object is known yet.
+/// Done with o started (GisObject::start) as the next object's kind, or End. Its errors stop the run here: no object is
+/// known yet.
 GisRead mifObjectType(GisLayer& layer, GisObject& o);
 GisRead shpObjectType(GisLayer& layer, GisObject& o);
 /// The coordinates of that object: Done, Dropped or Failed. Never allocates more than the rest of the file can fill.
@@ -111,7 +116,8 @@ void shpGotoBeginningOfData(GisLayer& layer);
 /// ERROR 0439 when the coordinates are refused or not written, ERROR 0350 for a kind that the format lacks.
 void mifWriteObject(GisLayer& layer, const GisObject& o);
 void shpWriteObject(GisLayer& layer, const GisObject& o);
-/// large: the operation was gisWriteRecordLarge, for messages. False: its own error is reported and the operation adds ERROR 0254.
+/// large: the operation was gisWriteRecordLarge, for messages. False: its own error is reported and the operation adds
+/// ERROR 0254.
 bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large);
 bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large);
 /// Final headers of an output; MIF has none.

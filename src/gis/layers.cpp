@@ -35,14 +35,17 @@ struct FormatRoutines {
     void (*writeEoF)(GisLayer&);
     std::string_view checkName;  ///< names the format in the checks of gisWriteObject
 };
-constexpr FormatRoutines MIF = {mifOpen,       mifClose,      mifReadHeader,           mifWriteHeader, mifNumberRecords, mifObjectType,
-                                mifReadObject, mifReadRecord, mifGotoBeginningOfData, mifWriteObject, mifWriteRecord,   [](GisLayer&) {},
-                                "mif"};
-constexpr FormatRoutines SHP = {shpOpen,       shpClose,      shpReadHeader,           shpWriteHeader, shpNumberRecords, shpObjectType,
-                                shpReadObject, shpReadRecord, shpGotoBeginningOfData, shpWriteObject, shpWriteRecord,   shpWriteEoF,
-                                "shp"};
+constexpr FormatRoutines MIF = {
+    mifOpen,        mifClose,         mifReadHeader, mifWriteHeader,         mifNumberRecords,
+    mifObjectType,  mifReadObject,    mifReadRecord, mifGotoBeginningOfData, mifWriteObject,
+    mifWriteRecord, [](GisLayer&) {}, "mif"};
+constexpr FormatRoutines SHP = {shpOpen,        shpClose,      shpReadHeader, shpWriteHeader,         shpNumberRecords,
+                                shpObjectType,  shpReadObject, shpReadRecord, shpGotoBeginningOfData, shpWriteObject,
+                                shpWriteRecord, shpWriteEoF,   "shp"};
 
-const FormatRoutines* routinesOf(GisFormat format) { return format == GisFormat::Mif ? &MIF : format == GisFormat::Shp ? &SHP : nullptr; }
+const FormatRoutines* routinesOf(GisFormat format) {
+    return format == GisFormat::Mif ? &MIF : format == GisFormat::Shp ? &SHP : nullptr;
+}
 
 /// An open layer and what its format does. `mode` Closed admits layers of either mode.
 struct Dispatch {
@@ -107,10 +110,12 @@ void closeFiles(GisLayer& layer) {
 void writeRecord(std::int32_t gisID, std::string_view line, bool large) {
     const auto [layer, format] = dispatchWrite(gisID, large ? "gisWriteRecordLarge" : "gisWriteRecord", "-dbf");
     layer.eofPending = true;
-    const bool oneLine = line.find('\n') == std::string_view::npos && line.find('\r') == std::string_view::npos && line.size() < LONGEST_LINE;
+    const bool oneLine = line.find('\n') == std::string_view::npos && line.find('\r') == std::string_view::npos &&
+                         line.size() < LONGEST_LINE;
     if (oneLine && format.writeRecord(layer, line, large)) return;
     if (!oneLine) REPORT("   The data line is broken or too long: " + std::string(line.substr(0, 200)));
-    stopAfterFailure(layer, large ? "0254 - Failed to write large attribute data record" : "0254 - Failed to write attribute data record");
+    stopAfterFailure(layer, large ? "0254 - Failed to write large attribute data record"
+                                  : "0254 - Failed to write attribute data record");
 }
 
 }  // namespace
@@ -139,14 +144,16 @@ std::int32_t gisOpenLayer(std::string_view name, std::string_view, std::string_v
     layer.path = FITTED(name, FILE_NAME_WIDTH);
     layer.tableOnly = extension == ".dbf" || extension == ".csv";
     layer.mode = mode == "I " ? GisMode::Input : mode == "O " ? GisMode::Output : GisMode::NotSet;
-    if (layer.mode == GisMode::Input) layer.listNumber = TRACK_INPUT_LAYER(extension.empty() ? layer.path + ".mif" : layer.path, id);
+    if (layer.mode == GisMode::Input)
+        layer.listNumber = TRACK_INPUT_LAYER(extension.empty() ? layer.path + ".mif" : layer.path, id);
     openFiles(layer, mode);
     layer.open = true;
     return id;
 }
 
 void gisInitialiseLayer(std::int32_t gisID) {
-    if (gisID < 1) STOP_RUN("Should not be here gisInitialiseLayer[gisID=0] - please contact " + std::string(SUPPORT_CONTACT));
+    if (gisID < 1)
+        STOP_RUN("Should not be here gisInitialiseLayer[gisID=0] - please contact " + std::string(SUPPORT_CONTACT));
     if (gisID > MOST_LAYERS) SHOULD_NOT_BE_HERE("gisInitialiseLayer");
     gisEntry(gisID) = GisLayer{};
     gisEntry(gisID).id = gisID;
@@ -154,7 +161,8 @@ void gisInitialiseLayer(std::int32_t gisID) {
 
 void gisCloseLayer(std::int32_t gisID) {
     if (gisID < 1) {
-        DMESSAGE("SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact " + std::string(SUPPORT_CONTACT));
+        DMESSAGE("SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact " +
+                 std::string(SUPPORT_CONTACT));
         return;
     }
     if (gisID > MOST_LAYERS) SHOULD_NOT_BE_HERE("gisCloseLayer");
@@ -193,7 +201,8 @@ void gisWriteHeader(std::int32_t gisID) {
 }
 
 std::int32_t gisNumberAttributes(std::int32_t gisID) {
-    return static_cast<std::int32_t>(dispatch(gisID, "gisNumberAttributes", GisMode::Closed).layer.header.attributes.size());
+    return static_cast<std::int32_t>(
+        dispatch(gisID, "gisNumberAttributes", GisMode::Closed).layer.header.attributes.size());
 }
 
 std::int64_t gisNumberRecords(std::int32_t gisID) {
@@ -201,7 +210,9 @@ std::int64_t gisNumberRecords(std::int32_t gisID) {
     return format.numberRecords(layer);
 }
 
-void gisGotoBeginningOfAttributes(std::int32_t gisID) { dispatch(gisID, "gisGotoBeginningOfAttributes", GisMode::Input).layer.nextAttribute = 0; }
+void gisGotoBeginningOfAttributes(std::int32_t gisID) {
+    dispatch(gisID, "gisGotoBeginningOfAttributes", GisMode::Input).layer.nextAttribute = 0;
+}
 
 bool gisReadAttributeDefinition(std::int32_t gisID, std::string& name, std::string& type) {
     GisLayer& layer = dispatch(gisID, "gisReadAttributeDefinition", GisMode::Input).layer;
@@ -235,11 +246,14 @@ bool gisReadRecord(std::int32_t gisID, std::string& line) {
     const GisRead read = format.readRecord(layer, line);
     if (read == GisRead::Done) return true;
     line.clear();
-    if (read == GisRead::Failed || !layer.tableOnly) stopAfterFailure(layer, "0254 - Failed to read object attribute data record");
+    if (read == GisRead::Failed || !layer.tableOnly)
+        stopAfterFailure(layer, "0254 - Failed to read object attribute data record");
     return false;
 }
 
-void gisDropShortRegions(std::int32_t gisID) { dispatch(gisID, "gisDropShortRegions", GisMode::Input).layer.dropShortRegions = true; }
+void gisDropShortRegions(std::int32_t gisID) {
+    dispatch(gisID, "gisDropShortRegions", GisMode::Input).layer.dropShortRegions = true;
+}
 
 void gisGotoBeginningOfData(std::int32_t gisID) {
     const auto [layer, format] = dispatch(gisID, "gisGotoBeginningOfData", GisMode::Input);
@@ -258,7 +272,9 @@ void gisWriteObject(std::int32_t gisID, const GisObject& o) {
     format.writeObject(layer, o);
 }
 
-void gisWriteRecord(std::int32_t gisID, std::string_view line) { writeRecord(gisID, line, line.size() > DATA_LINE_WIDTH); }
+void gisWriteRecord(std::int32_t gisID, std::string_view line) {
+    writeRecord(gisID, line, line.size() > DATA_LINE_WIDTH);
+}
 void gisWriteRecordLarge(std::int32_t gisID, std::string_view line) { writeRecord(gisID, line, true); }
 
 void gisWriteEoF(std::int32_t gisID) {

@@ -65,7 +65,8 @@ std::string_view quotedWord(std::string_view line) {
     return values.NEXT_TEXT(word) == FreeForm::Read::Value ? word : std::string_view{};
 }
 
-/// Offsets and factors of a Transform line would have to be applied to every coordinate; only those that change nothing are accepted.
+/// Offsets and factors of a Transform line would have to be applied to every coordinate; only those that change nothing
+/// are accepted.
 bool changesCoordinates(std::string_view line) {
     FreeForm values(line.substr(std::string_view("Transform").size()));
     const double neutral[] = {1.0, 1.0, 0.0, 0.0};
@@ -91,10 +92,12 @@ void readPreamble(GisLayer& layer) {
     const int handle = layer.files[0].handle;
     std::string_view line;
     while (findLine(handle, line, [](std::string_view) { return true; }) && !isColumnsLine(line) && !isDataLine(line)) {
-        if (layer.header.coordSys.empty() && FLAGEXISTS(line, "CoordSys")) layer.header.coordSys = FITTED(line, FILE_NAME_WIDTH);
+        if (layer.header.coordSys.empty() && FLAGEXISTS(line, "CoordSys"))
+            layer.header.coordSys = FITTED(line, FILE_NAME_WIDTH);
         if (BEGINS_WITH(line, "Charset")) layer.mif->codePage = ASAME(quotedWord(line), "WindowsLatin1");
         if (BEGINS_WITH(line, "Delimiter"))
-            if (const std::string_view delimiter = quotedWord(line); delimiter.size() == 1) layer.mif->delimiter = delimiter[0];
+            if (const std::string_view delimiter = quotedWord(line); delimiter.size() == 1)
+                layer.mif->delimiter = delimiter[0];
         if (BEGINS_WITH(line, "Transform") && changesCoordinates(line)) {
             DMESSAGE("ERROR 0308 - Reading .mif file.  Erroneous line is:");
             REPORT(line);
@@ -116,7 +119,9 @@ void readPreamble(GisLayer& layer) {
 bool mifFindCoordSysLine(int handle, std::string& line) {
     std::string_view found;
     line.clear();
-    if (!findLine(handle, found, [](std::string_view l) { return FLAGEXISTS(l, "CoordSys") || isDataLine(l); }) || isDataLine(found)) return false;
+    if (!findLine(handle, found, [](std::string_view l) { return FLAGEXISTS(l, "CoordSys") || isDataLine(l); }) ||
+        isDataLine(found))
+        return false;
     line = FITTED(found, FILE_NAME_WIDTH);
     return true;
 }
@@ -136,12 +141,15 @@ std::int32_t mifReadColumnsCount(int handle, MifTrouble trouble) {
     }
     std::int32_t count = 0;
     FreeForm values(line.substr(std::string_view("Columns").size()));
-    if (values.NEXT_INTEGER(count) == FreeForm::Read::Value && count >= 0 && static_cast<std::size_t>(count) <= MOST_ATTRIBUTES) return count;
+    if (values.NEXT_INTEGER(count) == FreeForm::Read::Value && count >= 0 &&
+        static_cast<std::size_t>(count) <= MOST_ATTRIBUTES)
+        return count;
     report(NO_COUNT, trouble, handle, line);
     return -1;
 }
 
-bool mifReadFieldDefinitions(int handle, std::int32_t count, std::vector<GisAttribute>& attributes, MifTrouble trouble) {
+bool mifReadFieldDefinitions(int handle, std::int32_t count, std::vector<GisAttribute>& attributes,
+                             MifTrouble trouble) {
     attributes.clear();
     for (std::int32_t i = 0; i < count; ++i) {
         std::string_view line;
@@ -196,7 +204,8 @@ void mifReadHeader(GisLayer& layer) {
     countHeaderLines(layer);
     REPORT("MIF Fields: Name [#/Type]:");
     for (std::size_t i = 0; i < layer.header.attributes.size(); ++i)
-        REPORT("   " + layer.header.attributes[i].name + " [" + std::to_string(i + 1) + "/" + layer.header.attributes[i].type + "]");
+        REPORT("   " + layer.header.attributes[i].name + " [" + std::to_string(i + 1) + "/" +
+               layer.header.attributes[i].type + "]");
 }
 
 void mifWriteHeader(GisLayer& layer) {
@@ -208,7 +217,8 @@ void mifWriteHeader(GisLayer& layer) {
     }
     std::string_view coordSys = header.coordSys.empty() ? std::string_view(gisProjection().coordSys) : header.coordSys;
     if (TRIMMED(coordSys).empty()) coordSys = "CoordSys NonEarth Units \"m\"";
-    std::string text = "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n" + WITH_BOUNDS(coordSys, header.bounds, gisExtent()) + "\nColumns " +
+    std::string text = "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n" +
+                       WITH_BOUNDS(coordSys, header.bounds, gisExtent()) + "\nColumns " +
                        std::to_string(header.attributes.size()) + "\n";
     const std::vector<std::string> names = CLEANED_NAMES(header.attributes, MIF_NAME_WIDTH);
     for (std::size_t i = 0; i < names.size(); ++i) {

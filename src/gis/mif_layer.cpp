@@ -9,7 +9,9 @@
 
 namespace {
 
-[[noreturn]] void cannotRead(int handle) { STOP_RUN("ERROR - Could not read " + GETNAM(handle) + ": " + LAST_FILE_ERROR(handle)); }
+[[noreturn]] void cannotRead(int handle) {
+    STOP_RUN("ERROR - Could not read " + GETNAM(handle) + ": " + LAST_FILE_ERROR(handle));
+}
 
 void seekTo(GisFile& file, std::int64_t offset) {
     if (!SEEK_FILE(file.handle, offset)) cannotRead(file.handle);
@@ -25,7 +27,8 @@ void checkProjection(GisLayer& layer) {
     if (!mifFindCoordSysLine(layer.files[0].handle, line)) line = DEFAULT_COORD_SYS;
     seekTo(layer.files[0], 0);
     if (SAME_COORD_SYS(line, run.coordSys)) return;
-    const std::string text = " 0305 - Projection of .mif file is different to that specified by the MI Projection == command.";
+    const std::string text =
+        " 0305 - Projection of .mif file is different to that specified by the MI Projection == command.";
     DMESSAGE((run.differenceIsWarning ? "WARNING" : "ERROR") + text);
     REPORT("   " + GETNAM(layer.files[0].handle));
     if (run.differenceIsWarning) return;
@@ -35,7 +38,9 @@ void checkProjection(GisLayer& layer) {
 
 }  // namespace
 
-void mifReportPlace(const GisFile& file) { REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(file.count)); }
+void mifReportPlace(const GisFile& file) {
+    REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(file.count));
+}
 
 void mifOpen(GisLayer& layer) {
     layer.mif = std::make_shared<MifLayer>();

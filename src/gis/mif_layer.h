@@ -1,5 +1,6 @@
 // Inside the library: what a MIF/MID layer keeps beside its entry in the layer table, and how its lines are read.
-// files[0] of the entry is the .mif file, files[1] the .mid file. Layout: the MIF/MID data format of the MapInfo interchange documentation.
+// files[0] of the entry is the .mif file, files[1] the .mid file. Layout: the MIF/MID data format of the MapInfo
+// interchange documentation.
 #pragma once
 
 #include "gis/layer_table.h"
@@ -34,8 +35,9 @@ private:
 
 struct MifLayer {
     // input
-    char delimiter = '\t';         ///< of the .mid file; tab when the header does not say
-    bool codePage = false;         ///< the header says code page 1252; otherwise what is no UTF-8 is taken to be in that page
+    char delimiter = '\t';  ///< of the .mid file; tab when the header does not say
+    /// the header says code page 1252; otherwise what is no UTF-8 is taken to be in that page
+    bool codePage = false;
     std::int64_t dataOffset = 0;   ///< of the first object in the .mif file; 0 before the header was read
     std::int64_t headerLines = 0;  ///< lines before it
     std::string keywordLine;       ///< what follows the keyword on the line of the object about to be read

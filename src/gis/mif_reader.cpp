@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr std::int32_t FEWEST_REGION_POINTS = 5;       ///< four distinct corners and the closing point
-constexpr std::int64_t SHORTEST_VERTEX_LINE = 4;       ///< "0 0" and its line end
-constexpr std::int64_t FEW_VERTICES = 10000;           ///< read without asking first how long the file is
+constexpr std::int32_t FEWEST_REGION_POINTS = 5;  ///< four distinct corners and the closing point
+constexpr std::int64_t SHORTEST_VERTEX_LINE = 4;  ///< "0 0" and its line end
+constexpr std::int64_t FEW_VERTICES = 10000;      ///< read without asking first how long the file is
 
 // ---- kinds ----
 struct Keyword {
@@ -104,7 +104,8 @@ bool canHold(const GisLayer& layer, const GisObject& o, std::int64_t count) {
         return false;
     }
     if (count <= FEW_VERTICES) return true;
-    const std::int64_t left = layer.files[0].bytes - FILE_POSITION(layer.files[0].handle) + 1;  // the last line end may be missing
+    // the last line end may be missing
+    const std::int64_t left = layer.files[0].bytes - FILE_POSITION(layer.files[0].handle) + 1;
     if (count <= left / SHORTEST_VERTEX_LINE) return true;
     DMESSAGE("ERROR 0309 - Unexpected end of .mif file encountered.");
     REPORT("   " + std::to_string(count) + " vertices are announced, more than the rest of the file holds.");
@@ -146,21 +147,24 @@ GisRead readPline(GisLayer& layer, GisObject& o) {
 GisRead readSections(GisLayer& layer, GisObject& o) {
     for (std::int32_t i = 0; i < o.sectionCount; ++i) {
         std::int64_t count = 0;
-        if (readCountLine(layer, count) != GisRead::Done || readPart(layer, count, o) != GisRead::Done) return GisRead::Failed;
+        if (readCountLine(layer, count) != GisRead::Done || readPart(layer, count, o) != GisRead::Done)
+            return GisRead::Failed;
     }
     return GisRead::Done;
 }
 
 GisRead shortRegion(GisLayer& layer) {
-    DMESSAGE(layer.dropShortRegions ? "WARNING 0318 - Insufficient points for Region object in mif file.  Region ignored."
-                                    : "ERROR 0318 - Less than 5 points for Region object in mif file.");
+    DMESSAGE(layer.dropShortRegions
+                 ? "WARNING 0318 - Insufficient points for Region object in mif file.  Region ignored."
+                 : "ERROR 0318 - Less than 5 points for Region object in mif file.");
     mifReportPlace(layer.files[0]);
     return layer.dropShortRegions ? GisRead::Dropped : GisRead::Failed;
 }
 
 GisRead readRegion(GisLayer& layer, GisObject& o) {
     if (o.sectionCount > MOST_POLYGONS) {
-        DMESSAGE("ERROR 0304 - Exceeded maximum number of polygons in region below of " + std::to_string(MOST_POLYGONS));
+        DMESSAGE("ERROR 0304 - Exceeded maximum number of polygons in region below of " +
+                 std::to_string(MOST_POLYGONS));
         REPORT("Region" + layer.mif->keywordLine);
         mifReportPlace(layer.files[0]);
         return GisRead::Failed;
@@ -194,17 +198,20 @@ GisRead readText(GisLayer& layer, GisObject& o) {
     return verticesOnLine(layer, line, 2, o);
 }
 
-/// A .mid file with records left when the objects end belongs to a .mif file that has lost its end. Known only to callers that read in pairs.
+/// A .mid file with records left when the objects end belongs to a .mif file that has lost its end. Known only to
+/// callers that read in pairs.
 bool recordsAreLeft(GisLayer& layer) {
     std::string_view line;
-    return layer.mif->records == layer.mif->objects && READ_LINE(layer.files[1].handle, line) == LineStatus::Read && !TRIMMED(line).empty();
+    return layer.mif->records == layer.mif->objects && READ_LINE(layer.files[1].handle, line) == LineStatus::Read &&
+           !TRIMMED(line).empty();
 }
 
 GisRead endOfObjects(GisLayer& layer, LineStatus status) {
     if (status == LineStatus::EndOfFile && !recordsAreLeft(layer)) return GisRead::End;
     DMESSAGE(status == LineStatus::EndOfFile ? "ERROR 0322 - End of .mif file encountered whilst reading object type."
                                              : "ERROR 0321 - Reading .mif file object type.");
-    if (status == LineStatus::EndOfFile) REPORT("   " + GETNAM(layer.files[1].handle) + " holds records beyond the last object.");
+    if (status == LineStatus::EndOfFile)
+        REPORT("   " + GETNAM(layer.files[1].handle) + " holds records beyond the last object.");
     mifReportPlace(layer.files[0]);
     return GisRead::Failed;
 }
@@ -229,7 +236,8 @@ GisRead mifObjectType(GisLayer& layer, GisObject& o) {
     if (layer.mif->dataOffset == 0) SHOULD_NOT_BE_HERE("mifObjectType");
     std::string_view line;
     for (;;) {
-        if (const LineStatus status = mifNextLine(layer, line); status != LineStatus::Read) return endOfObjects(layer, status);
+        if (const LineStatus status = mifNextLine(layer, line); status != LineStatus::Read)
+            return endOfObjects(layer, status);
         std::string_view rest = line;
         if (takeWord(rest, "COLLECTION")) {
             DMESSAGE("ERROR 0303 - MIF \"Collection\" objects not supported.  Delete or disaggregate object.");
@@ -274,7 +282,8 @@ GisRead mifReadRecord(GisLayer& layer, std::string& line) {
     if (status != LineStatus::Read || read.size() >= LONGEST_LINE) {
         mifReportPlace(file);
         if (status == LineStatus::EndOfFile) REPORT("   The file ends before the record of the last object.");
-        if (status == LineStatus::Read) REPORT("   The line is longer than " + std::to_string(LONGEST_LINE) + " characters.");
+        if (status == LineStatus::Read)
+            REPORT("   The line is longer than " + std::to_string(LONGEST_LINE) + " characters.");
         return GisRead::Failed;
     }
     ++layer.mif->records;

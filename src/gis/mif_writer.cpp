@@ -84,7 +84,8 @@ void addObject(GisLayer& layer, MifText& text, const GisObject& o) {
             return addVertices(text, o, 1, o.vertexCount());
         case GisKind::Text: return addText(layer, text, o);
         default:
-            STOP_RUN("ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact " + std::string(SUPPORT_CONTACT));
+            STOP_RUN("ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact " +
+                     std::string(SUPPORT_CONTACT));
     }
 }
 
@@ -99,7 +100,9 @@ void addObject(GisLayer& layer, MifText& text, const GisObject& o) {
 void mifWriteObject(GisLayer& layer, const GisObject& o) {
     GisFile& file = layer.files[0];
     const std::string& name = GETNAM(file.handle);
-    if (gisHasBadCoordinate(o)) stopWriting(name + ": object " + std::to_string(layer.mif->objects + 1) + " has a coordinate that is not a number.");
+    if (gisHasBadCoordinate(o))
+        stopWriting(name + ": object " + std::to_string(layer.mif->objects + 1) +
+                    " has a coordinate that is not a number.");
     MifText& text = layer.mif->text;
     text.clear();
     addObject(layer, text, o);
@@ -109,14 +112,16 @@ void mifWriteObject(GisLayer& layer, const GisObject& o) {
     const bool recordFits = layer.files[1].bytes + static_cast<std::int64_t>(LONGEST_LINE) <= MOST_FILE_BYTES;
     if (after > MOST_FILE_BYTES || !recordFits)
         gisStopAtFileLimit(layer, GETNAM(layer.files[recordFits ? 0 : 1].handle), "Use -shp or a coarser output.");
-    if (!WRITE_BYTES(file.handle, bytes)) stopWriting(name + ": " + LAST_FILE_ERROR(file.handle) + ". The file is incomplete.");
+    if (!WRITE_BYTES(file.handle, bytes))
+        stopWriting(name + ": " + LAST_FILE_ERROR(file.handle) + ". The file is incomplete.");
     file.bytes = after;
     ++layer.mif->objects;
 }
 
 bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large) {
     GisFile& file = layer.files[1];
-    if (layer.mif->records + 1 != layer.mif->objects) SHOULD_NOT_BE_HERE(large ? "gisWriteRecordLarge" : "gisWriteRecord");
+    if (layer.mif->records + 1 != layer.mif->objects)
+        SHOULD_NOT_BE_HERE(large ? "gisWriteRecordLarge" : "gisWriteRecord");
     std::string& text = layer.mif->line;
     text.clear();
     if (IS_ASCII(line)) {

@@ -37,7 +37,8 @@ std::string comparable(std::string_view text) {
 }
 
 void reportDifference(bool warningOnly) {
-    constexpr std::string_view DIFFERS = " 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.";
+    constexpr std::string_view DIFFERS =
+        " 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.";
     DMESSAGE((warningOnly ? "WARNING" : "ERROR") + std::string(DIFFERS));
     if (warningOnly) return;
     REPORT("Use \"GIS Projection Check == WARNING\" to change message to a WARNING.");
@@ -58,7 +59,8 @@ void CHECK_PRJ(const std::string& base) {
     const bool differs = comparable(text) != comparable(run.prj);
     const bool projected = FLAGEXISTS(text, "PROJCS[");
     if (differs || !projected) REPORT(*name);
-    if (!projected) DMESSAGE("WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.");
+    if (!projected)
+        DMESSAGE("WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.");
     if (differs) reportDifference(run.differenceIsWarning);
 }
 

@@ -1,4 +1,5 @@
-// Bytes on their way to a file: records are built in place at the end of a large block, which goes to the disk when it is full.
+// Bytes on their way to a file: records are built in place at the end of a large block, which goes to the disk when it
+// is full.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,8 @@ public:
 
     /// file: an open output of the file service.
     explicit OutputBlock(int file = 0) : file_(file) {}
-    /// Room for `count` more bytes, at most BYTES, which the caller fills; they count as written. nullptr when the disk refuses the block.
+    /// Room for `count` more bytes, at most BYTES, which the caller fills; they count as written. nullptr when the disk
+    /// refuses the block.
     char* room(std::size_t count) {
         if (bytes_.empty()) bytes_.resize(BYTES);
         if (used_ + count > BYTES && !flush()) return nullptr;

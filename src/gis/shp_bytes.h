@@ -1,4 +1,5 @@
-// Numbers of a shapefile set as bytes, written and read field by field. Each put routine returns the position behind what it wrote.
+// Numbers of a shapefile set as bytes, written and read field by field. Each put routine returns the position behind
+// what it wrote.
 #pragma once
 
 #include <bit>

@@ -4,6 +4,6 @@
 
 #include <cstdint>
 
-/// Number of records that an open .shx input lists. Stops the run with an ERROR that names the file when it has no header of its own, when
-/// the length in it is no whole number of records, or when the file ends before that length.
+/// Number of records that an open .shx input lists. Stops the run with an ERROR that names the file when it has no
+/// header of its own, when the length in it is no whole number of records, or when the file ends before that length.
 std::int64_t READ_SHX_COUNT(int file);

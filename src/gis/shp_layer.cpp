@@ -26,16 +26,15 @@ void openOne(GisLayer& layer, std::size_t place, const std::string& name, std::s
     GisFile& file = layer.files[place];
     file = GisFile{};
     file.handle = OPEN_FILE(name, input ? "I " : "O ", kind);
-    if (input)
-        file.bytes = FILE_LENGTH(file.handle);
-    else
-        layer.shp->blocks[place] = OutputBlock(file.handle);
+    if (input) file.bytes = FILE_LENGTH(file.handle);
+    else layer.shp->blocks[place] = OutputBlock(file.handle);
 }
 
 /// A companion belongs to the name that was asked for, so that another name is no answer when it is missing.
 void openCompanion(GisLayer& layer, std::size_t place, std::string_view kind) {
     const std::string name = layer.shp->base + "." + std::string(kind);
-    if (layer.mode == GisMode::Input && !FIND_FILE(name)) STOP_RUN("ERROR - Could not find " + name + ", which belongs to " + layer.path + ".");
+    if (layer.mode == GisMode::Input && !FIND_FILE(name))
+        STOP_RUN("ERROR - Could not find " + name + ", which belongs to " + layer.path + ".");
     openOne(layer, place, name, kind);
 }
 
@@ -55,13 +54,15 @@ void readShpHeader(GisLayer& layer) {
     std::array<char, SHP_HEADER_BYTES> bytes{};
     const std::int64_t got = SEEK_FILE(file.handle, 0) ? READ_BYTES(file.handle, bytes.data(), bytes.size()) : -1;
     if (got < 0) STOP_AT(layer, SHP, LAST_FILE_ERROR(file.handle), "ERROR 0427 - Reading .shp file header.");
-    if (got < static_cast<std::int64_t>(bytes.size())) STOP_AT(layer, SHP, "", "ERROR 0428 - End of .shp file encountered whilst reading header.");
+    if (got < static_cast<std::int64_t>(bytes.size()))
+        STOP_AT(layer, SHP, "", "ERROR 0428 - End of .shp file encountered whilst reading header.");
     const ShpHeader header = SHP_HEADER_OF(bytes.data());
     REPORT("File Code: " + std::to_string(header.fileCode));
     REPORT("Length: " + std::to_string(header.lengthWords));
     REPORT("Shapefile Version: " + std::to_string(header.version));
     REPORT("Type: " + std::string(SHP_TYPE_NAME(header.shapeType)));
-    if (header.fileCode != SHP_FILE_CODE) STOP_AT(layer, SHP, "it does not begin as a shapefile does.", "ERROR 0427 - Reading .shp file header.");
+    if (header.fileCode != SHP_FILE_CODE)
+        STOP_AT(layer, SHP, "it does not begin as a shapefile does.", "ERROR 0427 - Reading .shp file header.");
     layer.shp->shapeType = header.shapeType;
     layer.shp->dataEnd = std::int64_t{2} * header.lengthWords;
     if (layer.shp->dataEnd < static_cast<std::int64_t>(SHP_HEADER_BYTES))
@@ -72,7 +73,8 @@ void reportFields(const DbfTable& table) {
     REPORT("DBF Fields (Name [#/Type/Length]):");
     for (std::size_t i = 0; i < table.fields.size(); ++i) {
         const DbfField& field = table.fields[i];
-        REPORT("   " + field.name + " [" + std::to_string(i + 1) + "/" + field.type + "/" + std::to_string(field.width) + "]");
+        REPORT("   " + field.name + " [" + std::to_string(i + 1) + "/" + field.type + "/" +
+               std::to_string(field.width) + "]");
     }
     REPORT("DBF file contains " + std::to_string(table.records) + " records.");
 }
@@ -111,7 +113,8 @@ void shpOpen(GisLayer& layer) {
         openOne(layer, DBF, layer.path, "dbf");
     } else {
         openOne(layer, SHP, layer.path, "shp");
-        if (layer.mode == GisMode::Input) layer.shp->base = FILENAMEPATH(GETNAM(layer.files[SHP].handle));  // another name may have been answered
+        // another name may have been answered
+        if (layer.mode == GisMode::Input) layer.shp->base = FILENAMEPATH(GETNAM(layer.files[SHP].handle));
         openCompanion(layer, SHX, "shx");
         openCompanion(layer, DBF, "dbf");
     }
@@ -134,12 +137,14 @@ void shpReadHeader(GisLayer& layer) {
         shp.indexed = READ_SHX_COUNT(layer.files[SHX].handle);
         layer.header.shape = shapeOf(shp.shapeType);
     }
-    if (!SEEK_FILE(dbf.handle, 0)) STOP_AT(layer, DBF, LAST_FILE_ERROR(dbf.handle), "ERROR 0403 - Reading .dbf file header.");
+    if (!SEEK_FILE(dbf.handle, 0))
+        STOP_AT(layer, DBF, LAST_FILE_ERROR(dbf.handle), "ERROR 0403 - Reading .dbf file header.");
     shp.table = READ_DBF_HEADER(dbf.handle, shp.utf8);
     shp.record.resize(static_cast<std::size_t>(shp.table.recordBytes));
     reportFields(shp.table);
     layer.header.attributes.clear();
-    for (const DbfField& field : shp.table.fields) layer.header.attributes.push_back({field.name, ATTRIBUTE_TYPE_OF(field)});
+    for (const DbfField& field : shp.table.fields)
+        layer.header.attributes.push_back({field.name, ATTRIBUTE_TYPE_OF(field)});
     shpGotoBeginningOfData(layer);
 }
 

@@ -20,34 +20,34 @@ enum class DbfRecord : std::uint8_t { None, Loaded, Deleted, Unrecognised, End, 
 
 /// The .shp record that was entered last.
 struct ShpRecord {
-    std::int32_t type = -1;          ///< -1: none, or its coordinates have been read
+    std::int32_t type = -1;  ///< -1: none, or its coordinates have been read
     std::int32_t parts = 0;
     std::int32_t points = 0;
-    std::int64_t contentBytes = 0;   ///< as its header says, shape type included
+    std::int64_t contentBytes = 0;  ///< as its header says, shape type included
 };
 
 struct ShpLayer {
-    std::string base;                     ///< path without extension
+    std::string base;  ///< path without extension
     DbfTable table;
-    std::string text, quoted;             ///< one value on its way into or out of code page 1252, and into its quotes
+    std::string text, quoted;  ///< one value on its way into or out of code page 1252, and into its quotes
 
     // Output
-    std::int32_t shapeType = SHP_NULL;    ///< of the layer; SHP_NULL until it is known
-    std::array<OutputBlock, 3> blocks;    ///< by SHP, SHX, DBF
+    std::int32_t shapeType = SHP_NULL;  ///< of the layer; SHP_NULL until it is known
+    std::array<OutputBlock, 3> blocks;  ///< by SHP, SHX, DBF
     bool warnedOfCut = false;
 
     // Input
-    std::int64_t dataEnd = 0;             ///< bytes of the .shp file as its header says
-    std::int64_t next = 0;                ///< offset of the next .shp record
-    std::int64_t position = 0;            ///< of the .shp file, kept here since asking for it costs a system call
-    std::int64_t indexed = 0;             ///< records that the .shx file lists
-    bool endChecked = false;              ///< the three files have been compared at the end of the layer
-    bool warnedOfEnd = false;             ///< WARNING 0405 has been given
-    bool utf8 = false;                    ///< the .cpg file says so; else the table is in code page 1252
+    std::int64_t dataEnd = 0;   ///< bytes of the .shp file as its header says
+    std::int64_t next = 0;      ///< offset of the next .shp record
+    std::int64_t position = 0;  ///< of the .shp file, kept here since asking for it costs a system call
+    std::int64_t indexed = 0;   ///< records that the .shx file lists
+    bool endChecked = false;    ///< the three files have been compared at the end of the layer
+    bool warnedOfEnd = false;   ///< WARNING 0405 has been given
+    bool utf8 = false;          ///< the .cpg file says so; else the table is in code page 1252
     ShpRecord shape;
     DbfRecord recordState = DbfRecord::None;
-    std::vector<char> record;             ///< the .dbf record, flag included
-    std::vector<char> bytes;              ///< coordinates on their way in
+    std::vector<char> record;  ///< the .dbf record, flag included
+    std::vector<char> bytes;   ///< coordinates on their way in
 };
 
 /// Reports where the trouble is, ahead of a numbered error: "<name of the file>, <object or record> <number>: <why>".
@@ -57,5 +57,6 @@ void REPORT_PLACE(const GisLayer& layer, std::size_t file, std::string_view why)
 /// REPORT_PLACE, then the message; the operation adds its own and stops.
 GisRead FAILED_AT(const GisLayer& layer, std::size_t file, std::string_view why, std::string_view message);
 
-/// Reads the next .dbf record, deleted or not, into layer.shp->record. WARNING 0405 when the file ends before its header's count.
+/// Reads the next .dbf record, deleted or not, into layer.shp->record. WARNING 0405 when the file ends before its
+/// header's count.
 DbfRecord LOAD_DBF_RECORD(GisLayer& layer);

@@ -37,19 +37,23 @@ void writeCodePage(const std::string& base) {
 
 void completeGeometry(GisLayer& layer, std::size_t place) {
     const GisFile& file = layer.files[place];
-    if (!layer.shp->blocks[place].flush()) STOP_AT(layer, place, LAST_FILE_ERROR(file.handle), "ERROR 0439 - Writing .shp file object coordinates.");
+    if (!layer.shp->blocks[place].flush())
+        STOP_AT(layer, place, LAST_FILE_ERROR(file.handle), "ERROR 0439 - Writing .shp file object coordinates.");
     const auto header = geometryHeader(layer, place);
-    if (!replaceHeader(file, {header.data(), header.size()})) STOP_AT(layer, place, LAST_FILE_ERROR(file.handle), "ERROR 0437 - Writing .shp file header.");
+    if (!replaceHeader(file, {header.data(), header.size()}))
+        STOP_AT(layer, place, LAST_FILE_ERROR(file.handle), "ERROR 0437 - Writing .shp file header.");
 }
 
 void completeTable(GisLayer& layer) {
     const GisFile& file = layer.files[DBF];
     char* end = layer.shp->blocks[DBF].room(1);  // no part of file.bytes: a record written later takes its place
     if (end != nullptr) *end = DBF_END_OF_FILE;
-    if (end == nullptr || !layer.shp->blocks[DBF].flush()) STOP_AT(layer, DBF, LAST_FILE_ERROR(file.handle), "ERROR 0417 - Writing .dbf record.");
+    if (end == nullptr || !layer.shp->blocks[DBF].flush())
+        STOP_AT(layer, DBF, LAST_FILE_ERROR(file.handle), "ERROR 0417 - Writing .dbf record.");
     layer.shp->table.records = file.count;
     if (!replaceHeader(file, DBF_HEADER(layer.shp->table)))
-        STOP_AT(layer, DBF, LAST_FILE_ERROR(file.handle), "ERROR 0413 - Rewriting .dbf file header with final information.");
+        STOP_AT(layer, DBF, LAST_FILE_ERROR(file.handle),
+                "ERROR 0413 - Rewriting .dbf file header with final information.");
 }
 
 }  // namespace
@@ -63,11 +67,13 @@ void shpWriteHeader(GisLayer& layer) {
         for (const std::size_t place : {SHP, SHX}) {
             const auto header = SHP_HEADER(SHP_HEADER_BYTES, shp.shapeType, {});
             if (!append(layer, place, {header.data(), header.size()}))
-                STOP_AT(layer, place, LAST_FILE_ERROR(layer.files[place].handle), "ERROR 0437 - Writing .shp file header.");
+                STOP_AT(layer, place, LAST_FILE_ERROR(layer.files[place].handle),
+                        "ERROR 0437 - Writing .shp file header.");
         }
         WRITE_PRJ(shp.base);
     }
-    if (!append(layer, DBF, DBF_HEADER(shp.table))) STOP_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0413 - Writing .dbf file header.");
+    if (!append(layer, DBF, DBF_HEADER(shp.table)))
+        STOP_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0413 - Writing .dbf file header.");
     writeCodePage(shp.base);
 }
 

@@ -1,5 +1,6 @@
 // Reads the objects of a shapefile set, in the order of the .shp file.
-// Layout: ESRI Shapefile Technical Description, July 1998, tables 2 to 6. No count of the file is believed before the file can hold it.
+// Layout: ESRI Shapefile Technical Description, July 1998, tables 2 to 6. No count of the file is believed before the
+// file can hold it.
 #include "gis/shp_bytes.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
@@ -53,7 +54,8 @@ void checkType(const GisLayer& layer) {
     if (SHP_TYPE_SUPPORTED(type)) return;
     REPORT_PLACE(layer, SHP, SHP_TYPE_NAME(type));
     DMESSAGE("ERROR 0423 - Unsupported .shp object type " + std::to_string(type));
-    if (type > SHP_MULTIPOINT && SHP_TYPE_NAME(type) != "Unknown") REPORT("   Export the layer without Z and M values.");
+    if (type > SHP_MULTIPOINT && SHP_TYPE_NAME(type) != "Unknown")
+        REPORT("   Export the layer without Z and M values.");
     EXITS();
 }
 
@@ -63,7 +65,8 @@ void readCounts(GisLayer& layer) {
     const bool hasParts = shape.type != SHP_MULTIPOINT;
     std::array<char, BOX_BYTES + 2 * COUNT_BYTES> bytes{};
     const std::int64_t count = BOX_BYTES + (hasParts ? 2 : 1) * COUNT_BYTES;
-    if (shape.contentBytes < TYPE_BYTES + count) STOP_AT(layer, SHP, "the length of its record is too small.", BAD_OBJECT);
+    if (shape.contentBytes < TYPE_BYTES + count)
+        STOP_AT(layer, SHP, "the length of its record is too small.", BAD_OBJECT);
     const Bytes read = readBytes(layer, bytes.data(), count);
     if (read == Bytes::End) STOP_AT(layer, SHP, "", CUT_OBJECT);
     if (read == Bytes::Error) STOP_AT(layer, SHP, diskError(layer), BAD_OBJECT);
@@ -75,14 +78,16 @@ void checkParts(const GisLayer& layer) {
     const ShpRecord& shape = layer.shp->shape;
     if (shape.parts <= MOST_POLYGONS) return;
     STOP_AT(layer, SHP, std::to_string(shape.parts) + " parts",
-            (shape.type == SHP_POLYLINE ? "ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is "
-                                        : "ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is ") +
+            (shape.type == SHP_POLYLINE
+                 ? "ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is "
+                 : "ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is ") +
                 std::to_string(MOST_POLYGONS));
 }
 
 GisKind kindOf(const ShpRecord& shape) {
     if (shape.type == SHP_POINT) return GisKind::Point;
-    if (shape.points == 0 && (shape.type == SHP_MULTIPOINT || shape.parts == 0)) return GisKind::None;  // a null shape, or one with nothing in it
+    // a null shape, or one with nothing in it
+    if (shape.points == 0 && (shape.type == SHP_MULTIPOINT || shape.parts == 0)) return GisKind::None;
     if (shape.type == SHP_POLYGON) return GisKind::Region;
     if (shape.type == SHP_MULTIPOINT) return GisKind::MultiPoint;
     return shape.parts == 1 ? GisKind::Pline : GisKind::PlineMultiple;
@@ -105,8 +110,8 @@ void checkEnd(GisLayer& layer) {
     ShpLayer& shp = *layer.shp;
     if (std::exchange(shp.endChecked, true)) return;
     if (layer.files[SHP].count != shp.indexed)
-        STOP_RUN("ERROR - " + GETNAM(layer.files[SHX].handle) + " lists " + std::to_string(shp.indexed) + " objects, but the .shp file holds " +
-                 std::to_string(layer.files[SHP].count) + ".");
+        STOP_RUN("ERROR - " + GETNAM(layer.files[SHX].handle) + " lists " + std::to_string(shp.indexed) +
+                 " objects, but the .shp file holds " + std::to_string(layer.files[SHP].count) + ".");
     if (layer.files[DBF].count >= shp.table.records || LOAD_DBF_RECORD(layer) == DbfRecord::End) return;
     DMESSAGE("WARNING - " + GETNAM(layer.files[DBF].handle) + " holds more records than there are objects.");
 }
@@ -120,18 +125,22 @@ bool countsHold(GisLayer& layer, GisRead& result) {
     result = GisRead::Failed;
     if (shape.points > static_cast<std::int64_t>(MOST_VERTICES)) {
         REPORT_PLACE(layer, SHP, "");
-        gisReportTooManyVertices("Exceeded number of allowable nodes in a single .shp polyline or region.", shape.points);
+        gisReportTooManyVertices("Exceeded number of allowable nodes in a single .shp polyline or region.",
+                                 shape.points);
         return false;
     }
-    if (shape.parts < 1 || shape.points < shape.parts) FAILED_AT(layer, SHP, "its numbers of parts and points make no object.", BAD_OBJECT);
-    else if (shape.contentBytes < before + needed) FAILED_AT(layer, SHP, "it has more points than its record holds.", BAD_OBJECT);
+    if (shape.parts < 1 || shape.points < shape.parts)
+        FAILED_AT(layer, SHP, "its numbers of parts and points make no object.", BAD_OBJECT);
+    else if (shape.contentBytes < before + needed)
+        FAILED_AT(layer, SHP, "it has more points than its record holds.", BAD_OBJECT);
     else if (layer.shp->position + needed > layer.files[SHP].bytes) FAILED_AT(layer, SHP, "", CUT_OBJECT);
     else return true;
     return false;
 }
 
 GisRead readFailed(const GisLayer& layer, Bytes read) {
-    return read == Bytes::End ? FAILED_AT(layer, SHP, "", CUT_OBJECT) : FAILED_AT(layer, SHP, diskError(layer), BAD_OBJECT);
+    return read == Bytes::End ? FAILED_AT(layer, SHP, "", CUT_OBJECT)
+                              : FAILED_AT(layer, SHP, diskError(layer), BAD_OBJECT);
 }
 
 GisRead readVertices(GisLayer& layer, GisObject& o, std::int32_t points) {
@@ -143,7 +152,9 @@ GisRead readVertices(GisLayer& layer, GisObject& o, std::int32_t points) {
     bytes.resize(static_cast<std::size_t>(AT_A_TIME * VERTEX_BYTES));
     for (std::size_t done = 0; done < count;) {
         const std::size_t part = std::min(static_cast<std::size_t>(AT_A_TIME), count - done);
-        if (const Bytes read = readBytes(layer, bytes.data(), static_cast<std::int64_t>(part) * VERTEX_BYTES); read != Bytes::Read) return readFailed(layer, read);
+        if (const Bytes read = readBytes(layer, bytes.data(), static_cast<std::int64_t>(part) * VERTEX_BYTES);
+            read != Bytes::Read)
+            return readFailed(layer, read);
         for (std::size_t i = 0; i < part; ++i) {
             o.x[done + i + 1] = littleDouble(&bytes[i * 16]);
             o.y[done + i + 1] = littleDouble(&bytes[i * 16 + 8]);
@@ -161,7 +172,8 @@ void setOnePart(GisObject& o, std::int32_t points) {
 }
 
 GisRead readPoint(GisLayer& layer, GisObject& o) {
-    if (layer.shp->shape.contentBytes < TYPE_BYTES + VERTEX_BYTES) return FAILED_AT(layer, SHP, "the length of its record is too small.", BAD_OBJECT);
+    if (layer.shp->shape.contentBytes < TYPE_BYTES + VERTEX_BYTES)
+        return FAILED_AT(layer, SHP, "the length of its record is too small.", BAD_OBJECT);
     setOnePart(o, 1);
     return readVertices(layer, o, 1);
 }
@@ -181,20 +193,23 @@ GisRead readParts(GisLayer& layer, GisObject& o) {
     std::vector<char>& bytes = layer.shp->bytes;
     const auto parts = static_cast<std::size_t>(shape.parts);
     bytes.resize(std::max(bytes.size(), parts * 4));
-    if (const Bytes read = readBytes(layer, bytes.data(), COUNT_BYTES * shape.parts); read != Bytes::Read) return readFailed(layer, read);
+    if (const Bytes read = readBytes(layer, bytes.data(), COUNT_BYTES * shape.parts); read != Bytes::Read)
+        return readFailed(layer, read);
     o.nr = shape.parts;
     o.ir.resize(parts + 1);
     for (std::size_t part = 0; part < parts; ++part) o.ir[part] = littleInt32(&bytes[part * 4]);
     o.ir[parts] = shape.points;
     for (std::size_t part = 1; part <= parts; ++part)
-        if (o.ir[0] != 0 || o.ir[part] <= o.ir[part - 1]) return FAILED_AT(layer, SHP, "its parts are not in order.", BAD_OBJECT);
+        if (o.ir[0] != 0 || o.ir[part] <= o.ir[part - 1])
+            return FAILED_AT(layer, SHP, "its parts are not in order.", BAD_OBJECT);
     return readVertices(layer, o, shape.points);
 }
 
 }  // namespace
 
 GisRead shpObjectType(GisLayer& layer, GisObject& o) {
-    if (layer.tableOnly || layer.shp->table.fields.empty()) gisFormatCheck("gisObjectType-shp");  // no geometry, or no header read yet
+    // no geometry, or no header read yet
+    if (layer.tableOnly || layer.shp->table.fields.empty()) gisFormatCheck("gisObjectType-shp");
     while (nextShape(layer)) {
         if (LOAD_DBF_RECORD(layer) == DbfRecord::Deleted) continue;
         startObject(layer, o);

@@ -18,7 +18,8 @@ constexpr std::int64_t TYPE_BYTES = 4, BOX_BYTES = 32, COUNT_BYTES = 4, VERTEX_B
 std::int32_t shapeTypeOf(GisKind kind) {
     const GisShape shape = gisShapeOf(kind);
     if (shape == GisShape::Any)
-        STOP_RUN("ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " + std::string(SUPPORT_CONTACT));
+        STOP_RUN("ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " +
+                 std::string(SUPPORT_CONTACT));
     return static_cast<std::int32_t>(shape);
 }
 
@@ -31,7 +32,8 @@ std::int64_t contentBytes(std::int32_t type, const GisObject& o) {
 
 /// Looks at all three files: an object whose record no longer fits must not be begun.
 void stopBeforeLimit(GisLayer& layer, std::int64_t content) {
-    const std::array<std::int64_t, 3> coming = {content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES), SHP_RECORD_HEADER_BYTES,
+    const std::array<std::int64_t, 3> coming = {content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES),
+                                                SHP_RECORD_HEADER_BYTES,
                                                 layer.shp->table.recordBytes + 1};  // the table's end byte too
     for (std::size_t place = 0; place < coming.size(); ++place)
         if (layer.files[place].bytes + coming[place] > MOST_FILE_BYTES)
@@ -76,12 +78,14 @@ char* putVertices(char* at, const GisObject& o, std::size_t first, std::size_t l
 /// Everything ahead of the part indices and vertices.
 char* putStart(char* at, const GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
     const std::int32_t type = layer.shp->shapeType;
-    at = PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].count + 1), static_cast<std::int32_t>(content / 2));
-    at = putLittleInt32(at, type);                                                                  //  0 of the content
+    at = PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].count + 1),
+                               static_cast<std::int32_t>(content / 2));
+    at = putLittleInt32(at, type);  //  0 of the content
     if (type == SHP_POINT) return at;
     for (const double v : {box.xmin, box.ymin, box.xmax, box.ymax}) at = putLittleDouble(at, v);  //  4
-    if (type != SHP_MULTIPOINT) at = putLittleInt32(at, o.nr);                                      // 36 number of parts
-    return putLittleInt32(at, static_cast<std::int32_t>(o.vertexCount()));                          // 40, multipoint 36
+    // 36 number of parts
+    if (type != SHP_MULTIPOINT) at = putLittleInt32(at, o.nr);
+    return putLittleInt32(at, static_cast<std::int32_t>(o.vertexCount()));  // 40, multipoint 36
 }
 
 /// An object of any size, a block at a time.
@@ -91,7 +95,8 @@ void putLargeObject(GisLayer& layer, std::int64_t content, const GisObject& o, c
     const std::int64_t startBytes = putStart(start.data(), layer, content, o, box) - start.data();
     std::copy_n(start.begin(), startBytes, room(layer, startBytes));
     if (layer.shp->shapeType != SHP_MULTIPOINT)
-        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) putLittleInt32(room(layer, COUNT_BYTES), o.ir[part]);
+        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part)
+            putLittleInt32(room(layer, COUNT_BYTES), o.ir[part]);
     for (std::size_t first = 1; first <= o.vertexCount(); first += AT_A_TIME) {
         const std::size_t last = std::min(first + AT_A_TIME - 1, o.vertexCount());
         putVertices(room(layer, static_cast<std::int64_t>(last - first + 1) * VERTEX_BYTES), o, first, last);
@@ -103,14 +108,16 @@ void putObject(GisLayer& layer, std::int64_t content, const GisObject& o, const 
     if (whole > static_cast<std::int64_t>(OutputBlock::BYTES)) return putLargeObject(layer, content, o, box);
     char* at = putStart(room(layer, whole), layer, content, o, box);
     if (layer.shp->shapeType == SHP_POLYLINE || layer.shp->shapeType == SHP_POLYGON)
-        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) at = putLittleInt32(at, o.ir[part]);  // 44 first vertex of each part, from 0
+        // 44 first vertex of each part, from 0
+        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) at = putLittleInt32(at, o.ir[part]);
     putVertices(at, o, 1, layer.shp->shapeType == SHP_POINT ? 1 : o.vertexCount());
 }
 
 void putIndex(GisLayer& layer, std::int64_t content) {
     char* at = layer.shp->blocks[SHX].room(SHP_RECORD_HEADER_BYTES);
     if (at == nullptr) STOP_AT(layer, SHX, LAST_FILE_ERROR(layer.files[SHX].handle), NOT_WRITTEN);
-    PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].bytes / 2), static_cast<std::int32_t>(content / 2));
+    PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].bytes / 2),
+                          static_cast<std::int32_t>(content / 2));
 }
 
 }  // namespace

@@ -14,7 +14,9 @@ namespace {
 constexpr std::size_t NAME_LENGTH = 40;
 constexpr int MOST_UNKNOWN_CARDS = 1000;  ///< a header holds a dozen cards; more that say nothing are no header
 
-[[noreturn]] void refuse(int file, std::string_view why) { STOP_RUN("ERROR - " + GETNAM(file) + " " + std::string(why)); }
+[[noreturn]] void refuse(int file, std::string_view why) {
+    STOP_RUN("ERROR - " + GETNAM(file) + " " + std::string(why));
+}
 
 /// False at the end of the file.
 template <std::size_t Count>
@@ -43,8 +45,9 @@ bool readName(int file, std::string& name) {
 /// ASCII datasets share the extension.
 bool beginsAsText(int file) {
     std::array<unsigned char, 16> bytes{};
-    return SEEK_FILE(file, 0) && readBytes(file, bytes) &&
-           std::all_of(bytes.begin(), bytes.end(), [](unsigned char c) { return (c >= 0x20 && c < 0x7F) || (c >= '\t' && c <= '\r'); });
+    return SEEK_FILE(file, 0) && readBytes(file, bytes) && std::all_of(bytes.begin(), bytes.end(), [](unsigned char c) {
+               return (c >= 0x20 && c < 0x7F) || (c >= '\t' && c <= '\r');
+           });
 }
 
 /// Reads cards up to the first output time. False when there is none.
@@ -90,6 +93,7 @@ DatCards READ_DAT_CARDS(int file) {
     cards.firstStep = FILE_POSITION(file);
     const DatHeader& header = cards.header;
     if (header.nodes < 1 || header.cells < 0)
-        refuse(file, "has a header that cannot be right: " + AINTEGER(header.nodes) + " values and " + AINTEGER(header.cells) + " cells per output time.");
+        refuse(file, "has a header that cannot be right: " + AINTEGER(header.nodes) + " values and " +
+                         AINTEGER(header.cells) + " cells per output time.");
     return cards;
 }

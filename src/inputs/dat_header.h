@@ -16,6 +16,6 @@ struct DatCards {
     std::int64_t firstStep = 0;         ///< bytes from the start of the file to the byte behind the first card 200
 };
 
-/// Reads the cards from the start of the file. Stops the run on a file that is empty, a text or without an output time, and on counts
-/// below zero or no values at all.
+/// Reads the cards from the start of the file. Stops the run on a file that is empty, a text or without an output time,
+/// and on counts below zero or no values at all.
 DatCards READ_DAT_CARDS(int file);

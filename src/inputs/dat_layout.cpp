@@ -17,7 +17,8 @@ namespace {
 constexpr std::int64_t CARD_LENGTH = 4;
 constexpr std::int64_t TIME_LENGTH = 4;
 constexpr int LARGEST_FLAG = 8;
-constexpr std::int64_t LONGEST_TAIL = 64;  ///< bytes that may follow the last step unread: a few cards of another program
+/// bytes that may follow the last step unread: a few cards of another program
+constexpr std::int64_t LONGEST_TAIL = 64;
 
 /// How the walk over a file's steps ended, the worst first.
 enum class Ending : std::uint8_t {
@@ -30,7 +31,8 @@ enum class Ending : std::uint8_t {
 struct Walk {
     DatFile found;
     Ending ending = Ending::Clean;
-    std::int64_t unread = 0;  ///< bytes behind the last step and its card 210, for the endings that have no damaged step
+    /// bytes behind the last step and its card 210, for the endings that have no damaged step
+    std::int64_t unread = 0;
 };
 
 /// Bytes at an offset, as many as the file holds of those asked for.
@@ -85,7 +87,8 @@ Ending walkSteps(Walk& walked, std::int64_t firstStep, std::int64_t length) {
             return Ending::Broken;
         }
         if (found.steps.size() == MOST_DAT_TIMES)
-            STOP_RUN("WARNING - Cannot store anymore output times.  Limit of " + AINTEGER8(static_cast<std::int64_t>(MOST_DAT_TIMES)) + " times.");
+            STOP_RUN("WARNING - Cannot store anymore output times.  Limit of " +
+                     AINTEGER8(static_cast<std::int64_t>(MOST_DAT_TIMES)) + " times.");
         found.steps.push_back(step);
         if (next == NextCard::PartOfStep) return Ending::Truncated;
         if (next != NextCard::Step) {
@@ -108,11 +111,13 @@ Walk walk(int file, const DatCards& cards, int flagSize, std::int64_t length) {
 }
 
 [[noreturn]] void refuseLayout(const DatFile& found, Ending ending, std::int64_t length) {
-    const std::string counts =
-        AINTEGER(found.header.nodes) + " values and " + AINTEGER(found.header.cells) + " cells per output time, as its header says";
+    const std::string counts = AINTEGER(found.header.nodes) + " values and " + AINTEGER(found.header.cells) +
+                               " cells per output time, as its header says";
     if (ending == Ending::Broken)
-        STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold " + counts + ": no time step or end follows where the first time step ends.");
-    STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold one whole time step: its " + AINTEGER8(length) + " bytes cannot hold " + counts + ".");
+        STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold " + counts +
+                 ": no time step or end follows where the first time step ends.");
+    STOP_RUN("ERROR - " + GETNAM(found.file) + " does not hold one whole time step: its " + AINTEGER8(length) +
+             " bytes cannot hold " + counts + ".");
 }
 
 void reportEnding(const Walk& walked) {
@@ -121,9 +126,13 @@ void reportEnding(const Walk& walked) {
     const std::string number = std::to_string(found.steps.size() + 1);
     const std::string time = found.damagedTimeKnown ? " (time " + DAT_TIME_TEXT(found.damagedTime) + ")" : "";
     const std::string kept = " Only the " + std::to_string(found.steps.size()) + " before it can be used.";
-    if (walked.ending == Ending::Truncated) DMESSAGE("WARNING - " + name + " ends inside time step " + number + time + "." + kept);
-    if (walked.ending == Ending::Broken) DMESSAGE("WARNING - " + name + " is damaged at time step " + number + time + "." + kept);
-    if (walked.unread > 0) DMESSAGE("WARNING - " + name + " holds " + AINTEGER8(walked.unread) + " bytes behind its last time step, which are not read.");
+    if (walked.ending == Ending::Truncated)
+        DMESSAGE("WARNING - " + name + " ends inside time step " + number + time + "." + kept);
+    if (walked.ending == Ending::Broken)
+        DMESSAGE("WARNING - " + name + " is damaged at time step " + number + time + "." + kept);
+    if (walked.unread > 0)
+        DMESSAGE("WARNING - " + name + " holds " + AINTEGER8(walked.unread) +
+                 " bytes behind its last time step, which are not read.");
 }
 
 }  // namespace
@@ -135,7 +144,8 @@ std::int64_t DAT_VALUES_OFFSET(const DatHeader& header, int flagSize, bool flags
 }
 
 std::int64_t DAT_STEP_LENGTH(const DatHeader& header, int flagSize, bool flags) {
-    return DAT_VALUES_OFFSET(header, flagSize, flags) + static_cast<std::int64_t>(header.nodes) * (header.vector ? 8 : 4);
+    return DAT_VALUES_OFFSET(header, flagSize, flags) +
+           static_cast<std::int64_t>(header.nodes) * (header.vector ? 8 : 4);
 }
 
 DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
@@ -146,10 +156,12 @@ DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
         Walk other = walk(file, cards, declared, length);
         if (other.ending > best.ending) best = std::move(other);
     }
-    // Flags may be absent, so no step vouches for the cells; but a mesh has fewer than two a node, and a value takes four bytes.
+    // Flags may be absent, so no step vouches for the cells; but a mesh has fewer than two a node, and a value takes
+    // four bytes.
     if (best.found.steps.empty() || cards.header.cells > length) refuseLayout(best.found, best.ending, length);
     if (best.found.flagSize != 1)
-        DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(declared) + " bytes, as its header declares; 8-bit flags do not fit it.");
+        DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(declared) +
+                 " bytes, as its header declares; 8-bit flags do not fit it.");
     reportEnding(best);
     return std::move(best.found);
 }

@@ -18,8 +18,8 @@ constexpr float SAME_MARKER = 0.01F;
 
 bool isMarker(float time, float marker) { return std::abs(time - marker) < SAME_MARKER; }
 
-/// The step at which folding stops: it is tested before it is folded, so neither times of maximum nor the last step of the file ever join the
-/// maximum. steps.size() when that is the damaged one.
+/// The step at which folding stops: it is tested before it is folded, so neither times of maximum nor the last step of
+/// the file ever join the maximum. steps.size() when that is the damaged one.
 std::size_t stopStep(const DatFile& dat) {
     std::size_t k = 0;
     const std::size_t last = dat.damaged ? dat.steps.size() : dat.steps.size() - 1;
@@ -36,10 +36,8 @@ void foldSteps(std::size_t end, Results& kept) {
     std::fill(kept.wet.begin(), kept.wet.end(), std::uint8_t{0});
     for (std::size_t k = 0; k < end; ++k) {
         READ_DAT_STEP(k, {x, y, wet});
-        if (kept.vector)
-            FOLD_VECTORS(x, y, kept.x, kept.y);
-        else
-            FOLD_SCALARS(x, kept.x);
+        if (kept.vector) FOLD_VECTORS(x, y, kept.x, kept.y);
+        else FOLD_SCALARS(x, kept.x);
         FOLD_FLAGS(wet, kept.wet);
     }
 }
@@ -49,7 +47,8 @@ void takeStoredMaximums(const DatFile& dat, std::size_t stored, Results& kept) {
     REPORT("File has maximums stored (time = 99,999) using these values and ignoring all other timesteps.");
     const auto hasFlags = [](const DatStep& step) { return step.flags; };
     std::vector<std::uint8_t> wet;
-    if (!dat.steps[stored].flags && std::any_of(dat.steps.begin(), dat.steps.begin() + static_cast<std::ptrdiff_t>(stored), hasFlags)) {
+    if (!dat.steps[stored].flags &&
+        std::any_of(dat.steps.begin(), dat.steps.begin() + static_cast<std::ptrdiff_t>(stored), hasFlags)) {
         foldSteps(stored, kept);
         wet = kept.wet;
     }
@@ -70,11 +69,12 @@ void EXTRACT_DAT_MAXIMUMS() {
     } else if (dat.steps.size() == 1) {
         READ_DAT_STEP(0, {kept.x, kept.y, kept.wet});
     } else if (stop == 0) {
-        STOP_RUN("ERROR - " + GETNAM(dat.file) + " begins with times of maximum; there is no timestep to extract maximums from.");
+        STOP_RUN("ERROR - " + GETNAM(dat.file) +
+                 " begins with times of maximum; there is no timestep to extract maximums from.");
     } else {
         foldSteps(stop, kept);
-        // In a file that counts seconds an ordinary time may look like a marker: only times of maximum and minimums, which no time looks like, are
-        // left out without a word.
+        // In a file that counts seconds an ordinary time may look like a marker: only times of maximum and minimums,
+        // which no time looks like, are left out without a word.
         const float leftOut = dat.steps[stop].time;
         if (!isMarker(leftOut, TIME_TMAX) && !isMarker(leftOut, TIME_MINIMUM))
             DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");

@@ -28,8 +28,9 @@ void warnOfCloserTime(std::size_t taken, float wanted) {
     const auto closest = std::min_element(dat.steps.begin() + static_cast<std::ptrdiff_t>(taken), dat.steps.end(),
                                           [&](const DatStep& a, const DatStep& b) { return away(a) < away(b); });
     if (away(*closest) < away(dat.steps[taken]))
-        DMESSAGE("WARNING - Time " + DAT_TIME_TEXT(closest->time) + " in .dat file is closer to the specified time than " +
-                 DAT_TIME_TEXT(dat.steps[taken].time) + ", the first within the tolerance, which is used.");
+        DMESSAGE("WARNING - Time " + DAT_TIME_TEXT(closest->time) +
+                 " in .dat file is closer to the specified time than " + DAT_TIME_TEXT(dat.steps[taken].time) +
+                 ", the first within the tolerance, which is used.");
 }
 
 }  // namespace
@@ -66,7 +67,8 @@ void LIST_DAT_TIMES() {
 
 void FIND_DAT_TIME(float time, float tolerance) {
     const auto wanted = [=](float t) { return std::abs(t - time) < tolerance; };
-    const auto found = std::find_if(dat.steps.begin(), dat.steps.end(), [&](const DatStep& step) { return wanted(step.time); });
+    const auto found =
+        std::find_if(dat.steps.begin(), dat.steps.end(), [&](const DatStep& step) { return wanted(step.time); });
     if (found == dat.steps.end()) {
         if (dat.damagedTimeKnown && wanted(dat.damagedTime)) STOP_AT_DAMAGED_STEP();
         STOP_RUN("ERROR - Could not find specified timestep in .dat file.");

@@ -1,6 +1,6 @@
-// Reads binary .dat results (SMS generic dataset format: little-endian, one quantity a file, one block of values a time) into the results
-// record. READ_DAT_HEADER first; then ALLOCATE_DAT_RESULTS and LIST_DAT_TIMES; then one of FIND_DAT_TIME, EXTRACT_DAT_MAXIMUMS, or
-// NEXT_DAT_TIME until it returns false. One .dat is known at a time.
+// Reads binary .dat results (SMS generic dataset format: little-endian, one quantity a file, one block of values a
+// time) into the results record. READ_DAT_HEADER first; then ALLOCATE_DAT_RESULTS and LIST_DAT_TIMES; then one of
+// FIND_DAT_TIME, EXTRACT_DAT_MAXIMUMS, or NEXT_DAT_TIME until it returns false. One .dat is known at a time.
 #pragma once
 
 #include <cstddef>
@@ -12,37 +12,39 @@
 constexpr std::size_t MOST_DAT_TIMES = 1000000;  ///< output times of one file; more stop the run
 
 struct DatHeader {
-    bool vector = false;        ///< x and y components, else one scalar
-    std::int32_t nodes = 0;     ///< values per time: as many as the mesh has nodes, or cells in a cell-centred file
-    std::int32_t cells = 0;     ///< wet/dry flags per time
-    std::string name;           ///< dataset description, up to 40 characters, without trailing blanks
+    bool vector = false;     ///< x and y components, else one scalar
+    std::int32_t nodes = 0;  ///< values per time: as many as the mesh has nodes, or cells in a cell-centred file
+    std::int32_t cells = 0;  ///< wet/dry flags per time
+    std::string name;        ///< dataset description, up to 40 characters, without trailing blanks
 };
 
 /// Where one whole output time stands in the file.
 struct DatStep {
-    std::int64_t offset = 0;    ///< bytes from the start of the file to the step's first byte, behind its card 200
-    float time = 0.0F;          ///< hours, or a marker (services/time_markers.h)
-    bool flags = false;         ///< wet/dry flags follow the time
+    std::int64_t offset = 0;  ///< bytes from the start of the file to the step's first byte, behind its card 200
+    float time = 0.0F;        ///< hours, or a marker (services/time_markers.h)
+    bool flags = false;       ///< wet/dry flags follow the time
 };
 
 /// The .dat file at hand. Filled by READ_DAT_HEADER.
 struct DatFile {
-    int file = 0;                     ///< its handle, which stays the caller's to close
+    int file = 0;  ///< its handle, which stays the caller's to close
     DatHeader header;
-    int flagSize = 1;                 ///< bytes of a flag
-    std::vector<DatStep> steps;       ///< the whole steps in file order; never empty
-    bool damaged = false;             ///< the file ends, or stops making sense, inside the step behind the last whole one
-    bool damagedTimeKnown = false;    ///< the damaged step's time could be read
-    float damagedTime = 0.0F;         ///< hours
-    std::size_t next = 0;             ///< index into `steps` of what NEXT_DAT_TIME reads
+    int flagSize = 1;            ///< bytes of a flag
+    std::vector<DatStep> steps;  ///< the whole steps in file order; never empty
+    /// the file ends, or stops making sense, inside the step behind the last whole one
+    bool damaged = false;
+    bool damagedTimeKnown = false;  ///< the damaged step's time could be read
+    float damagedTime = 0.0F;       ///< hours
+    std::size_t next = 0;           ///< index into `steps` of what NEXT_DAT_TIME reads
 };
 
 const DatFile& DAT();
 
-/// Reads and reports the header, then checks the layout against the file's length and finds every step by seeking; no memory is taken on
-/// the word of the counts. Flags are 8-bit; the declared size is used, with a "Check - " line, only where the file contradicts 8 bits and
-/// fits it. A file that ends inside a step gives a WARNING and keeps the whole steps before.
-/// Stops the run on a file that is no binary .dat, on counts that the file does not hold, and when there is no whole step.
+/// Reads and reports the header, then checks the layout against the file's length and finds every step by seeking; no
+/// memory is taken on the word of the counts. Flags are 8-bit; the declared size is used, with a "Check - " line, only
+/// where the file contradicts 8 bits and fits it. A file that ends inside a step gives a WARNING and keeps the whole
+/// steps before. Stops the run on a file that is no binary .dat, on counts that the file does not hold, and when there
+/// is no whole step.
 const DatHeader& READ_DAT_HEADER(int file);
 
 /// Sizes the results record for the file at hand, every value missing and every cell wet, and labels it.
@@ -52,15 +54,16 @@ void ALLOCATE_DAT_RESULTS(bool cellCentred, std::string_view quantity, std::stri
 /// Fills RESULTS().times with the time of every whole step, in hours, in file order.
 void LIST_DAT_TIMES();
 
-/// Reads the first time in file order closer than `tolerance` hours to `time` (hours or a marker), with a WARNING when a later one is
-/// closer. Stops the run when there is none, or when the one wanted is damaged.
+/// Reads the first time in file order closer than `tolerance` hours to `time` (hours or a marker), with a WARNING when
+/// a later one is closer. Stops the run when there is none, or when the one wanted is damaged.
 void FIND_DAT_TIME(float time, float tolerance);
 
-/// Fills the results record with the maximum of every value, and the cells wet at any time: the stored maximums (time 99999.0) where the file ends
-/// with them, else the maximum over all times but the last, with a WARNING; the only step of a file is taken as it is. Of vectors both components
-/// of the largest are kept. RESULTS().time becomes TIME_MAXIMUM. Stops the run when a step it needs is damaged.
+/// Fills the results record with the maximum of every value, and the cells wet at any time: the stored maximums (time
+/// 99999.0) where the file ends with them, else the maximum over all times but the last, with a WARNING; the only step
+/// of a file is taken as it is. Of vectors both components of the largest are kept. RESULTS().time becomes
+/// TIME_MAXIMUM. Stops the run when a step it needs is damaged.
 void EXTRACT_DAT_MAXIMUMS();
 
-/// Reads the next time in file order, from the first after READ_DAT_HEADER and LIST_DAT_TIMES. False, and nothing read, when there is none left.
-/// A step without flags keeps those of the last step before it that has some.
+/// Reads the next time in file order, from the first after READ_DAT_HEADER and LIST_DAT_TIMES. False, and nothing read,
+/// when there is none left. A step without flags keeps those of the last step before it that has some.
 bool NEXT_DAT_TIME();

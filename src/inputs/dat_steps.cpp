@@ -13,17 +13,20 @@
 
 namespace {
 
-constexpr std::size_t CHUNK = 1U << 16;  ///< values or flags; large enough to be read past the file service's own buffer
+/// values or flags; large enough to be read past the file service's own buffer
+constexpr std::size_t CHUNK = 1U << 16;
 
 /// The index has seen the bytes; fewer now means that the file has changed since.
 void readWhole(int file, void* to, std::size_t count) {
     const std::int64_t got = READ_BYTES(file, to, count);
     if (got == static_cast<std::int64_t>(count)) return;
-    STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + (got < 0 ? LAST_FILE_ERROR(file) : "it has become shorter since it was opened") + ".");
+    STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " +
+             (got < 0 ? LAST_FILE_ERROR(file) : "it has become shorter since it was opened") + ".");
 }
 
 void seek(int file, std::int64_t offset) {
-    if (!SEEK_FILE(file, offset)) STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file) + ".");
+    if (!SEEK_FILE(file, offset))
+        STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file) + ".");
 }
 
 /// Any flag but zero is wet: some compilers write true as -1.
@@ -82,10 +85,8 @@ void READ_DAT_STEP(std::size_t index, DatTables tables) {
     REPORT("Reading data for time " + DAT_TIME_TEXT(step.time));
     readWetCells(dat, index, tables.wet);
     seek(dat.file, step.offset + DAT_VALUES_OFFSET(dat.header, dat.flagSize, step.flags));
-    if (dat.header.vector)
-        readVectors(dat.file, nodes, tables);
-    else
-        readScalars(dat.file, nodes, tables.x);
+    if (dat.header.vector) readVectors(dat.file, nodes, tables);
+    else readScalars(dat.file, nodes, tables.x);
 }
 
 void CHECK_DAT_MEMORY(std::uint64_t tables) {
@@ -94,11 +95,13 @@ void CHECK_DAT_MEMORY(std::uint64_t tables) {
     const std::uint64_t needed = tables * (values + static_cast<std::uint64_t>(header.cells));
     const std::uint64_t available = AVAILABLE_MEMORY();
     if (available != 0 && needed > available)
-        STOP_RUN("ERROR - Not enough memory for the results of " + GETNAM(DAT().file) + " (" + std::to_string(needed / 1000000 + 1) + " MB).");
+        STOP_RUN("ERROR - Not enough memory for the results of " + GETNAM(DAT().file) + " (" +
+                 std::to_string(needed / 1000000 + 1) + " MB).");
 }
 
 void STOP_AT_DAMAGED_STEP() {
     const DatFile& dat = DAT();
     const std::string time = dat.damagedTimeKnown ? " (time " + DAT_TIME_TEXT(dat.damagedTime) + ")" : "";
-    STOP_RUN("ERROR - Time step " + std::to_string(dat.steps.size() + 1) + time + " of " + GETNAM(dat.file) + " is incomplete or damaged.");
+    STOP_RUN("ERROR - Time step " + std::to_string(dat.steps.size() + 1) + time + " of " + GETNAM(dat.file) +
+             " is incomplete or damaged.");
 }

@@ -12,8 +12,8 @@ struct DatTables {
     std::vector<std::uint8_t>& wet;
 };
 
-/// Reads DAT().steps[index]; the tables have been sized. A step without flags has those of the last step before it that has some; every cell
-/// is wet where there is none. Stops the run when the file cannot be read.
+/// Reads DAT().steps[index]; the tables have been sized. A step without flags has those of the last step before it that
+/// has some; every cell is wet where there is none. Stops the run when the file cannot be read.
 void READ_DAT_STEP(std::size_t index, DatTables tables);
 
 /// Stops the run when this many tables of values and as many of flags do not fit the memory that is left.

@@ -10,7 +10,8 @@ void FOLD_SCALARS(const std::vector<float>& current, std::vector<float>& kept) {
         kept[n] = current[n] > kept[n] && !IS_MISSING(current[n]) ? current[n] : kept[n];
 }
 
-void FOLD_VECTORS(const std::vector<float>& x, const std::vector<float>& y, std::vector<float>& keptX, std::vector<float>& keptY) {
+void FOLD_VECTORS(const std::vector<float>& x, const std::vector<float>& y, std::vector<float>& keptX,
+                  std::vector<float>& keptY) {
     for (std::size_t n = 1; n < keptX.size(); ++n) {
         if (IS_MISSING(x[n]) || IS_MISSING(y[n])) continue;
         if (!IS_MISSING(keptX[n]) && !(VECTOR_MAGNITUDE(x[n], y[n]) > VECTOR_MAGNITUDE(keptX[n], keptY[n]))) continue;
@@ -20,5 +21,6 @@ void FOLD_VECTORS(const std::vector<float>& x, const std::vector<float>& y, std:
 }
 
 void FOLD_FLAGS(const std::vector<std::uint8_t>& current, std::vector<std::uint8_t>& kept) {
-    std::transform(current.begin(), current.end(), kept.begin(), kept.begin(), [](std::uint8_t a, std::uint8_t b) { return std::max(a, b); });
+    std::transform(current.begin(), current.end(), kept.begin(), kept.begin(),
+                   [](std::uint8_t a, std::uint8_t b) { return std::max(a, b); });
 }

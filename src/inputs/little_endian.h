@@ -8,7 +8,8 @@
 #include <span>
 
 inline std::uint32_t littleUint32(const unsigned char* bytes) {
-    return bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8U | static_cast<std::uint32_t>(bytes[2]) << 16U | static_cast<std::uint32_t>(bytes[3]) << 24U;
+    return bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8U | static_cast<std::uint32_t>(bytes[2]) << 16U |
+           static_cast<std::uint32_t>(bytes[3]) << 24U;
 }
 inline std::int32_t littleInt32(const unsigned char* bytes) { return static_cast<std::int32_t>(littleUint32(bytes)); }
 inline float littleFloat(const unsigned char* bytes) { return std::bit_cast<float>(littleUint32(bytes)); }

@@ -27,7 +27,7 @@ void SIZE_MESH_TABLES() {
         mesh.elements.assign(elements, MeshElement{});
         mesh.nodeExcluded.assign(nodes, 0);
     } catch (const std::bad_alloc&) {
-        STOP_RUN("ERROR - Not enough memory for a mesh of " + std::to_string(mesh.nodeCount) + " nodes and " + std::to_string(mesh.elementCount) +
-                 " elements (" + std::to_string(needed / 1000000 + 1) + " MB).");
+        STOP_RUN("ERROR - Not enough memory for a mesh of " + std::to_string(mesh.nodeCount) + " nodes and " +
+                 std::to_string(mesh.elementCount) + " elements (" + std::to_string(needed / 1000000 + 1) + " MB).");
     }
 }

@@ -1,4 +1,5 @@
-// The cards of a .2dm file: which card a line is, and its values. Inline, since every line of a mesh goes through it twice.
+// The cards of a .2dm file: which card a line is, and its values. Inline, since every line of a mesh goes through it
+// twice.
 #pragma once
 
 #include "inputs/mesh.h"
@@ -24,7 +25,8 @@ inline MeshCard meshCard(std::string_view line) {
     return line.starts_with("MESHPART") ? MeshCard::Part : MeshCard::Other;
 }
 
-/// What a line is read by: its first 200 characters, less a value that the cut would go through, so that no part of a number passes for the whole.
+/// What a line is read by: its first 200 characters, less a value that the cut would go through, so that no part of a
+/// number passes for the whole.
 inline std::string_view fittedMeshLine(std::string_view line) {
     constexpr std::size_t MESH_LINE_WIDTH = 200;
     constexpr std::string_view SEPARATORS = " ,\t";
@@ -49,8 +51,7 @@ CardRead readNumbers(FreeForm& form, Numbers&... numbers) {
     const auto one = [&](auto& number) {
         if constexpr (std::is_integral_v<std::remove_reference_t<decltype(number)>>)
             result = cardRead(form.NEXT_INTEGER(number));
-        else
-            result = cardRead(form.NEXT_REAL(number));
+        else result = cardRead(form.NEXT_REAL(number));
         return result == CardRead::Whole;
     };
     (one(numbers) && ...);
@@ -65,19 +66,20 @@ inline CardRead readNodeCard(std::string_view line, bool full, std::int32_t& id,
     return readNumbers(form, node.datumFlag, node.extra[0], node.extra[1], node.extra[2]);
 }
 
-/// Slots for a card's nodes in their order. The corners of triangles and 4-node quads are stored the other way round; a 9-node quad lists corner,
-/// mid-side, corner, ..., centre and keeps its winding.
+/// Slots for a card's nodes in their order. The corners of triangles and 4-node quads are stored the other way round; a
+/// 9-node quad lists corner, mid-side, corner, ..., centre and keeps its winding.
 constexpr std::array<std::uint8_t, 3> TRIANGLE_SLOTS = {0, 2, 1};
 constexpr std::array<std::uint8_t, 4> QUAD4_SLOTS = {0, 3, 2, 1};
 constexpr std::array<std::uint8_t, 9> QUAD9_SLOTS = {0, 4, 1, 5, 2, 6, 3, 7, 8};
 
 /// The values of an element card. extraIntegers, extraByte: the flavour has them behind the material.
 template <std::size_t Count>
-CardRead readElementCard(std::string_view line, const std::array<std::uint8_t, Count>& slots, bool extraIntegers, bool extraByte, std::int32_t& id,
-                         MeshElement& element) {
+CardRead readElementCard(std::string_view line, const std::array<std::uint8_t, Count>& slots, bool extraIntegers,
+                         bool extraByte, std::int32_t& id, MeshElement& element) {
     FreeForm form(line.substr(3));
     CardRead read = readNumbers(form, id);
-    for (std::size_t i = 0; i < Count && read == CardRead::Whole; ++i) read = readNumbers(form, element.nodes[slots[i]]);
+    for (std::size_t i = 0; i < Count && read == CardRead::Whole; ++i)
+        read = readNumbers(form, element.nodes[slots[i]]);
     if (read == CardRead::Whole) read = readNumbers(form, element.material);
     if (read == CardRead::Whole && extraIntegers) read = readNumbers(form, element.extra[0], element.extra[1]);
     if (read == CardRead::Whole && extraByte) read = readNumbers(form, element.extraByte);

@@ -8,10 +8,12 @@
 
 namespace {
 
-constexpr NodeKind TRIANGLE_VERTEX = {'T', ' '}, QUAD_CORNER = {'H', ' '}, MID_SIDE = {'U', 'V'}, QUAD_CENTRE = {'C', ' '}, QL_NODE = {'Q', 'L'};
+constexpr NodeKind TRIANGLE_VERTEX = {'T', ' '}, QUAD_CORNER = {'H', ' '}, MID_SIDE = {'U', 'V'},
+                   QUAD_CENTRE = {'C', ' '}, QL_NODE = {'Q', 'L'};
 
 void setKinds(Mesh& mesh, const MeshElement& element, std::size_t first, std::size_t end, NodeKind kind) {
-    for (std::size_t slot = first; slot < end; ++slot) mesh.nodes[static_cast<std::size_t>(element.nodes[slot])].kind = kind;
+    for (std::size_t slot = first; slot < end; ++slot)
+        mesh.nodes[static_cast<std::size_t>(element.nodes[slot])].kind = kind;
 }
 
 }  // namespace
@@ -32,16 +34,21 @@ void SET_NODE_KINDS(Mesh& mesh) {
                 setKinds(mesh, element, 4, 8, MID_SIDE);
                 setKinds(mesh, element, 8, 9, QUAD_CENTRE);
                 break;
-            default: STOP_RUN("ERROR - Should not be here, cell is not e3t, e4q or e9q.  Contact " + std::string(SUPPORT_CONTACT));
+            default:
+                STOP_RUN("ERROR - Should not be here, cell is not e3t, e4q or e9q.  Contact " +
+                         std::string(SUPPORT_CONTACT));
         }
     }
 }
 
 void EXCLUDE_REMOVED_NODES(Mesh& mesh) {
-    if (std::none_of(mesh.elements.begin(), mesh.elements.end(), [](const MeshElement& element) { return element.removed; })) return;
+    if (std::none_of(mesh.elements.begin(), mesh.elements.end(),
+                     [](const MeshElement& element) { return element.removed; }))
+        return;
     for (const bool removed : {true, false})  // kept elements last: they win
         for (const MeshElement& element : mesh.elements)
             if (element.removed == removed)
-                for (const std::int32_t node : element.nodes) mesh.nodeExcluded[static_cast<std::size_t>(node)] = removed ? 1 : 0;
+                for (const std::int32_t node : element.nodes)
+                    mesh.nodeExcluded[static_cast<std::size_t>(node)] = removed ? 1 : 0;
     mesh.nodeExcluded[0] = 0;  // empty slots point there
 }

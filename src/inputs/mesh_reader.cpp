@@ -39,9 +39,11 @@ public:
 
     void checkCounts() const {
         if (elementsRead_ != mesh_.elementCount)
-            STOP_RUN("ERROR - Number of cells does not match results file. Expecting number of cells: " + AINTEGER(mesh_.elementCount));
+            STOP_RUN("ERROR - Number of cells does not match results file. Expecting number of cells: " +
+                     AINTEGER(mesh_.elementCount));
         if (nodesRead_ != mesh_.nodeCount)
-            STOP_RUN("ERROR - Number of nodes does not match results file. Expecting number of nodes: " + AINTEGER(mesh_.nodeCount));
+            STOP_RUN("ERROR - Number of nodes does not match results file. Expecting number of nodes: " +
+                     AINTEGER(mesh_.nodeCount));
     }
 
 private:
@@ -54,7 +56,8 @@ private:
         if (read == CardRead::Whole) return;
         if (read == CardRead::Bad) refuse("a value cannot be read");
         if (currentFlavour() && firstOfItsKind) {
-            REPORT("   Line " + AINTEGER8(lineNumber_) + " of " + GETNAM(file_) + " has too few values for the current layout.");
+            REPORT("   Line " + AINTEGER8(lineNumber_) + " of " + GETNAM(file_) +
+                   " has too few values for the current layout.");
             STOP_RUN("Detected pre 2007-05-AB mesh.  Please use older version of utility.");
         }
         refuse("a value is missing");
@@ -65,7 +68,8 @@ private:
         MeshNode node;
         checkRead(readNodeCard(fittedMeshLine(line_), currentFlavour(), id, node), nodesRead_ == 0);
         if (id < 1 || id > mesh_.nodeCount) refuse("node number out of range");
-        if (!std::isfinite(node.x) || !std::isfinite(node.y) || !std::isfinite(node.z)) refuse("a coordinate is not finite");
+        if (!std::isfinite(node.x) || !std::isfinite(node.y) || !std::isfinite(node.z))
+            refuse("a coordinate is not finite");
         std::uint8_t& alreadyRead = nodeRead_[static_cast<std::size_t>(id)];
         if (alreadyRead != 0) refuse("this node was given before");
         alreadyRead = 1;
@@ -84,7 +88,8 @@ private:
     void readElement(const std::array<std::uint8_t, Count>& slots) {
         std::int32_t id = 0;
         MeshElement element;
-        checkRead(readElementCard(fittedMeshLine(line_), slots, !mesh_.qlMesh, currentFlavour(), id, element), elementsRead_ == 0);
+        checkRead(readElementCard(fittedMeshLine(line_), slots, !mesh_.qlMesh, currentFlavour(), id, element),
+                  elementsRead_ == 0);
         if (id < 1 || id > mesh_.elementCount) refuse("element number out of range");
         for (const std::uint8_t slot : slots)
             if (element.nodes[slot] < 1 || element.nodes[slot] > mesh_.nodeCount) refuse("node number out of range");
@@ -137,7 +142,7 @@ private:
     std::string_view line_;
     std::int64_t lineNumber_ = 0;
     std::int64_t nodesRead_ = 0, elementsRead_ = 0;
-    bool removing_ = false;               ///< the mesh part at hand is named with -rmp
+    bool removing_ = false;  ///< the mesh part at hand is named with -rmp
 };
 
 void rewind(int file) {
@@ -149,7 +154,8 @@ void rewind(int file) {
 void warnOfPartsNotFound(const RunOptions& options, const Mesh& mesh) {
     for (std::size_t k = 0; k < options.removedParts.size(); ++k) {
         if (mesh.meshParts[k + 1].found) continue;
-        DMESSAGE("WARNING - Meshpart \"" + options.removedParts[k] + "\" was not found in .2dm file and cannot be removed.");
+        DMESSAGE("WARNING - Meshpart \"" + options.removedParts[k] +
+                 "\" was not found in .2dm file and cannot be removed.");
         PAUSE();
     }
 }

@@ -27,7 +27,8 @@ void readGeoReference(int file, std::string_view line, Mesh& mesh) {
     const auto supplied = [&](auto& value) {
         const FreeForm::Read read = form.NEXT_REAL(value);
         if (read == FreeForm::Read::Bad) refuseMeshLine(file, line, 1, "a value of the geo-reference cannot be read");
-        if (read == FreeForm::Read::Value && !std::isfinite(value)) refuseMeshLine(file, line, 1, "a value of the geo-reference is not finite");
+        if (read == FreeForm::Read::Value && !std::isfinite(value))
+            refuseMeshLine(file, line, 1, "a value of the geo-reference is not finite");
         return read == FreeForm::Read::Value;
     };
     for (double& value : mesh.geoReference.values)
@@ -74,7 +75,8 @@ CardCounts countCards(int file) {
 
 void keepCounts(int file, const CardCounts& counts, Mesh& mesh) {
     constexpr std::int64_t MOST = std::numeric_limits<std::int32_t>::max() - 1;
-    if (counts.nodes > MOST || counts.elements() > MOST) STOP_RUN("ERROR - " + GETNAM(file) + " holds more than " + AINTEGER8(MOST) + " nodes or elements.");
+    if (counts.nodes > MOST || counts.elements() > MOST)
+        STOP_RUN("ERROR - " + GETNAM(file) + " holds more than " + AINTEGER8(MOST) + " nodes or elements.");
     mesh.nodeCount = static_cast<std::int32_t>(counts.nodes);
     mesh.triangleCount = static_cast<std::int32_t>(counts.triangles);
     mesh.quad4Count = static_cast<std::int32_t>(counts.quads4);

@@ -32,7 +32,8 @@ private:
     std::vector<std::int32_t> leader_;
 };
 
-/// Per node that stands for a set: 1 when a node of the set belongs to a quad, or to a triangle written before the last quad.
+/// Per node that stands for a set: 1 when a node of the set belongs to a quad, or to a triangle written before the last
+/// quad.
 std::vector<std::uint8_t> setsOfTwoD(const Mesh& mesh, NodeSets& sets, std::size_t last) {
     std::vector<std::uint8_t> twoD(mesh.nodes.size(), 0);
     for (std::size_t id = 1; id < mesh.elements.size(); ++id) {
@@ -59,7 +60,8 @@ std::vector<std::uint8_t> ONE_D_TRIANGLES(const Mesh& mesh) {
     std::vector<std::uint8_t> oneD(mesh.elements.size(), 0);
     for (std::size_t id = last + 1; id < oneD.size(); ++id) {
         const MeshElement& element = mesh.elements[id];
-        oneD[id] = element.shape == TRIANGLE && twoD[static_cast<std::size_t>(sets.leaderOf(element.nodes[0]))] == 0 ? 1 : 0;
+        oneD[id] =
+            element.shape == TRIANGLE && twoD[static_cast<std::size_t>(sets.leaderOf(element.nodes[0]))] == 0 ? 1 : 0;
     }
     if (std::find(oneD.begin(), oneD.end(), 1) == oneD.end()) oneD.clear();
     return oneD;
@@ -70,6 +72,7 @@ std::vector<std::uint8_t> ONE_D_NODES(const Mesh& mesh, const std::vector<std::u
     std::vector<std::uint8_t> nodes(mesh.nodes.size(), 0);
     for (std::size_t id = 1; id < oneD.size(); ++id)
         if (oneD[id] != 0)
-            for (std::size_t corner = 0; corner < 3; ++corner) nodes[static_cast<std::size_t>(mesh.elements[id].nodes[corner])] = 1;
+            for (std::size_t corner = 0; corner < 3; ++corner)
+                nodes[static_cast<std::size_t>(mesh.elements[id].nodes[corner])] = 1;
     return nodes;
 }

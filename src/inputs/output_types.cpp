@@ -77,7 +77,9 @@ const OutputType* lastRow(Wanted&& wanted) {
     return row == std::rend(TYPES) ? nullptr : &*row;
 }
 
-bool isType(std::string_view type, std::string_view code, std::string_view name) { return ASAME(type, code) || ASAME(type, name); }
+bool isType(std::string_view type, std::string_view code, std::string_view name) {
+    return ASAME(type, code) || ASAME(type, name);
+}
 
 }  // namespace
 

@@ -6,18 +6,20 @@
 #include <vector>
 
 struct Results {
-    std::int32_t nodes = 0;           ///< values per time: the mesh's nodes, or its cells when cellCentred
-    std::int32_t cells = 0;           ///< wet/dry flags per time; 0 in files without flags
-    bool vector = false;              ///< x and y components, else one scalar in x
-    bool cellCentred = false;         ///< one value per cell instead of per node
-    float time = 0.0F;                ///< hours, or a marker (services/time_markers.h)
-    bool endReached = false;          ///< no further output time follows the one held
-    std::vector<float> x;             ///< scalar or x component, numbered from 1 (entry 0 unused); IS_MISSING where there is none
-    std::vector<float> y;             ///< y component of vectors, numbered from 1; empty for scalars
-    std::vector<std::uint8_t> wet;    ///< per cell, numbered from 1: 1 wet, 0 dry. 1 everywhere until a file gives flags
-    std::vector<float> times;         ///< every output time of the source in hours, markers as they are, in file order
-    std::string quantity;             ///< name of what is held ("Water Level"), blank when unknown
-    std::string code;                 ///< short code of the quantity ("h"), blank when unknown
+    std::int32_t nodes = 0;    ///< values per time: the mesh's nodes, or its cells when cellCentred
+    std::int32_t cells = 0;    ///< wet/dry flags per time; 0 in files without flags
+    bool vector = false;       ///< x and y components, else one scalar in x
+    bool cellCentred = false;  ///< one value per cell instead of per node
+    float time = 0.0F;         ///< hours, or a marker (services/time_markers.h)
+    bool endReached = false;   ///< no further output time follows the one held
+    /// scalar or x component, numbered from 1 (entry 0 unused); IS_MISSING where there is none
+    std::vector<float> x;
+    std::vector<float> y;  ///< y component of vectors, numbered from 1; empty for scalars
+    /// per cell, numbered from 1: 1 wet, 0 dry. 1 everywhere until a file gives flags
+    std::vector<std::uint8_t> wet;
+    std::vector<float> times;  ///< every output time of the source in hours, markers as they are, in file order
+    std::string quantity;      ///< name of what is held ("Water Level"), blank when unknown
+    std::string code;          ///< short code of the quantity ("h"), blank when unknown
 };
 
 const Results& RESULTS();

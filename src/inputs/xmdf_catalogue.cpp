@@ -10,22 +10,23 @@ namespace {
 /// What the two kinds of datasets are called in operations and messages.
 struct KindWords {
     XmdfKind kind;
-    const char* word;       ///< "scalar"
-    const char* capital;    ///< "Scalar"
+    const char* word;     ///< "scalar"
+    const char* capital;  ///< "Scalar"
     const char* pathsFailure;
     XmdfStatus (*info)(XmdfFileState&, std::int32_t&, std::int32_t&);
     XmdfStatus (*paths)(XmdfFileState&, std::vector<std::string>&);
 };
 constexpr KindWords KINDS[] = {
-    {XmdfKind::Scalar, "scalar", "Scalar", "ERROR - Exracting Scalar Dataset Paths [XF_GET_SCALAR_DATASET_PATHS].", xfgetscalardatasetsinfo_f,
-     xfgetscalardatasetpaths_f},
-    {XmdfKind::Vector, "vector", "Vector", "ERROR - Exracting Vector Dataset Paths [XF_GET_VECTOR_DATASET_PATHS].", xfgetvectordatasetsinfo_f,
-     xfgetvectordatasetpaths_f},
+    {XmdfKind::Scalar, "scalar", "Scalar", "ERROR - Exracting Scalar Dataset Paths [XF_GET_SCALAR_DATASET_PATHS].",
+     xfgetscalardatasetsinfo_f, xfgetscalardatasetpaths_f},
+    {XmdfKind::Vector, "vector", "Vector", "ERROR - Exracting Vector Dataset Paths [XF_GET_VECTOR_DATASET_PATHS].",
+     xfgetvectordatasetsinfo_f, xfgetvectordatasetpaths_f},
 };
 
 void openFile(XmdfEntry& entry) {
     REPORT("Opening XMDF file " + XMDF_QUOTED(entry.fileName));
-    if (xfopenfile_f(entry.fileName, entry.file) < 0) STOP_XMDF("ERROR - Could not open XMDF file " + XMDF_QUOTED(entry.fileName));
+    if (xfopenfile_f(entry.fileName, entry.file) < 0)
+        STOP_XMDF("ERROR - Could not open XMDF file " + XMDF_QUOTED(entry.fileName));
     NOTE_FILE_USED(entry.fileName);
     REPORT("Done.");
     float version = 0.0F;

@@ -20,18 +20,20 @@ struct XmdfMatches {
     bool any() const { return maximum > 0 || temporal > 0 || minimum > 0 || times > 0; }
 };
 
-/// The datasets of one kind in one file. Paths are filled by OPEN_XMDF_FILES, matches by FIND_XMDF_TYPE and FIND_XMDF_PATH.
+/// The datasets of one kind in one file. Paths are filled by OPEN_XMDF_FILES, matches by FIND_XMDF_TYPE and
+/// FIND_XMDF_PATH.
 struct XmdfDatasets {
-    std::vector<std::string> paths;  ///< full paths ("/run/Temporal/Depth"), numbered from 1 (entry 0 unused), in the library's order
+    /// full paths ("/run/Temporal/Depth"), numbered from 1 (entry 0 unused), in the library's order
+    std::vector<std::string> paths;
     XmdfMatches found;
     std::int32_t count() const { return static_cast<std::int32_t>(paths.size()) - 1; }
     const std::string& path(std::int32_t number) const { return paths[static_cast<std::size_t>(number)]; }
 };
 
 struct XmdfEntry {
-    std::string fileName;                 ///< as given
+    std::string fileName;  ///< as given
     XmdfFile file;
-    std::array<XmdfDatasets, 2> sorts;    ///< by XmdfKind
+    std::array<XmdfDatasets, 2> sorts;  ///< by XmdfKind
     XmdfDatasets& of(XmdfKind kind) { return sorts[static_cast<std::size_t>(kind)]; }
     const XmdfDatasets& of(XmdfKind kind) const { return sorts[static_cast<std::size_t>(kind)]; }
 };
@@ -39,6 +41,6 @@ struct XmdfEntry {
 /// Owned by the conversion that needs it, so that the files close however the run ends.
 using XmdfCatalogue = std::vector<XmdfEntry>;
 
-/// Opens each file and reports what it holds. Groups that had to be left out are named in "Warning - " lines. Stops the run on a file
-/// that is no whole HDF5 file.
+/// Opens each file and reports what it holds. Groups that had to be left out are named in "Warning - " lines. Stops the
+/// run on a file that is no whole HDF5 file.
 XmdfCatalogue OPEN_XMDF_FILES(const std::vector<std::string>& names);

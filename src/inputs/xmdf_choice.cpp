@@ -20,7 +20,9 @@ constexpr std::string_view PEAK_OF_VELOCITY = "Time of Peak V";
 bool holdsTimeSteps(XmdfFolder folder) { return folder == XmdfFolder::Temporal || folder == XmdfFolder::Other; }
 bool near(float time, float marker) { return std::abs(time - marker) < 0.001F; }
 
-bool isPeak(std::string_view path) { return ASAME(XMDF_LAST_PART(path), PEAK_OF_LEVEL) || ASAME(XMDF_LAST_PART(path), PEAK_OF_VELOCITY); }
+bool isPeak(std::string_view path) {
+    return ASAME(XMDF_LAST_PART(path), PEAK_OF_LEVEL) || ASAME(XMDF_LAST_PART(path), PEAK_OF_VELOCITY);
+}
 
 /// The marker of a dataset of times: its own time, else by the names of the two times of peak.
 float singleOutputTime(std::string_view path, float time) {
@@ -30,7 +32,9 @@ float singleOutputTime(std::string_view path, float time) {
 }
 
 float timeOf(const XmdfItem& item) {
-    const auto own = [&](std::int32_t step) { return static_cast<float>(item.facts.times[static_cast<std::size_t>(step - 1)]); };
+    const auto own = [&](std::int32_t step) {
+        return static_cast<float>(item.facts.times[static_cast<std::size_t>(step - 1)]);
+    };
     switch (item.read) {
         case XmdfRead::Maximum:
         case XmdfRead::TemporalMaximums: return TIME_MAXIMUM;
@@ -60,7 +64,8 @@ std::string XMDF_PEAK_OF(std::string_view type) {
 std::string XMDF_QUANTITY_KEY(std::string_view path) {
     std::string key = LOWERCASE(path);
     for (const std::string_view folder : {"/maximums/", "/temporal/", "/minimums/"})
-        if (const std::size_t at = key.find(folder); at != std::string::npos) return key.replace(at, folder.size(), "//");
+        if (const std::size_t at = key.find(folder); at != std::string::npos)
+            return key.replace(at, folder.size(), "//");
     return key;
 }
 
@@ -83,7 +88,9 @@ bool XmdfChoice::add(XmdfKind kind, std::int32_t number, XmdfRead read, XmdfFact
     item.facts = std::move(facts);
     item.time = timeOf(item);
     // A folder that holds both a dataset and its stored maximums leads to those twice.
-    const auto same = [&](const XmdfItem& other) { return other.kind == item.kind && other.path == item.path && other.read == item.read; };
+    const auto same = [&](const XmdfItem& other) {
+        return other.kind == item.kind && other.path == item.path && other.read == item.read;
+    };
     if (std::none_of(items_.begin(), items_.end(), same)) items_.push_back(std::move(item));
     return true;
 }
@@ -107,7 +114,8 @@ bool XmdfChoice::addPeak(std::string_view quantity) {
     const std::string peak = XMDF_PEAK_OF(quantity);
     const XmdfDatasets& scalars = entry_.of(XmdfKind::Scalar);
     for (std::int32_t number = 1; number <= scalars.count() && !peak.empty(); ++number)
-        if (XMDF_FOLDER_OF(scalars.path(number)) == XmdfFolder::Times && ASAME(XMDF_LAST_PART(scalars.path(number)), peak))
+        if (XMDF_FOLDER_OF(scalars.path(number)) == XmdfFolder::Times &&
+            ASAME(XMDF_LAST_PART(scalars.path(number)), peak))
             return add(XmdfKind::Scalar, number, XmdfRead::SingleOutput);
     return lacks("no time of peak");
 }
@@ -148,13 +156,17 @@ bool XmdfChoice::addFound(XmdfKind kind) {
     const XmdfMatches& found = entry_.of(kind).found;
     switch (wanted_) {
         case XmdfWanted::NotGiven:
-            if (found.maximum == 0 && found.temporal == 0 && found.times > 0) return add(kind, found.times, XmdfRead::SingleOutput);
+            if (found.maximum == 0 && found.temporal == 0 && found.times > 0)
+                return add(kind, found.times, XmdfRead::SingleOutput);
             return addMaximum(kind, found.maximum, found.temporal);
         case XmdfWanted::Maximum: return addMaximum(kind, found.maximum, found.temporal);
-        case XmdfWanted::Minimum: return found.minimum > 0 ? add(kind, found.minimum, XmdfRead::Minimum) : lacks("no minimums");
-        case XmdfWanted::TimeOfPeak: return found.times > 0 ? add(kind, found.times, XmdfRead::SingleOutput) : lacks("no time of peak");
+        case XmdfWanted::Minimum:
+            return found.minimum > 0 ? add(kind, found.minimum, XmdfRead::Minimum) : lacks("no minimums");
+        case XmdfWanted::TimeOfPeak:
+            return found.times > 0 ? add(kind, found.times, XmdfRead::SingleOutput) : lacks("no time of peak");
         case XmdfWanted::Time:
-            return found.temporal > 0 ? addClosestTime(kind, found.temporal, true) : lacks("no temporal dataset to find the output time in");
+            return found.temporal > 0 ? addClosestTime(kind, found.temporal, true)
+                                      : lacks("no temporal dataset to find the output time in");
         case XmdfWanted::AllTimes: break;
     }
     return found.temporal > 0 ? add(kind, found.temporal, XmdfRead::AllTimes) : lacks("no temporal dataset");
@@ -168,12 +180,15 @@ bool XmdfChoice::addDataset(XmdfKind kind, std::int32_t number, bool alone) {
     switch (wanted_) {
         case XmdfWanted::NotGiven: return addWithoutTime(kind, number);
         case XmdfWanted::Maximum: {
-            const std::int32_t stored = folder == XmdfFolder::Maximums ? number : XMDF_TWIN(datasets, path, XmdfFolder::Maximums);
+            const std::int32_t stored =
+                folder == XmdfFolder::Maximums ? number : XMDF_TWIN(datasets, path, XmdfFolder::Maximums);
             return addMaximum(kind, steps || stored == number ? stored : 0, steps ? number : 0);
         }
         case XmdfWanted::Minimum: {
-            const std::int32_t stored = folder == XmdfFolder::Minimums ? number : XMDF_TWIN(datasets, path, XmdfFolder::Minimums);
-            return stored > 0 && (steps || stored == number) ? add(kind, stored, XmdfRead::Minimum) : lacks("no minimums");
+            const std::int32_t stored =
+                folder == XmdfFolder::Minimums ? number : XMDF_TWIN(datasets, path, XmdfFolder::Minimums);
+            return stored > 0 && (steps || stored == number) ? add(kind, stored, XmdfRead::Minimum)
+                                                             : lacks("no minimums");
         }
         case XmdfWanted::TimeOfPeak:
             if (folder != XmdfFolder::Times) return addPeak(XMDF_LAST_PART(path));
@@ -194,10 +209,14 @@ bool XmdfChoice::addOfAll(XmdfKind kind, std::int32_t number) {
         case XmdfWanted::Maximum:
             if (folder == XmdfFolder::Maximums) return addMaximum(kind, number, 0);
             return addMaximum(kind, 0, steps && XMDF_TWIN(datasets, path, XmdfFolder::Maximums) == 0 ? number : 0);
-        case XmdfWanted::Minimum: return folder == XmdfFolder::Minimums ? add(kind, number, XmdfRead::Minimum) : lacks("no minimums");
+        case XmdfWanted::Minimum:
+            return folder == XmdfFolder::Minimums ? add(kind, number, XmdfRead::Minimum) : lacks("no minimums");
         case XmdfWanted::TimeOfPeak:
-            return folder == XmdfFolder::Times && isPeak(path) ? add(kind, number, XmdfRead::SingleOutput) : lacks("no time of peak");
-        case XmdfWanted::Time: return steps ? addClosestTime(kind, number, false) : lacks("no temporal dataset to find the output time in");
+            return folder == XmdfFolder::Times && isPeak(path) ? add(kind, number, XmdfRead::SingleOutput)
+                                                               : lacks("no time of peak");
+        case XmdfWanted::Time:
+            return steps ? addClosestTime(kind, number, false)
+                         : lacks("no temporal dataset to find the output time in");
         case XmdfWanted::AllTimes: break;
     }
     return steps ? add(kind, number, XmdfRead::AllTimes) : lacks("no temporal dataset");
@@ -205,5 +224,6 @@ bool XmdfChoice::addOfAll(XmdfKind kind, std::int32_t number) {
 
 bool XmdfChoice::holdsPeakOf(std::string_view path) const {
     const std::string peak = wanted_ == XmdfWanted::TimeOfPeak ? XMDF_PEAK_OF(XMDF_LAST_PART(path)) : std::string();
-    return !peak.empty() && std::any_of(items_.begin(), items_.end(), [&](const XmdfItem& item) { return ASAME(XMDF_LAST_PART(item.path), peak); });
+    return !peak.empty() && std::any_of(items_.begin(), items_.end(),
+                                        [&](const XmdfItem& item) { return ASAME(XMDF_LAST_PART(item.path), peak); });
 }

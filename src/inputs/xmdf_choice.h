@@ -19,7 +19,8 @@ std::string XMDF_PEAK_OF(std::string_view type);
 /// Equal for the datasets of one quantity in /Maximums/, /Temporal/ and /Minimums/.
 std::string XMDF_QUANTITY_KEY(std::string_view path);
 
-/// Collects the items of one file. Each add routine returns false, and adds nothing, where there is no such output; missing() says what is.
+/// Collects the items of one file. Each add routine returns false, and adds nothing, where there is no such output;
+/// missing() says what is.
 class XmdfChoice {
 public:
     XmdfChoice(XmdfEntry& entry, std::size_t file, const RunOptions& options, XmdfWanted wanted)
@@ -27,8 +28,9 @@ public:
 
     /// From the datasets that FIND_XMDF_TYPE noted. Stops the run when -t finds no time within the tolerance.
     bool addFound(XmdfKind kind);
-    /// A dataset that was chosen itself. One of /Temporal/ stands for its stored maximums and minimums as well; without a time switch
-    /// all times of a -path or -Folder dataset are taken. alone: it is the only one, so that a time out of tolerance stops the run.
+    /// A dataset that was chosen itself. One of /Temporal/ stands for its stored maximums and minimums as well; without
+    /// a time switch all times of a -path or -Folder dataset are taken. alone: it is the only one, so that a time out
+    /// of tolerance stops the run.
     bool addDataset(XmdfKind kind, std::int32_t number, bool alone);
     /// One of all datasets of the file: taken only for what it holds itself, and for maximums where none are stored.
     bool addOfAll(XmdfKind kind, std::int32_t number);

@@ -18,7 +18,8 @@ std::span<float> numberedFromOne(std::vector<float>& table) { return std::span(t
 void readFlags(XmdfReading& reading, std::int32_t step, std::vector<std::uint8_t>& wet) {
     if (reading.item->facts.flags == 0) return;  // a dataset without flags: every cell is wet
     if (xfreadactivitytimestep_f(*reading.group, step, std::span(wet).subspan(1)) < 0)
-        STOP_XMDF("ERROR - Reading cell/wet dry flags [XF_READ_ACTIVITY_TIMESTEP] while reading " + reading.entry->fileName);
+        STOP_XMDF("ERROR - Reading cell/wet dry flags [XF_READ_ACTIVITY_TIMESTEP] while reading " +
+                  reading.entry->fileName);
 }
 
 XmdfStatus readVectors(XmdfReading& reading, std::int32_t step, std::vector<float>& x, std::vector<float>& y) {
@@ -35,9 +36,11 @@ XmdfStatus readVectors(XmdfReading& reading, std::int32_t step, std::vector<floa
 void readStep(XmdfReading& reading, std::int32_t step, const char* what, std::vector<float>& x, std::vector<float>& y,
               std::vector<std::uint8_t>& wet) {
     const bool vector = reading.item->kind == XmdfKind::Vector;
-    const XmdfStatus status = vector ? readVectors(reading, step, x, y) : xfreadscalarvaluestimestep_f(*reading.group, step, numberedFromOne(x));
+    const XmdfStatus status = vector ? readVectors(reading, step, x, y)
+                                     : xfreadscalarvaluestimestep_f(*reading.group, step, numberedFromOne(x));
     if (status < 0)
-        STOP_XMDF("ERROR - Reading " + std::string(what) + (vector ? " [XF_READ_VECTOR_VALUES_TIMESTEP]" : " [XF_READ_SCALAR_VALUES_TIMESTEP]") +
+        STOP_XMDF("ERROR - Reading " + std::string(what) +
+                  (vector ? " [XF_READ_VECTOR_VALUES_TIMESTEP]" : " [XF_READ_SCALAR_VALUES_TIMESTEP]") +
                   " while reading " + reading.entry->fileName);
     readFlags(reading, step, wet);
 }
@@ -48,7 +51,8 @@ void readIntoResults(XmdfReading& reading, std::int32_t step, const char* what) 
 }
 
 void openGroup(XmdfReading& reading) {
-    if (xfopengroup_f(*reading.entry->file, reading.item->path, reading.group) < 0) STOP_XMDF("ERROR - Unable to open group [XF_OPEN_GROUP]");
+    if (xfopengroup_f(*reading.entry->file, reading.item->path, reading.group) < 0)
+        STOP_XMDF("ERROR - Unable to open group [XF_OPEN_GROUP]");
 }
 
 void closeGroup(XmdfReading& reading) {
@@ -153,7 +157,8 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
     results.quantity = item.quantity;
     results.code = item.code;
     results.times.assign(item.facts.times.size(), 0.0F);
-    std::transform(item.facts.times.begin(), item.facts.times.end(), results.times.begin(), [](double time) { return static_cast<float>(time); });
+    std::transform(item.facts.times.begin(), item.facts.times.end(), results.times.begin(),
+                   [](double time) { return static_cast<float>(time); });
     XmdfReading reading;
     reading.entry = &entry;
     reading.item = &item;

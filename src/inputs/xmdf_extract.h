@@ -7,17 +7,17 @@
 struct XmdfReading {
     XmdfEntry* entry = nullptr;
     const XmdfItem* item = nullptr;
-    XmdfGroup group;                 ///< open from the first output to the last
-    std::int32_t next = 1;           ///< AllTimes: number of the time that is read next
+    XmdfGroup group;        ///< open from the first output to the last
+    std::int32_t next = 1;  ///< AllTimes: number of the time that is read next
     bool done = false;
-    std::vector<float> components;   ///< working table: x and y of each node in turn
+    std::vector<float> components;  ///< working table: x and y of each node in turn
 };
 
 /// Sizes the results record for the item, every value missing and every cell wet, and labels it; nothing is read yet.
 /// Both must live as long as the reading. cellCentred: the item has one value per cell of the mesh.
 XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred);
 
-/// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False, and nothing
-/// read, when none is left. The values of a /Times/ dataset become hours, or seconds with -sec. Stops the run on a failure of the
-/// library.
+/// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False,
+/// and nothing read, when none is left. The values of a /Times/ dataset become hours, or seconds with -sec. Stops the
+/// run on a failure of the library.
 bool NEXT_XMDF_OUTPUT(XmdfReading& reading);

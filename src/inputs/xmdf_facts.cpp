@@ -22,12 +22,13 @@ struct TimeUnit {
 constexpr TimeUnit UNITS[] = {{"Hours", 3600.0}, {"Minutes", 60.0}, {"Seconds", 1.0}, {"Days", 86400.0}};
 
 const TimeUnit* unitOf(std::string_view name) {
-    const auto* row = std::find_if(std::begin(UNITS), std::end(UNITS), [&](const TimeUnit& unit) { return ASAME(unit.name, name); });
+    const auto* row =
+        std::find_if(std::begin(UNITS), std::end(UNITS), [&](const TimeUnit& unit) { return ASAME(unit.name, name); });
     return row == std::end(UNITS) ? nullptr : row;
 }
 
-/// Below Times, Maximums and Minimums any marker may stand. Elsewhere a time such as 100800 seconds is a time like others, and only the stored
-/// maximums, minimums and times of maximum are marked.
+/// Below Times, Maximums and Minimums any marker may stand. Elsewhere a time such as 100800 seconds is a time like
+/// others, and only the stored maximums, minimums and times of maximum are marked.
 bool isMarker(double time, XmdfFolder folder) {
     const auto single = static_cast<float>(time);
     if (folder != XmdfFolder::Temporal && folder != XmdfFolder::Other) return IS_TIME_MARKER(single);
@@ -39,12 +40,15 @@ double hours(double time, double secondsPerUnit) {
 }
 
 std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
-    if (xfgetdatasetnumvals_f(group, facts.values) < 0) STOP_XMDF("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
+    if (xfgetdatasetnumvals_f(group, facts.values) < 0)
+        STOP_XMDF("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
     REPORT("Number of nodes: " + AINTEGER(facts.values));
-    if (xfgetdatasetnumactive_f(group, facts.flags) < 0) STOP_XMDF("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
+    if (xfgetdatasetnumactive_f(group, facts.flags) < 0)
+        STOP_XMDF("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
     REPORT("Number of cells: " + AINTEGER(facts.flags));
     std::string unit;
-    if (xfgetdatasettimeunits_f(group, unit) < 0) STOP_XMDF("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
+    if (xfgetdatasettimeunits_f(group, unit) < 0)
+        STOP_XMDF("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
     REPORT("Time Units: " + unit);
     return unit;
 }
@@ -52,8 +56,10 @@ std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
 void readTimes(XmdfGroupState& group, const std::string& fileName, XmdfFacts& facts) {
     REPORT("Extracting number of outputs for temporal data in " + XMDF_QUOTED(fileName));
     std::int32_t count = 0;
-    if (xfgetdatasetnumtimes_f(group, count) < 0) STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
-    if (xfgetdatasettimes_f(group, facts.times) < 0) STOP_XMDF("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
+    if (xfgetdatasetnumtimes_f(group, count) < 0)
+        STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    if (xfgetdatasettimes_f(group, facts.times) < 0)
+        STOP_XMDF("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
 }
 
 }  // namespace
@@ -61,7 +67,8 @@ void readTimes(XmdfGroupState& group, const std::string& fileName, XmdfFacts& fa
 XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
     REPORT("Getting time units, number of cells and nodes from XMDF file " + XMDF_QUOTED(entry.fileName));
     XmdfGroup group;
-    if (xfopengroup_f(*entry.file, path, group) < 0) STOP_XMDF("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
+    if (xfopengroup_f(*entry.file, path, group) < 0)
+        STOP_XMDF("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
     XmdfFacts facts;
     const std::string unitName = readCounts(*group, facts);
     readTimes(*group, entry.fileName, facts);
@@ -70,7 +77,8 @@ XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
     const TimeUnit* unit = unitOf(unitName);
     if (unit != nullptr) facts.secondsPerUnit = unit->seconds;
     else if (folder == XmdfFolder::Times || !std::all_of(facts.times.begin(), facts.times.end(), marked))
-        DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(unitName) + " of " + XMDF_QUOTED(path) + ", taken as hours.");
+        DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(unitName) + " of " + XMDF_QUOTED(path) +
+                 ", taken as hours.");
     for (double& time : facts.times)
         if (!marked(time)) time = hours(time, facts.secondsPerUnit);
     return facts;

@@ -25,18 +25,21 @@ std::string codeTag(const XmdfItem& item) { return item.code.empty() ? nameTag(i
 bool namedByTime(const XmdfItem& item) { return item.read == XmdfRead::SingleOutput && IS_TIME_MARKER(item.time); }
 
 bool anyOther(const std::vector<XmdfItem>& items, const XmdfItem& item, auto&& matches) {
-    return std::any_of(items.begin(), items.end(), [&](const XmdfItem& other) { return &other != &item && matches(other); });
+    return std::any_of(items.begin(), items.end(),
+                       [&](const XmdfItem& other) { return &other != &item && matches(other); });
 }
 
 std::string tagOf(const std::vector<XmdfItem>& items, const XmdfItem& item) {
     if (namedByTime(item)) {
-        const bool shared = anyOther(items, item, [&](const XmdfItem& other) { return namedByTime(other) && other.time == item.time; });
+        const bool shared =
+            anyOther(items, item, [&](const XmdfItem& other) { return namedByTime(other) && other.time == item.time; });
         return shared ? nameTag(item) : std::string();
     }
     if (item.read == XmdfRead::SingleOutput) return nameTag(item);
     const bool shared = item.kind == XmdfKind::Vector && anyOther(items, item, [&](const XmdfItem& other) {
-        return other.kind == XmdfKind::Scalar && other.read != XmdfRead::SingleOutput && ASAME(codeTag(other), codeTag(item));
-    });
+                            return other.kind == XmdfKind::Scalar && other.read != XmdfRead::SingleOutput &&
+                                   ASAME(codeTag(other), codeTag(item));
+                        });
     return shared ? nameTag(item) : codeTag(item);
 }
 

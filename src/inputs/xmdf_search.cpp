@@ -26,8 +26,10 @@ struct KindTexts {
     const char* advice;  ///< the capital of one of them is kept as users know it
 };
 constexpr KindTexts KINDS[] = {
-    {XmdfKind::Scalar, "scalar", "If file has not been written by VORANT, other folders can be accessed by specifying the path (-path)"},
-    {XmdfKind::Vector, "vector", "If File has not been written by VORANT, other folders can be accessed by specifying the path (-path)"},
+    {XmdfKind::Scalar, "scalar",
+     "If file has not been written by VORANT, other folders can be accessed by specifying the path (-path)"},
+    {XmdfKind::Vector, "vector",
+     "If File has not been written by VORANT, other folders can be accessed by specifying the path (-path)"},
 };
 
 bool contains(std::string_view path, std::string_view part) {
@@ -71,13 +73,16 @@ void search(XmdfEntry& entry, const std::string& name, const Match& matches, con
             keep(datasets, number, texts);
             found = true;
         }
-        if (!found) DMESSAGE("Warning - No " + std::string(texts.word) + " datasets found of type " + XMDF_QUOTED(name));
+        if (!found)
+            DMESSAGE("Warning - No " + std::string(texts.word) + " datasets found of type " + XMDF_QUOTED(name));
         anything = anything || found;
     }
     if (!anything) STOP_RUN("ERROR - No datasets found of type " + XMDF_QUOTED(name) + " found in " + entry.fileName);
 }
 
-std::string withLeadingSlash(std::string_view path) { return std::string(path.starts_with('/') ? "" : "/").append(path); }
+std::string withLeadingSlash(std::string_view path) {
+    return std::string(path.starts_with('/') ? "" : "/").append(path);
+}
 
 bool anyPath(const XmdfEntry& entry, const Match& matches) {
     for (const XmdfDatasets& datasets : entry.sorts)
@@ -94,22 +99,27 @@ XmdfFolder XMDF_FOLDER_OF(std::string_view path) {
     return XmdfFolder::Other;
 }
 
-std::string_view XMDF_LAST_PART(std::string_view path) { return path.substr(path.rfind('/') + 1); }  // npos + 1 is the whole name
+// npos + 1 is the whole name
+std::string_view XMDF_LAST_PART(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
 void FIND_XMDF_TYPE(XmdfEntry& entry, const std::string& type) {
-    search(entry, type, [&](const std::string& path) { return contains(path, TRIMMED(type)); },
-           [&](XmdfDatasets& datasets, std::int32_t number, const KindTexts& texts) {
-               note(datasets, number, type, slotOf(datasets.found, datasets.path(number), texts));
-           });
+    search(
+        entry, type, [&](const std::string& path) { return contains(path, TRIMMED(type)); },
+        [&](XmdfDatasets& datasets, std::int32_t number, const KindTexts& texts) {
+            note(datasets, number, type, slotOf(datasets.found, datasets.path(number), texts));
+        });
 }
 
 void FIND_XMDF_PATH(XmdfEntry& entry, const std::string& path) {
-    const Match equal = [full = LOWERCASE(withLeadingSlash(path))](const std::string& p) { return LOWERCASE(p) == full; };
+    const Match equal = [full = LOWERCASE(withLeadingSlash(path))](const std::string& p) {
+        return LOWERCASE(p) == full;
+    };
     const Match holds = [&path](const std::string& p) { return contains(p, path); };
-    search(entry, path, anyPath(entry, equal) ? equal : holds, [&](XmdfDatasets& datasets, std::int32_t number, const KindTexts&) {
-        note(datasets, number, path, datasets.found.path);
-        datasets.found.temporal = datasets.found.path;
-    });
+    search(entry, path, anyPath(entry, equal) ? equal : holds,
+           [&](XmdfDatasets& datasets, std::int32_t number, const KindTexts&) {
+               note(datasets, number, path, datasets.found.path);
+               datasets.found.temporal = datasets.found.path;
+           });
 }
 
 std::vector<std::int32_t> XMDF_DATASETS_IN_FOLDER(const XmdfDatasets& datasets, std::string_view folder) {

@@ -22,7 +22,9 @@ struct Chosen {
     std::int32_t number;
 };
 
-void skip(const std::string& path, const std::string& missing) { DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + missing); }
+void skip(const std::string& path, const std::string& missing) {
+    DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + missing);
+}
 
 // ---- by type ----
 
@@ -35,10 +37,11 @@ void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wante
     std::vector<XmdfKind> lacking;
     for (const XmdfKind kind : KINDS)
         if (choice.entry().of(kind).found.any() && !choice.addFound(kind)) lacking.push_back(kind);
-    if (choice.empty()) STOP_RUN("ERROR - Type " + XMDF_QUOTED(type) + " in " + choice.entry().fileName + ": " + choice.missing());
+    if (choice.empty())
+        STOP_RUN("ERROR - Type " + XMDF_QUOTED(type) + " in " + choice.entry().fileName + ": " + choice.missing());
     for (const XmdfKind kind : lacking)
-        DMESSAGE("Warning - " + std::string(kind == XmdfKind::Scalar ? "Scalar" : "Vector") + " datasets of type " + XMDF_QUOTED(type) +
-                 " skipped: " + choice.missing());
+        DMESSAGE("Warning - " + std::string(kind == XmdfKind::Scalar ? "Scalar" : "Vector") + " datasets of type " +
+                 XMDF_QUOTED(type) + " skipped: " + choice.missing());
 }
 
 // ---- one by one ----
@@ -57,9 +60,14 @@ std::vector<Chosen> byFolder(const XmdfEntry& entry, const std::string& folder, 
     for (const XmdfKind kind : KINDS)
         for (const std::int32_t number : XMDF_DATASETS_IN_FOLDER(entry.of(kind), folder))
             if (FLAGEXISTS(XMDF_LAST_PART(entry.of(kind).path(number)), type)) chosen.push_back({kind, number});
-    const auto called = [&](const Chosen& one) { return ASAME(XMDF_LAST_PART(entry.of(one.kind).path(one.number)), type); };
-    if (std::any_of(chosen.begin(), chosen.end(), called)) std::erase_if(chosen, [&](const Chosen& one) { return !called(one); });
-    if (chosen.empty()) DMESSAGE("Warning - No datasets found in a folder " + XMDF_QUOTED(folder) + " of " + XMDF_QUOTED(entry.fileName));
+    const auto called = [&](const Chosen& one) {
+        return ASAME(XMDF_LAST_PART(entry.of(one.kind).path(one.number)), type);
+    };
+    if (std::any_of(chosen.begin(), chosen.end(), called))
+        std::erase_if(chosen, [&](const Chosen& one) { return !called(one); });
+    if (chosen.empty())
+        DMESSAGE("Warning - No datasets found in a folder " + XMDF_QUOTED(folder) + " of " +
+                 XMDF_QUOTED(entry.fileName));
     return chosen;
 }
 
@@ -69,7 +77,8 @@ std::vector<Chosen> numbered(const XmdfEntry& entry, const RunOptions& options) 
     const XmdfDatasets& datasets = entry.of(kind);
     if (number < 1 || number > datasets.count()) {
         const bool scalar = kind == XmdfKind::Scalar;
-        DMESSAGE(scalar ? "ERROR - Specifed scalar dataset does not exist." : "ERROR - Specifed vector dataset does not exist.");
+        DMESSAGE(scalar ? "ERROR - Specifed scalar dataset does not exist."
+                        : "ERROR - Specifed vector dataset does not exist.");
         REPORT((scalar ? "   Maximum scalar ID = " : "   Maximum vector ID = ") + AINTEGER(datasets.count()));
         EXITS();
     }
@@ -81,14 +90,17 @@ void addChosen(XmdfChoice& choice, const std::vector<Chosen>& chosen) {
     for (const Chosen& one : chosen) {
         if (choice.addDataset(one.kind, one.number, chosen.size() == 1)) continue;
         const std::string& path = choice.entry().of(one.kind).path(one.number);
-        if (chosen.size() == 1) STOP_RUN("ERROR - Dataset " + XMDF_QUOTED(path) + " in " + choice.entry().fileName + ": " + choice.missing());
+        if (chosen.size() == 1)
+            STOP_RUN("ERROR - Dataset " + XMDF_QUOTED(path) + " in " + choice.entry().fileName + ": " +
+                     choice.missing());
         skip(path, choice.missing());
     }
 }
 
 // ---- all of them ----
 
-/// Every quantity once, by whichever of its datasets has what is wanted; a quantity none of whose datasets has it is named.
+/// Every quantity once, by whichever of its datasets has what is wanted; a quantity none of whose datasets has it is
+/// named.
 void addAll(XmdfChoice& choice) {
     for (const XmdfKind kind : KINDS) {
         const XmdfDatasets& datasets = choice.entry().of(kind);
@@ -117,8 +129,10 @@ void checkLimits(const std::vector<XmdfItem>& items) {
         const char* message;
     } LIMITS[] = {
         {TIME_EXCEEDANCE, TIME_DURATION, 100, "ERROR - Exceeded maximum number of time outputs, limit is 100."},
-        {TIME_DURATION, TIME_DURATION + 100000.0F, 100, "ERROR - Exceeded maximum number of duration outputs, limit is 100."},
-        {TIME_OF_PEAK_LEVEL, TIME_OF_PEAK_VELOCITY + 1.0F, 10, "ERROR - Exceeded maximum number of peak time outputs, limit is 10."},
+        {TIME_DURATION, TIME_DURATION + 100000.0F, 100,
+         "ERROR - Exceeded maximum number of duration outputs, limit is 100."},
+        {TIME_OF_PEAK_LEVEL, TIME_OF_PEAK_VELOCITY + 1.0F, 10,
+         "ERROR - Exceeded maximum number of peak time outputs, limit is 10."},
     };
     for (const auto& limit : LIMITS) {
         const auto counts = [&](const XmdfItem& item) {
@@ -130,7 +144,8 @@ void checkLimits(const std::vector<XmdfItem>& items) {
 
 }  // namespace
 
-std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOptions& options, const std::string& typeName) {
+std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOptions& options,
+                                          const std::string& typeName) {
     const bool byNumber = options.scalarIdGiven || options.vectorIdGiven;
     const XmdfWanted wanted = XMDF_WANTED(options);
     std::vector<XmdfItem> items;
@@ -143,7 +158,8 @@ std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOpt
         if (wanted == XmdfWanted::Maximum) REPORT("Looking for data in /Maximums/ folder.");
         if (options.xmdfPathGiven) addChosen(choice, byPath(entry, options.xmdfPath));
         else if (byNumber) addChosen(choice, numbered(entry, options));
-        else if (options.folderGiven) addChosen(choice, byFolder(entry, options.folder, options.typeGiven && !options.allTypes ? typeName : ""));
+        else if (options.folderGiven)
+            addChosen(choice, byFolder(entry, options.folder, options.typeGiven && !options.allTypes ? typeName : ""));
         else if (options.allTypes) addAll(choice);
         else addByType(choice, typeName, wanted);
         for (XmdfItem& item : choice.take()) items.push_back(std::move(item));

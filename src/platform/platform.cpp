@@ -4,8 +4,8 @@
 #include <io.h>
 #include <windows.h>
 #else
-#include <csignal>
 #include <unistd.h>
+#include <csignal>
 #endif
 
 #include <algorithm>
@@ -59,7 +59,8 @@ std::uint64_t numberBehind(const char* fileName, std::string_view name) {
 }
 
 /// What a container leaves. File caches that the system drops on demand count as used there, but not here.
-std::uint64_t leftInControlGroup(const char* limitFile, const char* usedFile, const char* statFile, std::string_view cacheName) {
+std::uint64_t leftInControlGroup(const char* limitFile, const char* usedFile, const char* statFile,
+                                 std::string_view cacheName) {
     std::uint64_t limit = 0;
     std::uint64_t used = 0;
     if (!readNumber(limitFile, limit) || !readNumber(usedFile, used)) return std::numeric_limits<std::uint64_t>::max();
@@ -74,9 +75,10 @@ std::uint64_t AVAILABLE_MEMORY() {
     constexpr const char* V1 = "/sys/fs/cgroup/memory/memory.stat";
     const std::uint64_t inContainer =
         std::min(leftInControlGroup("/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory.current", V2, "inactive_file"),
-                 leftInControlGroup("/sys/fs/cgroup/memory/memory.limit_in_bytes", "/sys/fs/cgroup/memory/memory.usage_in_bytes", V1,
-                                    "total_inactive_file"));
-    const std::uint64_t onMachine = numberBehind("/proc/meminfo", "MemAvailable:") * 1024;  // kilobytes; counts reclaimable caches
+                 leftInControlGroup("/sys/fs/cgroup/memory/memory.limit_in_bytes",
+                                    "/sys/fs/cgroup/memory/memory.usage_in_bytes", V1, "total_inactive_file"));
+    // kilobytes; counts reclaimable caches
+    const std::uint64_t onMachine = numberBehind("/proc/meminfo", "MemAvailable:") * 1024;
     if (onMachine != 0) return std::min(onMachine, inContainer);
     return inContainer == std::numeric_limits<std::uint64_t>::max() ? 0 : inContainer;
 }

@@ -9,8 +9,8 @@ bool INPUT_IS_TERMINAL();
 /// True when the standard output is a terminal, so that a progress count may overwrite itself.
 bool OUTPUT_IS_TERMINAL();
 
-/// A write to a pipe that nobody reads any more (output cut off by "head") fails as any other write does, instead of ending the process
-/// in the middle of an output file.
+/// A write to a pipe that nobody reads any more (output cut off by "head") fails as any other write does, instead of
+/// ending the process in the middle of an output file.
 void SURVIVE_CLOSED_PIPES();
 
 /// Moves a file to a byte offset from its start; files beyond 2 GiB are reached. False when the move fails.

@@ -20,15 +20,17 @@ namespace {
 constexpr std::size_t BUFFER_SIZE = 1U << 20;
 constexpr std::size_t VALUES_AT_ONCE = 1024;  // of one row, between two looks at the room left in the buffer
 
-std::string field(std::string_view text, std::size_t width) { return std::string(width - std::min(width, text.size()), ' ') + std::string(text); }
+std::string field(std::string_view text, std::size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ') + std::string(text);
+}
 
 std::string header(const Grid& grid) {
     const int decimals = ASC_HEADER_DECIMALS(grid);
-    return "ncols " + field(AINTEGER(grid.ncols), 8) + "\n" +                                        //
-           "nrows " + field(AINTEGER(grid.nrows), 8) + "\n" +                                        //
-           "xllcorner " + FIXED_FIELD(grid.xll, 16, decimals) + "\n" +                               //
-           "yllcorner " + FIXED_FIELD(grid.yll, 16, decimals) + "\n" +                               //
-           "cellsize " + FIXED_FIELD(grid.cellSize, 12, decimals) + "\n" +                           //
+    return "ncols " + field(AINTEGER(grid.ncols), 8) + "\n" +               //
+           "nrows " + field(AINTEGER(grid.nrows), 8) + "\n" +               //
+           "xllcorner " + FIXED_FIELD(grid.xll, 16, decimals) + "\n" +      //
+           "yllcorner " + FIXED_FIELD(grid.yll, 16, decimals) + "\n" +      //
+           "cellsize " + FIXED_FIELD(grid.cellSize, 12, decimals) + "\n" +  //
            "NODATA_value " + FIXED_FIELD(static_cast<double>(NO_VALUE), 10, 0) + "\n";
 }
 
@@ -42,7 +44,8 @@ void writeRows(int file, const Grid& grid, GridPrecision precision, std::vector<
     for (std::int32_t row = grid.nrows; row > 0; --row) {
         const std::span<const float> values(&grid.values[CELL_INDEX(grid, 1, row)], columns);
         for (std::size_t first = 0; first < columns; first += VALUES_AT_ONCE) {
-            to = PUT_FIXED_FIELDS(to, values.subspan(first, std::min(VALUES_AT_ONCE, columns - first)), precision.width, precision.decimals);
+            to = PUT_FIXED_FIELDS(to, values.subspan(first, std::min(VALUES_AT_ONCE, columns - first)), precision.width,
+                                  precision.decimals);
             if (to >= buffer.data() + BUFFER_SIZE) flush();
         }
         *to++ = '\n';

@@ -7,15 +7,16 @@
 namespace {
 
 /// Slots of the quads around the centre node of a 9-node quad.
-constexpr std::array<std::array<std::uint8_t, 4>, 4> QUADS_OF_NINE = {{{0, 4, 8, 7}, {4, 1, 5, 8}, {8, 5, 2, 6}, {7, 8, 6, 3}}};
+constexpr std::array<std::array<std::uint8_t, 4>, 4> QUADS_OF_NINE = {
+    {{0, 4, 8, 7}, {4, 1, 5, 8}, {8, 5, 2, 6}, {7, 8, 6, 3}}};
 
 bool isSplitInFour(const MeshElement& element, PlanKind kind) {
     return element.shape == 9 && kind != PlanKind::Corners &&
            std::all_of(element.nodes.begin() + 4, element.nodes.end(), [](std::int32_t node) { return node > 0; });
 }
 
-/// The two triangles that the diagonal from a corner that points inwards makes: the quad itself, without the notch beside that corner.
-/// Every triangle when no corner does.
+/// The two triangles that the diagonal from a corner that points inwards makes: the quad itself, without the notch
+/// beside that corner. Every triangle when no corner does.
 unsigned trianglesInside(const PieceShape& shape) {
     const double area = shape.twiceArea[1] + shape.twiceArea[3];
     for (std::size_t corner = 0; corner < 4; ++corner)

@@ -1,5 +1,5 @@
-// Elements as 3- and 4-cornered pieces and their triangles: the geometry that the grid pass and the point sampling share.
-// What runs for every element of every output time is inline.
+// Elements as 3- and 4-cornered pieces and their triangles: the geometry that the grid pass and the point sampling
+// share. What runs for every element of every output time is inline.
 #pragma once
 
 #include "geometry/no_value.h"
@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// A quad is covered by four triangles, each leaving one corner out. Triangle k (from 0) leaves out corner k, and stands for bit k in a
-/// set of triangles. A 3-cornered piece is triangle 3 of a quad whose last corner does not exist.
+/// A quad is covered by four triangles, each leaving one corner out. Triangle k (from 0) leaves out corner k, and
+/// stands for bit k in a set of triangles. A 3-cornered piece is triangle 3 of a quad whose last corner does not exist.
 constexpr std::array<std::array<std::uint8_t, 3>, 4> TRIANGLE_CORNERS = {{{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}}};
 constexpr unsigned ALL_TRIANGLES = 0b1111U;
 
@@ -21,16 +21,18 @@ struct ElementPiece {
     std::array<std::int32_t, 4> nodes{};
 };
 
-/// Number of pieces of an element: 0 when it takes no part in outputs, 4 for a 9-node quad with values at all nodes, else 1.
+/// Number of pieces of an element: 0 when it takes no part in outputs, 4 for a 9-node quad with values at all nodes,
+/// else 1.
 int PIECE_COUNT(const MeshElement& element, PlanKind kind);
 /// Piece `piece` (from 0) of an element that has it.
 ElementPiece PIECE_OF(const MeshElement& element, PlanKind kind, int piece);
 
-/// How far outside a triangle a point still counts as inside, so that rounding opens no gap between neighbours. size: of the element;
-/// coordinateSize: largest coordinate of the grid or mesh, both in map units.
+/// How far outside a triangle a point still counts as inside, so that rounding opens no gap between neighbours. size:
+/// of the element; coordinateSize: largest coordinate of the grid or mesh, both in map units.
 double INSIDE_TOLERANCE(double size, double coordinateSize);
 
-/// Where a piece lies. Coordinates are relative to its first corner, so that nothing is lost at coordinates of millions of metres.
+/// Where a piece lies. Coordinates are relative to its first corner, so that nothing is lost at coordinates of millions
+/// of metres.
 struct PieceShape {
     std::int32_t corners = 0;
     double x0 = 0.0, y0 = 0.0;          ///< first corner, map units
@@ -41,7 +43,8 @@ struct PieceShape {
 };
 
 /// Fills the coordinates and the areas of the triangles.
-inline void PLACE_PIECE(const Mesh& mesh, std::int32_t corners, const std::array<std::int32_t, 4>& nodes, PieceShape& shape) {
+inline void PLACE_PIECE(const Mesh& mesh, std::int32_t corners, const std::array<std::int32_t, 4>& nodes,
+                        PieceShape& shape) {
     const MeshNode& first = mesh.nodes[static_cast<std::size_t>(nodes[0])];
     shape.corners = corners;
     shape.x0 = first.x;
@@ -61,8 +64,9 @@ inline void PLACE_PIECE(const Mesh& mesh, std::int32_t corners, const std::array
     shape.twiceArea[0] = (x[2] - x[1]) * (y[3] - y[1]) - (x[3] - x[1]) * (y[2] - y[1]);
 }
 
-/// Sets tolerance and triangles. For values per element a quad that is not convex is split into two triangles along the diagonal inside it;
-/// else all four take part. False for a piece without area or with a coordinate that is not a number.
+/// Sets tolerance and triangles. For values per element a quad that is not convex is split into two triangles along the
+/// diagonal inside it; else all four take part. False for a piece without area or with a coordinate that is not a
+/// number.
 bool FIND_TRIANGLES(PieceShape& shape, PlanKind kind, double coordinateSize);
 
 using CornerValues = std::array<float, 4>;
@@ -70,7 +74,8 @@ using CornerValues = std::array<float, 4>;
 /// Set of the triangles all of whose corners have values.
 inline unsigned TRIANGLES_WITH_VALUES(std::int32_t corners, const CornerValues& values) {
     unsigned missing = corners == 3 ? 0b1000U : 0U;
-    for (std::size_t corner = 0; corner < static_cast<std::size_t>(corners); ++corner) missing |= IS_MISSING(values[corner]) ? 1U << corner : 0U;
+    for (std::size_t corner = 0; corner < static_cast<std::size_t>(corners); ++corner)
+        missing |= IS_MISSING(values[corner]) ? 1U << corner : 0U;
     // A triangle can do without the one corner that it leaves out.
     if (missing == 0) return ALL_TRIANGLES;
     return (missing & (missing - 1)) == 0 ? missing : 0U;
@@ -83,7 +88,8 @@ struct Plane {
 
 /// The plane through the corner values of a triangle that is not flat.
 inline Plane TRIANGLE_PLANE(const PieceShape& shape, std::size_t triangle, const CornerValues& values) {
-    const std::size_t a = TRIANGLE_CORNERS[triangle][0], b = TRIANGLE_CORNERS[triangle][1], c = TRIANGLE_CORNERS[triangle][2];
+    const std::size_t a = TRIANGLE_CORNERS[triangle][0], b = TRIANGLE_CORNERS[triangle][1],
+                      c = TRIANGLE_CORNERS[triangle][2];
     const double valueA = static_cast<double>(values[a]);
     const double riseB = static_cast<double>(values[b]) - valueA;
     const double riseC = static_cast<double>(values[c]) - valueA;
@@ -95,7 +101,8 @@ inline Plane TRIANGLE_PLANE(const PieceShape& shape, std::size_t triangle, const
     return plane;
 }
 
-/// Mean over a set of triangles, kept within the range of their corner values, which no mean of values inside the triangles leaves.
+/// Mean over a set of triangles, kept within the range of their corner values, which no mean of values inside the
+/// triangles leaves.
 struct MeanPlane {
     Plane plane;
     float lowest = NO_VALUE, highest = NO_VALUE;
@@ -108,8 +115,9 @@ struct MeanPlane {
 };
 
 inline MeanPlane MEAN_PLANE(unsigned triangles, const std::array<Plane, 4>& planes, const CornerValues& values) {
-    constexpr std::array<double, 16> SHARE = {0.0,       1.0,       1.0,       1.0 / 2.0, 1.0,       1.0 / 2.0, 1.0 / 2.0, 1.0 / 3.0,
-                                              1.0,       1.0 / 2.0, 1.0 / 2.0, 1.0 / 3.0, 1.0 / 2.0, 1.0 / 3.0, 1.0 / 3.0, 1.0 / 4.0};
+    constexpr std::array<double, 16> SHARE = {0.0,       1.0,       1.0,       1.0 / 2.0, 1.0,       1.0 / 2.0,
+                                              1.0 / 2.0, 1.0 / 3.0, 1.0,       1.0 / 2.0, 1.0 / 2.0, 1.0 / 3.0,
+                                              1.0 / 2.0, 1.0 / 3.0, 1.0 / 3.0, 1.0 / 4.0};
     MeanPlane mean;
     if (triangles == 0) return mean;
     for (std::size_t triangle = 0; triangle < 4; ++triangle) {

@@ -20,8 +20,8 @@ constexpr int MOST_HEADER_LINES = 100;
 struct Header {
     std::int32_t ncols = 0;
     std::int32_t nrows = 0;
-    std::optional<double> x, y;              ///< of the lower-left cell
-    bool xCentre = false, yCentre = false;   ///< they are its centre, not its corner
+    std::optional<double> x, y;             ///< of the lower-left cell
+    bool xCentre = false, yCentre = false;  ///< they are its centre, not its corner
     double cellSize = -1.0;
     double noData = -9999.0;
 };
@@ -34,7 +34,9 @@ bool readCount(std::string_view text, std::int32_t& count) {
     return true;
 }
 
-bool readFinite(std::string_view text, double& value) { return FreeForm(text).NEXT_REAL(value) == FreeForm::Read::Value && std::isfinite(value); }
+bool readFinite(std::string_view text, double& value) {
+    return FreeForm(text).NEXT_REAL(value) == FreeForm::Read::Value && std::isfinite(value);
+}
 
 bool readPlace(std::string_view text, bool atCentre, std::optional<double>& place, bool& centre) {
     double value = 0.0;
@@ -57,7 +59,9 @@ constexpr Keyword KEYWORDS[] = {
     {"xllcenter", [](std::string_view text, Header& h) { return readPlace(text, true, h.x, h.xCentre); }},
     {"yllcenter", [](std::string_view text, Header& h) { return readPlace(text, true, h.y, h.yCentre); }},
     {"cellsize", [](std::string_view text, Header& h) { return readFinite(text, h.cellSize); }},
-    {"NODATA_value", [](std::string_view text, Header& h) { return FreeForm(text).NEXT_REAL(h.noData) == FreeForm::Read::Value; }},  // "nan" is one
+    // "nan" is one
+    {"NODATA_value",
+     [](std::string_view text, Header& h) { return FreeForm(text).NEXT_REAL(h.noData) == FreeForm::Read::Value; }},
 };
 
 [[noreturn]] void refuse(std::string_view message, const std::string& name) {
@@ -103,7 +107,8 @@ std::int64_t readHeader(const std::string& name, Header& header) {
         const LineStatus status = READ_LINE(file, line);
         if (status == LineStatus::Error) EXITS();
         if (status == LineStatus::Read && takeLine(line, header, name)) continue;
-        if (!sufficient(header)) refuse("ERROR 2333 - Insufficient header information in external grid file.  Check format of file.", name);
+        if (!sufficient(header))
+            refuse("ERROR 2333 - Insufficient header information in external grid file.  Check format of file.", name);
         CLOSE_FILE(file);
         return offset;
     }
@@ -124,12 +129,14 @@ std::string existing(const std::string& name, std::string_view what) {
     STOP_RUN("ERROR - There is no " + std::string(what) + " " + name);
 }
 
-/// The corner from the centre of the lower-left cell: a whole cell size off, since grids made this way have to keep their corner.
+/// The corner from the centre of the lower-left cell: a whole cell size off, since grids made this way have to keep
+/// their corner.
 void moveToCorner(Header& header, const std::string& name) {
     if (header.xCentre) *header.x -= header.cellSize;
     if (header.yCentre) *header.y -= header.cellSize;
     if (header.xCentre || header.yCentre)
-        DMESSAGE("WARNING - " + name + " gives the centre of its lower-left cell: the output grid's corner is placed one whole cell size (" +
+        DMESSAGE("WARNING - " + name +
+                 " gives the centre of its lower-left cell: the output grid's corner is placed one whole cell size (" +
                  AREAL8(header.cellSize) + ") from it.");
 }
 
@@ -139,7 +146,8 @@ ExternalGrid READ_EXTERNAL_GRID_HEADER(std::string_view requested) {
     const bool binary = FILEEXT(requested) == ".flt";
     const std::string base = FILENAMEPATH(requested);
     ExternalGrid external;
-    const std::string name = binary ? existing(base + ".hdr", "grid header file") : existing(std::string(requested), "grid file");
+    const std::string name =
+        binary ? existing(base + ".hdr", "grid header file") : existing(std::string(requested), "grid file");
     if (binary) NOTE_FILE_USED(requested);  // an output must not replace it, though only its header is read
     external.projection = readProjection(base);
     Header header;
@@ -151,7 +159,7 @@ ExternalGrid READ_EXTERNAL_GRID_HEADER(std::string_view requested) {
     external.grid.yll = *header.y;
     external.grid.cellSize = header.cellSize;
     external.noData = header.noData;
-    REPORT("External Grid Info: " + AINTEGER(header.nrows) + " rows by " + AINTEGER(header.ncols) + " columns with " + AREAL8(header.cellSize) +
-           " cell size.");
+    REPORT("External Grid Info: " + AINTEGER(header.nrows) + " rows by " + AINTEGER(header.ncols) + " columns with " +
+           AREAL8(header.cellSize) + " cell size.");
     return external;
 }

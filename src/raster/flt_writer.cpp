@@ -20,15 +20,16 @@
 
 namespace {
 
-constexpr std::size_t BUFFER_VALUES = 1U << 18;  // 1 MiB: as fast as one write of the whole grid, without its memory a second time
+// 1 MiB: as fast as one write of the whole grid, without its memory a second time
+constexpr std::size_t BUFFER_VALUES = 1U << 18;
 
 std::string header(const Grid& grid) {
-    return "ncols " + AINTEGER(grid.ncols) + "\n" +                                          //
-           "nrows " + AINTEGER(grid.nrows) + "\n" +                                          //
-           "xllcorner " + HDR_NUMBER(grid.xll, CORNER_TOLERANCE(grid)) + "\n" +              //
-           "yllcorner " + HDR_NUMBER(grid.yll, CORNER_TOLERANCE(grid)) + "\n" +              //
-           "cellsize " + HDR_NUMBER(grid.cellSize, CELL_SIZE_TOLERANCE(grid)) + "\n" +       //
-           "NODATA_value " + AREALD(NO_VALUE, 1) + "\n" +                                    //
+    return "ncols " + AINTEGER(grid.ncols) + "\n" +                                     //
+           "nrows " + AINTEGER(grid.nrows) + "\n" +                                     //
+           "xllcorner " + HDR_NUMBER(grid.xll, CORNER_TOLERANCE(grid)) + "\n" +         //
+           "yllcorner " + HDR_NUMBER(grid.yll, CORNER_TOLERANCE(grid)) + "\n" +         //
+           "cellsize " + HDR_NUMBER(grid.cellSize, CELL_SIZE_TOLERANCE(grid)) + "\n" +  //
+           "NODATA_value " + AREALD(NO_VALUE, 1) + "\n" +                               //
            "byteorder LSBFIRST\n";
 }
 

@@ -36,7 +36,8 @@ Extent extentOf(const Mesh& mesh) {
     return extent;
 }
 
-/// A quotient as a count. The addition keeps the last cell of a mesh that is a whole number of cells long but for rounding.
+/// A quotient as a count. The addition keeps the last cell of a mesh that is a whole number of cells long but for
+/// rounding.
 std::int32_t countOf(double quotient) {
     const double count = std::trunc(quotient + 1.0e-6);
     if (!(count < std::numeric_limits<std::int32_t>::max())) STOP_RUN(OUT_OF_MEMORY);
@@ -60,7 +61,8 @@ Grid LAYOUT_GRID(const Mesh& mesh, double spacing, bool cellCentred) {
     Grid grid;
     grid.ncols = cellCentred ? across : across + 1;
     grid.nrows = cellCentred ? up : up + 1;
-    if ((across < 1 && up < 1) || grid.ncols < 1 || grid.nrows < 1) STOP_RUN("ERROR - Grid spacing is larger than the mesh.");
+    if ((across < 1 && up < 1) || grid.ncols < 1 || grid.nrows < 1)
+        STOP_RUN("ERROR - Grid spacing is larger than the mesh.");
     grid.xll = extent.xmin;
     grid.yll = extent.ymin;
     grid.cellSize = spacing;
@@ -73,7 +75,8 @@ void ALLOCATE_GRID(Grid& grid, bool vector) {
     const std::uint64_t available = AVAILABLE_MEMORY();
     if (available != 0 && bytes > available) STOP_RUN(OUT_OF_MEMORY);
     const std::uint64_t kilobytes = bytes / 1024 + (bytes % 1024 == 0 ? 0 : 1);
-    REPORT("Allocating " + AINTEGER8(static_cast<std::int64_t>(kilobytes)) + (vector ? "Kb vector memory..." : "Kb memory..."));
+    REPORT("Allocating " + AINTEGER8(static_cast<std::int64_t>(kilobytes)) +
+           (vector ? "Kb vector memory..." : "Kb memory..."));
     try {
         grid.values.assign(CELL_COUNT(grid), NO_VALUE);
     } catch (const std::bad_alloc&) {

@@ -13,8 +13,9 @@
 
 namespace {
 
-/// Lets directions run on smoothly inside an element: corners more than half a turn from the first come round to it. Nothing is left at or
-/// below -180, so that taking a turn off whatever passes 180 brings every mean back into (-180, 180].
+/// Lets directions run on smoothly inside an element: corners more than half a turn from the first come round to it.
+/// Nothing is left at or below -180, so that taking a turn off whatever passes 180 brings every mean back into (-180,
+/// 180].
 void unwind(CornerValues& values, std::size_t corners, unsigned usable) {
     // The one corner without a value may be the first; any other serves in its place, where no triangle asks for it.
     for (std::size_t i = 0; i < 4; ++i)
@@ -37,15 +38,19 @@ void raise(float& cell, float value) {
 /// Lays the pieces of chunks onto a grid.
 class Filler {
 public:
-    Filler(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid) : kind_(kind), mesh_(mesh), input_(input), grid_(grid) {}
+    Filler(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid)
+        : kind_(kind), mesh_(mesh), input_(input), grid_(grid) {}
 
     void fill(const PlanChunk& chunk);
 
 private:
     void fillWithValue(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, float value);
     void fillTriangle(const PlanPiece& piece, const PlanRow* rows, const CornerValues& values);
-    void fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, const CornerValues& values, unsigned usable);
-    float* cellsOf(const PlanRow& row, std::int32_t number) { return grid_.values.data() + CELL_INDEX(grid_, row.column, number); }
+    void fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, const CornerValues& values,
+                  unsigned usable);
+    float* cellsOf(const PlanRow& row, std::int32_t number) {
+        return grid_.values.data() + CELL_INDEX(grid_, row.column, number);
+    }
 
     PlanKind kind_;
     const Mesh& mesh_;
@@ -70,7 +75,8 @@ void Filler::fill(const PlanChunk& chunk) {
             continue;
         }
         CornerValues values{};
-        for (std::size_t i = 0; i < static_cast<std::size_t>(piece.corners); ++i) values[i] = input_.values[static_cast<std::size_t>(piece.nodes[i])];
+        for (std::size_t i = 0; i < static_cast<std::size_t>(piece.corners); ++i)
+            values[i] = input_.values[static_cast<std::size_t>(piece.nodes[i])];
         const unsigned usable = TRIANGLES_WITH_VALUES(piece.corners, values);
         if (usable == 0) continue;
         if (input_.directions) unwind(values, static_cast<std::size_t>(piece.corners), usable);
@@ -95,16 +101,18 @@ void Filler::fillTriangle(const PlanPiece& piece, const PlanRow* rows, const Cor
     const double step = plane.east * grid_.cellSize;
     for (std::uint32_t r = 0; r < piece.rows; ++r) {
         const std::int32_t number = piece.firstRow + static_cast<std::int32_t>(r);
-        const double first = plane.value + plane.east * (CELL_X(grid_, rows[r].column) - shape_.x0) + plane.north * (CELL_Y(grid_, number) - shape_.y0);
+        const double first = plane.value + plane.east * (CELL_X(grid_, rows[r].column) - shape_.x0) +
+                             plane.north * (CELL_Y(grid_, number) - shape_.y0);
         float* cells = cellsOf(rows[r], number);
         for (std::uint32_t i = 0; i < rows[r].cells; ++i)
             raise(cells[i], std::min(std::max(static_cast<float>(first + step * i), lowest), highest));
     }
 }
 
-void Filler::fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, const CornerValues& values, unsigned usable) {
-    const std::array<Plane, 4> planes = {TRIANGLE_PLANE(shape_, 0, values), TRIANGLE_PLANE(shape_, 1, values), TRIANGLE_PLANE(shape_, 2, values),
-                                         TRIANGLE_PLANE(shape_, 3, values)};
+void Filler::fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, const CornerValues& values,
+                      unsigned usable) {
+    const std::array<Plane, 4> planes = {TRIANGLE_PLANE(shape_, 0, values), TRIANGLE_PLANE(shape_, 1, values),
+                                         TRIANGLE_PLANE(shape_, 2, values), TRIANGLE_PLANE(shape_, 3, values)};
     for (unsigned set = 0; piece.sets >> set != 0; ++set)
         if ((piece.sets >> set & 1U) != 0) means_[set] = MEAN_PLANE(set & usable, planes, values);
     for (std::uint32_t r = 0; r < piece.rows; ++r) {
@@ -112,14 +120,15 @@ void Filler::fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::ui
         const double east = CELL_X(grid_, rows[r].column) - shape_.x0;
         const double north = CELL_Y(grid_, number) - shape_.y0;
         float* cells = cellsOf(rows[r], number);
-        for (std::uint32_t i = 0; i < rows[r].cells; ++i) raise(cells[i], means_[*sets++].AT(east + grid_.cellSize * i, north));
+        for (std::uint32_t i = 0; i < rows[r].cells; ++i)
+            raise(cells[i], means_[*sets++].AT(east + grid_.cellSize * i, north));
     }
 }
 
 /// Keeps a copy of the chunk, without spare room, when the plan's limit and the memory allow it.
 void keepChunk(GridPlan& plan, const PlanChunk& chunk) {
-    const std::uint64_t bytes =
-        chunk.pieces.size() * sizeof(PlanPiece) + chunk.rows.size() * sizeof(PlanRow) + chunk.sets.size() + sizeof(PlanChunk);
+    const std::uint64_t bytes = chunk.pieces.size() * sizeof(PlanPiece) + chunk.rows.size() * sizeof(PlanRow) +
+                                chunk.sets.size() + sizeof(PlanChunk);
     if (plan.memoryUsed + bytes > plan.memoryLimit) {
         plan.memoryLimit = 0;
         return;

@@ -10,11 +10,14 @@
 
 /// What is laid onto the grid.
 struct GridInput {
-    std::span<const float> values;       ///< per node, or per element for PlanKind::Cells, numbered from 1; IS_MISSING where there is none
-    std::span<const std::uint8_t> wet;   ///< per element, numbered from 1: 1 wet, 0 dry; empty when everything is wet
-    bool directions = false;             ///< degrees in (-180, 180], which do not jump inside an element: FILTER_DIRECTIONS comes after
+    /// per node, or per element for PlanKind::Cells, numbered from 1; IS_MISSING where there is none
+    std::span<const float> values;
+    std::span<const std::uint8_t> wet;  ///< per element, numbered from 1: 1 wet, 0 dry; empty when everything is wet
+    /// degrees in (-180, 180], which do not jump inside an element: FILTER_DIRECTIONS comes after
+    bool directions = false;
 };
 
-/// Starts from NO_VALUE everywhere and gives each cell the largest of the values that the wet elements around its point have there.
-/// Quads take the mean over their triangles that contain the point and have values at all corners. Adds to the plan what fits its limit.
+/// Starts from NO_VALUE everywhere and gives each cell the largest of the values that the wet elements around its point
+/// have there. Quads take the mean over their triangles that contain the point and have values at all corners. Adds to
+/// the plan what fits its limit.
 void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid);

@@ -10,7 +10,8 @@
 
 /// What the values belong to, which decides the parts that elements are taken apart into.
 enum class PlanKind : std::uint8_t {
-    Nodes,    ///< values at all nodes: a 9-node quad is four quads around its centre node, or its corners where nodes are missing
+    /// values at all nodes: a 9-node quad is four quads around its centre node, or its corners where nodes are missing
+    Nodes,
     Corners,  ///< values at corner nodes only (bed elevations): a 9-node quad is the quad of its corners
     Cells     ///< one value per element
 };
@@ -27,17 +28,19 @@ struct PlanPiece {
     std::array<std::int32_t, 4> nodes{};  ///< corners; the fourth is 0 in a triangle
     std::int32_t firstRow = 0;            ///< from 1
     std::uint32_t rows = 0;
-    std::uint16_t sets = 0;               ///< bit s: s occurs among the sets of triangles of its cells; 0: every cell lies in the whole piece
-    std::uint16_t corners = 0;            ///< 3 or 4
+    /// bit s: s occurs among the sets of triangles of its cells; 0: every cell lies in the whole piece
+    std::uint16_t sets = 0;
+    std::uint16_t corners = 0;  ///< 3 or 4
 };
 
 /// The pieces of a range of elements, in the order of the elements.
 struct PlanChunk {
     std::int32_t firstElement = 1;
-    std::int32_t endElement = 1;       ///< one behind the last
+    std::int32_t endElement = 1;  ///< one behind the last
     std::vector<PlanPiece> pieces;
-    std::vector<PlanRow> rows;         ///< of all pieces, in their order
-    std::vector<std::uint8_t> sets;    ///< per cell of the pieces that have sets: the triangles it lies in (raster/element_pieces.h)
+    std::vector<PlanRow> rows;  ///< of all pieces, in their order
+    /// per cell of the pieces that have sets: the triangles it lies in (raster/element_pieces.h)
+    std::vector<std::uint8_t> sets;
 };
 
 struct GridPlan {

@@ -20,7 +20,8 @@
 
 namespace {
 
-/// The largest finite value; NO_VALUE when none is above it. Several running maxima, so that the compiler compares them side by side.
+/// The largest finite value; NO_VALUE when none is above it. Several running maxima, so that the compiler compares them
+/// side by side.
 float largestValue(const std::vector<float>& values) {
     constexpr std::size_t LANES = 16;
     constexpr float LARGEST = std::numeric_limits<float>::max();
@@ -63,14 +64,13 @@ GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
     GridPrecision precision;
     if (largest == NO_VALUE) return precision;  // nothing but missing cells
     // The widths jump to 10 and 11 units, so that grids with large values keep room for larger ones.
-    if (std::abs(largest) > 99999.0F)
-        precision.width = 11 + precision.decimals + 1;
-    else if (std::abs(largest) > 9999.0F)
-        precision.width = 10 + precision.decimals + 1;
+    if (std::abs(largest) > 99999.0F) precision.width = 11 + precision.decimals + 1;
+    else if (std::abs(largest) > 9999.0F) precision.width = 10 + precision.decimals + 1;
     return precision;
 }
 
-void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, GridPrecision precision, std::string_view projection) {
+void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, GridPrecision precision,
+                std::string_view projection) {
     if (grid.ncols < 1 || grid.nrows < 1 || grid.values.size() != CELL_COUNT(grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
     switch (format) {
         case GridFormat::Ascii: WRITE_ASC(base, grid, precision); break;

@@ -27,7 +27,9 @@ int decimalsFor(double value, double tolerance, int least) {
 }  // namespace
 
 double CORNER_TOLERANCE(const Grid& grid) { return grid.cellSize / 1000.0; }
-double CELL_SIZE_TOLERANCE(const Grid& grid) { return CORNER_TOLERANCE(grid) / static_cast<double>(std::max({grid.ncols, grid.nrows, 1})); }
+double CELL_SIZE_TOLERANCE(const Grid& grid) {
+    return CORNER_TOLERANCE(grid) / static_cast<double>(std::max({grid.ncols, grid.nrows, 1}));
+}
 
 int ASC_HEADER_DECIMALS(const Grid& grid) {
     int decimals = decimalsFor(grid.cellSize, CELL_SIZE_TOLERANCE(grid), 3);

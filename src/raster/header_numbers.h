@@ -5,8 +5,9 @@
 
 #include <string>
 
-/// The fewest decimals, three at least, with which an .asc header holds the corner to a thousandth of a cell, and the cell size so well that the far
-/// edge of the grid is held to that too: 2.5 m cells -> 3, a corner at 151.2345678 degrees with cells of 0.0001 -> 7.
+/// The fewest decimals, three at least, with which an .asc header holds the corner to a thousandth of a cell, and the
+/// cell size so well that the far edge of the grid is held to that too: 2.5 m cells -> 3, a corner at 151.2345678
+/// degrees with cells of 0.0001 -> 7.
 int ASC_HEADER_DECIMALS(const Grid& grid);
 
 /// A number of an .hdr as AREAL8 writes it, with more decimals where those do not come within `tolerance`.

@@ -12,7 +12,8 @@
 
 namespace {
 
-/// Bytes that the plan of a run with several output times may take: a quarter of what is left, since the writers and readers need their share.
+/// Bytes that the plan of a run with several output times may take: a quarter of what is left, since the writers and
+/// readers need their share.
 std::uint64_t planLimit() {
     constexpr std::uint64_t WHEN_UNKNOWN = std::uint64_t{1} << 30;
     const std::uint64_t available = AVAILABLE_MEMORY();
@@ -34,7 +35,8 @@ void checkSizes(const GridRun& run, const Mesh& mesh, const Results& results) {
     const bool perCell = run.plan.kind == PlanKind::Cells;
     const auto values = static_cast<std::size_t>(perCell ? mesh.elementCount : mesh.nodeCount);
     const bool flagsFit = results.cells == 0 || results.wet.size() > static_cast<std::size_t>(mesh.elementCount);
-    if (perCell != results.cellCentred || results.x.size() <= values || (results.vector && results.y.size() != results.x.size()) || !flagsFit)
+    if (perCell != results.cellCentred || results.x.size() <= values ||
+        (results.vector && results.y.size() != results.x.size()) || !flagsFit)
         SHOULD_NOT_BE_HERE("GRID_RESULTS");
 }
 

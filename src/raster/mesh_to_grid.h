@@ -1,6 +1,7 @@
 // From values on the mesh to a regular grid: the steps of a raster output, in their order.
-//   run = START_GRID(LAYOUT_GRID(mesh, spacing, cellCentred), ...)   once per run; a template grid serves as well as a layout
-//   GRID_RESULTS(run, mesh, RESULTS(), choice)                       once per output time; then run.grid goes to the writer
+//   run = START_GRID(LAYOUT_GRID(mesh, spacing, cellCentred), ...)   once per run; a template grid serves as well as a
+//   layout GRID_RESULTS(run, mesh, RESULTS(), choice)                       once per output time; then run.grid goes to
+//   the writer
 #pragma once
 
 #include "inputs/mesh.h"
@@ -19,11 +20,13 @@ struct GridRun {
 };
 
 /// Takes the grid's memory and reports its size. header: corner, cell size and counts; its values are not read.
-/// vector: the results are vectors. severalTimes: the plan is worth keeping; with one time it is made and dropped piece by piece.
+/// vector: the results are vectors. severalTimes: the plan is worth keeping; with one time it is made and dropped piece
+/// by piece.
 GridRun START_GRID(const Grid& header, PlanKind kind, bool vector, bool severalTimes);
 
 /// Fills run.grid from one output time, with its messages. Every cell whose point no wet element covers holds NO_VALUE.
-/// results: values for every node of the mesh, or for every element when cellCentred (and then the run's kind is Cells).
+/// results: values for every node of the mesh, or for every element when cellCentred (and then the run's kind is
+/// Cells).
 void GRID_RESULTS(GridRun& run, const Mesh& mesh, const Results& results, const VectorChoice& choice);
 
 /// Fills run.grid with bed elevations, wet or dry. The run's kind is Corners.

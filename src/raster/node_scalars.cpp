@@ -19,12 +19,15 @@ struct Saying {
 };
 Saying sayingOf(VectorScalar scalar) {
     switch (scalar) {
-        case VectorScalar::XComponent: return {"Vector input and raster output, using X direction component.", "   ... done."};
-        case VectorScalar::YComponent: return {"Vector input and raster output, using Y direction component.", "   ... done."};
+        case VectorScalar::XComponent:
+            return {"Vector input and raster output, using X direction component.", "   ... done."};
+        case VectorScalar::YComponent:
+            return {"Vector input and raster output, using Y direction component.", "   ... done."};
         case VectorScalar::Direction: return {"Vector input and raster output, using direction.", "   ... done."};
         case VectorScalar::Magnitude: break;
     }
-    return {"Vector input and raster output, converting vectors to scalar...", "   ... done converting vector to scalar."};
+    return {"Vector input and raster output, converting vectors to scalar...",
+            "   ... done converting vector to scalar."};
 }
 
 template <typename Rule>
@@ -53,8 +56,10 @@ VectorChoice VECTOR_CHOICE(const RunOptions& options) {
     return choice;
 }
 
-void NODE_SCALARS(const Results& results, const VectorChoice& choice, bool highResolution, std::vector<float>& scalars) {
-    if (choice.scalar == VectorScalar::Direction && highResolution) STOP_RUN("ERROR - \"-va\" not supported for high res results.");
+void NODE_SCALARS(const Results& results, const VectorChoice& choice, bool highResolution,
+                  std::vector<float>& scalars) {
+    if (choice.scalar == VectorScalar::Direction && highResolution)
+        STOP_RUN("ERROR - \"-va\" not supported for high res results.");
     const Saying saying = sayingOf(choice.scalar);
     REPORT(saying.before);
     const double angle = static_cast<double>(choice.slantAngle) / DEGREES;
@@ -64,8 +69,12 @@ void NODE_SCALARS(const Results& results, const VectorChoice& choice, bool highR
         return static_cast<float>(alongCosine * cosine + alongSine * sine);
     };
     switch (choice.scalar) {
-        case VectorScalar::XComponent: applyRule(results, scalars, [&](float vx, float vy) { return turned(vx, vy, c, s); }); break;
-        case VectorScalar::YComponent: applyRule(results, scalars, [&](float vx, float vy) { return turned(vy, vx, c, -s); }); break;
+        case VectorScalar::XComponent:
+            applyRule(results, scalars, [&](float vx, float vy) { return turned(vx, vy, c, s); });
+            break;
+        case VectorScalar::YComponent:
+            applyRule(results, scalars, [&](float vx, float vy) { return turned(vy, vx, c, -s); });
+            break;
         case VectorScalar::Direction: applyRule(results, scalars, directionOf); break;
         case VectorScalar::Magnitude: applyRule(results, scalars, VECTOR_MAGNITUDE); break;
     }

@@ -19,7 +19,8 @@ Crossing crossingOf(const PieceShape& shape, const LocalGrid& grid, std::size_t 
 
 }  // namespace
 
-void Outline::place(const PieceShape& shape, const LocalGrid& grid, const std::uint8_t* corners, std::size_t count, bool counterClockwise) {
+void Outline::place(const PieceShape& shape, const LocalGrid& grid, const std::uint8_t* corners, std::size_t count,
+                    bool counterClockwise) {
     double west = shape.x[corners[0]], east = west, south = shape.y[corners[0]], north = south;
     for (std::size_t i = 1; i < count; ++i) {
         west = std::min(west, shape.x[corners[i]]);
@@ -28,7 +29,8 @@ void Outline::place(const PieceShape& shape, const LocalGrid& grid, const std::u
         north = std::max(north, shape.y[corners[i]]);
     }
     const double reach = shape.tolerance * grid.perCell;
-    rows_ = WHOLE_NUMBERS(grid.firstRow + south * grid.perCell - reach, grid.firstRow + north * grid.perCell + reach, grid.rows);
+    rows_ = WHOLE_NUMBERS(grid.firstRow + south * grid.perCell - reach, grid.firstRow + north * grid.perCell + reach,
+                          grid.rows);
     columns_ = grid.columns;
     west_ = grid.firstColumn + west * grid.perCell - reach;
     east_ = grid.firstColumn + east * grid.perCell + reach;
@@ -48,8 +50,8 @@ void Outline::place(const PieceShape& shape, const LocalGrid& grid, const std::u
     }
 }
 
-void Diagonal::place(const PieceShape& shape, const LocalGrid& grid, std::size_t a, std::size_t b, std::size_t c, std::uint8_t withC,
-                     std::uint8_t withoutC) {
+void Diagonal::place(const PieceShape& shape, const LocalGrid& grid, std::size_t a, std::size_t b, std::size_t c,
+                     std::uint8_t withC, std::uint8_t withoutC) {
     line_ = crossingOf(shape, grid, a, b);
     level_ = shape.y[a];
     tolerance_ = shape.tolerance;

@@ -22,7 +22,12 @@ struct LocalGrid {
     double y0 = 0.0;
 
     explicit LocalGrid(const Grid& grid)
-        : cellSize(grid.cellSize), perCell(1.0 / grid.cellSize), xll(grid.xll), yll(grid.yll), columns(grid.ncols), rows(grid.nrows) {}
+        : cellSize(grid.cellSize),
+          perCell(1.0 / grid.cellSize),
+          xll(grid.xll),
+          yll(grid.yll),
+          columns(grid.ncols),
+          rows(grid.nrows) {}
     void standAt(const PieceShape& shape) {
         firstColumn = (shape.x0 - xll) * perCell + 0.5;
         firstRow = (shape.y0 - yll) * perCell + 0.5;
@@ -32,7 +37,8 @@ struct LocalGrid {
     double north(std::int64_t row) const { return yll + (static_cast<double>(row) - 0.5) * cellSize - y0; }
 };
 
-/// The whole numbers of a real range that are from 1 to `most`. Quicker than std::ceil and std::floor, which are calls on older processors.
+/// The whole numbers of a real range that are from 1 to `most`. Quicker than std::ceil and std::floor, which are calls
+/// on older processors.
 inline Interval WHOLE_NUMBERS(double from, double to, std::int64_t most) {
     const double low = std::min(std::max(from, 1.0), static_cast<double>(most) + 1.0);
     const double high = std::min(std::max(to, 0.0), static_cast<double>(most));
@@ -52,7 +58,8 @@ struct Crossing {
 class Outline {
 public:
     /// corners: slots of the shape in order; count: 3 or 4 of them; counterClockwise: their winding.
-    void place(const PieceShape& shape, const LocalGrid& grid, const std::uint8_t* corners, std::size_t count, bool counterClockwise);
+    void place(const PieceShape& shape, const LocalGrid& grid, const std::uint8_t* corners, std::size_t count,
+               bool counterClockwise);
     std::int64_t firstRow() const { return rows_.first; }
     std::int64_t endRow() const { return rows_.end; }
     /// Columns whose points are inside, edges included.
@@ -69,7 +76,7 @@ private:
     };
     Interval rows_;
     std::int64_t columns_ = 0;
-    double west_ = 0.0, east_ = 0.0;  // the box, which also ends the tips of slivers, where two tolerances add up
+    double west_ = 0.0, east_ = 0.0;     // the box, which also ends the tips of slivers, where two tolerances add up
     std::array<Bound, 3> left_, right_;  // places that are not needed repeat the box
 };
 
@@ -77,7 +84,8 @@ private:
 class Diagonal {
 public:
     /// From corner a to b. Of the two triangles beside it, withC is the one that corner c belongs to.
-    void place(const PieceShape& shape, const LocalGrid& grid, std::size_t a, std::size_t b, std::size_t c, std::uint8_t withC, std::uint8_t withoutC);
+    void place(const PieceShape& shape, const LocalGrid& grid, std::size_t a, std::size_t b, std::size_t c,
+               std::uint8_t withC, std::uint8_t withoutC);
     /// Divides the cells of a row inside the quad among the two triangles; those on the diagonal go to both.
     void split(double north, const Interval& cells, std::array<Interval, 4>& triangles) const;
 

@@ -51,7 +51,8 @@ private:
 
 void RowMaker::addRow(const Interval& cells) {
     if (cells.first < cells.end) {
-        chunk_.rows.push_back({static_cast<std::int32_t>(cells.first), static_cast<std::uint32_t>(cells.end - cells.first)});
+        chunk_.rows.push_back(
+            {static_cast<std::int32_t>(cells.first), static_cast<std::uint32_t>(cells.end - cells.first)});
         cells_ += static_cast<std::size_t>(cells.end - cells.first);
     } else {
         chunk_.rows.push_back({});
@@ -69,7 +70,8 @@ std::uint16_t RowMaker::addSets(const Interval& cells, const std::array<Interval
         std::uint64_t eight = 0;
         for (std::size_t k = 0; k < 4; ++k) {
             constexpr std::uint64_t EVERY_BYTE = 0x0101010101010101;
-            eight |= firstBytes(triangles[k].end - column) & ~firstBytes(triangles[k].first - column) & (EVERY_BYTE << k);
+            eight |=
+                firstBytes(triangles[k].end - column) & ~firstBytes(triangles[k].first - column) & (EVERY_BYTE << k);
         }
         for (unsigned i = 0; i < 8; ++i) to[i] = static_cast<std::uint8_t>(eight >> 8 * i);
     }
@@ -86,10 +88,12 @@ void RowMaker::addWhole(const PieceShape& shape, PlanPiece& piece) {
     Outline& outline = outlines_[0];
     outline.place(shape, grid_, CORNERS.data(), static_cast<std::size_t>(shape.corners), twiceArea > 0.0);
     piece.firstRow = static_cast<std::int32_t>(outline.firstRow());
-    for (std::int64_t row = outline.firstRow(); row < outline.endRow(); ++row) addRow(outline.columnsAt(grid_.north(row)));
+    for (std::int64_t row = outline.firstRow(); row < outline.endRow(); ++row)
+        addRow(outline.columnsAt(grid_.north(row)));
 }
 
-/// A line through two opposite corners of a convex quad meets it along the diagonal only, so each side of the line is a triangle.
+/// A line through two opposite corners of a convex quad meets it along the diagonal only, so each side of the line is a
+/// triangle.
 void RowMaker::addConvexQuad(const PieceShape& shape, PlanPiece& piece) {
     constexpr std::array<std::uint8_t, 4> CORNERS = {0, 1, 2, 3};
     Outline& outline = outlines_[0];
@@ -122,7 +126,8 @@ void RowMaker::addTriangles(const PieceShape& shape, PlanPiece& piece) {
         std::array<Interval, 4> triangles;
         Interval cells{std::numeric_limits<std::int64_t>::max(), 0};
         for (std::size_t k = 0; k < 4; ++k) {
-            if ((shape.triangles >> k & 1U) == 0 || row < outlines_[k].firstRow() || row >= outlines_[k].endRow()) continue;
+            if ((shape.triangles >> k & 1U) == 0 || row < outlines_[k].firstRow() || row >= outlines_[k].endRow())
+                continue;
             triangles[k] = outlines_[k].columnsAt(grid_.north(row));
             if (triangles[k].first >= triangles[k].end) continue;
             cells = {std::min(cells.first, triangles[k].first), std::max(cells.end, triangles[k].end)};
@@ -134,7 +139,8 @@ void RowMaker::addTriangles(const PieceShape& shape, PlanPiece& piece) {
 
 bool RowMaker::isConvexQuad(const PieceShape& shape) const {
     if (shape.corners != 4 || shape.triangles != ALL_TRIANGLES) return false;
-    return std::all_of(shape.twiceArea.begin(), shape.twiceArea.end(), [&](double area) { return (area > 0.0) == (shape.twiceArea[0] > 0.0); });
+    return std::all_of(shape.twiceArea.begin(), shape.twiceArea.end(),
+                       [&](double area) { return (area > 0.0) == (shape.twiceArea[0] > 0.0); });
 }
 
 void RowMaker::add(const PieceShape& shape, const ElementPiece& corners, std::int32_t element) {
@@ -166,14 +172,16 @@ double coordinateSizeOf(const Grid& grid) {
 
 }  // namespace
 
-void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, std::int32_t firstElement, const std::uint8_t* wet, PlanChunk& chunk) {
+void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, std::int32_t firstElement, const std::uint8_t* wet,
+                PlanChunk& chunk) {
     chunk.firstElement = firstElement;
     chunk.pieces.clear();
     chunk.rows.clear();
     const double coordinateSize = coordinateSizeOf(grid);
     RowMaker maker(grid, kind, chunk);
     PieceShape shape;
-    const auto last = static_cast<std::int32_t>(std::min<std::int64_t>(mesh.elementCount, std::int64_t{firstElement} + ELEMENTS_AT_A_TIME - 1));
+    const auto last = static_cast<std::int32_t>(
+        std::min<std::int64_t>(mesh.elementCount, std::int64_t{firstElement} + ELEMENTS_AT_A_TIME - 1));
     std::int32_t id = firstElement;
     for (; id <= last && maker.cells() < CELLS_AT_A_TIME; ++id) {
         if (wet != nullptr && wet[id] == 0) continue;

@@ -30,12 +30,13 @@ struct Box {
 Box boxOf(const Mesh& mesh, const MeshElement& element) {
     Box box;
     for (const std::int32_t node : element.nodes)
-        if (node > 0) box.include(mesh.nodes[static_cast<std::size_t>(node)].x, mesh.nodes[static_cast<std::size_t>(node)].y);
+        if (node > 0)
+            box.include(mesh.nodes[static_cast<std::size_t>(node)].x, mesh.nodes[static_cast<std::size_t>(node)].y);
     return box;
 }
 
-/// Which bucket a coordinate falls into; the outermost ones take what lies beyond. Never falls as the coordinate grows, so that a point inside
-/// a box is in one of the box's buckets whatever the rounding.
+/// Which bucket a coordinate falls into; the outermost ones take what lies beyond. Never falls as the coordinate grows,
+/// so that a point inside a box is in one of the box's buckets whatever the rounding.
 std::int32_t bucketOf(double coordinate, double lowest, double size, std::int32_t count) {
     const double at = (coordinate - lowest) / size;
     if (!(at > 0.0)) return 0;
@@ -49,8 +50,10 @@ struct BucketRange {
 
 BucketRange bucketsOf(const PointIndex& index, const Box& box) {
     const double reach = INSIDE_TOLERANCE(box.size(), index.coordinateSize) * 2.0;
-    return {bucketOf(box.xmin - reach, index.xmin, index.bucketSize, index.columns), bucketOf(box.xmax + reach, index.xmin, index.bucketSize, index.columns),
-            bucketOf(box.ymin - reach, index.ymin, index.bucketSize, index.rows), bucketOf(box.ymax + reach, index.ymin, index.bucketSize, index.rows)};
+    return {bucketOf(box.xmin - reach, index.xmin, index.bucketSize, index.columns),
+            bucketOf(box.xmax + reach, index.xmin, index.bucketSize, index.columns),
+            bucketOf(box.ymin - reach, index.ymin, index.bucketSize, index.rows),
+            bucketOf(box.ymax + reach, index.ymin, index.bucketSize, index.rows)};
 }
 
 /// About as many buckets as elements, however long and narrow the mesh.
@@ -63,10 +66,12 @@ void layOutBuckets(PointIndex& index, const Box& mesh, std::int32_t elements) {
     if (!(index.bucketSize > 0.0)) index.bucketSize = 1.0;
     index.columns = static_cast<std::int32_t>(width / index.bucketSize) + 1;
     index.rows = static_cast<std::int32_t>(height / index.bucketSize) + 1;
-    index.coordinateSize = std::max(std::max(std::abs(mesh.xmin), std::abs(mesh.xmax)), std::max(std::abs(mesh.ymin), std::abs(mesh.ymax)));
+    index.coordinateSize = std::max(std::max(std::abs(mesh.xmin), std::abs(mesh.xmax)),
+                                    std::max(std::abs(mesh.ymin), std::abs(mesh.ymax)));
 }
 
-/// Calls visit(element id, bucket number) for every bucket that a listed element touches, and wide(id) for the wide ones.
+/// Calls visit(element id, bucket number) for every bucket that a listed element touches, and wide(id) for the wide
+/// ones.
 template <typename Visit, typename Wide>
 void forEachEntry(const PointIndex& index, const Mesh& mesh, Visit visit, Wide wide) {
     for (std::int32_t id = 1; id <= mesh.elementCount; ++id) {
@@ -81,7 +86,8 @@ void forEachEntry(const PointIndex& index, const Mesh& mesh, Visit visit, Wide w
         }
         for (std::int32_t row = range.firstRow; row <= range.lastRow; ++row)
             for (std::int32_t column = range.firstColumn; column <= range.lastColumn; ++column)
-                visit(id, static_cast<std::size_t>(row) * static_cast<std::size_t>(index.columns) + static_cast<std::size_t>(column));
+                visit(id, static_cast<std::size_t>(row) * static_cast<std::size_t>(index.columns) +
+                              static_cast<std::size_t>(column));
     }
 }
 
@@ -103,15 +109,16 @@ unsigned trianglesAround(const PieceShape& shape, double x, double y) {
             box.include(shape.x[a], shape.y[a]);
         }
         // The tolerance of two sides adds up at the tip of a sliver.
-        contains = contains && x >= box.xmin - shape.tolerance && x <= box.xmax + shape.tolerance && y >= box.ymin - shape.tolerance &&
-                   y <= box.ymax + shape.tolerance;
+        contains = contains && x >= box.xmin - shape.tolerance && x <= box.xmax + shape.tolerance &&
+                   y >= box.ymin - shape.tolerance && y <= box.ymax + shape.tolerance;
         if (contains) inside |= 1U << k;
     }
     return inside;
 }
 
 /// Value of one piece at a point; NO_VALUE where it has none.
-float valueInPiece(const Mesh& mesh, const PointIndex& index, const ElementPiece& piece, std::span<const float> values, double x, double y) {
+float valueInPiece(const Mesh& mesh, const PointIndex& index, const ElementPiece& piece, std::span<const float> values,
+                   double x, double y) {
     PieceShape shape;
     PLACE_PIECE(mesh, piece.corners, piece.nodes, shape);
     if (!FIND_TRIANGLES(shape, index.kind, index.coordinateSize)) return NO_VALUE;
@@ -121,7 +128,8 @@ float valueInPiece(const Mesh& mesh, const PointIndex& index, const ElementPiece
     if (index.kind == PlanKind::Cells) return triangles != 0 ? 0.0F : NO_VALUE;  // inside or not is all that is asked
 
     CornerValues corners{};
-    for (std::size_t i = 0; i < static_cast<std::size_t>(piece.corners); ++i) corners[i] = values[static_cast<std::size_t>(piece.nodes[i])];
+    for (std::size_t i = 0; i < static_cast<std::size_t>(piece.corners); ++i)
+        corners[i] = values[static_cast<std::size_t>(piece.nodes[i])];
     triangles &= TRIANGLES_WITH_VALUES(piece.corners, corners);
     if (triangles == 0) return NO_VALUE;
     std::array<Plane, 4> planes;
@@ -131,11 +139,13 @@ float valueInPiece(const Mesh& mesh, const PointIndex& index, const ElementPiece
 }
 
 /// Value of one element at a point: the largest of its pieces.
-float valueInElement(const Mesh& mesh, const PointIndex& index, std::int32_t id, std::span<const float> values, double x, double y) {
+float valueInElement(const Mesh& mesh, const PointIndex& index, std::int32_t id, std::span<const float> values,
+                     double x, double y) {
     const MeshElement& element = mesh.elements[static_cast<std::size_t>(id)];
     float value = NO_VALUE;
     const int pieces = PIECE_COUNT(element, index.kind);
-    for (int piece = 0; piece < pieces; ++piece) value = std::max(value, valueInPiece(mesh, index, PIECE_OF(element, index.kind, piece), values, x, y));
+    for (int piece = 0; piece < pieces; ++piece)
+        value = std::max(value, valueInPiece(mesh, index, PIECE_OF(element, index.kind, piece), values, x, y));
     if (index.kind != PlanKind::Cells || IS_MISSING(value)) return value;
     return values[static_cast<std::size_t>(id)];
 }
@@ -160,18 +170,20 @@ PointIndex INDEX_ELEMENTS(const Mesh& mesh, PlanKind kind) {
     // Entries per bucket, then where each bucket begins, then the entries: in numbering order inside every bucket.
     index.starts.assign(static_cast<std::size_t>(index.columns) * static_cast<std::size_t>(index.rows) + 1, 0);
     forEachEntry(
-        index, mesh, [&](std::int32_t, std::size_t bucket) { ++index.starts[bucket]; }, [&](std::int32_t id) { index.wideElements.push_back(id); });
+        index, mesh, [&](std::int32_t, std::size_t bucket) { ++index.starts[bucket]; },
+        [&](std::int32_t id) { index.wideElements.push_back(id); });
     std::uint32_t total = 0;
     for (std::uint32_t& start : index.starts) start = std::exchange(total, total + start);
     index.elements.resize(total);
     std::vector<std::uint32_t> next = index.starts;
     forEachEntry(
-        index, mesh, [&](std::int32_t id, std::size_t bucket) { index.elements[next[bucket]++] = id; }, [](std::int32_t) {});
+        index, mesh, [&](std::int32_t id, std::size_t bucket) { index.elements[next[bucket]++] = id; },
+        [](std::int32_t) {});
     return index;
 }
 
-PointSample SAMPLE_POINT(const PointIndex& index, const Mesh& mesh, std::span<const float> values, std::span<const std::uint8_t> wet,
-                         double x, double y) {
+PointSample SAMPLE_POINT(const PointIndex& index, const Mesh& mesh, std::span<const float> values,
+                         std::span<const std::uint8_t> wet, double x, double y) {
     PointSample sample;
     if (index.starts.empty() || !std::isfinite(x) || !std::isfinite(y)) return sample;
     const auto offer = [&](std::int32_t id) {

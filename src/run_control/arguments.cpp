@@ -1,8 +1,8 @@
 #include "run_control/arguments.h"
 
+#include "run_control/switches.h"
 #include "services/console.h"
 #include "services/options.h"
-#include "run_control/switches.h"
 #include "services/time_markers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
@@ -16,7 +16,8 @@
 namespace {
 
 constexpr std::string_view HYPHEN = "-";
-constexpr std::string_view EN_DASHES[] = {"\x96", "\xE2\x80\x93"};  // code page 1252 and UTF-8: word processors put them into batch files
+// code page 1252 and UTF-8: word processors put them into batch files
+constexpr std::string_view EN_DASHES[] = {"\x96", "\xE2\x80\x93"};
 constexpr std::string_view KNOWN_INPUTS[] = {".2dm", ".dat", ".xmdf", ".tab", ".txt"};
 
 bool isExistingFile(std::string_view name) {
@@ -27,8 +28,9 @@ bool isExistingFile(std::string_view name) {
 
 /// "/asc" is a switch, "/data/x_h.dat" is not.
 bool isAbsolutePath(std::string_view argument) {
-    const bool folderAndExtension = argument.find('/', 1) != std::string_view::npos &&
-                                    std::find(std::begin(KNOWN_INPUTS), std::end(KNOWN_INPUTS), FILEEXT(argument)) != std::end(KNOWN_INPUTS);
+    const bool folderAndExtension =
+        argument.find('/', 1) != std::string_view::npos &&
+        std::find(std::begin(KNOWN_INPUTS), std::end(KNOWN_INPUTS), FILEEXT(argument)) != std::end(KNOWN_INPUTS);
     return folderAndExtension || isExistingFile(argument);
 }
 
@@ -42,13 +44,15 @@ std::size_t dashLength(std::string_view argument) {
 
 std::string fittedArgument(std::string_view argument) {
     if (argument.size() > FILE_NAME_WIDTH)
-        DMESSAGE("WARNING - Argument cut to " + AINTEGER(FILE_NAME_WIDTH) + " characters: " + FITTED(argument, 60) + "...");
+        DMESSAGE("WARNING - Argument cut to " + AINTEGER(FILE_NAME_WIDTH) + " characters: " + FITTED(argument, 60) +
+                 "...");
     return FITTED(argument, FILE_NAME_WIDTH);
 }
 
 void takeInputFile(const std::string& name) {
     if (TRIMMED(name).empty()) return;
-    if (!OPTIONS().inputFile.empty()) DMESSAGE("WARNING - Only one input file is converted: " + name + " replaces " + OPTIONS().inputFile);
+    if (!OPTIONS().inputFile.empty())
+        DMESSAGE("WARNING - Only one input file is converted: " + name + " replaces " + OPTIONS().inputFile);
     SET_INPUT_FILE(name);
 }
 
@@ -65,9 +69,10 @@ std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at
     return at + (row->takesNext && hasNext ? 2 : 1);
 }
 
-/// On the command line 100000 and above are seconds like any others; only the values that stand for a sort of output by themselves are markers.
+/// On the command line 100000 and above are seconds like any others; only the values that stand for a sort of output by
+/// themselves are markers.
 bool isMarkerValue(float time) {
-    constexpr float MARKERS[] = {TIME_MAXIMUM,          TIME_MINIMUM,   TIME_TMAX, TIME_OF_PEAK_LEVEL,
+    constexpr float MARKERS[] = {TIME_MAXIMUM,          TIME_MINIMUM,   TIME_TMAX,      TIME_OF_PEAK_LEVEL,
                                  TIME_OF_PEAK_VELOCITY, TIME_MAX_VALUE, TIME_MAX_SOURCE};
     return std::find(std::begin(MARKERS), std::end(MARKERS), time) != std::end(MARKERS);
 }
@@ -75,7 +80,9 @@ bool isMarkerValue(float time) {
 /// Hours inside, always. Done last, so that -sec may stand anywhere on the command line.
 void convertTimesToHours(RunOptions& options) {
     constexpr double SECONDS_PER_HOUR = 3600.0;
-    const auto hours = [](float seconds) { return static_cast<float>(static_cast<double>(seconds) / SECONDS_PER_HOUR); };
+    const auto hours = [](float seconds) {
+        return static_cast<float>(static_cast<double>(seconds) / SECONDS_PER_HOUR);
+    };
     if (!options.seconds) return;
     if (options.timeValueGiven && !isMarkerValue(options.outputTime)) options.outputTime = hours(options.outputTime);
     if (options.timeToleranceGiven) options.timeTolerance = hours(options.timeTolerance);

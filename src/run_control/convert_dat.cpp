@@ -4,14 +4,14 @@
 #include "inputs/mesh.h"
 #include "inputs/output_types.h"
 #include "inputs/results.h"
+#include "run_control/input_files.h"
+#include "run_control/mesh_match.h"
+#include "run_control/output_names.h"
+#include "run_control/output_stage.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "run_control/input_files.h"
-#include "run_control/mesh_match.h"
 #include "services/options.h"
-#include "run_control/output_names.h"
-#include "run_control/output_stage.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
@@ -49,7 +49,8 @@ void checkOutputsFit(const DatHeader& header, bool cellCentred) {
     const RunOptions& options = OPTIONS();
     if (options.vector && !header.vector) STOP_RUN("ERROR - .dat file needs to be a Vector data set to output arrows");
     const bool elsewhere = cellCentred || MESH().highResolution || options.grid || options.vector;
-    if ((options.mif || options.shp) && !elsewhere) STOP_RUN("ERROR - mif or shp option only for cell centred .dat files");
+    if ((options.mif || options.shp) && !elsewhere)
+        STOP_RUN("ERROR - mif or shp option only for cell centred .dat files");
 }
 
 void output() {

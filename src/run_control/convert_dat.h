@@ -1,7 +1,8 @@
 // A .dat results file from its header to its outputs.
 #pragma once
 
-/// Opens the input as a .dat, reads its header and says which quantity it holds, by the text behind the name's last underscore
+/// Opens the input as a .dat, reads its header and says which quantity it holds, by the text behind the name's last
+/// underscore
 /// ("h" of x_h.dat), else by the name in the header.
 void IDENTIFY_DAT();
 

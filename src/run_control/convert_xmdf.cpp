@@ -5,13 +5,13 @@
 #include "inputs/results.h"
 #include "inputs/xmdf_extract.h"
 #include "inputs/xmdf_selection.h"
-#include "services/console.h"
-#include "services/exits.h"
 #include "run_control/input_files.h"
 #include "run_control/mesh_match.h"
-#include "services/options.h"
 #include "run_control/output_names.h"
 #include "run_control/output_stage.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
@@ -40,7 +40,8 @@ void reportCutoff(const RunOptions& options) {
         REPORT("Cutoff depth of " + AREAL(options.cutoffDepth) + " m or ft is to be used for -mif or -shp output.");
 }
 
-/// Per item: whether it has one value per cell. Before anything is written, so that a dataset of another model leaves nothing behind.
+/// Per item: whether it has one value per cell. Before anything is written, so that a dataset of another model leaves
+/// nothing behind.
 std::vector<bool> matchToMesh(const std::vector<XmdfItem>& items) {
     std::vector<bool> cellCentred;
     const XmdfFacts* last = nullptr;
@@ -78,12 +79,14 @@ void convertItem(XmdfEntry& entry, const XmdfItem& item, bool cellCentred) {
 }
 
 /// The datasets of one kind. The grid is planned once for all that are alike.
-void convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, XmdfKind kind, const std::vector<bool>& cellCentred, bool several) {
+void convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, XmdfKind kind,
+                 const std::vector<bool>& cellCentred, bool several) {
     bool begun = false;
     bool begunCellCentred = false;
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (items[i].kind != kind) continue;
-        if (!begun || begunCellCentred != cellCentred[i]) BEGIN_OUTPUTS(kind == XmdfKind::Vector, cellCentred[i], several);
+        if (!begun || begunCellCentred != cellCentred[i])
+            BEGIN_OUTPUTS(kind == XmdfKind::Vector, cellCentred[i], several);
         begun = true;
         begunCellCentred = cellCentred[i];
         convertItem(catalogue[items[i].file], items[i], cellCentred[i]);

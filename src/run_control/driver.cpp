@@ -5,19 +5,19 @@
 #include "inputs/mesh_reader.h"
 #include "inputs/results.h"
 #include "run_control/arguments.h"
-#include "services/console.h"
 #include "run_control/convert_dat.h"
 #include "run_control/convert_xmdf.h"
-#include "services/exits.h"
-#include "services/files.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
-#include "services/options.h"
 #include "run_control/output_stage.h"
-#include "services/projection.h"
 #include "run_control/switch_checks.h"
 #include "run_control/usage.h"
 #include "run_control/world_file.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
+#include "services/options.h"
+#include "services/projection.h"
 #include "vector_outputs/vector_output.h"
 
 namespace {
@@ -53,7 +53,9 @@ void checkDatasetSwitches() {
     const RunOptions& options = OPTIONS();
     if (INPUT_FILES().kind == InputKind::Xmdf) return;
     if (options.typeGiven || options.scalarIdGiven || options.vectorIdGiven)
-        DMESSAGE("WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non XMDF files");
+        DMESSAGE(
+            "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non XMDF "
+            "files");
 }
 
 void readMesh() {
@@ -75,15 +77,9 @@ void reportRemovedNodes() {
 
 void convertInput() {
     switch (INPUT_FILES().kind) {
-        case InputKind::Mesh:
-            OUTPUT_BATHYMETRY();
-            break;
-        case InputKind::Dat:
-            CONVERT_DAT();
-            break;
-        case InputKind::Xmdf:
-            CONVERT_XMDF();
-            break;
+        case InputKind::Mesh: OUTPUT_BATHYMETRY(); break;
+        case InputKind::Dat: CONVERT_DAT(); break;
+        case InputKind::Xmdf: CONVERT_XMDF(); break;
     }
 }
 

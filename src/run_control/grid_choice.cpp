@@ -23,7 +23,8 @@ double askSpacing(std::string_view prompt) {
     for (;;) {
         const std::string answer = ASK(prompt);
         double spacing = 0.0;
-        if (FreeForm(answer).NEXT_REAL(spacing) == FreeForm::Read::Value && spacing > 0.0 && std::isfinite(spacing)) return spacing;
+        if (FreeForm(answer).NEXT_REAL(spacing) == FreeForm::Read::Value && spacing > 0.0 && std::isfinite(spacing))
+            return spacing;
     }
 }
 
@@ -42,7 +43,8 @@ void CHECK_GRID_SWITCHES() {
     if (!options.grid) return;
     if (!options.raster() && !options.shp && !options.mif)
         STOP_RUN("ERROR - -grid option must only be specified with -asc, -shp or -mif option");
-    if (!options.gridSpacingGiven) SET_GRID_SPACING(askSpacing("No grid spacing specified after -grid option.  Enter spacing in metres -> "));
+    if (!options.gridSpacingGiven)
+        SET_GRID_SPACING(askSpacing("No grid spacing specified after -grid option.  Enter spacing in metres -> "));
 }
 
 void CHOOSE_GRID() {

@@ -3,10 +3,12 @@
 
 #include "raster/grid.h"
 
-/// -grid needs an output that it applies to, and a spacing: asked for when it was not given. A template grid (-like) settles both.
+/// -grid needs an output that it applies to, and a spacing: asked for when it was not given. A template grid (-like)
+/// settles both.
 void CHECK_GRID_SWITCHES();
 
-/// Settles the cell size of a raster output once the mesh is known: the template's, -grid's, the mesh's own, or asked for.
+/// Settles the cell size of a raster output once the mesh is known: the template's, -grid's, the mesh's own, or asked
+/// for.
 void CHOOSE_GRID();
 
 /// Corner, counts and cell size of the run's grid, without values: the template's, else laid over the mesh.

@@ -27,7 +27,8 @@ std::vector<std::string> meshCandidates(const std::string& input, InputKind kind
     const std::string full = FILENAMEPATH(input) + ".2dm";
     names.insert(kind == InputKind::Xmdf ? names.begin() : names.end(), full);
     for (std::string cut = FILENAMEPATHNO_(input);;) {
-        const std::string shorter = FILENAMEPATHNO_(cut + ".2dm");  // the extension keeps a dot of the name from being cut
+        // the extension keeps a dot of the name from being cut
+        const std::string shorter = FILENAMEPATHNO_(cut + ".2dm");
         if (shorter == cut) return names;
         names.push_back(shorter + ".2dm");
         cut = shorter;

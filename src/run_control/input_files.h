@@ -19,6 +19,6 @@ const InputFiles& INPUT_FILES();
 void FIND_INPUT_FILE();
 /// The kind by extension. Stops the run for .txt and for an extension that is no model file's.
 void FIND_INPUT_KIND();
-/// Settles the mesh: -2dm, else beside the input: "x.2dm" for "x_h.dat", then the input's full name, then the name cut at each earlier
-/// underscore (for an .xmdf the full name comes first); else asked for until one exists.
+/// Settles the mesh: -2dm, else beside the input: "x.2dm" for "x_h.dat", then the input's full name, then the name cut
+/// at each earlier underscore (for an .xmdf the full name comes first); else asked for until one exists.
 void FIND_MESH_FILE();

@@ -1,5 +1,5 @@
-#include "services/console.h"
 #include "run_control/driver.h"
+#include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
 

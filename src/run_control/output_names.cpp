@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int MOST_TIME_DECIMALS = 6;
-constexpr std::size_t HOUR_DIGITS = 3;    // before the point: names sort by time up to 999 hours
+constexpr std::size_t HOUR_DIGITS = 3;  // before the point: names sort by time up to 999 hours
 constexpr std::size_t SECOND_DIGITS = 6;
 
 int timeDecimals = 2;
@@ -39,8 +39,8 @@ std::string timeText(float time, bool seconds, int decimals) {
     return padded(text, seconds ? SECOND_DIGITS : HOUR_DIGITS);
 }
 
-/// A threshold behind its marker's offset, with the fewest decimals that single precision tells apart there: 100005 -> "5", and 200000.1,
-/// which is stored as 200000.09375, -> "0.1".
+/// A threshold behind its marker's offset, with the fewest decimals that single precision tells apart there: 100005 ->
+/// "5", and 200000.1, which is stored as 200000.09375, -> "0.1".
 std::string thresholdText(float time, float offset) {
     std::string text;
     for (int decimals = 0; decimals <= MOST_TIME_DECIMALS; ++decimals) {
@@ -53,7 +53,9 @@ std::string thresholdText(float time, float offset) {
     return text;
 }
 
-bool near(float time, float marker) { return std::abs(static_cast<double>(time) - static_cast<double>(marker)) <= 0.001; }
+bool near(float time, float marker) {
+    return std::abs(static_cast<double>(time) - static_cast<double>(marker)) <= 0.001;
+}
 bool between(float time, float from, float to) { return time >= from && time < to; }
 
 std::string withUnderscore(std::string text) {
@@ -64,8 +66,8 @@ std::string withUnderscore(std::string text) {
 /// Base and time part together, since threshold outputs change the base.
 std::string timedBase(const OutputLabel& label, bool seconds) {
     if (!label.timed) return label.base;
-    const bool threshold = between(label.time, TIME_EXCEEDANCE, TIME_DURATION + 100000.0F) && !near(label.time, TIME_MAX_VALUE) &&
-                           !near(label.time, TIME_MAX_SOURCE);
+    const bool threshold = between(label.time, TIME_EXCEEDANCE, TIME_DURATION + 100000.0F) &&
+                           !near(label.time, TIME_MAX_VALUE) && !near(label.time, TIME_MAX_SOURCE);
     // The name has lost its extension already; a dot inside it must not be taken for another one.
     const std::string base = threshold && label.thresholdCutsBase ? FILENAMEPATHNO_(label.base + ".dat") : label.base;
     std::string tag = TIME_TAG(label.time, seconds);
@@ -108,19 +110,21 @@ std::string TIME_TAG(float time, bool seconds) {
         {TIME_MINIMUM, "Min"},
         {TIME_OF_PEAK_LEVEL, "_time_hMax"},
         {TIME_OF_PEAK_VELOCITY, "_time_VMax"},
-        {TIME_MAX_VALUE, "_MaxValue"},     // before the threshold ranges, which hold it
+        {TIME_MAX_VALUE, "_MaxValue"},  // before the threshold ranges, which hold it
         {TIME_MAX_SOURCE, "_MaxSource"},
     };
     for (const auto& row : TAGS)
         if (near(time, row.time)) return row.tag;
     if (between(time, TIME_EXCEEDANCE, TIME_DURATION)) return "time_exceed_" + thresholdText(time, TIME_EXCEEDANCE);
-    if (between(time, TIME_DURATION, TIME_DURATION + 100000.0F)) return "durn_above_" + thresholdText(time, TIME_DURATION);
+    if (between(time, TIME_DURATION, TIME_DURATION + 100000.0F))
+        return "durn_above_" + thresholdText(time, TIME_DURATION);
     return "_t" + timeText(time, seconds, timeDecimals);
 }
 
 std::string GRID_TAG(double cellSize) {
     std::array<char, 400> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), cellSize, std::chars_format::fixed).ptr;
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), cellSize, std::chars_format::fixed).ptr;
     return "_g" + padded(std::string(buffer.data(), end), 3);
 }
 
@@ -157,6 +161,7 @@ std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_
     std::string free;
     for (int copy = 2; free.empty() || inUse(free, extensions); ++copy) free = name + "_" + AINTEGER(copy);
     const std::string extension(extensions.empty() ? std::string_view{} : extensions.front());
-    DMESSAGE("WARNING - " + name + extension + " has been read or written by this run; writing " + free + extension + " instead.");
+    DMESSAGE("WARNING - " + name + extension + " has been read or written by this run; writing " + free + extension +
+             " instead.");
     return free;
 }

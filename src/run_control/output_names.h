@@ -9,15 +9,18 @@
 
 /// What one output is called after. Filled by the conversion of each input kind.
 struct OutputLabel {
-    std::string base;              ///< folder and name without extension; a dataset tag of an .xmdf ("_h") already behind it
-    bool timed = true;             ///< a mesh on its own has no time tag
-    float time = 0.0F;             ///< hours, or a marker
-    bool vector = false;           ///< component switches name a component of vector results only
-    bool thresholdCutsBase = true; ///< time-of-exceedance and duration outputs of a .dat drop the base's trailing part ("x_h" -> "x")
-    double gridSize = 0.0;         ///< cell size of a grid output, 0 for none
+    /// folder and name without extension; a dataset tag of an .xmdf ("_h") already behind it
+    std::string base;
+    bool timed = true;    ///< a mesh on its own has no time tag
+    float time = 0.0F;    ///< hours, or a marker
+    bool vector = false;  ///< component switches name a component of vector results only
+    /// time-of-exceedance and duration outputs of a .dat drop the base's trailing part ("x_h" -> "x")
+    bool thresholdCutsBase = true;
+    double gridSize = 0.0;  ///< cell size of a grid output, 0 for none
 };
 
-/// Decimals that the times of a run need in names. Fewest of 2 to 6 (0 to 6 with -sec) that keep every time distinct; markers do not count.
+/// Decimals that the times of a run need in names. Fewest of 2 to 6 (0 to 6 with -sec) that keep every time distinct;
+/// markers do not count.
 void SET_TIME_PRECISION(const std::vector<float>& times, bool seconds);
 
 /// Tag of a time: "Max", "Min", "_time_hMax", "_t002.50", with -sec "_t009000".
@@ -34,6 +37,7 @@ std::string OUTPUT_EXTENSION(const RunOptions& options);
 /// Drops -out with a WARNING when it was given: the run writes several outputs, which cannot share one name.
 void IGNORE_OUTPUT_NAME();
 
-/// The output's name without its extension. `extensions` are all the files that the output will write under it (".flt", ".hdr", ".prj"): when the
-/// run has already read or written one of them, "_2", "_3" ... is added with a WARNING. With -out in force the name is that name.
+/// The output's name without its extension. `extensions` are all the files that the output will write under it (".flt",
+/// ".hdr", ".prj"): when the run has already read or written one of them, "_2", "_3" ... is added with a WARNING. With
+/// -out in force the name is that name.
 std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions);

@@ -3,10 +3,10 @@
 #include "inputs/mesh.h"
 #include "raster/grid_writer.h"
 #include "raster/mesh_to_grid.h"
-#include "services/console.h"
-#include "services/exits.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
+#include "services/console.h"
+#include "services/exits.h"
 #include "services/options.h"
 #include "services/projection.h"
 #include "text_utils/paths.h"
@@ -64,7 +64,8 @@ void vectorBathymetry(const OutputLabel& label) {
 
 void CHECK_OUTPUT_STAGE() {
     const RunOptions& options = OPTIONS();
-    if (options.cp || options.lp) STOP_RUN("ERROR - Long profile (-lp) and calibration point (-cp) outputs are not supported by this build.");
+    if (options.cp || options.lp)
+        STOP_RUN("ERROR - Long profile (-lp) and calibration point (-cp) outputs are not supported by this build.");
     if (IS_VECTOR_OUTPUT()) CHECK_VECTOR_SWITCHES();
 }
 

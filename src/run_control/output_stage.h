@@ -7,11 +7,12 @@
 /// Stops the run before any work when the output that was asked for does not exist.
 void CHECK_OUTPUT_STAGE();
 
-/// Says what the following outputs have in common, before the first of them. vector, cellCentred: what the results will be.
-/// severalTimes: more than one output time follows, so what serves them all is worth keeping.
+/// Says what the following outputs have in common, before the first of them. vector, cellCentred: what the results will
+/// be. severalTimes: more than one output time follows, so what serves them all is worth keeping.
 void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes);
 
-/// Writes one dataset at one output time in the run's format. label: base and dataset tag; time and grid size are filled in here.
+/// Writes one dataset at one output time in the run's format. label: base and dataset tag; time and grid size are
+/// filled in here.
 void OUTPUT_RESULTS(const Results& results, OutputLabel label);
 
 /// Writes the bed elevations of the mesh alone.

@@ -39,8 +39,8 @@ std::optional<Precision> parsed(std::string_view text) {
 Precision READ_PRECISION(std::string text) {
     for (;;) {
         if (const std::optional<Precision> precision = parsed(FITTED(text, TEXT_WIDTH))) {
-            REPORT("Specified an output precision of " + AINTEGER(precision->units) + " units and " + AINTEGER(precision->decimals) +
-                   " decimal places.");
+            REPORT("Specified an output precision of " + AINTEGER(precision->units) + " units and " +
+                   AINTEGER(precision->decimals) + " decimal places.");
             return *precision;
         }
         REPORT("Incorrect or no precision specification given.");

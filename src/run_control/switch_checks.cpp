@@ -51,19 +51,19 @@ void checkFormats(RunOptions& o) {
 }
 
 void checkTimes(const RunOptions& o) {
-    stopIf(o.timeValueGiven && o.max, "Error - Both max (-max) and time (-t) arguments found, please specify only one.");
-    stopIf(o.timeValueGiven && o.min, "Error - Both min (-min) and time (-t) arguments found, please specify only one.");
-    stopIf(o.tmax && (o.max || o.min || o.timeValueGiven), "Error - Maxtime (-tmax) flag found with addition time flags.");
+    stopIf(o.timeValueGiven && o.max,
+           "Error - Both max (-max) and time (-t) arguments found, please specify only one.");
+    stopIf(o.timeValueGiven && o.min,
+           "Error - Both min (-min) and time (-t) arguments found, please specify only one.");
+    stopIf(o.tmax && (o.max || o.min || o.timeValueGiven),
+           "Error - Maxtime (-tmax) flag found with addition time flags.");
 }
 
 void checkTypeOfPeak(RunOptions& o) {
     if (!o.typeGiven || !o.tmax) return;
-    if (IS_WATER_LEVEL(o.typeText))
-        o.secondDatasetName = "Time of Peak h";
-    else if (IS_VELOCITY(o.typeText))
-        o.secondDatasetName = "Time of Peak V";
-    else
-        STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");
+    if (IS_WATER_LEVEL(o.typeText)) o.secondDatasetName = "Time of Peak h";
+    else if (IS_VELOCITY(o.typeText)) o.secondDatasetName = "Time of Peak V";
+    else STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");
 }
 
 void checkOutputName(RunOptions& o) {
@@ -72,7 +72,8 @@ void checkOutputName(RunOptions& o) {
         o.suppressGridSize = false;
     }
     if ((o.suppressGridSize || o.outputNameGiven) && !o.mif && !o.raster() && !o.shp) {
-        say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc outputs.",
+        say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc "
+            "outputs.",
             "-sgs or -out flag ignored.");
         o.suppressGridSize = false;
         DROP_OUTPUT_NAME();
@@ -99,21 +100,24 @@ void checkDatasets(RunOptions& o) {
     stopIf(o.scalarIdGiven && o.scalarId < 1, "Error - Specified scalar dataset (-s<id>) cannot be less than 1.");
     stopIf(o.vectorIdGiven && o.vectorId < 1, "Error - Specified vector dataset (-v<id>) cannot be less than 1.");
     if (o.allTypes && (o.scalarIdGiven || o.vectorIdGiven)) {
-        say("Warning - All data (-typeAll) specified with one of -s<id> or -v<id>.", "Exporting all dataset and ignoring -s or -v flag.");
+        say("Warning - All data (-typeAll) specified with one of -s<id> or -v<id>.",
+            "Exporting all dataset and ignoring -s or -v flag.");
         o.datasetByNumber = o.scalarIdGiven = o.vectorIdGiven = false;
     }
 }
 
 void checkAllTimes(RunOptions& o) {
     if (!o.timeGiven || !o.allTimes) return;
-    say("Warning - All output times conflicts with another time step (-max, -min, -tmax or -t<output time>.", "Exporting all times.");
+    say("Warning - All output times conflicts with another time step (-max, -min, -tmax or -t<output time>.",
+        "Exporting all times.");
     o.timeGiven = o.timeValueGiven = o.max = o.min = o.tmax = false;
     o.secondDatasetName.clear();
 }
 
 void checkRegions(RunOptions& o) {
     stopIf(o.region && o.raster(), "ERROR - Invalid flag combination (-region and -asc).");
-    if (o.cp || o.lp) o.mif = o.vmi = o.asc = o.flt = o.shp = false;  // points and profiles are the format of such a run
+    // points and profiles are the format of such a run
+    if (o.cp || o.lp) o.mif = o.vmi = o.asc = o.flt = o.shp = false;
     stopIf(o.region && o.vector, "ERROR - Both -region and -arrows or -vector specified.");
     if (!ASAME(o.pointTypes, "All") && o.raster()) {
         DMESSAGE("WARNING - Filtering (-pts) option only valid with -shp or -mif output.");
@@ -124,7 +128,8 @@ void checkRegions(RunOptions& o) {
 void checkComponents(const RunOptions& o) {
     constexpr std::string_view ONE_COMPONENT = "ERROR - Please specify only one of -vx or -vy.";
     stopIf(o.vx && o.vy, ONE_COMPONENT);
-    stopIf(!(o.slantAngle >= 0.0F && o.slantAngle < 90.0F), ONE_COMPONENT);  // the same text, as users' scripts look for it
+    // the same text, as users' scripts look for it
+    stopIf(!(o.slantAngle >= 0.0F && o.slantAngle < 90.0F), ONE_COMPONENT);
 }
 
 void checkTemplateGrid(RunOptions& o) {

@@ -1,8 +1,8 @@
 #include "run_control/switches.h"
 
+#include "run_control/precision.h"
 #include "services/console.h"
 #include "services/exits.h"
-#include "run_control/precision.h"
 #include "services/time_markers.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
@@ -146,7 +146,8 @@ void setBatch(RunOptions& options, const SwitchArgument&) {
 }
 
 void removePart(RunOptions& options, const SwitchArgument& given) {
-    if (options.removedParts.size() >= MOST_REMOVED_PARTS) STOP_RUN("ERROR - Exceeded limit of number of MESHPARTS to remove");
+    if (options.removedParts.size() >= MOST_REMOVED_PARTS)
+        STOP_RUN("ERROR - Exceeded limit of number of MESHPARTS to remove");
     options.removedParts.push_back(FITTED(given.next, MESH_PART_WIDTH));
     options.keepAllMeshParts = false;
 }
@@ -165,9 +166,15 @@ void setMarkerTime(RunOptions& options, float marker, std::string_view text) {
     options.timeText = text;
 }
 
-void setTmax(RunOptions& options, const SwitchArgument&) { setMarkerTime<&RunOptions::tmax>(options, TIME_TMAX, "tmax"); }
-void setMax(RunOptions& options, const SwitchArgument&) { setMarkerTime<&RunOptions::max>(options, TIME_MAXIMUM, "Max"); }
-void setMin(RunOptions& options, const SwitchArgument&) { setMarkerTime<&RunOptions::min>(options, TIME_MINIMUM, "Min"); }
+void setTmax(RunOptions& options, const SwitchArgument&) {
+    setMarkerTime<&RunOptions::tmax>(options, TIME_TMAX, "tmax");
+}
+void setMax(RunOptions& options, const SwitchArgument&) {
+    setMarkerTime<&RunOptions::max>(options, TIME_MAXIMUM, "Max");
+}
+void setMin(RunOptions& options, const SwitchArgument&) {
+    setMarkerTime<&RunOptions::min>(options, TIME_MINIMUM, "Min");
+}
 
 void setTime(RunOptions& options, const SwitchArgument& given) {
     options.outputTime = gluedReal<float>(given);
@@ -199,11 +206,11 @@ constexpr Switch TABLE[] = {
     {"shp", set<&O::shp>},
     {"txt", set<&O::txt>},
     {"fso", set<&O::freeSurfaceOnly>},
-    {"sec", set<&O::seconds>},             // the "s" switches stand before "s"
+    {"sec", set<&O::seconds>},  // the "s" switches stand before "s"
     {"wld", set<&O::wld>},
     {"cd", setReal<&O::cutoffDepth>},
-    {"cpsd", setSearchDistance},           // before "cp"
-    {"lpmd", setMarkerDistance},           // before "lp"
+    {"cpsd", setSearchDistance},  // before "cp"
+    {"lpmd", setMarkerDistance},  // before "lp"
     {"cp", setAndTakeName<&O::cp, &O::cpFile>, NEXT},
     {"lp", setAndTakeName<&O::lp, &O::lpFile>, NEXT},
     {"prec", setPrecision},
@@ -212,9 +219,9 @@ constexpr Switch TABLE[] = {
     {"region", set<&O::region>},
     {"pts", setPointTypes},
     {"sf", setScaleFactor},
-    {"ttf", setTailThickness},             // the "t" switches but one stand before "t"
+    {"ttf", setTailThickness},  // the "t" switches but one stand before "t"
     {"slant", setReal<&O::slantAngle>},
-    {"vmax", setVmax},                     // the "v" switches stand before "v"
+    {"vmax", setVmax},  // the "v" switches stand before "v"
     {"b", setBatch},
     {"vx", set<&O::vx>},
     {"vy", set<&O::vy>},
@@ -237,7 +244,7 @@ constexpr Switch TABLE[] = {
     {"folder", setText<&O::folderGiven, &O::folder>},
     {"dttol", setTolerance},
     {"cc", set<&O::cellCentred>},
-    {"flt", set<&O::flt>},                 // last, so that no other switch changes its meaning
+    {"flt", set<&O::flt>},  // last, so that no other switch changes its meaning
     {"like", takeName<&O::likeGrid>, NEXT},
 };
 
@@ -246,6 +253,7 @@ constexpr Switch TABLE[] = {
 std::span<const Switch> SWITCHES() { return TABLE; }
 
 const Switch* FIND_SWITCH(std::string_view text) {
-    const auto row = std::find_if(std::begin(TABLE), std::end(TABLE), [&](const Switch& s) { return BEGINS_WITH(text, s.keyword); });
+    const auto row =
+        std::find_if(std::begin(TABLE), std::end(TABLE), [&](const Switch& s) { return BEGINS_WITH(text, s.keyword); });
     return row == std::end(TABLE) ? nullptr : &*row;
 }

@@ -16,9 +16,10 @@ struct SwitchArgument {
 };
 
 struct Switch {
-    std::string_view keyword;                              ///< matches the leading characters, letter case ignored
-    void (*apply)(RunOptions&, const SwitchArgument&);     ///< may stop the run
-    bool takesNext = false;                                ///< the following argument is its value, whatever that begins with
+    std::string_view keyword;                           ///< matches the leading characters, letter case ignored
+    void (*apply)(RunOptions&, const SwitchArgument&);  ///< may stop the run
+    /// the following argument is its value, whatever that begins with
+    bool takesNext = false;
 };
 
 std::span<const Switch> SWITCHES();

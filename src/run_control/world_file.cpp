@@ -66,7 +66,8 @@ Placing northUp(const ControlPoint& a, const ControlPoint& b) {
     return p;
 }
 
-/// Mean square distance of the points from the line that fits them best, in pixels squared: the smaller eigenvalue of their scatter.
+/// Mean square distance of the points from the line that fits them best, in pixels squared: the smaller eigenvalue of
+/// their scatter.
 double squaredWidth(const Moments& m, std::size_t points) {
     const double spread = std::hypot(m.colCol - m.rowRow, 2.0 * m.colRow);
     return (m.colCol + m.rowRow - spread) / 2.0 / static_cast<double>(points);
@@ -91,14 +92,16 @@ double largestResidual(const Placing& p, const std::vector<ControlPoint>& points
     for (const ControlPoint& point : points) {
         const double dx = point.x - (p.xOrigin + p.xByCol * point.col + p.xByRow * point.row);
         const double dy = point.y - (p.yOrigin + p.yByCol * point.col + p.yByRow * point.row);
-        largest = std::max(largest, std::hypot(p.yByRow * dx - p.xByRow * dy, p.xByCol * dy - p.yByCol * dx) / std::abs(determinant));
+        largest = std::max(
+            largest, std::hypot(p.yByRow * dx - p.xByRow * dy, p.xByCol * dy - p.yByCol * dx) / std::abs(determinant));
     }
     return largest;
 }
 
 /// Nothing, and the reason, when the points do not place the image.
 std::optional<Placing> placingOf(const std::vector<ControlPoint>& points, std::string& reason) {
-    constexpr double LEAST_WIDTH = 0.5;  // pixels: the points are read off a screen, so nearer to a line they do not tell its sides apart
+    // pixels: the points are read off a screen, so nearer to a line they do not tell its sides apart
+    constexpr double LEAST_WIDTH = 0.5;
     if (points.size() < 2) {
         reason = "fewer than two control points";
         return {};
@@ -114,9 +117,11 @@ std::optional<Placing> placingOf(const std::vector<ControlPoint>& points, std::s
         }
         placing = leastSquares(moments);
     }
-    constexpr double LEAST_AREA = 1e-9;  // of a pixel on the map, against that of one with the same sides at right angles
+    // of a pixel on the map, against that of one with the same sides at right angles
+    constexpr double LEAST_AREA = 1e-9;
     const double area = placing.xByCol * placing.yByRow - placing.xByRow * placing.yByCol;
-    if (!(std::abs(area) > LEAST_AREA * std::hypot(placing.xByCol, placing.yByCol) * std::hypot(placing.xByRow, placing.yByRow))) {
+    if (!(std::abs(area) >
+          LEAST_AREA * std::hypot(placing.xByCol, placing.yByCol) * std::hypot(placing.xByRow, placing.yByRow))) {
         reason = "the control points lie on a line";
         return {};
     }
@@ -129,7 +134,8 @@ std::optional<Placing> placingOf(const std::vector<ControlPoint>& points, std::s
 /// "(X,Y) (column,row)" and whatever follows. False when a number is missing.
 bool readControlPoint(std::string_view line, ControlPoint& point) {
     std::string numbers(line);
-    std::replace_if(numbers.begin(), numbers.end(), [](char c) { return c == '(' || c == ')'; }, ' ');
+    std::replace_if(
+        numbers.begin(), numbers.end(), [](char c) { return c == '(' || c == ')'; }, ' ');
     FreeForm text(numbers);
     for (double* value : {&point.x, &point.y, &point.col, &point.row})
         if (text.NEXT_REAL(*value) != FreeForm::Read::Value || !std::isfinite(*value)) return false;
@@ -167,7 +173,7 @@ bool readControlPoints(int file, int lineNumber, std::vector<ControlPoint>& poin
 }
 
 void writeWorldFile(const std::string& name, const Placing& p) {
-    constexpr int SIZE_DECIMALS = 12;    // a tenth of a millimetre over the width of an image in degrees
+    constexpr int SIZE_DECIMALS = 12;  // a tenth of a millimetre over the width of an image in degrees
     constexpr int ORIGIN_DECIMALS = 9;
     const auto number = [](double value, int decimals) {
         const std::string text = AREALD8(value, decimals);

@@ -16,7 +16,7 @@ struct Console {
     bool batch = false;
     bool captured = false;
     bool countShown = false;  ///< a progress count stands on the line that is open
-    std::string answers;  ///< what is left to read while captured
+    std::string answers;      ///< what is left to read while captured
 };
 Console console;
 
@@ -80,7 +80,8 @@ void REPORT(std::string_view line) {
 }
 
 void DMESSAGE(std::string_view text) {
-    constexpr std::string_view WORDS[] = {"ERROR", "WARNING", "CHECK", "UNSTABLE"};  // a later word overrides an earlier
+    constexpr std::string_view WORDS[] = {"ERROR", "WARNING", "CHECK",
+                                          "UNSTABLE"};  // a later word overrides an earlier
     const std::string_view head = text.substr(0, text.find(" - "));
     int level = 0;
     console.counts.lastNumber = 0;

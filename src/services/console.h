@@ -37,19 +37,20 @@ void REPORT_WARNING_COUNT();
 /// Writes out what is buffered.
 void FLUSH_CONSOLE();
 
-/// Prints the prompt without a line end and returns the answer without its line end, trimmed of blanks. At the end of the input:
-/// "ERROR - End of input reached while waiting for an answer." and EXITS.
+/// Prints the prompt without a line end and returns the answer without its line end, trimmed of blanks. At the end of
+/// the input: "ERROR - End of input reached while waiting for an answer." and EXITS.
 std::string ASK(std::string_view prompt);
 /// True when a question would reach a person: standard input is a terminal and the run is no batch.
 bool SOMEBODY_CAN_ANSWER();
-/// Prints the question and returns true for an answer that begins with y or Y. Yes without asking in a batch run or without
-/// a terminal, so that nothing hangs overnight.
+/// Prints the question and returns true for an answer that begins with y or Y. Yes without asking in a batch run or
+/// without a terminal, so that nothing hangs overnight.
 bool ASK_YES(std::string_view question);
-/// Prints the text and waits for Enter when somebody can press it: standard input is a terminal and the run is no batch.
-/// A blank text waits only.
+/// Prints the text and waits for Enter when somebody can press it: standard input is a terminal and the run is no
+/// batch. A blank text waits only.
 void PAUSE(std::string_view text = "Press Enter to Continue");
 
-/// A running count behind a label ("Element: "). On a terminal the count overwrites itself in place; elsewhere only the last one is printed.
+/// A running count behind a label ("Element: "). On a terminal the count overwrites itself in place; elsewhere only the
+/// last one is printed.
 class Progress {
 public:
     explicit Progress(std::string_view label);
@@ -64,8 +65,8 @@ private:
     std::chrono::steady_clock::time_point next_{};  ///< nothing is shown before
 };
 
-/// Everything printed through the console while `redirected` lives, instead of on the standard output; what ASK reads comes from `answers`.
-/// For tests: pauses never wait, and the end of `answers` is the end of the input.
+/// Everything printed through the console while `redirected` lives, instead of on the standard output; what ASK reads
+/// comes from `answers`. For tests: pauses never wait, and the end of `answers` is the end of the input.
 class ConsoleCapture {
 public:
     explicit ConsoleCapture(std::string answers = {});

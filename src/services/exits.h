@@ -1,4 +1,5 @@
-// Ends of a run. Stopping is an exception that only main and the tests catch, so that everything opened closes on the way.
+// Ends of a run. Stopping is an exception that only main and the tests catch, so that everything opened closes on the
+// way.
 #pragma once
 
 #include <string_view>

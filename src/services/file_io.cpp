@@ -30,7 +30,8 @@ bool fillBuffer(OpenFile& file) {
 /// Where the caller thinks the stream stands: without what was read ahead, with what is not yet written.
 std::int64_t position(const OpenFile& file) {
     const std::int64_t streamAt = TELL_64(file.stream);
-    return file.output ? streamAt + static_cast<std::int64_t>(file.end) : streamAt - static_cast<std::int64_t>(file.end - file.next);
+    return file.output ? streamAt + static_cast<std::int64_t>(file.end)
+                       : streamAt - static_cast<std::int64_t>(file.end - file.next);
 }
 
 /// An output holds unwritten bytes in its buffer, so reading back goes straight to the file.

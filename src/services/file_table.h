@@ -1,4 +1,5 @@
-// The handles behind the file service, shared by its opening and its reading side. Everybody else uses services/files.h.
+// The handles behind the file service, shared by its opening and its reading side. Everybody else uses
+// services/files.h.
 #pragma once
 
 #include <cstddef>
@@ -8,17 +9,18 @@
 
 constexpr std::size_t FILE_BLOCK_SIZE = 1U << 18;  ///< bytes read or written at a time
 
-/// One general handle. Input: `buffer` holds bytes of the file from `next` to `end`. Output: `buffer` holds bytes not yet written.
+/// One general handle. Input: `buffer` holds bytes of the file from `next` to `end`. Output: `buffer` holds bytes not
+/// yet written.
 struct OpenFile {
     std::FILE* stream = nullptr;
     std::string name;
     bool output = false;
-    bool atEnd = false;       ///< the system has no more bytes
+    bool atEnd = false;  ///< the system has no more bytes
     std::vector<char> buffer;
     std::size_t next = 0;
     std::size_t end = 0;
-    std::string lineCut;      ///< a line that spans blocks
-    int error = 0;            ///< errno of the last failure
+    std::string lineCut;  ///< a line that spans blocks
+    int error = 0;        ///< errno of the last failure
 };
 
 /// The record of an open handle; any other number stops the run at once.

@@ -40,7 +40,8 @@ int lowestFreeHandle() {
 int conflictingHandle(std::string_view name, bool output) {
     const std::string wanted = COMPARABLE_NAME(name);
     for (std::size_t i = 1; i < table.files.size(); ++i)
-        if (table.files[i].stream != nullptr && (output || table.files[i].output) && COMPARABLE_NAME(table.files[i].name) == wanted)
+        if (table.files[i].stream != nullptr && (output || table.files[i].output) &&
+            COMPARABLE_NAME(table.files[i].name) == wanted)
             return static_cast<int>(i);
     return 0;
 }
@@ -93,8 +94,8 @@ std::FILE* openStream(const std::string& name, bool output) {
 }
 
 bool knownKind(std::string_view kind) {
-    constexpr std::string_view KINDS[] = {"2dm", "dat", "xmdf", "tab", "wld", "txt", "asc", "flt", "hdr", "prj", "mif", "mid",
-                                          "shp", "shx", "dbf",  "cpg", "csv", "wor"};
+    constexpr std::string_view KINDS[] = {"2dm", "dat", "xmdf", "tab", "wld", "txt", "asc", "flt", "hdr",
+                                          "prj", "mif", "mid",  "shp", "shx", "dbf", "cpg", "csv", "wor"};
     return std::find(std::begin(KINDS), std::end(KINDS), kind) != std::end(KINDS);
 }
 
@@ -118,7 +119,8 @@ void prepareTable() {
 }  // namespace
 
 OpenFile& OPEN_HANDLE(int handle) {
-    if (handle < 1 || static_cast<std::size_t>(handle) >= table.files.size() || table.files[static_cast<std::size_t>(handle)].stream == nullptr)
+    if (handle < 1 || static_cast<std::size_t>(handle) >= table.files.size() ||
+        table.files[static_cast<std::size_t>(handle)].stream == nullptr)
         STOP_AT_ONCE("Invalid file number - GETNAM");
     return table.files[static_cast<std::size_t>(handle)];
 }

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-constexpr int FIXED_SLOTS = 8;             ///< files kept open for the whole run; 5 is the console input, 6 its output
-constexpr int MOST_OPEN_FILES = 1000;      ///< general handles, numbered from 1
+constexpr int FIXED_SLOTS = 8;         ///< files kept open for the whole run; 5 is the console input, 6 its output
+constexpr int MOST_OPEN_FILES = 1000;  ///< general handles, numbered from 1
 constexpr std::size_t LONGEST_LINE = 100000;  ///< characters; what a longer line holds behind them is skipped
 
 enum class LineStatus : std::uint8_t { Read, EndOfFile, Error };
@@ -17,11 +17,11 @@ enum class LineStatus : std::uint8_t { Read, EndOfFile, Error };
 void INITIALISE_FILES();
 
 // ---- names ----
-/// The name under which a file exists: as given, else with "\" read as "/" (off Windows), else the one file of its folder that
-/// differs in letter case only. Nothing when there is none. A folder is not a file.
+/// The name under which a file exists: as given, else with "\" read as "/" (off Windows), else the one file of its
+/// folder that differs in letter case only. Nothing when there is none. A folder is not a file.
 std::optional<std::string> FIND_FILE(std::string_view name);
-/// True when this run has already opened the file, for reading or for writing. Letter case is ignored and the path is made absolute, so
-/// that an output can never replace an input or an earlier output.
+/// True when this run has already opened the file, for reading or for writing. Letter case is ignored and the path is
+/// made absolute, so that an output can never replace an input or an earlier output.
 bool NAME_IN_USE(std::string_view name);
 /// Counts a file that was read by other means (a library of its own) as used.
 void NOTE_FILE_USED(std::string_view name);
@@ -32,17 +32,21 @@ void OPENER(int slot, std::string_view name, std::string_view mode);
 /// Name held by a general handle; an invalid handle stops the run at once.
 const std::string& GETNAM(int handle);
 
-/// Opens a file and returns the lowest free handle. mode: "I " reads (the bytes as they are), "O " creates or replaces and allows reading back.
-/// kind: the extension without its dot ("2dm", "dat", "mif"), used in questions. A missing input is asked for on the console;
-/// a missing output folder is created after a question. A file that cannot be opened stops the run, naming it and the reason.
+/// Opens a file and returns the lowest free handle. mode: "I " reads (the bytes as they are), "O " creates or replaces
+/// and allows reading back. kind: the extension without its dot ("2dm", "dat", "mif"), used in questions. A missing
+/// input is asked for on the console; a missing output folder is created after a question. A file that cannot be opened
+/// stops the run, naming it and the reason.
 int OPEN_FILE(std::string_view name, std::string_view mode, std::string_view kind);
-/// Writes out what is buffered and closes. A failure means lost output: "Unable to close file.", an ERROR naming it, and the run stops.
+/// Writes out what is buffered and closes. A failure means lost output: "Unable to close file.", an ERROR naming it,
+/// and the run stops.
 void CLOSE_FILE(int handle);
-/// The same, but false and no message on failure, for callers with a message of their own. Also false when an earlier write failed.
+/// The same, but false and no message on failure, for callers with a message of their own. Also false when an earlier
+/// write failed.
 [[nodiscard]] bool TRY_CLOSE_FILE(int handle);
 /// "Closing all file units...", then every open file.
 void CLOSE_ALL_FILES();
-/// What EXITS does: closes everything once per run, quietly; never stops the run. False when an output lost its last bytes, which is said.
+/// What EXITS does: closes everything once per run, quietly; never stops the run. False when an output lost its last
+/// bytes, which is said.
 bool CLOSE_FILES_ON_EXIT();
 
 // ---- reading ----
@@ -51,17 +55,20 @@ bool CLOSE_FILES_ON_EXIT();
 LineStatus READ_LINE(int handle, std::string_view& line);
 /// READ_LINE with leading blanks and tabs removed, into a text of the caller's.
 LineStatus READLINE(int handle, std::string& line);
-/// Reads up to `count` bytes, of an output too. Fewer come back only at the end of the file; -1 after a read error (LAST_FILE_ERROR tells why).
+/// Reads up to `count` bytes, of an output too. Fewer come back only at the end of the file; -1 after a read error
+/// (LAST_FILE_ERROR tells why).
 std::int64_t READ_BYTES(int handle, void* to, std::size_t count);
 /// Length of an open input in bytes.
 std::int64_t FILE_LENGTH(int handle);
 /// Offset of the next byte that READ_BYTES or READ_LINE hands out, or that WRITE_BYTES writes.
 std::int64_t FILE_POSITION(int handle);
-/// Moves to a byte offset from the start (64-bit). False when that fails; moving beyond the end of an input succeeds and reads nothing.
+/// Moves to a byte offset from the start (64-bit). False when that fails; moving beyond the end of an input succeeds
+/// and reads nothing.
 [[nodiscard]] bool SEEK_FILE(int handle, std::int64_t offset);
 
 // ---- writing ----
-/// Appends bytes at the current position, in large blocks. False when the disk refuses them (LAST_FILE_ERROR tells why).
+/// Appends bytes at the current position, in large blocks. False when the disk refuses them (LAST_FILE_ERROR tells
+/// why).
 [[nodiscard]] bool WRITE_BYTES(int handle, std::string_view bytes);
 /// WRITE_BYTES; a refusal stops the run with "ERROR - Could not write <name>: <reason>. The file is incomplete.".
 void WRITE_OR_STOP(int handle, std::string_view bytes);

@@ -1,4 +1,5 @@
-// What the command line asks for. Filled by READ_ARGUMENTS before any file is touched, changed by CHECK_SWITCHES, then only read.
+// What the command line asks for. Filled by READ_ARGUMENTS before any file is touched, changed by CHECK_SWITCHES, then
+// only read.
 #pragma once
 
 #include "services/time_markers.h"
@@ -13,34 +14,35 @@ constexpr std::size_t MOST_REMOVED_PARTS = 100;
 /// Every switch value with its default. Times are in hours, whatever -sec says.
 struct RunOptions {
     // Regular grid
-    bool grid = false;               ///< -grid
-    bool gridSpacingGiven = false;   ///< -grid with a spacing behind it
-    double gridSpacing = 0.0;        ///< cell size, metres, above zero when given
-    std::string likeGrid;            ///< -like: external grid whose corner, counts and cell size are taken over; blank for none
+    bool grid = false;              ///< -grid
+    bool gridSpacingGiven = false;  ///< -grid with a spacing behind it
+    double gridSpacing = 0.0;       ///< cell size, metres, above zero when given
+    /// -like: external grid whose corner, counts and cell size are taken over; blank for none
+    std::string likeGrid;
 
     // Output formats
     bool mif = false, shp = false, asc = false, flt = false, txt = false, wld = false;
-    bool vmi = false;                ///< -vmi, always refused
+    bool vmi = false;  ///< -vmi, always refused
 
     // Calibration points and long profiles
-    bool freeSurfaceOnly = false;    ///< -fso
+    bool freeSurfaceOnly = false;  ///< -fso
     bool cp = false, lp = false;
     std::string cpFile, lpFile;
-    float cpSearchDistance = 100.0F; ///< metres
-    float lpMarkerDistance = 100.0F; ///< metres
+    float cpSearchDistance = 100.0F;  ///< metres
+    float lpMarkerDistance = 100.0F;  ///< metres
 
     // Numbers
-    bool seconds = false;            ///< -sec: times are shown and entered in seconds
-    float cutoffDepth = 0.01F;       ///< metres or feet
+    bool seconds = false;       ///< -sec: times are shown and entered in seconds
+    float cutoffDepth = 0.01F;  ///< metres or feet
     bool precisionGiven = false;
-    int precisionWidth = 10;         ///< characters: units + decimals + 1
-    int precisionDecimals = 4;       ///< may be zero
+    int precisionWidth = 10;    ///< characters: units + decimals + 1
+    int precisionDecimals = 4;  ///< may be zero
 
     // Arrows
-    bool vector = false;             ///< -vector, -arrow
-    bool fixedVectorLength = false;  ///< -sf with a negative value
-    float vectorLength = 0.0F;       ///< metres, with fixedVectorLength
-    float scaleFactor = 1.0F;        ///< cells per 1 m/s
+    bool vector = false;                    ///< -vector, -arrow
+    bool fixedVectorLength = false;         ///< -sf with a negative value
+    float vectorLength = 0.0F;              ///< metres, with fixedVectorLength
+    float scaleFactor = 1.0F;               ///< cells per 1 m/s
     bool tailThicknessPerCellSize = false;  ///< -ttf with a negative value
     float tailThicknessFactor = 0.0F;       ///< kept positive
     float vmax = -1.0F;
@@ -48,41 +50,41 @@ struct RunOptions {
 
     // Run
     bool batch = false;
-    bool inputError = false;         ///< the usage text is due
+    bool inputError = false;  ///< the usage text is due
     std::string inputFile;
-    bool inputIsMesh = false;        ///< its extension is .2dm
-    std::string meshFile;            ///< -2dm
-    bool outputNameGiven = false;    ///< -out
+    bool inputIsMesh = false;      ///< its extension is .2dm
+    std::string meshFile;          ///< -2dm
+    bool outputNameGiven = false;  ///< -out
     std::string outputName;
-    bool suppressGridSize = false;   ///< -sgs
+    bool suppressGridSize = false;  ///< -sgs
     bool verbose = false;
 
     // Mesh
     bool keepAllMeshParts = true;
     std::vector<std::string> removedParts;  ///< -rmp, in the order given, at most MOST_REMOVED_PARTS
-    bool cellCentred = false;        ///< -cc
+    bool cellCentred = false;               ///< -cc
     bool region = false;
     std::string pointTypes = "ALL";  ///< -pts, up to 10 characters
 
     // Times
-    bool timeGiven = false;          ///< -t, -max, -min or -tmax
-    bool timeValueGiven = false;     ///< -t<time>
-    float outputTime = 0.0F;         ///< hours, or a marker; of several time switches the last one given
-    std::string timeText;            ///< "Max", "Min", "tmax", or the switch without its dash ("t2.5")
+    bool timeGiven = false;       ///< -t, -max, -min or -tmax
+    bool timeValueGiven = false;  ///< -t<time>
+    float outputTime = 0.0F;      ///< hours, or a marker; of several time switches the last one given
+    std::string timeText;         ///< "Max", "Min", "tmax", or the switch without its dash ("t2.5")
     bool tmax = false, allTimes = false, max = false, min = false;
     bool timeToleranceGiven = false;
-    float timeTolerance = 0.001F;    ///< hours, not negative
+    float timeTolerance = 0.001F;  ///< hours, not negative
 
     // Components of vector results
     bool vx = false, vy = false, va = false, vdir = false, compass = false;
-    float slantAngle = 0.0F;         ///< degrees, counter-clockwise
+    float slantAngle = 0.0F;  ///< degrees, counter-clockwise
 
     // XMDF dataset
     bool typeGiven = false;
     bool allTypes = false;
-    std::string typeText;            ///< behind -type, up to 40 characters
-    std::string datasetName;         ///< what is looked for in the file; set when the type is looked up
-    std::string secondDatasetName;   ///< -type with -tmax: "Time of Peak h" or "Time of Peak V"
+    std::string typeText;           ///< behind -type, up to 40 characters
+    std::string datasetName;        ///< what is looked for in the file; set when the type is looked up
+    std::string secondDatasetName;  ///< -type with -tmax: "Time of Peak h" or "Time of Peak V"
     bool datasetByNumber = false;
     bool scalarIdGiven = false, vectorIdGiven = false;
     std::int32_t scalarId = 0, vectorId = 0;

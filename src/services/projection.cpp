@@ -19,7 +19,8 @@ constexpr std::string_view NON_EARTH = "CoordSys NonEarth Units \"m\"";
 /// Header.<extension> beside the input file, else Projection.<extension>.
 std::optional<std::string> projectionFile(std::string_view extension) {
     for (const std::string_view base : {"Header.", "Projection."})
-        if (auto found = FIND_FILE(FILEFOLDERPATH(OPTIONS().inputFile) + std::string(base) + std::string(extension))) return found;
+        if (auto found = FIND_FILE(FILEFOLDERPATH(OPTIONS().inputFile) + std::string(base) + std::string(extension)))
+            return found;
     return {};
 }
 
@@ -70,10 +71,8 @@ void findForShp() {
 void findForRaster() {
     const std::optional<std::string> name = projectionFile("prj");
     if (!name) return;
-    if (const std::optional<std::string> text = READ_PRJ(*name))
-        projection.text = *text;
-    else
-        DMESSAGE("WARNING - No projection found in " + *name + ", no .prj file is written.");
+    if (const std::optional<std::string> text = READ_PRJ(*name)) projection.text = *text;
+    else DMESSAGE("WARNING - No projection found in " + *name + ", no .prj file is written.");
 }
 
 /// Lines trimmed and joined: formatted text breaks between its items, where blanks mean nothing.
@@ -95,12 +94,9 @@ void SET_PROJECTION(std::string_view text) { projection.text = text; }
 void FIND_PROJECTION() {
     projection = Projection{};
     const RunOptions& options = OPTIONS();
-    if (options.mif)
-        findForMif();
-    else if (options.shp)
-        findForShp();
-    else if (options.raster())
-        findForRaster();
+    if (options.mif) findForMif();
+    else if (options.shp) findForShp();
+    else if (options.raster()) findForRaster();
 }
 
 std::optional<std::string> READ_PRJ(std::string_view name) {

@@ -12,7 +12,8 @@
 /// Walks a line from its start. Each NEXT routine takes one value; what it returns says whether there was one.
 class FreeForm {
 public:
-    enum class Read : std::uint8_t { Value, Bad, End };  ///< End: the line ran out; Bad: a value that does not parse, or is out of range
+    /// End: the line ran out; Bad: a value that does not parse, or is out of range
+    enum class Read : std::uint8_t { Value, Bad, End };
 
     explicit FreeForm(std::string_view line) : at_(line.data()), end_(line.data() + line.size()) {}
 
@@ -98,8 +99,9 @@ private:
         return powers;
     }
 
-    /// The usual case, digits with a point among them: while both the digits and the power of ten are exact in the type, one division rounds
-    /// as the general routine does (Clinger, How to read floating point numbers accurately, 1990).
+    /// The usual case, digits with a point among them: while both the digits and the power of ten are exact in the
+    /// type, one division rounds as the general routine does (Clinger, How to read floating point numbers accurately,
+    /// 1990).
     template <typename Real>
     bool nextShortDecimal(Real& value) {
         constexpr std::ptrdiff_t SAFE_DIGITS = sizeof(Real) == sizeof(float) ? 7 : 15;
@@ -109,16 +111,14 @@ private:
         std::int64_t digits = 0;
         const char* point = nullptr;
         for (; at != last; ++at) {
-            if (*at >= '0' && *at <= '9')
-                digits = digits * 10 + (*at - '0');
-            else if (*at == '.' && point == nullptr)
-                point = at;
-            else
-                break;
+            if (*at >= '0' && *at <= '9') digits = digits * 10 + (*at - '0');
+            else if (*at == '.' && point == nullptr) point = at;
+            else break;
         }
         const std::ptrdiff_t count = at - at_ - (point != nullptr ? 1 : 0);
         if (count == 0 || count > SAFE_DIGITS || !endsWord(at)) return false;
-        value = static_cast<Real>(digits) / static_cast<Real>(POWERS[point != nullptr ? static_cast<std::size_t>(at - point - 1) : 0]);
+        value = static_cast<Real>(digits) /
+                static_cast<Real>(POWERS[point != nullptr ? static_cast<std::size_t>(at - point - 1) : 0]);
         at_ = at;
         return true;
     }
@@ -143,14 +143,17 @@ private:
     static Read realWithLetterD(std::string_view word, Real& value) {
         std::array<char, 64> copy{};
         if (word.size() > copy.size()) return Read::Bad;
-        for (std::size_t i = 0; i < word.size(); ++i) copy[i] = word[i] == 'd' || word[i] == 'D' || word[i] == 'E' ? 'e' : word[i];
+        for (std::size_t i = 0; i < word.size(); ++i)
+            copy[i] = word[i] == 'd' || word[i] == 'D' || word[i] == 'E' ? 'e' : word[i];
         const char* last = copy.data() + word.size();
         const auto [stop, error] = std::from_chars(copy.data(), last, value);
         if (stop != last) return Read::Bad;
         if (error == std::errc{}) return Read::Value;
         double wide = 0.0;
         const auto wideError = std::from_chars(copy.data(), last, wide).ec;
-        const bool tooSmall = wideError == std::errc{} ? wide > -1.0 && wide < 1.0 : std::string_view(copy.data(), word.size()).find("e-") != std::string_view::npos;
+        const bool tooSmall = wideError == std::errc{}
+                                  ? wide > -1.0 && wide < 1.0
+                                  : std::string_view(copy.data(), word.size()).find("e-") != std::string_view::npos;
         if (!tooSmall) return Read::Bad;
         value = Real{0};
         return Read::Value;

@@ -14,7 +14,8 @@ using Buffer = std::array<char, 340>;
 
 std::string fixedText(double value, int decimals) {
     Buffer buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals).ptr;
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals).ptr;
     std::string text(buffer.data(), end);
     if (decimals == 0 && std::isfinite(value)) text += '.';
     return text;
@@ -31,7 +32,8 @@ std::string integerText(Integer value) {
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
 }
 
-/// Decimals for a magnitude: `most` below `first`, one fewer from each power of ten on, none at the end of the bands or for not-a-number.
+/// Decimals for a magnitude: `most` below `first`, one fewer from each power of ten on, none at the end of the bands or
+/// for not-a-number.
 int decimalsFor(double magnitude, double first, int most) {
     double limit = first;
     for (int decimals = most; decimals > 0; --decimals, limit *= 10.0)
@@ -55,14 +57,17 @@ std::string AREAL(float value) {
     return withoutTrailingZeros(fixedText(static_cast<double>(value), std::isnan(value) ? 0 : decimals));
 }
 
-std::string AREAL8(double value) { return withoutTrailingZeros(fixedText(value, decimalsFor(std::abs(value), 1.0, 10))); }
+std::string AREAL8(double value) {
+    return withoutTrailingZeros(fixedText(value, decimalsFor(std::abs(value), 1.0, 10)));
+}
 
 std::string AREALD(float value, int decimals) { return fixedText(static_cast<double>(value), decimals); }
 std::string AREALD8(double value, int decimals) { return fixedText(value, decimals); }
 
 std::string FIXED_FIELD(double value, int width, int decimals) {
     std::string text = fixedText(value, decimals);
-    if (text.size() < static_cast<std::size_t>(width)) text.insert(0, static_cast<std::size_t>(width) - text.size(), ' ');
+    if (text.size() < static_cast<std::size_t>(width))
+        text.insert(0, static_cast<std::size_t>(width) - text.size(), ' ');
     return text;
 }
 

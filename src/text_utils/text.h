@@ -25,8 +25,8 @@ bool FLAGEXISTS(std::string_view a, std::string_view b);
 /// FLAGEXISTS; `rest` becomes the text of a behind the first match, blank when there is none.
 bool FLAGEXISTSRET(std::string_view a, std::string_view b, std::string& rest);
 
-/// Cuts a trailing comment that begins with "#" or "!" and trims the left. True when the line holds nothing but a comment or blanks.
-/// "  ! note" -> true; "12 # note" -> false and the line becomes "12 ".
+/// Cuts a trailing comment that begins with "#" or "!" and trims the left. True when the line holds nothing but a
+/// comment or blanks. "  ! note" -> true; "12 # note" -> false and the line becomes "12 ".
 bool COMMENTLINE(std::string& line);
 
 /// The first `width` characters: where a text enters a record of fixed width.

@@ -65,7 +65,9 @@ bool validAsWritten(const GisObject& o, double step) {
     std::array<double, 8> x{};
     std::array<double, 8> y{};
     std::size_t n = 0;
-    const auto place = [step](double coordinate) { return step > 0.0 ? std::nearbyint(coordinate / step) : coordinate; };
+    const auto place = [step](double coordinate) {
+        return step > 0.0 ? std::nearbyint(coordinate / step) : coordinate;
+    };
     const double x0 = place(o.x[1]);
     const double y0 = place(o.y[1]);
     for (std::size_t i = 1; i < o.vertexCount(); ++i) {
@@ -104,7 +106,8 @@ double sizeOf(const Mesh& mesh, const MeshElement& element) {
     constexpr double ROUNDING = 4.0 * std::numeric_limits<double>::epsilon();
     const CellShape shape = CELL_SHAPE(mesh, element);
     double extent = 0.0;
-    for (std::size_t i = 1; i < shape.corners; ++i) extent = std::max(extent, std::max(std::abs(shape.x[i]), std::abs(shape.y[i])));
+    for (std::size_t i = 1; i < shape.corners; ++i)
+        extent = std::max(extent, std::max(std::abs(shape.x[i]), std::abs(shape.y[i])));
     const double coordinates = std::max(extent, std::max(std::abs(shape.x0), std::abs(shape.y0)));
     const double twiceArea = std::abs(shape.twiceArea);
     return twiceArea <= ROUNDING * extent * coordinates ? 0.0 : std::sqrt(twiceArea / 2.0);

@@ -24,7 +24,8 @@ int sideOf(Ring x, Ring y, std::size_t a, std::size_t b, std::size_t c) {
 
 /// For a point known to be on the line a-b.
 bool between(Ring x, Ring y, std::size_t a, std::size_t b, std::size_t c) {
-    return x[c] >= std::min(x[a], x[b]) && x[c] <= std::max(x[a], x[b]) && y[c] >= std::min(y[a], y[b]) && y[c] <= std::max(y[a], y[b]);
+    return x[c] >= std::min(x[a], x[b]) && x[c] <= std::max(x[a], x[b]) && y[c] >= std::min(y[a], y[b]) &&
+           y[c] <= std::max(y[a], y[b]);
 }
 
 /// True when sides a-b and c-d have a point in common.
@@ -36,8 +37,8 @@ bool meet(Ring x, Ring y, std::size_t a, std::size_t b, std::size_t c, std::size
     const int sideB = sideOf(x, y, c, d, b);
     if (sideA * sideB > 0) return false;
     if (sideC * sideD < 0 && sideA * sideB < 0) return true;
-    return (sideC == 0 && between(x, y, a, b, c)) || (sideD == 0 && between(x, y, a, b, d)) || (sideA == 0 && between(x, y, c, d, a)) ||
-           (sideB == 0 && between(x, y, c, d, b));
+    return (sideC == 0 && between(x, y, a, b, c)) || (sideD == 0 && between(x, y, a, b, d)) ||
+           (sideA == 0 && between(x, y, c, d, a)) || (sideB == 0 && between(x, y, c, d, b));
 }
 
 /// True when the ring turns straight back at vertex b, or has no length there.

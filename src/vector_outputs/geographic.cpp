@@ -51,6 +51,7 @@ bool IS_GEOGRAPHIC(std::string_view projection) {
 bool INPUT_IS_GEOGRAPHIC() {
     const std::string folder = FILEFOLDERPATH(OPTIONS().inputFile);
     for (const char* name : {"Header.prj", "Projection.prj", "Header.mif", "Projection.mif"})
-        if (const std::optional<std::string> found = FIND_FILE(folder + name)) return IS_GEOGRAPHIC(projectionPart(wholeText(*found)));
+        if (const std::optional<std::string> found = FIND_FILE(folder + name))
+            return IS_GEOGRAPHIC(projectionPart(wholeText(*found)));
     return false;
 }

@@ -57,7 +57,8 @@ void GRID_MATERIALS(GriddedValues& gridded, const Mesh& mesh) {
     materials.nodes = mesh.elementCount;
     materials.cellCentred = true;
     materials.x.assign(mesh.elements.size(), NO_VALUE);
-    for (std::size_t id = 1; id < mesh.elements.size(); ++id) materials.x[id] = static_cast<float>(mesh.elements[id].material);
+    for (std::size_t id = 1; id < mesh.elements.size(); ++id)
+        materials.x[id] = static_cast<float>(mesh.elements[id].material);
     GridRun run = START_GRID(gridded.run.grid, PlanKind::Cells, false, false);
     GRID_RESULTS(run, mesh, materials, {});
     gridded.materials = std::move(run.grid.values);

@@ -9,15 +9,16 @@
 
 /// Values in the grid's order (CELL_INDEX), NO_VALUE where there are none. Kept from one output time to the next.
 struct GriddedValues {
-    GridRun run;                   ///< its grid lends its memory to `x` and `y` in turn
-    std::vector<float> x, y;       ///< the scalar, or both components; y empty for scalars
-    std::vector<float> bed;        ///< bed elevations; empty when nobody asks
-    std::vector<float> materials;  ///< material of the cell under the point (of touching cells the largest); empty when nobody asks
-    Results scalars;               ///< one component as a scalar result, and its flags
+    GridRun run;              ///< its grid lends its memory to `x` and `y` in turn
+    std::vector<float> x, y;  ///< the scalar, or both components; y empty for scalars
+    std::vector<float> bed;   ///< bed elevations; empty when nobody asks
+    /// material of the cell under the point (of touching cells the largest); empty when nobody asks
+    std::vector<float> materials;
+    Results scalars;  ///< one component as a scalar result, and its flags
 };
 
-/// The components of vectors are interpolated one by one: the magnitude of what comes out is not the interpolated magnitude.
-/// header: corner, cell size and counts. vector, cellCentred, severalTimes: of the results to come.
+/// The components of vectors are interpolated one by one: the magnitude of what comes out is not the interpolated
+/// magnitude. header: corner, cell size and counts. vector, cellCentred, severalTimes: of the results to come.
 GriddedValues START_GRIDDED(const Grid& header, bool vector, bool cellCentred, bool severalTimes);
 
 /// Fills x and y from one output time.

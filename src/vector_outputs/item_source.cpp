@@ -69,7 +69,8 @@ bool takeNode(const ItemSource& source, std::size_t id, MapItem& item) {
     item[Column::Elevation] = static_cast<double>(node.z);
     if (!source.nodeMaterials.empty()) item.material = source.nodeMaterials[id];
     const bool exempt = !source.cutoff.exemptNodes.empty() && source.cutoff.exemptNodes[id] != 0;
-    return setResults(source, item, source.x.empty() ? NO_VALUE : source.x[id], source.y.empty() ? NO_VALUE : source.y[id], exempt);
+    return setResults(source, item, source.x.empty() ? NO_VALUE : source.x[id],
+                      source.y.empty() ? NO_VALUE : source.y[id], exempt);
 }
 
 void placeCell(const ItemSource& source, const MeshElement& element, MapItem& item) {
@@ -106,7 +107,8 @@ bool takeGridCell(const ItemSource& source, std::size_t index, MapItem& item) {
         if (IS_MISSING(source.bed[index])) return false;  // a level over no bed has no depth
         item[Column::Elevation] = static_cast<double>(source.bed[index]);
     }
-    if (!source.materials.empty()) item.material = IS_MISSING(source.materials[index]) ? 0 : static_cast<std::int32_t>(source.materials[index]);
+    if (!source.materials.empty())
+        item.material = IS_MISSING(source.materials[index]) ? 0 : static_cast<std::int32_t>(source.materials[index]);
     return setResults(source, item, source.x[index], source.y.empty() ? NO_VALUE : source.y[index], false);
 }
 
@@ -123,7 +125,8 @@ bool takesPart(const MeshElement& element) { return element.shape != 0 && !eleme
 
 template <typename Visit>
 void forEachNode(const MeshElement& element, Visit visit) {
-    for (std::size_t slot = 0; slot < static_cast<std::size_t>(element.shape); ++slot) visit(place(element.nodes[slot]));
+    for (std::size_t slot = 0; slot < static_cast<std::size_t>(element.shape); ++slot)
+        visit(place(element.nodes[slot]));
 }
 
 }  // namespace
@@ -135,10 +138,12 @@ bool NEXT_ITEM(ItemSource& source, MapItem& item) {
     return false;
 }
 
-std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet, std::span<const std::uint8_t> oneD) {
+std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet,
+                                    std::span<const std::uint8_t> oneD) {
     std::vector<std::uint8_t> cells(mesh.elements.size(), 0);
     for (std::size_t id = 1; id < cells.size(); ++id)
-        cells[id] = takesPart(mesh.elements[id]) && (wet.empty() || wet[id] != 0) && (oneD.empty() || oneD[id] == 0) ? 1 : 0;
+        cells[id] =
+            takesPart(mesh.elements[id]) && (wet.empty() || wet[id] != 0) && (oneD.empty() || oneD[id] == 0) ? 1 : 0;
     return cells;
 }
 
@@ -146,7 +151,8 @@ std::vector<std::uint8_t> WET_NODES(const Mesh& mesh, std::span<const std::uint8
     std::vector<std::uint8_t> nodes(mesh.nodes.size(), 0);
     for (std::size_t id = 1; id < mesh.elements.size(); ++id) {
         const MeshElement& element = mesh.elements[id];
-        if (takesPart(element) && (wet.empty() || wet[id] != 0)) forEachNode(element, [&](std::size_t node) { nodes[node] = 1; });
+        if (takesPart(element) && (wet.empty() || wet[id] != 0))
+            forEachNode(element, [&](std::size_t node) { nodes[node] = 1; });
     }
     return nodes;
 }

@@ -1,4 +1,5 @@
-// Where the objects of a layer come from: the nodes or cells of the mesh, or the cells of a grid, in rising order, dry and missing ones left out.
+// Where the objects of a layer come from: the nodes or cells of the mesh, or the cells of a grid, in rising order, dry
+// and missing ones left out.
 #pragma once
 
 #include "inputs/mesh.h"
@@ -14,35 +15,39 @@
 /// Which objects are too shallow to be written.
 struct Cutoff {
     enum class Of : std::uint8_t { Nothing, WaterLevel, Depth };
-    Of of = Of::Nothing;             ///< what the values are; of a water level the depth is the level less the bed
-    double depth = 0.0;              ///< shallower ones are left out
-    std::span<const std::uint8_t> exemptNodes;  ///< per node, numbered from 1: 1 for a node it does not apply to; may be empty
+    Of of = Of::Nothing;  ///< what the values are; of a water level the depth is the level less the bed
+    double depth = 0.0;   ///< shallower ones are left out
+    /// per node, numbered from 1: 1 for a node it does not apply to; may be empty
+    std::span<const std::uint8_t> exemptNodes;
 };
 
 /// Everything a walk reads. The spans stay the caller's.
 struct ItemSource {
     const Mesh* mesh = nullptr;
     LayerKind kind;
-    bool cellValues = false;         ///< x and y hold a value per cell, else per node; a grid has its own
-    std::span<const float> x, y;     ///< results, numbered from 1 (of a grid: in the grid's order, from 0); y empty for scalars, both for the bed
-    std::span<const std::uint8_t> chosen;   ///< per node or cell, numbered from 1: 1 where it may be written
+    bool cellValues = false;  ///< x and y hold a value per cell, else per node; a grid has its own
+    /// results, numbered from 1 (of a grid: in the grid's order, from 0); y empty for scalars, both for the bed
+    std::span<const float> x, y;
+    std::span<const std::uint8_t> chosen;         ///< per node or cell, numbered from 1: 1 where it may be written
     std::span<const std::int32_t> nodeMaterials;  ///< per node, numbered from 1; empty when nobody asks
-    const Grid* grid = nullptr;      ///< corner, cell size and counts, of a grid layer
-    std::span<const float> bed, materials;  ///< of a grid layer, in the grid's order; empty when nobody asks
+    const Grid* grid = nullptr;                   ///< corner, cell size and counts, of a grid layer
+    std::span<const float> bed, materials;        ///< of a grid layer, in the grid's order; empty when nobody asks
     Cutoff cutoff;
     TurnedAxes axes;
-    double time = 0.0;               ///< for the column
-    std::size_t next = 0;            ///< index of the next candidate; 0 begins the walk
+    double time = 0.0;     ///< for the column
+    std::size_t next = 0;  ///< index of the next candidate; 0 begins the walk
 };
 
-/// The next object that is to be written, with all its columns set. False behind the last. Its centroid is where a cell's point stands,
-/// its centre node where it has one.
+/// The next object that is to be written, with all its columns set. False behind the last. Its centroid is where a
+/// cell's point stands, its centre node where it has one.
 bool NEXT_ITEM(ItemSource& source, MapItem& item);
 
 /// Per cell, numbered from 1: 1 for a 2D cell that is wet, takes part in outputs and is not removed.
 /// wet: flags per cell, numbered from 1; empty when all are wet. oneD: of ONE_D_TRIANGLES.
-std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet, std::span<const std::uint8_t> oneD);
+std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet,
+                                    std::span<const std::uint8_t> oneD);
 /// Per node, numbered from 1: 1 for a node that a wet element uses, 1D triangles included.
 std::vector<std::uint8_t> WET_NODES(const Mesh& mesh, std::span<const std::uint8_t> wet);
-/// Per node, numbered from 1: the material of the last element in numbering order that uses it and is not removed; 0 for none.
+/// Per node, numbered from 1: the material of the last element in numbering order that uses it and is not removed; 0
+/// for none.
 std::vector<std::int32_t> NODE_MATERIALS(const Mesh& mesh);

@@ -16,12 +16,14 @@ const Columns LEADING[] = {
 Columns contentColumns(const LayerKind& kind, const RunOptions& options) {
     switch (kind.content) {
         case LayerContent::Bed: return {};
-        case LayerContent::Scalar: return kind.waterLevel ? Columns{Column::Value, Column::Depth} : Columns{Column::Value};
+        case LayerContent::Scalar:
+            return kind.waterLevel ? Columns{Column::Value, Column::Depth} : Columns{Column::Value};
         case LayerContent::Vector: break;
     }
     if (options.vx) return {Column::XComponent};
     if (options.vy) return {Column::YComponent};
-    if ((options.va || options.vdir) && kind.drawnAs != DrawnAs::Arrow) return {options.compass ? Column::Bearing : Column::Angle};
+    if ((options.va || options.vdir) && kind.drawnAs != DrawnAs::Arrow)
+        return {options.compass ? Column::Bearing : Column::Angle};
     return {Column::Magnitude, Column::Angle, Column::XComponent, Column::YComponent, Column::Bearing};
 }
 

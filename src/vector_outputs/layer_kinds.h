@@ -19,6 +19,6 @@ struct LayerKind {
 };
 
 /// The columns in their order: what the objects have, what is shown of them, and behind them what -verbose adds.
-/// options: vx, vy, va, vdir, compass and verbose are read. Arrows are drawn along a component but never as a direction alone, so they carry
-/// all columns under -va and -vdir.
+/// options: vx, vy, va, vdir, compass and verbose are read. Arrows are drawn along a component but never as a direction
+/// alone, so they carry all columns under -va and -vdir.
 std::vector<Column> LAYER_COLUMNS(const LayerKind& kind, const RunOptions& options);

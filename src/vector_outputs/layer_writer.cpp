@@ -71,7 +71,8 @@ std::int32_t openLayer(const LayerJob& job) {
 
 void reportCounts(const LayerJob& job, const LayerCounts& counts) {
     if (counts.invalid > 0)
-        DMESSAGE("WARNING - " + AINTEGER8(counts.invalid) + (job.source.kind.drawnAs == DrawnAs::Arrow ? " arrows" : " cells") +
+        DMESSAGE("WARNING - " + AINTEGER8(counts.invalid) +
+                 (job.source.kind.drawnAs == DrawnAs::Arrow ? " arrows" : " cells") +
                  " would not be valid polygons (crossed, flat or with a node twice) and are left out.");
     if (counts.written == 0) DMESSAGE("WARNING - No wet points to output at this time.");
     REPORT(AINTEGER8(counts.written) + " objects written.");

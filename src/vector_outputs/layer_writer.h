@@ -9,13 +9,14 @@
 
 /// What is written and how. Filled by the run's vector outputs.
 struct LayerJob {
-    std::string name;         ///< with its extension, .mif or .shp
+    std::string name;  ///< with its extension, .mif or .shp
     ItemSource source;
     RecordColumns record;
-    ArrowRules arrows;        ///< of a layer of arrows
-    double step = 0.0;        ///< what the file keeps coordinates to, map units; 0: as they are
+    ArrowRules arrows;  ///< of a layer of arrows
+    double step = 0.0;  ///< what the file keeps coordinates to, map units; 0: as they are
 };
 
-/// Writes the layer and reports the number of its objects. Polygons that would not be valid are left out with one WARNING; a layer without
-/// objects is written empty, with a WARNING. Objects are drawn and written one at a time, so memory does not grow with their number.
+/// Writes the layer and reports the number of its objects. Polygons that would not be valid are left out with one
+/// WARNING; a layer without objects is written empty, with a WARNING. Objects are drawn and written one at a time, so
+/// memory does not grow with their number.
 void WRITE_LAYER(LayerJob& job);

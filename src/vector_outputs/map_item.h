@@ -7,7 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Columns that a layer may have. The reals come first, so that a column is also the place of its value in MapItem::reals.
+/// Columns that a layer may have. The reals come first, so that a column is also the place of its value in
+/// MapItem::reals.
 enum class Column : std::uint8_t {
     Elevation,   ///< bed, map's vertical unit
     Value,       ///< the scalar result, named after its quantity
@@ -16,12 +17,12 @@ enum class Column : std::uint8_t {
     Angle,       ///< where the flow goes: degrees counter-clockwise from east, (-180, 180]
     XComponent,  ///< along the x axis, turned by -slant
     YComponent,
-    Bearing,     ///< where the flow goes: degrees clockwise from north, [0, 360)
-    Time,        ///< hours, with -sec seconds; a marker as it is
-    SmsId,       ///< node or element number of the mesh; from here on no reals
-    PtType,      ///< kind of a node
-    MatId,       ///< material of a cell; of a node or a point that of the last cell in numbering order that has it
-    GridRef      ///< "R00001C00001"
+    Bearing,  ///< where the flow goes: degrees clockwise from north, [0, 360)
+    Time,     ///< hours, with -sec seconds; a marker as it is
+    SmsId,    ///< node or element number of the mesh; from here on no reals
+    PtType,   ///< kind of a node
+    MatId,    ///< material of a cell; of a node or a point that of the last cell in numbering order that has it
+    GridRef   ///< "R00001C00001"
 };
 constexpr std::size_t REAL_COLUMNS = static_cast<std::size_t>(Column::SmsId);
 
@@ -31,7 +32,7 @@ struct MapItem {
     double x = 0.0, y = 0.0;           ///< where its point stands or its arrow starts, map units
     NodeKind kind = {' ', ' '};
     std::int32_t material = 0;
-    float vx = 0.0F, vy = 0.0F;        ///< components of vector results along the map's axes
+    float vx = 0.0F, vy = 0.0F;  ///< components of vector results along the map's axes
     std::array<double, REAL_COLUMNS> reals{};
 
     double& operator[](Column column_) { return reals[static_cast<std::size_t>(column_)]; }

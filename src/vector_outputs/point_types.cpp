@@ -9,11 +9,8 @@ struct Token {
     bool PointTypes::*flag;
 };
 constexpr Token TOKENS[] = {
-    {"UV", &PointTypes::sides},
-    {"C", &PointTypes::centres},
-    {"H", &PointTypes::corners},
-    {"T", &PointTypes::triangles},
-    {"ALL", &PointTypes::all},
+    {"UV", &PointTypes::sides},    {"C", &PointTypes::centres}, {"H", &PointTypes::corners},
+    {"T", &PointTypes::triangles}, {"ALL", &PointTypes::all},
 };
 
 const Token* tokenAt(std::string_view text) {

@@ -13,8 +13,8 @@ struct PointTypes {
     std::string unknown;  ///< the letters that stand for nothing, in their order
 };
 
-/// Reads the text behind -pts from left to right, letter case ignored: "UV" cell sides, "C" centres, "H" corners, "T" 1D triangles, "ALL".
-/// Blanks and commas between them count for nothing. A text without any of them stands for all.
+/// Reads the text behind -pts from left to right, letter case ignored: "UV" cell sides, "C" centres, "H" corners, "T"
+/// 1D triangles, "ALL". Blanks and commas between them count for nothing. A text without any of them stands for all.
 PointTypes READ_POINT_TYPES(std::string_view text);
 
 /// True when a node of this kind is written. Never for the blank kind: no element uses such a node.

@@ -68,7 +68,9 @@ void addGridRef(std::string& line, const MapItem& item, int digits) {
     add(line, {text.data(), static_cast<std::size_t>(at - text.data())});
 }
 
-void addPointType(std::string& line, NodeKind kind) { ADD_TEXT(line, {kind.data(), kind[1] == ' ' ? std::size_t{1} : std::size_t{2}}); }
+void addPointType(std::string& line, NodeKind kind) {
+    ADD_TEXT(line, {kind.data(), kind[1] == ' ' ? std::size_t{1} : std::size_t{2}});
+}
 
 double numberOf(const MapItem& item, Column column) {
     if (column < Column::SmsId) return item[column];
@@ -80,28 +82,34 @@ bool isNumber(Column column) { return column != Column::PtType && column != Colu
 int digitsOf(std::int32_t number) { return static_cast<int>(std::to_string(number).size()); }
 
 int longest(const RecordColumn& column, int decimals) {
-    return static_cast<int>(std::max(realText(column.lowest, decimals).size(), realText(column.highest, decimals).size()));
+    return static_cast<int>(
+        std::max(realText(column.lowest, decimals).size(), realText(column.highest, decimals).size()));
 }
 
-std::string decimalType(int width, int decimals) { return "Decimal(" + std::to_string(width) + "," + std::to_string(decimals) + ")"; }
+std::string decimalType(int width, int decimals) {
+    return "Decimal(" + std::to_string(width) + "," + std::to_string(decimals) + ")";
+}
 
 std::string typeOf(const RecordColumns& record, const RecordColumn& column, bool shortIntegers) {
     switch (column.column) {
         case Column::PtType: return "Char(2)";
-        case Column::GridRef: return "Char(" + std::to_string(std::max(GRID_REF_WIDTH, 2 + 2 * record.gridDigits)) + ")";
+        case Column::GridRef:
+            return "Char(" + std::to_string(std::max(GRID_REF_WIDTH, 2 + 2 * record.gridDigits)) + ")";
         case Column::SmsId:
         case Column::MatId: {
             const int width = longest(column, 0);
             return shortIntegers && width > SHORT_INTEGER ? decimalType(width, 0) : "Integer";
         }
-        default: return decimalType(std::max(record.format.width, longest(column, record.format.decimals)), record.format.decimals);
+        default:
+            return decimalType(std::max(record.format.width, longest(column, record.format.decimals)),
+                               record.format.decimals);
     }
 }
 
 }  // namespace
 
-RecordColumns RECORD_COLUMNS(const std::vector<Column>& columns, RealFormat format, std::string valueName, std::int32_t gridRows,
-                             std::int32_t gridColumns) {
+RecordColumns RECORD_COLUMNS(const std::vector<Column>& columns, RealFormat format, std::string valueName,
+                             std::int32_t gridRows, std::int32_t gridColumns) {
     RecordColumns record;
     for (const Column column : columns) record.columns.push_back({column, 0.0, 0.0});
     record.format = format;
@@ -126,7 +134,8 @@ void NOTE_RECORD(RecordColumns& record, const MapItem& item) {
 std::vector<GisAttribute> ATTRIBUTES_OF(const RecordColumns& record, bool shortIntegers) {
     std::vector<GisAttribute> attributes;
     for (const RecordColumn& column : record.columns) {
-        const std::string_view name = column.column == Column::Value ? std::string_view(record.valueName) : NAMES[static_cast<std::size_t>(column.column)];
+        const std::string_view name = column.column == Column::Value ? std::string_view(record.valueName)
+                                                                     : NAMES[static_cast<std::size_t>(column.column)];
         attributes.push_back({std::string(name), typeOf(record, column, shortIntegers)});
     }
     return attributes;

@@ -1,4 +1,5 @@
-// The columns of a layer as attributes: their names and types, sized from what will be written, and the data line of an object.
+// The columns of a layer as attributes: their names and types, sized from what will be written, and the data line of an
+// object.
 #pragma once
 
 #include "gis/layers.h"
@@ -24,23 +25,25 @@ struct RecordColumn {
 struct RecordColumns {
     std::vector<RecordColumn> columns;
     RealFormat format;
-    std::string valueName;          ///< "Water Level"; blank becomes "Value"
-    int gridDigits = 5;             ///< of a row and of a column in the grid reference
-    std::string westFrom, westTo;   ///< texts of -180 and 180: an angle that rounds to the one is written as the other
-    std::string turnFrom, turnTo;   ///< texts of 360 and 0, for bearings
+    std::string valueName;         ///< "Water Level"; blank becomes "Value"
+    int gridDigits = 5;            ///< of a row and of a column in the grid reference
+    std::string westFrom, westTo;  ///< texts of -180 and 180: an angle that rounds to the one is written as the other
+    std::string turnFrom, turnTo;  ///< texts of 360 and 0, for bearings
 };
 
 /// rows, columns: counts of a grid layer, which the width of its references follows; else 0.
-RecordColumns RECORD_COLUMNS(const std::vector<Column>& columns, RealFormat format, std::string valueName, std::int32_t gridRows, std::int32_t gridColumns);
+RecordColumns RECORD_COLUMNS(const std::vector<Column>& columns, RealFormat format, std::string valueName,
+                             std::int32_t gridRows, std::int32_t gridColumns);
 
 /// Counts an object that will be written into the ranges, which the widths follow.
 void NOTE_RECORD(RecordColumns& record, const MapItem& item);
 
-/// The attributes: "Integer", "Char(2)", "Decimal(10,4)". shortIntegers: the format holds integers of 8 characters, so longer ones are Decimal(n,0).
+/// The attributes: "Integer", "Char(2)", "Decimal(10,4)". shortIntegers: the format holds integers of 8 characters, so
+/// longer ones are Decimal(n,0).
 std::vector<GisAttribute> ATTRIBUTES_OF(const RecordColumns& record, bool shortIntegers);
 
 /// The item's data line: values in column order between commas, texts in double quotes.
 void FORM_RECORD(const RecordColumns& record, const MapItem& item, std::string& line);
-/// Adds one value to a line, behind a comma unless it is the first. A negative real that rounds to zero loses its sign, and a direction that
-/// rounds out of its range is brought back into it: no "-0.0000", "-180.0000" or "360.0000".
+/// Adds one value to a line, behind a comma unless it is the first. A negative real that rounds to zero loses its sign,
+/// and a direction that rounds out of its range is brought back into it: no "-0.0000", "-180.0000" or "360.0000".
 void ADD_COLUMN(std::string& line, const RecordColumns& record, const MapItem& item, Column column);

@@ -19,7 +19,8 @@ std::string headerRow(const RecordColumns& record) {
 
 }  // namespace
 
-void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const RecordColumns& record, int coordinateDecimals) {
+void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const RecordColumns& record,
+                       int coordinateDecimals) {
     REPORT("Writing " + name + "...");
     const int file = OPEN_FILE(name, "O ", "txt");
     WRITE_OR_STOP(file, headerRow(record));
@@ -32,7 +33,8 @@ void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const Record
         ADD_COLUMN(line, record, item, record.columns.front().column);
         ADD_REAL(line, item.x, coordinateDecimals);
         ADD_REAL(line, item.y, coordinateDecimals);
-        for (std::size_t i = 1; i < record.columns.size(); ++i) ADD_COLUMN(line, record, item, record.columns[i].column);
+        for (std::size_t i = 1; i < record.columns.size(); ++i)
+            ADD_COLUMN(line, record, item, record.columns[i].column);
         line += '\n';
         WRITE_OR_STOP(file, line);
         ++rows;

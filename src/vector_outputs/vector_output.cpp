@@ -52,7 +52,9 @@ LayerKind layerOf(const VectorRun& run, const Results& results) {
     const RunOptions& options = OPTIONS();
     LayerKind kind;
     kind.content = results.vector ? LayerContent::Vector : LayerContent::Scalar;
-    kind.items = run.gridded ? ItemKind::GridCell : results.cellCentred || options.region ? ItemKind::Cell : ItemKind::Node;
+    kind.items = run.gridded                             ? ItemKind::GridCell
+                 : results.cellCentred || options.region ? ItemKind::Cell
+                                                         : ItemKind::Node;
     kind.drawnAs = options.vector ? DrawnAs::Arrow : options.region ? DrawnAs::Region : DrawnAs::Point;
     kind.waterLevel = !results.vector && IS_WATER_LEVEL(results.quantity);
     return kind;
@@ -111,7 +113,8 @@ void write(const VectorRun& run, LayerJob& job, const std::string& valueName, co
     const LayerKind& kind = job.source.kind;
     const Grid* grid = job.source.grid;
     const std::vector<Column> columns = options.txt ? textColumns(kind) : LAYER_COLUMNS(kind, options);
-    job.record = RECORD_COLUMNS(columns, {options.precisionWidth, options.precisionDecimals}, valueName, grid ? grid->nrows : 0, grid ? grid->ncols : 0);
+    job.record = RECORD_COLUMNS(columns, {options.precisionWidth, options.precisionDecimals}, valueName,
+                                grid ? grid->nrows : 0, grid ? grid->ncols : 0);
     job.name = base + std::string(VECTOR_FILES().front());
     if (options.txt) return WRITE_TEXT_POINTS(job.name, job.source, job.record, run.coordinateDecimals);
     job.arrows = run.arrows;
@@ -133,7 +136,9 @@ void CHECK_VECTOR_SWITCHES() {
     const RunOptions& options = OPTIONS();
     if (!IS_VECTOR_OUTPUT()) return;
     const PointTypes types = READ_POINT_TYPES(options.pointTypes);
-    if (!types.unknown.empty()) DMESSAGE("WARNING - Unknown point types \"" + types.unknown + "\" in -pts" + options.pointTypes + " are ignored.");
+    if (!types.unknown.empty())
+        DMESSAGE("WARNING - Unknown point types \"" + types.unknown + "\" in -pts" + options.pointTypes +
+                 " are ignored.");
     if (options.region && options.txt) {
         DMESSAGE("WARNING - The -region option is ignored with -txt.");
         DROP_REGION();
@@ -176,7 +181,8 @@ VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, bool vector
 }
 
 void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::string& base) {
-    if (OPTIONS().vector && !results.vector) return DMESSAGE("WARNING - " + results.quantity + " holds no vectors, no arrows are written.");
+    if (OPTIONS().vector && !results.vector)
+        return DMESSAGE("WARNING - " + results.quantity + " holds no vectors, no arrows are written.");
     if (OPTIONS().region && !results.cellCentred && !run.mesh->highResolution)
         STOP_RUN("ERROR - -region requires High Resolution or cell centred results.");
     LayerJob job;
@@ -190,7 +196,9 @@ void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::stri
     if (run.gridded) {
         gridResults(run, results, source.kind, source);
     } else {
-        chosen = chosenOf(run, source.kind.items, results.cells > 0 ? std::span<const std::uint8_t>(results.wet) : std::span<const std::uint8_t>{});
+        chosen =
+            chosenOf(run, source.kind.items,
+                     results.cells > 0 ? std::span<const std::uint8_t>(results.wet) : std::span<const std::uint8_t>{});
         source.cellValues = results.cellCentred;
         source.x = results.x;
         if (results.vector) source.y = results.y;

@@ -23,8 +23,8 @@ struct VectorRun {
     std::vector<std::uint8_t> oneDTriangles, oneDNodes;  ///< numbered from 1; empty when the mesh has none
     std::vector<std::int32_t> nodeMaterials;             ///< numbered from 1; with -verbose only
     bool gridded = false;
-    GriddedValues grid;    ///< of a gridded run
-    ArrowRules arrows;     ///< of a run with -vector
+    GriddedValues grid;          ///< of a gridded run
+    ArrowRules arrows;           ///< of a run with -vector
     int coordinateDecimals = 3;  ///< of -txt
 };
 
@@ -34,19 +34,19 @@ bool IS_VECTOR_OUTPUT();
 /// The files that an output consists of, main file first: {".mif", ".mid"}.
 std::vector<std::string_view> VECTOR_FILES();
 
-/// Drops switches that others rule out and says so: -region drops -grid and -pts, grids have no point types, -txt has no regions. Warns of
-/// letters in -pts that stand for nothing.
+/// Drops switches that others rule out and says so: -region drops -grid and -pts, grids have no point types, -txt has
+/// no regions. Warns of letters in -pts that stand for nothing.
 void CHECK_VECTOR_SWITCHES();
 
 /// "Setting filter flags based on Zpt types: " with its count, where -pts filters nodes.
 void REPORT_POINT_FILTER(const Mesh& mesh);
 
-/// header: corner, cell size and counts of the grid of a gridded run; nullptr for none. vector, cellCentred, severalTimes: of the results to come;
-/// all false for a mesh alone.
+/// header: corner, cell size and counts of the grid of a gridded run; nullptr for none. vector, cellCentred,
+/// severalTimes: of the results to come; all false for a mesh alone.
 VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, bool vector, bool cellCentred, bool severalTimes);
 
-/// Writes one dataset at one output time. base: the output's name without extension. A scalar dataset of a run with -vector is passed over with a
-/// WARNING. Regions of results that have no value at cell centres stop the run.
+/// Writes one dataset at one output time. base: the output's name without extension. A scalar dataset of a run with
+/// -vector is passed over with a WARNING. Regions of results that have no value at cell centres stop the run.
 void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::string& base);
 
 /// Writes the nodes, or with -region the cells, of the mesh alone, all counted as wet.

@@ -5,7 +5,8 @@
 
 #include <utility>
 
-template <auto Close> class H5Handle {
+template <auto Close>
+class H5Handle {
 public:
     H5Handle() = default;
     explicit H5Handle(hid_t id) : id_(id) {}

@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr std::size_t LONGEST_TEXT = 65536;  // bytes; no unit or group type comes near, so a longer one is no text of this layout
+// bytes; no unit or group type comes near, so a longer one is no text of this layout
+constexpr std::size_t LONGEST_TEXT = 65536;
 
 herr_t keepFirst(unsigned n, const H5E_error2_t* entry, void* text) {
     if (n == 0 && entry->desc != nullptr) *static_cast<const char**>(text) = entry->desc;

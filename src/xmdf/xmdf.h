@@ -1,6 +1,6 @@
-// XMDF results files, read through the HDF5 library. Layout: groups with the text attribute "Grouptype"; a group of type "DATASET SCALAR"
-// or "DATASET VECTOR" holds Times (times), Values (times x nodes, or times x nodes x 2) and, optionally, Active (times x cells).
-// A build without HDF5 has the same operations, each of which fails with a reason.
+// XMDF results files, read through the HDF5 library. Layout: groups with the text attribute "Grouptype"; a group of
+// type "DATASET SCALAR" or "DATASET VECTOR" holds Times (times), Values (times x nodes, or times x nodes x 2) and,
+// optionally, Active (times x cells). A build without HDF5 has the same operations, each of which fails with a reason.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,12 @@ using XmdfStatus = int;
 
 struct XmdfFileState;
 struct XmdfGroupState;
-struct XmdfFileCloser { void operator()(XmdfFileState* state) const; };
-struct XmdfGroupCloser { void operator()(XmdfGroupState* state) const; };
+struct XmdfFileCloser {
+    void operator()(XmdfFileState* state) const;
+};
+struct XmdfGroupCloser {
+    void operator()(XmdfGroupState* state) const;
+};
 
 /// An open file and an open dataset group of one; empty while nothing is open. They close themselves, in any order.
 using XmdfFile = std::unique_ptr<XmdfFileState, XmdfFileCloser>;
@@ -34,18 +38,20 @@ XmdfStatus xfgetlibraryversion_f(float& version);
 /// Number of datasets of the kind, and the length of the longest path.
 XmdfStatus xfgetscalardatasetsinfo_f(XmdfFileState& file, std::int32_t& count, std::int32_t& longest);
 XmdfStatus xfgetvectordatasetsinfo_f(XmdfFileState& file, std::int32_t& count, std::int32_t& longest);
-/// Full paths ("/run/Temporal/Depth"), numbered from 0, in the order in which an index by name lists the links, depth first. Each group
-/// is met once, by its first hard link; datasets are not searched for further ones.
+/// Full paths ("/run/Temporal/Depth"), numbered from 0, in the order in which an index by name lists the links, depth
+/// first. Each group is met once, by its first hard link; datasets are not searched for further ones.
 XmdfStatus xfgetscalardatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths);
 XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths);
-/// What the listing passed over, a line each: dangling and external links, and groups that hold Values without a Grouptype.
+/// What the listing passed over, a line each: dangling and external links, and groups that hold Values without a
+/// Grouptype.
 const std::vector<std::string>& XMDF_SKIPPED(const XmdfFileState& file);
 
 /// Opens a dataset by its full path. A group without a dataset's Grouptype is refused.
 XmdfStatus xfopengroup_f(XmdfFileState& file, const std::string& path, XmdfGroup& group);
 XmdfStatus xfclosegroup_f(XmdfGroup& group);
 
-// The members of a dataset are opened and their shapes compared on first use: nothing is allocated on the word of the file before that.
+// The members of a dataset are opened and their shapes compared on first use: nothing is allocated on the word of the
+// file before that.
 /// Values per time: the nodes of the model, or its cells.
 XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState& group, std::int32_t& count);
 /// Active flags per time; 0 when the dataset has none.
@@ -56,7 +62,8 @@ XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count);
 /// All times in the file's unit. A time that is not a finite number is a failure.
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times);
 
-/// One time step, numbered from 1, of any integer or float type in the file. values: exactly one per node, or x and y per node in turn.
+/// One time step, numbered from 1, of any integer or float type in the file. values: exactly one per node, or x and y
+/// per node in turn.
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values);
 XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values);
 /// The active flags of a time step, exactly one per cell. Only for a dataset that has them.

@@ -18,15 +18,17 @@ bool countFits(const H5Table& table, int dimension, hsize_t least, hsize_t most,
 }
 
 bool sameTimes(const H5Table& table, const H5Table& other) {
-    return table.extent[0] == other.extent[0] || failed(table.name + " has " + std::to_string(table.extent[0]) + " times, but " + other.name +
-                                                        " has " + std::to_string(other.extent[0]));
+    return table.extent[0] == other.extent[0] ||
+           failed(table.name + " has " + std::to_string(table.extent[0]) + " times, but " + other.name + " has " +
+                  std::to_string(other.extent[0]));
 }
 
 bool openValues(XmdfGroupState& g) {
     if (g.values.isOpen()) return true;
     H5Table table;
     if (!h5OpenTable(g.group.id(), g.name, "Values", g.vector ? 3 : 2, table)) return false;
-    if (!countFits(table, 0, 1, MOST_TIMES, "times") || !countFits(table, 1, 1, MOST_COUNTED, "values per time")) return false;
+    if (!countFits(table, 0, 1, MOST_TIMES, "times") || !countFits(table, 1, 1, MOST_COUNTED, "values per time"))
+        return false;
     if (g.vector && !countFits(table, 2, 2, 2, "components, expecting 2")) return false;
     g.values = std::move(table);
     return true;
@@ -35,7 +37,8 @@ bool openValues(XmdfGroupState& g) {
 bool openTimes(XmdfGroupState& g) {
     if (g.times.isOpen()) return true;
     H5Table table;
-    if (!h5OpenTable(g.group.id(), g.name, "Times", 1, table) || !countFits(table, 0, 1, MOST_TIMES, "times")) return false;
+    if (!h5OpenTable(g.group.id(), g.name, "Times", 1, table) || !countFits(table, 0, 1, MOST_TIMES, "times"))
+        return false;
     if (!openValues(g) || !sameTimes(table, g.values)) return false;
     g.times = std::move(table);
     return true;
@@ -45,7 +48,9 @@ bool openTimes(XmdfGroupState& g) {
 bool openActive(XmdfGroupState& g) {
     if (g.active.isOpen() || H5Lexists(g.group.id(), "Active", H5P_DEFAULT) <= 0) return true;
     H5Table table;
-    if (!h5OpenTable(g.group.id(), g.name, "Active", 2, table) || !countFits(table, 1, 0, MOST_COUNTED, "flags per time")) return false;
+    if (!h5OpenTable(g.group.id(), g.name, "Active", 2, table) ||
+        !countFits(table, 1, 0, MOST_COUNTED, "flags per time"))
+        return false;
     if (!openValues(g) || !sameTimes(table, g.values)) return false;
     g.active = std::move(table);
     return true;
@@ -90,7 +95,8 @@ XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times
     if (H5Dread(group.times.data.id(), H5T_NATIVE_DOUBLE, H5S_ALL, H5S_ALL, H5P_DEFAULT, times.data()) < 0)
         return xmdfFailed(group.times.name + " could not be read" + h5Reason());
     for (std::size_t i = 0; i < times.size(); ++i)
-        if (!std::isfinite(times[i])) return xmdfFailed(group.times.name + ", number " + std::to_string(i + 1) + ", is not a finite number");
+        if (!std::isfinite(times[i]))
+            return xmdfFailed(group.times.name + ", number " + std::to_string(i + 1) + ", is not a finite number");
     return 0;
 }
 

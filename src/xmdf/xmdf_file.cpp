@@ -3,7 +3,9 @@
 #include "xmdf/xmdf_reason.h"
 #include "xmdf/xmdf_state.h"
 
-namespace { constexpr float LAYOUT_VERSION = 2.1F; }
+namespace {
+constexpr float LAYOUT_VERSION = 2.1F;
+}
 
 void XmdfFileCloser::operator()(XmdfFileState* state) const { delete state; }
 void XmdfGroupCloser::operator()(XmdfGroupState* state) const { delete state; }

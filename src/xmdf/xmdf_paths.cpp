@@ -78,8 +78,12 @@ public:
     }
 
 private:
-    bool failed(const std::string& path) const { return xmdfFailed("\"" + file_.name + "\": " + path + " could not be read" + h5Reason()) >= 0; }
-    void skip(std::string_view what) { file_.skipped.push_back("Warning - " + std::string(what) + " skipped in \"" + file_.name + "\": " + path_); }
+    bool failed(const std::string& path) const {
+        return xmdfFailed("\"" + file_.name + "\": " + path + " could not be read" + h5Reason()) >= 0;
+    }
+    void skip(std::string_view what) {
+        file_.skipped.push_back("Warning - " + std::string(what) + " skipped in \"" + file_.name + "\": " + path_);
+    }
 
     bool follow(hid_t group, const Link& link) {
         if (link.type == H5L_TYPE_HARD) return meetObject(group, link.name.c_str());
@@ -105,10 +109,13 @@ private:
             case XmdfGroupKind::Vector: file_.vectorPaths.push_back(path_); return true;
             case XmdfGroupKind::Folder: break;
         }
-        if (H5Aexists(group.id(), "Grouptype") <= 0 && h5HasMember(group.id(), "Values")) skip("Group of values without a Grouptype");
+        if (H5Aexists(group.id(), "Grouptype") <= 0 && h5HasMember(group.id(), "Values"))
+            skip("Group of values without a Grouptype");
         Level level{std::move(group), {}, 0, path_.size()};
         hsize_t first = 0;
-        if (H5Literate(level.group.id(), H5_INDEX_NAME, H5_ITER_INC, &first, keepLink, static_cast<void*>(&level.links)) < 0) return false;
+        if (H5Literate(level.group.id(), H5_INDEX_NAME, H5_ITER_INC, &first, keepLink,
+                       static_cast<void*>(&level.links)) < 0)
+            return false;
         levels_.push_back(std::move(level));
         return true;
     }
@@ -129,7 +136,8 @@ XmdfStatus list(XmdfFileState& file) {
     return 0;
 }
 
-XmdfStatus describe(XmdfFileState& file, const std::vector<std::string>& paths, std::int32_t& count, std::int32_t& longest) {
+XmdfStatus describe(XmdfFileState& file, const std::vector<std::string>& paths, std::int32_t& count,
+                    std::int32_t& longest) {
     if (list(file) < 0) return -1;
     std::size_t length = 0;
     for (const std::string& path : paths) length = std::max(length, path.size());
@@ -152,6 +160,10 @@ XmdfStatus xfgetscalardatasetsinfo_f(XmdfFileState& file, std::int32_t& count, s
 XmdfStatus xfgetvectordatasetsinfo_f(XmdfFileState& file, std::int32_t& count, std::int32_t& longest) {
     return describe(file, file.vectorPaths, count, longest);
 }
-XmdfStatus xfgetscalardatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths) { return copyPaths(file, file.scalarPaths, paths); }
-XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths) { return copyPaths(file, file.vectorPaths, paths); }
+XmdfStatus xfgetscalardatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths) {
+    return copyPaths(file, file.scalarPaths, paths);
+}
+XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState& file, std::vector<std::string>& paths) {
+    return copyPaths(file, file.vectorPaths, paths);
+}
 const std::vector<std::string>& XMDF_SKIPPED(const XmdfFileState& file) { return file.skipped; }

@@ -1,6 +1,8 @@
 #include "xmdf/xmdf_reason.h"
 
-namespace { std::string lastReason; }
+namespace {
+std::string lastReason;
+}
 
 const std::string& XMDF_REASON() { return lastReason; }
 

@@ -8,16 +8,16 @@
 struct XmdfFileState {
     H5File file;
     std::string name;
-    bool listed = false;                           ///< the three lists below are filled
+    bool listed = false;  ///< the three lists below are filled
     std::vector<std::string> scalarPaths, vectorPaths;
     std::vector<std::string> skipped;
 };
 
 struct XmdfGroupState {
     H5Group group;
-    std::string name;                              ///< for messages: "x.xmdf": /run/Temporal/Depth
+    std::string name;  ///< for messages: "x.xmdf": /run/Temporal/Depth
     bool vector = false;
-    H5Table values, times, active;                 ///< opened on first use
+    H5Table values, times, active;  ///< opened on first use
 };
 
 enum class XmdfGroupKind { Folder, Scalar, Vector };

@@ -22,18 +22,22 @@ bool holdsNumbers(const H5Dataset& data) {
     const H5Type type(H5Dget_type(data.id()));
     if (H5Tget_size(type.id()) > WIDEST_NUMBER) return false;
     const H5T_class_t kind = H5Tget_class(type.id());
-    return kind == H5T_INTEGER || kind == H5T_FLOAT || kind == H5T_ENUM;  // flags are often an enumeration of FALSE and TRUE
+    // flags are often an enumeration of FALSE and TRUE
+    return kind == H5T_INTEGER || kind == H5T_FLOAT || kind == H5T_ENUM;
 }
 
 bool readExtent(H5Table& table, int rank) {
     const H5Space space(H5Dget_space(table.data.id()));
     table.rank = H5Sget_simple_extent_ndims(space.id());
-    if (table.rank != rank) return failed(table.name + " has " + std::to_string(table.rank) + " dimensions, expecting " + std::to_string(rank));
+    if (table.rank != rank)
+        return failed(table.name + " has " + std::to_string(table.rank) + " dimensions, expecting " +
+                      std::to_string(rank));
     H5Sget_simple_extent_dims(space.id(), table.extent.data(), nullptr);
     return true;
 }
 
-/// Storage without chunks must have room for the whole table; the library itself believes a damaged header and reads beyond it.
+/// Storage without chunks must have room for the whole table; the library itself believes a damaged header and reads
+/// beyond it.
 bool storageHoldsAll(const H5Table& table) {
     const H5Properties layout(H5Dget_create_plist(table.data.id()));
     const H5D_layout_t kind = H5Pget_layout(layout.id());
@@ -42,21 +46,24 @@ bool storageHoldsAll(const H5Table& table) {
     std::uint64_t bytes = H5Tget_size(type.id());
     for (int i = 0; i < table.rank; ++i) bytes *= table.extent[static_cast<std::size_t>(i)];
     const std::uint64_t stored = H5Dget_storage_size(table.data.id());
-    if (stored >= bytes || (kind == H5D_CONTIGUOUS && stored == 0)) return true;  // 0: nothing written yet, so that fill values are read
-    return failed(table.name + " is damaged: " + std::to_string(stored) + " of " + std::to_string(bytes) + " bytes are stored");
+    // 0: nothing written yet, so that fill values are read
+    if (stored >= bytes || (kind == H5D_CONTIGUOUS && stored == 0)) return true;
+    return failed(table.name + " is damaged: " + std::to_string(stored) + " of " + std::to_string(bytes) +
+                  " bytes are stored");
 }
 
 struct Chunks {
-    std::uint64_t bytes = 0;       ///< of one chunk; 0 for storage without chunks
+    std::uint64_t bytes = 0;  ///< of one chunk; 0 for storage without chunks
     std::uint64_t timesEach = 0;
-    std::uint64_t inRow = 1;       ///< chunks that hold one time
-    std::uint64_t slots = 1;       ///< hash slots in which the chunks of a row never meet
+    std::uint64_t inRow = 1;  ///< chunks that hold one time
+    std::uint64_t slots = 1;  ///< hash slots in which the chunks of a row never meet
 };
 
 Chunks chunksOf(const H5Table& table) {
     const H5Properties layout(H5Dget_create_plist(table.data.id()));
     std::array<hsize_t, 3> size{};
-    if (H5Pget_layout(layout.id()) != H5D_CHUNKED || H5Pget_chunk(layout.id(), table.rank, size.data()) != table.rank) return {};
+    if (H5Pget_layout(layout.id()) != H5D_CHUNKED || H5Pget_chunk(layout.id(), table.rank, size.data()) != table.rank)
+        return {};
     const H5Type type(H5Dget_type(table.data.id()));
     Chunks chunks{H5Tget_size(type.id()), size[0], 1, 1};
     for (int i = 0; i < table.rank; ++i) {
@@ -74,10 +81,12 @@ Chunks chunksOf(const H5Table& table) {
 std::string megabytes(std::uint64_t bytes) { return std::to_string((bytes >> 20) + 1) + " MB"; }
 
 bool chunkFits(const H5Table& table, const Chunks& chunks) {
-    if (chunks.bytes > LARGEST_CHUNK) return failed(table.name + " is stored in chunks of " + megabytes(chunks.bytes) + ", the limit is 2048 MB");
+    if (chunks.bytes > LARGEST_CHUNK)
+        return failed(table.name + " is stored in chunks of " + megabytes(chunks.bytes) + ", the limit is 2048 MB");
     const std::uint64_t available = AVAILABLE_MEMORY();
     if (available > 0 && chunks.bytes > available)
-        return failed(table.name + " is stored in chunks of " + megabytes(chunks.bytes) + ", more than the memory available");
+        return failed(table.name + " is stored in chunks of " + megabytes(chunks.bytes) +
+                      ", more than the memory available");
     return true;
 }
 
@@ -133,13 +142,16 @@ bool h5OpenTable(hid_t group, const std::string& groupName, const char* member, 
 
 bool h5ReadRow(const H5Table& table, hsize_t step, hid_t memoryType, void* to, std::size_t count) {
     if (step < 1 || step > table.extent[0])
-        return failed(table.name + " has " + std::to_string(table.extent[0]) + " times, asked for number " + std::to_string(step));
+        return failed(table.name + " has " + std::to_string(table.extent[0]) + " times, asked for number " +
+                      std::to_string(step));
     std::array<hsize_t, 3> start{step - 1, 0, 0};
     std::array<hsize_t, 3> size = table.extent;
     size[0] = 1;
     hsize_t row = 1;
     for (int i = 1; i < table.rank; ++i) row *= size[static_cast<std::size_t>(i)];
-    if (row != count) return failed(table.name + " has " + std::to_string(row) + " values per time, expecting " + std::to_string(count));
+    if (row != count)
+        return failed(table.name + " has " + std::to_string(row) + " values per time, expecting " +
+                      std::to_string(count));
     const H5Space inFile(H5Dget_space(table.data.id()));
     const H5Space inMemory(H5Screate_simple(1, &row, nullptr));
     if (H5Sselect_hyperslab(inFile.id(), H5S_SELECT_SET, start.data(), nullptr, size.data(), nullptr) < 0 ||

@@ -15,7 +15,8 @@
 constexpr std::string_view NEXT_FILE = "\n====\n";  ///< stands between the files in one input
 
 /// Writes x<extension> for each extension in turn and reads `layer`. A stopped run is an answer like any other.
-inline void readFuzzedLayer(const std::uint8_t* data, std::size_t size, std::initializer_list<const char*> extensions, const char* layer) {
+inline void readFuzzedLayer(const std::uint8_t* data, std::size_t size, std::initializer_list<const char*> extensions,
+                            const char* layer) {
     static const TemporaryFolder folder;
     std::string_view rest(reinterpret_cast<const char*>(data), size);
     for (const char* extension : extensions) {

@@ -31,14 +31,22 @@ Written writtenAs(const std::vector<GisAttribute>& attributes, const std::vector
     const LayerTest test;
     const std::vector<GisObject> points(records.size(), POINT);
     std::string said = test.writeLayer("a.shp", {"", "", GisShape::Point, attributes}, points, records);
-    return {std::move(said), test.folder.read("a.dbf").substr(std::min(test.folder.read("a.dbf").size(), 33 + 32 * attributes.size()))};
+    return {std::move(said),
+            test.folder.read("a.dbf").substr(std::min(test.folder.read("a.dbf").size(), 33 + 32 * attributes.size()))};
 }
 
 }  // namespace
 
 TEST_CASE("a .dbf file, byte for byte: types, widths, today, language, end") {
     const LayerTest test;
-    const GisHeader header = {"", "", GisShape::Point, {{"Water Level", "Decimal(6,2)"}, {"ID", "integer"}, {"Kind", "Char ( 3 )"}, {"ok", "Logical"}, {"F", "Float"}}};
+    const GisHeader header = {"",
+                              "",
+                              GisShape::Point,
+                              {{"Water Level", "Decimal(6,2)"},
+                               {"ID", "integer"},
+                               {"Kind", "Char ( 3 )"},
+                               {"ok", "Logical"},
+                               {"F", "Float"}}};
     const std::string before = today();
     test.writeLayer("a.shp", header, {POINT, POINT}, {"2.5,7,\"a\",\"T\",0.1", ",-1,bcd,F,"});
     const std::string dbf = test.folder.read("a.dbf");
@@ -51,17 +59,37 @@ TEST_CASE("a .dbf file, byte for byte: types, widths, today, language, end") {
 }
 
 TEST_CASE("numbers stand right-aligned with the field's decimals, digits unchanged where they can be") {
-    struct { std::string_view text; int width, decimals; std::string_view expected; } const rows[] = {
-        {"12.5", 8, 2, "   12.50"},       {"-3", 5, 1, " -3.0"},        {"", 3, 0, "   "},
+    struct {
+        std::string_view text;
+        int width, decimals;
+        std::string_view expected;
+    } const rows[] = {
+        {"12.5", 8, 2, "   12.50"},
+        {"-3", 5, 1, " -3.0"},
+        {"", 3, 0, "   "},
         {"123456789012345678", 21, 2, "123456789012345678.00"},  // through a double: ...680
-        {"0.123456", 8, 6, "0.123456"},   {"1.", 4, 0, "   1"},         {".5", 5, 2, " 0.50"},
-        {"+7", 3, 0, "  7"},              {"1e3", 6, 1, "1000.0"},      {"1D+003", 5, 0, " 1000"},
-        {"0.125", 5, 2, " 0.12"},         {"0.375", 5, 2, " 0.38"},     {"2.999", 4, 1, " 3.0"},
-        {"0.1", 14, 12, "0.100000000000"}, {"1e-12", 14, 12, "0.000000000001"},  // more decimals than the fast way has
-        {"99999999", 8, 0, "99999999"},   {"123456789", 8, 0, "!"},     {"-12.50", 5, 2, "!"},
-        {"99.95", 4, 1, "!"},             // rounds up to 100.0
-        {"1e300", 20, 2, "!"},            {"nan", 8, 2, "!"},           {"-inf", 8, 2, "!"},
-        {"abc", 8, 0, "!"},               {"1.2.3", 8, 1, "!"},         {"-", 8, 0, "!"},  {"1 2", 8, 0, "!"},
+        {"0.123456", 8, 6, "0.123456"},
+        {"1.", 4, 0, "   1"},
+        {".5", 5, 2, " 0.50"},
+        {"+7", 3, 0, "  7"},
+        {"1e3", 6, 1, "1000.0"},
+        {"1D+003", 5, 0, " 1000"},
+        {"0.125", 5, 2, " 0.12"},
+        {"0.375", 5, 2, " 0.38"},
+        {"2.999", 4, 1, " 3.0"},
+        {"0.1", 14, 12, "0.100000000000"},
+        {"1e-12", 14, 12, "0.000000000001"},  // more decimals than the fast way has
+        {"99999999", 8, 0, "99999999"},
+        {"123456789", 8, 0, "!"},
+        {"-12.50", 5, 2, "!"},
+        {"99.95", 4, 1, "!"},  // rounds up to 100.0
+        {"1e300", 20, 2, "!"},
+        {"nan", 8, 2, "!"},
+        {"-inf", 8, 2, "!"},
+        {"abc", 8, 0, "!"},
+        {"1.2.3", 8, 1, "!"},
+        {"-", 8, 0, "!"},
+        {"1 2", 8, 0, "!"},
     };
     for (const auto& r : rows) {
         std::string field(static_cast<std::size_t>(r.width), ' ');
@@ -72,10 +100,14 @@ TEST_CASE("numbers stand right-aligned with the field's decimals, digits unchang
 }
 
 TEST_CASE("attributes that a .dbf file cannot hold end the run") {
-    struct { std::size_t attributes; std::string_view type, message; } const rows[] = {
+    struct {
+        std::size_t attributes;
+        std::string_view type, message;
+    } const rows[] = {
         {129, "Integer", "ERROR 0411 - Exceeded maximum number of dbf Fields trying to write dbf file."},
         {0, "", "ERROR 0319 - No attributes specified when writing .dbf file."},
-        {1, "Char(256)", "ERROR 0412 - dbf field length of 256 is outside allowable range of 1 to 255 when writing dbf file."},
+        {1, "Char(256)",
+         "ERROR 0412 - dbf field length of 256 is outside allowable range of 1 to 255 when writing dbf file."},
         {1, "Char", "ERROR 0412 - dbf field length of 0 is outside allowable range of 1 to 255 when writing dbf file."},
         {1, "Decimal(0,0)", "ERROR 0412 - dbf field length of 0 is"},
         {1, "Date", "Should not be here [Unrecognised DBF field] - please contact "},
@@ -91,24 +123,38 @@ TEST_CASE("attributes that a .dbf file cannot hold end the run") {
 
 TEST_CASE("names are cut to 11 bytes and stay apart") {
     const LayerTest test;
-    test.writeLayer("a.shp", {"", "", GisShape::Point, {{"Water Level Max", "Float"}, {"Water Level Min", "Float"}, {"water_level", "Float"}}}, {}, {});
+    test.writeLayer("a.shp",
+                    {"",
+                     "",
+                     GisShape::Point,
+                     {{"Water Level Max", "Float"}, {"Water Level Min", "Float"}, {"water_level", "Float"}}},
+                    {}, {});
     const std::string dbf = test.folder.read("a.dbf");
     CHECK(dbf.substr(32, 11) + dbf.substr(64, 11) + dbf.substr(96, 11) == "Water_LevelWater_Leve2water_leve3");
 }
 
 TEST_CASE("text is in code page 1252; what does not fit is cut with one warning") {
-    const Written w = writtenAs({{"Name", "Char(4)"}, {"N", "Integer"}}, {"\"\xC3\xA9t\xC3\xA9\",1", "\"abcde\",2", "\"a,\"\"b\",3", "\"vwxyz\",4", "\"\xE2\x82\xAC\xD0\x96\",5"});
-    CHECK(w.records == shpBytesOf("20 E9 't E9 20 7*20 '1 20 'abcd 7*20 '2 20 'a,\"b 7*20 '3 20 'vwxy 7*20 '4 20 80 '? 2*20 7*20 '5 1A"));
+    const Written w = writtenAs(
+        {{"Name", "Char(4)"}, {"N", "Integer"}},
+        {"\"\xC3\xA9t\xC3\xA9\",1", "\"abcde\",2", "\"a,\"\"b\",3", "\"vwxyz\",4", "\"\xE2\x82\xAC\xD0\x96\",5"});
+    CHECK(w.records ==
+          shpBytesOf(
+              "20 E9 't E9 20 7*20 '1 20 'abcd 7*20 '2 20 'a,\"b 7*20 '3 20 'vwxy 7*20 '4 20 80 '? 2*20 7*20 '5 1A"));
     CHECK(count(w.said, "WARNING - Text is cut") == 1);
     CHECK(count(w.said, "a.dbf, field Name, record 2: abcde") == 1);
     CHECK(count(w.said, "WARNING") == 2);  // the other: a letter that the page lacks
 }
 
 TEST_CASE("a record that its fields cannot hold ends the run, naming field and record") {
-    struct { std::string line; std::string_view place, message; } const rows[] = {
-        {"1,123456789", "a.dbf, field N2, record 2: 123456789 ", "ERROR 0417 - Writing .dbf record.\nERROR 0254 - Failed to write attribute data record for a POINT object"},
+    struct {
+        std::string line;
+        std::string_view place, message;
+    } const rows[] = {
+        {"1,123456789", "a.dbf, field N2, record 2: 123456789 ",
+         "ERROR 0417 - Writing .dbf record.\nERROR 0254 - Failed to write attribute data record for a POINT object"},
         {"x,1", "a.dbf, field N1, record 2: x ", "ERROR 0417 - Writing .dbf record."},
-        {"x,1" + std::string(1000, ' '), "field N1, record 2: x ", "ERROR 0417 - Writing large .dbf record.\nERROR 0254 - Failed to write large attribute data record"},
+        {"x,1" + std::string(1000, ' '), "field N1, record 2: x ",
+         "ERROR 0417 - Writing large .dbf record.\nERROR 0254 - Failed to write large attribute data record"},
         {"1", "", "Should not be here [dbfdataline] - please contact "},
         {"1,2,3", "", "Should not be here [dbfdataline] - please contact "},
         {"1" + std::string(1000, ' '), "", "Should not be here [dbfdatalinelarge] - please contact "},
@@ -134,12 +180,15 @@ TEST_CASE("a table alone is written and read without geometry") {
         gisReadHeader(id);
         CHECK(gisNumberRecords(id) == 2);
         std::string line;
-        for (const std::string_view expected : {"1,\"a\"", ",\"b \"\"q\""}) CHECK((gisReadRecord(id, line) && line == expected));
+        for (const std::string_view expected : {"1,\"a\"", ",\"b \"\"q\""})
+            CHECK((gisReadRecord(id, line) && line == expected));
         CHECK(!gisReadRecord(id, line));
         gisGotoBeginningOfData(id);
         CHECK((gisReadRecord(id, line) && line == "1,\"a\""));
         gisCloseLayer(id);
     });
-    CHECK(said.find("DBF Fields (Name [#/Type/Length]):\n   ID [1/N/8]\n   Name [2/C/5]\nDBF file contains 2 records.\n") != std::string::npos);
+    CHECK(said.find(
+              "DBF Fields (Name [#/Type/Length]):\n   ID [1/N/8]\n   Name [2/C/5]\nDBF file contains 2 records.\n") !=
+          std::string::npos);
     CHECK(!FIND_FILE(test.folder.name("t.shp")));
 }

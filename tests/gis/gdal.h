@@ -16,7 +16,8 @@ inline bool gdalIsThere() {
 
 /// What the command says, on both its outputs. In its words every "@" is the folder with its separator.
 inline std::string gdalSays(const TemporaryFolder& folder, std::string command) {
-    for (auto at = command.find('@'); at != std::string::npos; at = command.find('@')) command.replace(at, 1, folder.name(""));
+    for (auto at = command.find('@'); at != std::string::npos; at = command.find('@'))
+        command.replace(at, 1, folder.name(""));
     std::system((command + " > " + folder.name("said.tmp") + " 2>&1").c_str());
     return folder.read("said.tmp");
 }

@@ -33,8 +33,8 @@ struct LayerTest {
         });
     }
     /// Reads a layer whole. drop: as the profile readers do.
-    std::string readLayer(std::string_view file, std::vector<GisObject>& objects, std::vector<std::string>& records, GisHeader& header,
-                          bool drop = false) const {
+    std::string readLayer(std::string_view file, std::vector<GisObject>& objects, std::vector<std::string>& records,
+                          GisHeader& header, bool drop = false) const {
         return consoleOf([&] {
             const auto id = gisOpenLayer(folder.name(file), "R", "I ", false);
             if (drop) gisDropShortRegions(id);

@@ -7,9 +7,12 @@
 
 namespace {
 
-constexpr const char* MIF = "Version 300\nDelimiter \",\"\nCoordSys Earth Projection 1, 104\nColumns 1\n  ID Integer\nData\nPoint 1 2\nnone\n";
+constexpr const char* MIF =
+    "Version 300\nDelimiter \",\"\nCoordSys Earth Projection 1, 104\nColumns 1\n  ID Integer\nData\nPoint 1 2\nnone\n";
 
-std::string contact(const std::string& text) { return text + "the maintainers (see README)\n\nPress Enter to Close\n<stopped>"; }
+std::string contact(const std::string& text) {
+    return text + "the maintainers (see README)\n\nPress Enter to Close\n<stopped>";
+}
 
 }  // namespace
 
@@ -21,15 +24,22 @@ TEST_CASE("the lowest free handle is taken, up to 100") {
         CHECK(gisOpenLayer(test.folder.name("again.mif"), "PR", "O ", false) == 3);
         gisOpenLayer(test.folder.name("101.mif"), "R", "O ", false);
     });
-    CHECK(said.find("GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n") != std::string::npos);
+    CHECK(said.find("GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n") !=
+          std::string::npos);
     CHECK(said.find("\nERROR 0251 - Cannot have more than 100 GIS layers open at once.\n") != std::string::npos);
     CHECK(said.ends_with("<stopped>"));
 }
 
 TEST_CASE("the extension chooses the format") {
-    struct { const char* name; bool tableOnly; GisFormat format; const char* refused; } const rows[] = {
-        {"a", false, GisFormat::Mif, ""},       {"b.Mif", false, GisFormat::Mif, ""}, {"c.MID", false, GisFormat::Mif, ""},
-        {"e.csv", true, GisFormat::Csv, ""},    {"f.csv", false, GisFormat::None, ".csv"}, {"g.dbf", false, GisFormat::None, ".dbf"},
+    struct {
+        const char* name;
+        bool tableOnly;
+        GisFormat format;
+        const char* refused;
+    } const rows[] = {
+        {"a", false, GisFormat::Mif, ""},          {"b.Mif", false, GisFormat::Mif, ""},
+        {"c.MID", false, GisFormat::Mif, ""},      {"e.csv", true, GisFormat::Csv, ""},
+        {"f.csv", false, GisFormat::None, ".csv"}, {"g.dbf", false, GisFormat::None, ".dbf"},
         {"h.tab", true, GisFormat::None, ".tab"},
     };
     for (const auto& r : rows) {
@@ -51,18 +61,26 @@ TEST_CASE("operations check their handle") {
     consoleOf([&] { gisOpenLayer(test.folder.name("in.mif"), "R", "I ", false); });
     GisObject o;
     std::string text;
-    struct { std::function<void()> step; std::string said; } const rows[] = {
+    struct {
+        std::function<void()> step;
+        std::string said;
+    } const rows[] = {
         {[] { gisReadHeader(0); }, contact("Should not be here gisReadHeader[gisID=0] - please contact ")},
         {[] { gisNumberRecords(-1); }, contact("Should not be here gisNumberRecords[gisID=0] - please contact ")},
         {[&] { gisWriteObject(0, o); }, contact("Should not be here gisWriteObject[gisID=0] - please contact ")},
         {[] { gisReadHeader(2); }, contact("Should not be here [gisReadHeader] - please contact ")},
         {[&] { gisReadRecord(101, text); }, contact("Should not be here [gisReadRecord] - please contact ")},
-        {[&] { gisWriteObject(1, o); }, contact("Should not be here [gisWriteObject-shp].  Please contact ")},  // an input layer
+        {[&] { gisWriteObject(1, o); },
+         contact("Should not be here [gisWriteObject-shp].  Please contact ")},  // an input layer
         {[] { gisWriteRecord(2, "1"); }, contact("Should not be here [gisWriteRecord-dbf].  Please contact ")},
-        {[] { gisWriteRecordLarge(2, "1"); }, contact("Should not be here [gisWriteRecordLarge-dbf].  Please contact ")},
-        {[&] { gisObjectType(1, o); }, contact("Should not be here [mifObjectType] - please contact ")},  // before the header
+        {[] { gisWriteRecordLarge(2, "1"); },
+         contact("Should not be here [gisWriteRecordLarge-dbf].  Please contact ")},
+        {[&] { gisObjectType(1, o); },
+         contact("Should not be here [mifObjectType] - please contact ")},  // before the header
         {[] { gisInitialiseLayer(0); }, contact("Should not be here gisInitialiseLayer[gisID=0] - please contact ")},
-        {[] { gisCloseLayer(0); }, "SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact the maintainers (see README)\n"},
+        {[] { gisCloseLayer(0); },
+         "SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact the maintainers (see "
+         "README)\n"},
     };
     for (const auto& r : rows) CHECK(consoleOf(r.step) == r.said);
 }
@@ -120,18 +138,25 @@ TEST_CASE("input layers are listed once, in the list, the workspace and the log"
     const std::string a = test.folder.name("a.mif");
     const std::string b = test.folder.name("b.mif");
     const std::string p = test.folder.name("p.csv");
-    CHECK(test.folder.read("out.wor") == "!Workspace\n!Version 6007\n!Charset WindowsLatin1\n!Contains GIS input layers from VORANT simulation\n"
-          "! .mif/.mid Layer with no .tab Layer \"" + a + "\"\nOpen Table \"" + test.folder.name("b.tab") + "\"\n! Non-MapInfo .tab Layer \"" + p + "\"\n");
+    CHECK(test.folder.read("out.wor") ==
+          "!Workspace\n!Version 6007\n!Charset WindowsLatin1\n!Contains GIS input layers from VORANT simulation\n"
+          "! .mif/.mid Layer with no .tab Layer \"" +
+              a + "\"\nOpen Table \"" + test.folder.name("b.tab") + "\"\n! Non-MapInfo .tab Layer \"" + p + "\"\n");
     CHECK(test.folder.read("out_input_layers.mif") ==
-          "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\nColumns 3\nID Integer\nOpen_ID Integer\nLayer Char(254)\nData\nnone\nnone\nnone\n");
+          "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\nColumns 3\nID Integer\nOpen_ID Integer\nLayer "
+          "Char(254)\nData\nnone\nnone\nnone\n");
     CHECK(test.folder.read("out_input_layers.mid") == "1,1,\"" + a + "\"\n2,3,\"" + b + "\"\n3,4,\"" + p + "\"\n");
 }
 
 TEST_CASE("the input-layer list holds 999 layers and says once that it is full") {
     const LayerTest test;
     const std::string said = consoleOf([&] {
-        for (int i = 1; i <= 1002; ++i) CHECK(TRACK_INPUT_LAYER("layer" + std::to_string(i) + ".mif", 1) == (i <= 999 ? static_cast<std::size_t>(i) : 0));
+        for (int i = 1; i <= 1002; ++i)
+            CHECK(TRACK_INPUT_LAYER("layer" + std::to_string(i) + ".mif", 1) ==
+                  (i <= 999 ? static_cast<std::size_t>(i) : 0));
         CHECK(TRACK_INPUT_LAYER("layer7.mif", 1) == 7);
     });
-    CHECK(said == "WARNING 0317 - Exceeded limit of input GIS layers that can be tracked (layer referencing may not be complete).\n");
+    CHECK(said ==
+          "WARNING 0317 - Exceeded limit of input GIS layers that can be tracked (layer referencing may not be "
+          "complete).\n");
 }

@@ -64,13 +64,18 @@ TEST_CASE("GDAL opens our .mif layers without a warning and finds the same conte
     const LayerTest test;
     GisObject label = objectOf(GisKind::Text, {{1, 2, 3, 4}});
     label.text = "Sill A";
-    struct { GisObject object; const char* wkt; } const rows[] = {
+    struct {
+        GisObject object;
+        const char* wkt;
+    } const rows[] = {
         {objectOf(GisKind::Point, {{512000.123456, 6250000.25}}), "\"POINT (512000.123456 6250000.25)\""},
         {objectOf(GisKind::MultiPoint, {{1, 2, 3, 4}}), "\"MULTIPOINT ((1 2),(3 4))\""},
         {objectOf(GisKind::Line, {{1, 2, 3, 4}}), "\"LINESTRING (1 2,3 4)\""},
         {objectOf(GisKind::Pline, {{1, 2, 3, 4, 5, -6}}), "\"LINESTRING (1 2,3 4,5 -6)\""},
-        {objectOf(GisKind::PlineMultiple, {{1, 2, 3, 4}, {5, 6, 7, 8, 7, 9}}), "\"MULTILINESTRING ((1 2,3 4),(5 6,7 8,7 9))\""},
-        {objectOf(GisKind::Region, {{0, 0, 0, 9, 9, 9, 9, 0, 0, 0}, {1, 1, 2, 1, 2, 2, 1, 2, 1, 1}}), "\"POLYGON ((0 0,0 9,9 9,9 0,0 0),(1 1,2 1,2 2,1 2,1 1))\""},
+        {objectOf(GisKind::PlineMultiple, {{1, 2, 3, 4}, {5, 6, 7, 8, 7, 9}}),
+         "\"MULTILINESTRING ((1 2,3 4),(5 6,7 8,7 9))\""},
+        {objectOf(GisKind::Region, {{0, 0, 0, 9, 9, 9, 9, 0, 0, 0}, {1, 1, 2, 1, 2, 2, 1, 2, 1, 1}}),
+         "\"POLYGON ((0 0,0 9,9 9,9 0,0 0),(1 1,2 1,2 2,1 2,1 1))\""},
         {objectOf(GisKind::Region, {{0, 0, 0, 1, 1, 1, 0, 0}}), "\"POLYGON ((0 0,0 1,1 1,0 0))\""},
         {label, "\"POINT (1 2)\""},
         {objectOf(GisKind::None, {}), ""},
@@ -85,12 +90,22 @@ TEST_CASE("GDAL opens our .mif layers without a warning and finds the same conte
         records.push_back(id + ",\"Caf\xC3\xA9, \"\"A\"\"\",-1.5000,2.25,\"T\"");
         expected += std::string(r.wkt) + "," + id + ",\"Caf\xC3\xA9, \"\"A\"\"\",-1.5000,2.25,T\n";
     }
-    const GisHeader header = {std::string(MGA), "", GisShape::Any,
-                              {{"ID", "Integer"}, {"Grid Ref", "Char(20)"}, {"Elevation", "Decimal(10,4)"}, {"Speed", "Float"}, {"Wet", "Logical"}}};
+    const GisHeader header = {std::string(MGA),
+                              "",
+                              GisShape::Any,
+                              {{"ID", "Integer"},
+                               {"Grid Ref", "Char(20)"},
+                               {"Elevation", "Decimal(10,4)"},
+                               {"Speed", "Float"},
+                               {"Wet", "Logical"}}};
     test.writeLayer("ours.mif", header, objects, records);
-    CHECK(gdalSays(test.folder, "ogr2ogr -f CSV /vsistdout/ @ours.mif -lco GEOMETRY=AS_WKT -lco STRING_QUOTING=IF_NEEDED") == expected);
+    CHECK(gdalSays(test.folder,
+                   "ogr2ogr -f CSV /vsistdout/ @ours.mif -lco GEOMETRY=AS_WKT -lco STRING_QUOTING=IF_NEEDED") ==
+          expected);
     const std::string said = gdalSays(test.folder, "ogrinfo -so -al @ours.mif");
-    for (const char* part : {"\nFeature Count: 10\n", "Transverse Mercator", "GDA94", "origin\",147,", "ID: Integer (0.0)\nGrid_Ref: String (20.0)\nElevation: Real (10.4)\nSpeed: Real (0.0)\nWet: String (1.0)\n"})
+    for (const char* part :
+         {"\nFeature Count: 10\n", "Transverse Mercator", "GDA94", "origin\",147,",
+          "ID: Integer (0.0)\nGrid_Ref: String (20.0)\nElevation: Real (10.4)\nSpeed: Real (0.0)\nWet: String (1.0)\n"})
         CHECK_MESSAGE(said.find(part) != std::string::npos, said);
     for (const char* trouble : {"Warning", "ERROR", "FAILURE"}) CHECK(said.find(trouble) == std::string::npos);
 }

@@ -21,23 +21,32 @@ struct KindCase {
 std::vector<KindCase> everyKind() {
     std::vector<KindCase> cases = {
         {objectOf(GisKind::Point, {{1234.5, -7.25}}), "Point      1234.500000       -7.250000\n"},
-        {objectOf(GisKind::MultiPoint, {{1, 2, 3, 4}}), "MultiPoint 2\n        1.000000        2.000000\n        3.000000        4.000000\n"},
-        {objectOf(GisKind::Line, {{0, 0, 10.5, 20}}), "Line         0.000000        0.000000       10.500000       20.000000\n"},
+        {objectOf(GisKind::MultiPoint, {{1, 2, 3, 4}}),
+         "MultiPoint 2\n        1.000000        2.000000\n        3.000000        4.000000\n"},
+        {objectOf(GisKind::Line, {{0, 0, 10.5, 20}}),
+         "Line         0.000000        0.000000       10.500000       20.000000\n"},
         {objectOf(GisKind::Pline, {{1, 2, 3, 4, 512000.123456, 6250000.654321}}),
-         "Pline 3\n        1.000000        2.000000\n        3.000000        4.000000\n   512000.123456  6250000.654321\n"},
+         "Pline 3\n        1.000000        2.000000\n        3.000000        4.000000\n   512000.123456  "
+         "6250000.654321\n"},
         {objectOf(GisKind::PlineMultiple, {{0, 0, 1, 1}, {2, 2, 3, 3, 4, 4}}),
-         "Pline Multiple 2\n 2\n        0.000000        0.000000\n        1.000000        1.000000\n 3\n        2.000000        2.000000\n"
+         "Pline Multiple 2\n 2\n        0.000000        0.000000\n        1.000000        1.000000\n 3\n        "
+         "2.000000        2.000000\n"
          "        3.000000        3.000000\n        4.000000        4.000000\n"},
         {objectOf(GisKind::Region, {{0, 0, 0, 1, 1, 1, 1, 0, 0, 0}}),
-         "Region 1\n 5\n        0.000000        0.000000\n        0.000000        1.000000\n        1.000000        1.000000\n"
+         "Region 1\n 5\n        0.000000        0.000000\n        0.000000        1.000000\n        1.000000        "
+         "1.000000\n"
          "        1.000000        0.000000\n        0.000000        0.000000\n"},
         {objectOf(GisKind::Region, {{0, 0, 0, 9, 9, 9, 9, 0, 0, 0}, {1, 1, 2, 1, 2, 2, 1, 2, 1, 1}}),
-         "Region 2\n 5\n        0.000000        0.000000\n        0.000000        9.000000\n        9.000000        9.000000\n"
+         "Region 2\n 5\n        0.000000        0.000000\n        0.000000        9.000000\n        9.000000        "
+         "9.000000\n"
          "        9.000000        0.000000\n        0.000000        0.000000\n 5\n        1.000000        1.000000\n"
-         "        2.000000        1.000000\n        2.000000        2.000000\n        1.000000        2.000000\n        1.000000        1.000000\n"},
-        {objectOf(GisKind::Text, {{1, 2, 3.5, 4}}), "Text\n\"Sill \"\"A\"\", 5\xB0\"\n               1.000           2.000           3.500           4.000\n"},
+         "        2.000000        1.000000\n        2.000000        2.000000\n        1.000000        2.000000\n       "
+         " 1.000000        1.000000\n"},
+        {objectOf(GisKind::Text, {{1, 2, 3.5, 4}}),
+         "Text\n\"Sill \"\"A\"\", 5\xB0\"\n               1.000           2.000           3.500           4.000\n"},
         {objectOf(GisKind::None, {}), "none\n"},
-        {objectOf(GisKind::Point, {{1e8, -1e7}}), "Point  100000000.000000 -10000000.000000\n"},  // would run together in 16 places
+        // would run together in 16 places
+        {objectOf(GisKind::Point, {{1e8, -1e7}}), "Point  100000000.000000 -10000000.000000\n"},
     };
     cases[7].object.text = "Sill \"A\", 5\xC2\xB0";
     return cases;
@@ -54,9 +63,13 @@ std::string readingOf(const std::string& objects, const std::string& records, bo
     std::string said = test.readLayer("x.mif", read, lines, header, drop);
     said.erase(0, said.find("[1/Integer]\n") + 12);
     if (const auto closing = said.find("Closing GIS Layer"); closing != std::string::npos) said.erase(closing);
-    if (const auto leaving = said.find("\n\nPress Enter"); leaving != std::string::npos) said.replace(leaving, std::string::npos, "<stopped>");
-    for (auto at = said.find(test.folder.name("")); at != std::string::npos; at = said.find(test.folder.name(""))) said.erase(at, test.folder.name("").size());
-    for (const GisObject& o : read) said += std::string(gisKindName(o.kind)) + " " + std::to_string(o.nr) + " " + std::to_string(o.vertexCount()) + ";";
+    if (const auto leaving = said.find("\n\nPress Enter"); leaving != std::string::npos)
+        said.replace(leaving, std::string::npos, "<stopped>");
+    for (auto at = said.find(test.folder.name("")); at != std::string::npos; at = said.find(test.folder.name("")))
+        said.erase(at, test.folder.name("").size());
+    for (const GisObject& o : read)
+        said +=
+            std::string(gisKindName(o.kind)) + " " + std::to_string(o.nr) + " " + std::to_string(o.vertexCount()) + ";";
     return said;
 }
 
@@ -88,11 +101,19 @@ TEST_CASE("every kind is written as the format has it and reads back equal") {
 }
 
 TEST_CASE("objects as other programs write them") {
-    struct { const char* objects; const char* records; const char* found; } const rows[] = {
-        {"POINT 1 2\n    Symbol (35,0,12)\nNONE\npline\t multiple 2\n3\n0 0\n1 1\n2 2\n4\n3 3\n4 4\n5 5\n6 6\n    Pen (1,2,0)\n    Smooth\n", "1\n2\n3\n",
-         "POINT 1 1;NONE 0 0;PLINE MULTIPLE 2 7;"},
-        {"Region  1\r\n  5\r\n0 0\r\n1e0 0\r\n1 1\r\n0 1d0\r\n0 0\r\n    Pen (1,2,0)\r\n    Brush (2,16777215,16777215)\r\n    Center 0.5 0.5", "1\r\n", "REGION 1 5;"},
-        {"Pline\n2\n0 0\n1 1\nRECT 0 0 1 1\nRoundrect 0 0 1 1\n 0.5\nArc 0 0 1 1\n 0 90\nEllipse 0 0 2 1\nText \"a\"\n 0 0 1 1\n Font (\"Arial\",0,0,0)\n",
+    struct {
+        const char* objects;
+        const char* records;
+        const char* found;
+    } const rows[] = {
+        {"POINT 1 2\n    Symbol (35,0,12)\nNONE\npline\t multiple 2\n3\n0 0\n1 1\n2 2\n4\n3 3\n4 4\n5 5\n6 6\n    Pen "
+         "(1,2,0)\n    Smooth\n",
+         "1\n2\n3\n", "POINT 1 1;NONE 0 0;PLINE MULTIPLE 2 7;"},
+        {"Region  1\r\n  5\r\n0 0\r\n1e0 0\r\n1 1\r\n0 1d0\r\n0 0\r\n    Pen (1,2,0)\r\n    Brush "
+         "(2,16777215,16777215)\r\n    Center 0.5 0.5",
+         "1\r\n", "REGION 1 5;"},
+        {"Pline\n2\n0 0\n1 1\nRECT 0 0 1 1\nRoundrect 0 0 1 1\n 0.5\nArc 0 0 1 1\n 0 90\nEllipse 0 0 2 1\nText \"a\"\n "
+         "0 0 1 1\n Font (\"Arial\",0,0,0)\n",
          "1\n2\n3\n4\n5\n6\n\n", "PLINE 1 2;RECT 1 2;ROUNDRECT 1 2;ARC 1 2;ELLIPSE 1 2;TEXT 1 2;"},
         {"", "", ""},
     };
@@ -101,34 +122,69 @@ TEST_CASE("objects as other programs write them") {
 
 TEST_CASE("what a damaged layer says") {
     const std::string coordinates = "\nERROR 0253 - Failed to read coordinates for a ";
-    struct { std::string objects, records, said; } const rows[] = {
-        {"Collection 2\n", "1\n", "ERROR 0303 - MIF \"Collection\" objects not supported.  Delete or disaggregate object.\n   x.mif, line 8<stopped>"},
-        {"Region 10001\n", "1\n", "ERROR 0304 - Exceeded maximum number of polygons in region below of 10000\nRegion 10001\n   x.mif, line 8" + coordinates + "REGION object in GIS layer.<stopped>"},
-        {"Point 1 x\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n 1 x\n   x.mif, line 8" + coordinates + "POINT object in GIS layer.<stopped>"},
-        {"Point 1 nan\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n 1 nan\n   x.mif, line 8" + coordinates + "POINT object in GIS layer.<stopped>"},
-        {"Pline 2\n0 0\n1 1 1\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n1 1 1\n   x.mif, line 10" + coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline -1\n0 0\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n -1\n   x.mif, line 8" + coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline 3\n0 0\n1 1\n", "1\n", "ERROR 0309 - Unexpected end of .mif file encountered.\n   x.mif, line 11" + coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline 40000000\n0 0\n", "1\n", "ERROR 0309 - Unexpected end of .mif file encountered.\n   40000000 vertices are announced, more than the rest of the file holds.\n   x.mif, line 8" + coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline 50000001\n0 0\n", "1\n", "ERROR 0310 - Exceeded number of allowable nodes in a single polyline or region.\nRequested 50000001\nLimit 50000000\n   x.mif, line 8" + coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline Multiple 2147483647\n 1\n0 0\n", "1\n", "ERROR 0309 - Unexpected end of .mif file encountered.\n   x.mif, line 11" + coordinates + "PLINE MULTIPLE object in GIS layer.<stopped>"},
-        {"Region 1\n 4\n0 0\n0 1\n1 1\n0 0\n", "1\n", "ERROR 0318 - Less than 5 points for Region object in mif file.\n   x.mif, line 9" + coordinates + "REGION object in GIS layer.<stopped>"},
+    struct {
+        std::string objects, records, said;
+    } const rows[] = {
+        {"Collection 2\n", "1\n",
+         "ERROR 0303 - MIF \"Collection\" objects not supported.  Delete or disaggregate object.\n   x.mif, line "
+         "8<stopped>"},
+        {"Region 10001\n", "1\n",
+         "ERROR 0304 - Exceeded maximum number of polygons in region below of 10000\nRegion 10001\n   x.mif, line 8" +
+             coordinates + "REGION object in GIS layer.<stopped>"},
+        {"Point 1 x\n", "1\n",
+         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n 1 x\n   x.mif, line 8" + coordinates +
+             "POINT object in GIS layer.<stopped>"},
+        {"Point 1 nan\n", "1\n",
+         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n 1 nan\n   x.mif, line 8" + coordinates +
+             "POINT object in GIS layer.<stopped>"},
+        {"Pline 2\n0 0\n1 1 1\n", "1\n",
+         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n1 1 1\n   x.mif, line 10" + coordinates +
+             "PLINE object in GIS layer.<stopped>"},
+        {"Pline -1\n0 0\n", "1\n",
+         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n -1\n   x.mif, line 8" + coordinates +
+             "PLINE object in GIS layer.<stopped>"},
+        {"Pline 3\n0 0\n1 1\n", "1\n",
+         "ERROR 0309 - Unexpected end of .mif file encountered.\n   x.mif, line 11" + coordinates +
+             "PLINE object in GIS layer.<stopped>"},
+        {"Pline 40000000\n0 0\n", "1\n",
+         "ERROR 0309 - Unexpected end of .mif file encountered.\n   40000000 vertices are announced, more than the "
+         "rest of the file holds.\n   x.mif, line 8" +
+             coordinates + "PLINE object in GIS layer.<stopped>"},
+        {"Pline 50000001\n0 0\n", "1\n",
+         "ERROR 0310 - Exceeded number of allowable nodes in a single polyline or region.\nRequested 50000001\nLimit "
+         "50000000\n   x.mif, line 8" +
+             coordinates + "PLINE object in GIS layer.<stopped>"},
+        {"Pline Multiple 2147483647\n 1\n0 0\n", "1\n",
+         "ERROR 0309 - Unexpected end of .mif file encountered.\n   x.mif, line 11" + coordinates +
+             "PLINE MULTIPLE object in GIS layer.<stopped>"},
+        {"Region 1\n 4\n0 0\n0 1\n1 1\n0 0\n", "1\n",
+         "ERROR 0318 - Less than 5 points for Region object in mif file.\n   x.mif, line 9" + coordinates +
+             "REGION object in GIS layer.<stopped>"},
         {"Multipoint x\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n x\n   x.mif, line 8<stopped>"},
-        {"Point 1 1\nPoi", "1\n2\n", "ERROR 0322 - End of .mif file encountered whilst reading object type.\n   x.mid holds records beyond the last object.\n   x.mif, line 10<stopped>POINT 1 1;"},
-        {"Point 1 1\nPoint 2 2\n", "1\n", "   x.mid, line 2\n   The file ends before the record of the last object.\nERROR 0254 - Failed to read object attribute data record for a POINT object in GIS layer.<stopped>POINT 1 1;"},
-        {"Point 1 1\n", std::string(LONGEST_LINE + 1, 'x'), "   x.mid, line 1\n   The line is longer than 100000 characters.\nERROR 0254 - Failed to read object attribute data record for a POINT object in GIS layer.<stopped>"},
+        {"Point 1 1\nPoi", "1\n2\n",
+         "ERROR 0322 - End of .mif file encountered whilst reading object type.\n   x.mid holds records beyond the "
+         "last object.\n   x.mif, line 10<stopped>POINT 1 1;"},
+        {"Point 1 1\nPoint 2 2\n", "1\n",
+         "   x.mid, line 2\n   The file ends before the record of the last object.\nERROR 0254 - Failed to read object "
+         "attribute data record for a POINT object in GIS layer.<stopped>POINT 1 1;"},
+        {"Point 1 1\n", std::string(LONGEST_LINE + 1, 'x'),
+         "   x.mid, line 1\n   The line is longer than 100000 characters.\nERROR 0254 - Failed to read object "
+         "attribute data record for a POINT object in GIS layer.<stopped>"},
     };
     for (const auto& r : rows) CHECK(readingOf(r.objects, r.records) == r.said);
 }
 
 TEST_CASE("profile readers drop short regions with their records") {
     CHECK(readingOf("Region 2\n 5\n0 0\n0 1\n1 1\n1 0\n0 0\n 4\n0 0\n0 1\n1 1\n0 0\nPoint 1 1\n", "1\n2\n", true) ==
-          "WARNING 0318 - Insufficient points for Region object in mif file.  Region ignored.\n   x.mif, line 15\nPOINT 1 1;");
+          "WARNING 0318 - Insufficient points for Region object in mif file.  Region ignored.\n   x.mif, line "
+          "15\nPOINT 1 1;");
 }
 
 TEST_CASE("records keep their values whatever the delimiter and the character set") {
     const LayerTest test;
-    struct { std::string header, record, line; } const rows[] = {
+    struct {
+        std::string header, record, line;
+    } const rows[] = {
         {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
         {"Charset \"Neutral\"\nDelimiter \",\"\n", "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
         {"Charset \"Neutral\"\nDelimiter \";\"\n", "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
@@ -146,7 +202,8 @@ TEST_CASE("records keep their values whatever the delimiter and the character se
     const std::string large = "\"" + std::string(5000, 'x') + "\",\"\xE6\xB0\xB4\"";
     const GisObject point = objectOf(GisKind::Point, {{1, 1}});
     const std::string said = test.writeLayer("y.mif", ONE_COLUMN, {point, point}, {large, large});
-    CHECK(test.folder.read("y.mid") == "\"" + std::string(5000, 'x') + "\",\"?\"\n\"" + std::string(5000, 'x') + "\",\"?\"\n");
+    CHECK(test.folder.read("y.mid") ==
+          "\"" + std::string(5000, 'x') + "\",\"?\"\n\"" + std::string(5000, 'x') + "\",\"?\"\n");
     CHECK(said.find("WARNING") != std::string::npos);
     CHECK(said.find("WARNING") == said.rfind("WARNING"));  // once a layer
 }
@@ -158,14 +215,25 @@ TEST_CASE("what the writer refuses") {
     points.shape = GisShape::Point;
     GisObject gap = objectOf(GisKind::Pline, {{0, 0, 1, 1}, {2, 2}});
     gap.ir[2] = 2;
-    struct { GisHeader header; GisObject object; std::string record, said; } const rows[] = {
+    struct {
+        GisHeader header;
+        GisObject object;
+        std::string record, said;
+    } const rows[] = {
         {ONE_COLUMN, objectOf(GisKind::Point, {{1, nan}}), "1", "ERROR 0439 - Writing .mif file object coordinates.\n"},
-        {ONE_COLUMN, objectOf(GisKind::Point, {{std::numeric_limits<double>::infinity(), 1}}), "1", "ERROR 0439 - Writing .mif file object coordinates.\n"},
-        {ONE_COLUMN, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}), "1", "ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact "},
-        {ONE_COLUMN, gap, "1", "Should not be here [gisO_%ir(i) <= gisO_%ir(i-1)] - please contact the maintainers (see README)\nGIS Layer   = 1\ni           = 2\ngisO_%ir(i) = 2\ngisO_%nr    = 2\n"},
-        {points, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "1", "Should not be here [gisWriteObject-mif].  Please contact "},
-        {ONE_COLUMN, objectOf(GisKind::Point, {{1, 1}}), "a\nb", "ERROR 0254 - Failed to write attribute data record for a POINT object in GIS layer.\n"},
-        {ONE_COLUMN, objectOf(GisKind::Point, {{1, 1}}), std::string(LONGEST_LINE, 'x'), "ERROR 0254 - Failed to write large attribute data record for a POINT object in GIS layer.\n"},
+        {ONE_COLUMN, objectOf(GisKind::Point, {{std::numeric_limits<double>::infinity(), 1}}), "1",
+         "ERROR 0439 - Writing .mif file object coordinates.\n"},
+        {ONE_COLUMN, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}), "1",
+         "ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact "},
+        {ONE_COLUMN, gap, "1",
+         "Should not be here [gisO_%ir(i) <= gisO_%ir(i-1)] - please contact the maintainers (see README)\nGIS Layer   "
+         "= 1\ni           = 2\ngisO_%ir(i) = 2\ngisO_%nr    = 2\n"},
+        {points, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "1",
+         "Should not be here [gisWriteObject-mif].  Please contact "},
+        {ONE_COLUMN, objectOf(GisKind::Point, {{1, 1}}), "a\nb",
+         "ERROR 0254 - Failed to write attribute data record for a POINT object in GIS layer.\n"},
+        {ONE_COLUMN, objectOf(GisKind::Point, {{1, 1}}), std::string(LONGEST_LINE, 'x'),
+         "ERROR 0254 - Failed to write large attribute data record for a POINT object in GIS layer.\n"},
         {GisHeader{}, objectOf(GisKind::Point, {{1, 1}}), "1", "ERROR 0319 - No attributes specified in .mif file.\n"},
     };
     for (const auto& r : rows) {
@@ -187,10 +255,12 @@ TEST_CASE("a layer that would pass the size GIS packages open is completed and t
             GisObject o = objectOf(GisKind::Point, {{1, 2}});
             gisWriteObject(id, o);
             gisWriteRecord(id, "1");
-            gisEntry(id).files[file].bytes = MOST_FILE_BYTES - (file == 0 ? 38 : 99999);  // one byte short of a point, of the longest record
+            gisEntry(id).files[file].bytes =
+                MOST_FILE_BYTES - (file == 0 ? 38 : 99999);  // one byte short of a point, of the longest record
             gisWriteObject(id, o);
         });
-        CHECK(said.find("ERROR - " + test.folder.name(file == 0 ? "big.mif" : "big.mid") + " would pass 2147483647 bytes") != std::string::npos);
+        CHECK(said.find("ERROR - " + test.folder.name(file == 0 ? "big.mif" : "big.mid") +
+                        " would pass 2147483647 bytes") != std::string::npos);
         CHECK(said.ends_with("<stopped>"));
         CHECK(test.folder.read("big.mif").ends_with("Data\nPoint         1.000000        2.000000\n"));
         CHECK(test.folder.read("big.mid") == "1\n");

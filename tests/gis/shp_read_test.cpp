@@ -13,7 +13,8 @@ constexpr std::size_t DBF_START = 32 + 2 * 32 + 1, DBF_RECORD = 13;
 void writeThree(const LayerTest& test, const GisObject& o) {
     test.writeLayer("a.shp", TWO_COLUMNS, {o, o, o}, {"1,\"a\"", "2,\"b\"", "3,\"c\""});
 }
-const GisObject PLINE = objectOf(GisKind::PlineMultiple, {{1, 1, 2, 2}, {3, 3, 4, 4, 5, 5}});  // 52 + 80 bytes of content
+// 52 + 80 bytes of content
+const GisObject PLINE = objectOf(GisKind::PlineMultiple, {{1, 1, 2, 2}, {3, 3, 4, 4, 5, 5}});
 const GisObject POINT = objectOf(GisKind::Point, {{1, 2}});
 
 }  // namespace
@@ -29,7 +30,11 @@ TEST_CASE("every kind and attribute type reads back equal, and again after a rew
     const std::string record = "-12,\"a, \"\"b\"\" \xC3\xA9\",1.50000,2.25,\"T\"";
     for (const GisObject& o : objects) {
         const LayerTest test;
-        const GisHeader header = {"", "", gisShapeOf(o.kind), {{"I", "Integer"}, {"C", "Char(9)"}, {"F", "Float"}, {"D", "Decimal(9,2)"}, {"L", "Logical"}}};
+        const GisHeader header = {
+            "",
+            "",
+            gisShapeOf(o.kind),
+            {{"I", "Integer"}, {"C", "Char(9)"}, {"F", "Float"}, {"D", "Decimal(9,2)"}, {"L", "Logical"}}};
         test.writeLayer("a.shp", header, {o}, {record});
         consoleOf([&] {
             const auto id = gisOpenLayer(test.folder.name("a.shp"), "R", "I ", false);
@@ -54,9 +59,16 @@ TEST_CASE("every kind and attribute type reads back equal, and again after a rew
 }
 
 TEST_CASE("what a record or header says wrongly is found, and what is odd is read") {
-    const std::string bad = "ERROR 0429 - Reading .shp file object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE MULTIPLE object in GIS layer.";
+    const std::string bad =
+        "ERROR 0429 - Reading .shp file object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE "
+        "MULTIPLE object in GIS layer.";
     const std::string null = "|\n1,\"a\"|\n2,\"b\"|1 1,2 2,/3 3,4 4,5 5,/\n3,";
-    struct { std::string_view file; std::size_t at; std::string_view bytes; std::string message; } const rows[] = {
+    struct {
+        std::string_view file;
+        std::size_t at;
+        std::string_view bytes;
+        std::string message;
+    } const rows[] = {
         {"a.shp", 0, "0000270B", "ERROR 0427 - Reading .shp file header."},
         {"a.shp", 24, "80000000", "ERROR 0427 - Reading .shp file header."},             // negative length
         {"a.shp", 24, "00000032", "a.shx lists 3 objects, but the .shp file holds 0."},  // header never completed
@@ -65,39 +77,57 @@ TEST_CASE("what a record or header says wrongly is found, and what is odd is rea
         {"a.shp", 104, "FFFFFFFF", "ERROR 0424 - Reading .shp file object type."},
         {"a.shp", 104, "0000000A", "ERROR 0429 - Reading .shp file object coordinates."},  // no room for the counts
         {"a.shp", 104, "00000040", bad},                                                   // two bytes short
-        {"a.shp", 108, "0D000000", "ERROR 0423 - Unsupported .shp object type 13\n   Export the layer without Z and M values."},
+        {"a.shp", 108, "0D000000",
+         "ERROR 0423 - Unsupported .shp object type 13\n   Export the layer without Z and M values."},
         {"a.shp", 108, "02000000", "ERROR 0423 - Unsupported .shp object type 2\n\n"},
-        {"a.shp", 108, "00000000", null},                                                  // a null shape
-        {"a.shp", 144, "00000000 00000000", null},                                         // nothing in it
-        {"a.shp", 144, "FFFFFFFF", bad}, {"a.shp", 144, "06000000", bad},                  // parts: negative; more than points
-        {"a.shp", 144, "FFFFFF7F", "ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is 10000\n"},
-        {"a.shp", 144, "11270000", "ERROR 0421"}, {"a.shp", 144, "10270000", bad},         // 10001 and 10000
-        {"a.shp", 108, "05000000 32*00 11270000", "ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is 10000\n"},
-        {"a.shp", 148, "FFFFFFFF", bad}, {"a.shp", 148, "06000000", bad},                  // points: negative; beyond the record
-        {"a.shp", 148, "FFFFFF7F", "ERROR 0310 - Exceeded number of allowable nodes in a single .shp polyline or region.\nRequested 2147483647\nLimit 50000000\n"},
-        {"a.shp", 104, "17D7841A 03000000 32*00 01000000 80F0FA02",                        // 800 MB, and the record says so too
-         "ERROR 0430 - End of .shp file encountered whilst reading object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE object"},
-        {"a.shp", 152, "01000000", bad},                                                   // first part not at 0
-        {"a.shp", 156, "00000000", bad}, {"a.shp", 156, "05000000", bad}, {"a.shp", 156, "FFFFFFFF", bad},  // does not rise; beyond the points
-        {"a.shp", 160, "000000000000F87F", bad},                                           // not a number
+        {"a.shp", 108, "00000000", null},           // a null shape
+        {"a.shp", 144, "00000000 00000000", null},  // nothing in it
+        {"a.shp", 144, "FFFFFFFF", bad},
+        {"a.shp", 144, "06000000", bad},  // parts: negative; more than points
+        {"a.shp", 144, "FFFFFF7F",
+         "ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is 10000\n"},
+        {"a.shp", 144, "11270000", "ERROR 0421"},
+        {"a.shp", 144, "10270000", bad},  // 10001 and 10000
+        {"a.shp", 108, "05000000 32*00 11270000",
+         "ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is 10000\n"},
+        {"a.shp", 148, "FFFFFFFF", bad},
+        {"a.shp", 148, "06000000", bad},  // points: negative; beyond the record
+        {"a.shp", 148, "FFFFFF7F",
+         "ERROR 0310 - Exceeded number of allowable nodes in a single .shp polyline or region.\nRequested "
+         "2147483647\nLimit 50000000\n"},
+        {"a.shp", 104, "17D7841A 03000000 32*00 01000000 80F0FA02",  // 800 MB, and the record says so too
+         "ERROR 0430 - End of .shp file encountered whilst reading object coordinates.\nERROR 0253 - Failed to read "
+         "coordinates for a PLINE object"},
+        {"a.shp", 152, "01000000", bad},  // first part not at 0
+        {"a.shp", 156, "00000000", bad},
+        {"a.shp", 156, "05000000", bad},
+        {"a.shp", 156, "FFFFFFFF", bad},          // does not rise; beyond the points
+        {"a.shp", 160, "000000000000F87F", bad},  // not a number
         {"a.shx", 3, "0B", "ERROR - Reading .shx file "},
-        {"a.shx", 24, "00000042", "ERROR - Reading .shx file "},                           // longer than it is
-        {"a.shx", 24, "00000033", "ERROR - Reading .shx file "}, {"a.shx", 24, "80000000", "ERROR - Reading .shx file "},
-        {"a.dbf", 4, "05000000", "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 5\n"},
-        {"a.dbf", 4, "FFFFFFFF", "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 4294967295\n"},
-        {"a.dbf", 4, "02000000", "ERROR 0408 - End of .dbf file encountered whilst reading record.\nERROR 0254 - Failed to read object attribute data record"},
+        {"a.shx", 24, "00000042", "ERROR - Reading .shx file "},  // longer than it is
+        {"a.shx", 24, "00000033", "ERROR - Reading .shx file "},
+        {"a.shx", 24, "80000000", "ERROR - Reading .shx file "},
+        {"a.dbf", 4, "05000000",
+         "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 5\n"},
+        {"a.dbf", 4, "FFFFFFFF",
+         "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 4294967295\n"},
+        {"a.dbf", 4, "02000000",
+         "ERROR 0408 - End of .dbf file encountered whilst reading record.\nERROR 0254 - Failed to read object "
+         "attribute data record"},
         {"a.dbf", 8, "FFFF", "ERROR 0404 - End of .dbf file encountered whilst reading header."},
-        {"a.dbf", 8, "4100", "ERROR 0403 - Reading .dbf file header."},                    // ends within its second field
-        {"a.dbf", 10, "0C00", "ERROR 0403 - Reading .dbf file header."},                   // fields pass the record
+        {"a.dbf", 8, "4100", "ERROR 0403 - Reading .dbf file header."},   // ends within its second field
+        {"a.dbf", 10, "0C00", "ERROR 0403 - Reading .dbf file header."},  // fields pass the record
         {"a.dbf", 8, "2000", "ERROR 0319 - No attributes specified in .dbf file."},
         {"a.dbf", 32, "0D", "ERROR 0319 - No attributes specified in .dbf file."},
-        {"a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header."},                     // a binary field
+        {"a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header."},  // a binary field
         {"a.dbf", 48, "00", "ERROR 0402 - dbf field length of 0 is outside allowable range of 1 to 255."},
-        {"a.dbf", DBF_START + DBF_RECORD, "'x", "ERROR 0406 - Unrecognised record identifier found in .dbf file.\nERROR 0254"},
-        {"a.dbf", DBF_START + DBF_RECORD, "'*", "|\n1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/\n3,\"c\"|"},  // deleted with its object
-        {"a.dbf", DBF_START + 1, "6*20 '1,", "|\n\"1,\",\"a\"|"},                         // decimal comma
+        {"a.dbf", DBF_START + DBF_RECORD, "'x",
+         "ERROR 0406 - Unrecognised record identifier found in .dbf file.\nERROR 0254"},
+        {"a.dbf", DBF_START + DBF_RECORD, "'*",
+         "|\n1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/\n3,\"c\"|"},           // deleted with its object
+        {"a.dbf", DBF_START + 1, "6*20 '1,", "|\n\"1,\",\"a\"|"},  // decimal comma
         {"a.dbf", DBF_START + 1, "8*20", "|\n,\"a\"|"},
-        {"a.dbf", DBF_START + 9, "'\" E9 00 'z", "|\n1,\"\"\"\xC3\xA9\"|"},                // text behind a zero byte is no text
+        {"a.dbf", DBF_START + 9, "'\" E9 00 'z", "|\n1,\"\"\"\xC3\xA9\"|"},  // text behind a zero byte is no text
     };
     for (const auto& r : rows) {
         const LayerTest test;
@@ -121,7 +151,8 @@ TEST_CASE("a set cut at any byte is never read as whole") {
             const LayerTest test;
             writeThree(test, o);
             const std::string whole = test.folder.read(file);
-            const std::size_t longest = whole.size() - (file == "a.dbf" ? 1 : 0);  // without its end byte a table is still whole
+            const std::size_t longest =
+                whole.size() - (file == "a.dbf" ? 1 : 0);  // without its end byte a table is still whole
             for (std::size_t length = 0; length < longest; ++length) {
                 INITIALISE_FILES();
                 gisInitialise();
@@ -164,7 +195,8 @@ TEST_CASE("129 fields stop the reader") {
 
 TEST_CASE("a table in UTF-8 keeps its letters") {
     const LayerTest test;
-    test.writeLayer("a.shp", TWO_COLUMNS, {POINT}, {"1,\"\xC3\x83\xC2\xA9\""});  // two letters of the code page that make one of UTF-8
+    test.writeLayer("a.shp", TWO_COLUMNS, {POINT},
+                    {"1,\"\xC3\x83\xC2\xA9\""});  // two letters of the code page that make one of UTF-8
     test.folder.write("a.cpg", "UTF-8\r\n");
     CHECK(shpReadingOf(test).find("1,\"\xC3\xA9\"") != std::string::npos);
 }

@@ -39,7 +39,8 @@ inline std::string shpBytesOf(std::string_view text) {
 #define D4 " 0000000000001040 "
 #define D_1 " 000000000000F0BF "
 
-/// What is said when that holds an ERROR or a WARNING, the attributes, "|", then a line for each object: its record, "|", "x y," for each vertex and "/" behind each part.
+/// What is said when that holds an ERROR or a WARNING, the attributes, "|", then a line for each object: its record,
+/// "|", "x y," for each vertex and "/" behind each part.
 inline std::string shpReadingOf(const LayerTest& test) {
     std::vector<GisObject> objects;
     std::vector<std::string> records;
@@ -51,7 +52,8 @@ inline std::string shpReadingOf(const LayerTest& test) {
     for (std::size_t i = 0; i < records.size(); ++i) {
         all += '\n' + records[i] + '|';
         for (std::size_t v = 1, part = 1; v < objects[i].x.size(); ++v) {
-            all += std::to_string(static_cast<int>(objects[i].x[v])) + ' ' + std::to_string(static_cast<int>(objects[i].y[v])) + ',';
+            all += std::to_string(static_cast<int>(objects[i].x[v])) + ' ' +
+                   std::to_string(static_cast<int>(objects[i].y[v])) + ',';
             if (v != static_cast<std::size_t>(objects[i].ir[part])) continue;
             all += '/';
             ++part;

@@ -17,14 +17,18 @@ TEST_CASE("a layer of one point has 64 and 54 words, big-endian outside and litt
     const LayerTest test;
     CHECK(test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"7"}).find("<stopped>") == std::string::npos);
     const std::string box = "E8030000 01000000" D1 D2 D1 D2 "32*00 ";
-    CHECK(test.folder.read("a.shp") == shpBytesOf("0000270A 20*00 00000040 " + box + "00000001 0000000A 01000000" D1 D2));
+    CHECK(test.folder.read("a.shp") ==
+          shpBytesOf("0000270A 20*00 00000040 " + box + "00000001 0000000A 01000000" D1 D2));
     CHECK(test.folder.read("a.shx") == shpBytesOf("0000270A 20*00 00000036 " + box + "00000032 0000000A"));
     CHECK(test.folder.read("a.cpg") == "1252");
     CHECK(!FIND_FILE(test.folder.name("a.prj")));
 }
 
 TEST_CASE("records hold their own box, and the indices of the parts count from 0") {
-    struct { GisObject object; std::string_view type, content; } const rows[] = {
+    struct {
+        GisObject object;
+        std::string_view type, content;
+    } const rows[] = {
         {objectOf(GisKind::Line, {{1, 4, 2, 3}}), "03000000", D1 D3 D2 D4 "01000000 02000000 00000000" D1 D4 D2 D3},
         {objectOf(GisKind::PlineMultiple, {{1, 1, 2, 2, 3, 0}, {-1, 4, 4, 4}}), "03000000",
          D_1 D0 D4 D4 "02000000 05000000 00000000 03000000" D1 D1 D2 D2 D3 D0 D_1 D4 D4 D4},
@@ -43,7 +47,8 @@ TEST_CASE("records hold their own box, and the indices of the parts count from 0
         CHECK(shp.substr(108, content.size()) == content);
         CHECK(shp.substr(108 + content.size(), 8) == shpBytesOf("00000002 000000") + words);
         const char second = static_cast<char>((108 + content.size()) / 2);
-        CHECK(test.folder.read("a.shx").substr(100) == shpBytesOf("00000032 000000") + words + shpBytesOf("000000") + second + shpBytesOf("000000") + words);
+        CHECK(test.folder.read("a.shx").substr(100) ==
+              shpBytesOf("00000032 000000") + words + shpBytesOf("000000") + second + shpBytesOf("000000") + words);
     }
 }
 
@@ -51,7 +56,8 @@ TEST_CASE("objects of any size read back equal, around the size of a block") {
     const LayerTest test;
     std::vector<GisObject> objects;
     std::vector<std::string> records;
-    for (const std::size_t vertices : {2U, 16380U, 16381U, 40000U, 3U}) {  // 16380 vertices fill a block to within 36 bytes
+    // 16380 vertices fill a block to within 36 bytes
+    for (const std::size_t vertices : {2U, 16380U, 16381U, 40000U, 3U}) {
         GisObject o;
         o.start(GisKind::Pline);
         for (std::size_t i = 0; i < vertices; ++i) o.add(0.5 * static_cast<double>(i), -1e-9 * static_cast<double>(i));
@@ -87,12 +93,20 @@ TEST_CASE("an empty layer is valid: its planned type, no box, no records") {
 
 TEST_CASE("objects that the layer does not take end the run") {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    struct { GisShape planned; GisObject object; std::string_view message; } const rows[] = {
-        {GisShape::Point, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "Should not be here [gisWriteObject-shp].  Please contact "},
-        {GisShape::Any, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "Should not be here [gisWriteObject-shp].  Please contact "},  // after a point
-        {GisShape::Any, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}), "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact "},
+    struct {
+        GisShape planned;
+        GisObject object;
+        std::string_view message;
+    } const rows[] = {
+        {GisShape::Point, objectOf(GisKind::Pline, {{0, 0, 1, 1}}),
+         "Should not be here [gisWriteObject-shp].  Please contact "},
+        {GisShape::Any, objectOf(GisKind::Pline, {{0, 0, 1, 1}}),
+         "Should not be here [gisWriteObject-shp].  Please contact "},  // after a point
+        {GisShape::Any, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}),
+         "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact "},
         {GisShape::Point, objectOf(GisKind::Point, {{nan, 1}}), "ERROR 0439 - Writing .shp file object coordinates."},
-        {GisShape::Point, objectOf(GisKind::Point, {{1, -std::numeric_limits<double>::infinity()}}), "ERROR 0439 - Writing .shp file object coordinates."},
+        {GisShape::Point, objectOf(GisKind::Point, {{1, -std::numeric_limits<double>::infinity()}}),
+         "ERROR 0439 - Writing .shp file object coordinates."},
     };
     for (const auto& r : rows) {
         const std::string said = LayerTest().writeLayer("a.shp", oneColumn(r.planned), {POINT, r.object}, {"1", "2"});
@@ -103,15 +117,20 @@ TEST_CASE("objects that the layer does not take end the run") {
 
 TEST_CASE("a disk that is full ends the run, whichever file it was") {
     if (!std::filesystem::exists("/dev/full")) return;
-    struct { std::string_view file, message; } const rows[] = {
-        {"a.shp", "ERROR 0437 - Writing .shp file header."}, {"a.shx", "ERROR 0437 - Writing .shp file header."},
-        {"a.dbf", "ERROR 0413 - Rewriting .dbf file header with final information."}, {"a.cpg", "a.cpg: No space left on device. The file is incomplete."},
+    struct {
+        std::string_view file, message;
+    } const rows[] = {
+        {"a.shp", "ERROR 0437 - Writing .shp file header."},
+        {"a.shx", "ERROR 0437 - Writing .shp file header."},
+        {"a.dbf", "ERROR 0413 - Rewriting .dbf file header with final information."},
+        {"a.cpg", "a.cpg: No space left on device. The file is incomplete."},
     };
     for (const auto& r : rows)
         for (const std::size_t objects : {1U, 20000U}) {  // 20000: blocks go out on the way, and the messages differ
             const LayerTest test;
             std::filesystem::create_symlink("/dev/full", test.folder.name(r.file));
-            const std::string said = test.writeLayer("a.shp", oneColumn(GisShape::Point), std::vector(objects, POINT), std::vector<std::string>(objects, "1"));
+            const std::string said = test.writeLayer("a.shp", oneColumn(GisShape::Point), std::vector(objects, POINT),
+                                                     std::vector<std::string>(objects, "1"));
             CHECK(said.find(objects == 1 ? r.message : "No space left on device") != std::string::npos);
             CHECK(said.find("ERROR") != std::string::npos);
             CHECK(said.ends_with("<stopped>"));
@@ -133,7 +152,10 @@ TEST_CASE("no file passes the limit: the layer is completed with what fits, in p
             gisWriteRecord(id, "2");
             gisWriteObject(id, POINT);
         });
-        CHECK(said.find(std::string(full == 0 ? "a.shp" : full == 1 ? "a.shx" : "a.dbf") + " would pass 2147483647 bytes") != std::string::npos);
+        CHECK(said.find(std::string(full == 0   ? "a.shp"
+                                    : full == 1 ? "a.shx"
+                                                : "a.dbf") +
+                        " would pass 2147483647 bytes") != std::string::npos);
         CHECK(said.find("Use -mif or a coarser output.") != std::string::npos);
         CHECK(said.ends_with("<stopped>"));
         CHECK(test.folder.read("a.dbf").substr(4, 4) == shpBytesOf("02000000"));
@@ -149,14 +171,24 @@ TEST_CASE("the .prj file of an output is the run's text, whole, and that of an i
     CHECK(output.folder.read("a.prj") == text);
 
     const std::string run = "PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]";
-    struct { std::string_view prj; bool warn; std::string_view message; bool stops; } const rows[] = {
+    struct {
+        std::string_view prj;
+        bool warn;
+        std::string_view message;
+        bool stops;
+    } const rows[] = {
         {"PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]", false, "", false},
-        {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1]]\r\n", false, "", false},  // case, blanks and lines outside quotes
+        {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1]]\r\n", false, "",
+         false},  // case, blanks and lines outside quotes
         {"PROJCS[\"GDA94/MGA 56\",UNIT[\"metre\",1]]", false,
          "ERROR 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.\n"
-         "Use \"GIS Projection Check == WARNING\" to change message to a WARNING.", true},
-        {"PROJCS[\"other\"]", true, "WARNING 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.", false},
-        {"GEOGCS[\"x\"]", true, "WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.", false},
+         "Use \"GIS Projection Check == WARNING\" to change message to a WARNING.",
+         true},
+        {"PROJCS[\"other\"]", true,
+         "WARNING 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.",
+         false},
+        {"GEOGCS[\"x\"]", true,
+         "WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.", false},
         {"", false, "ERROR 0420 - Could not read projection line in .prj file.", true},
     };
     for (const auto& r : rows) {

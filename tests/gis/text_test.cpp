@@ -38,14 +38,32 @@ std::string cleanedNames(std::vector<std::string> names, std::size_t width) {
 }  // namespace
 
 TEST_CASE("PUT_FIXED writes what printf writes") {
-    const double awkward[] = {0.0, -0.0, 0.5, 1.5, 2.5, -0.0000004, 0.0000005, 0.0000015, 0.0078125, 2.0078125, 1e15, 9.99999999e8, 0.9999995,
-                              999999999.9999999, 1234567.0000005, -6250000.0234375, 1e300, 5e-324, 4503599627370497.5,
+    const double awkward[] = {0.0,
+                              -0.0,
+                              0.5,
+                              1.5,
+                              2.5,
+                              -0.0000004,
+                              0.0000005,
+                              0.0000015,
+                              0.0078125,
+                              2.0078125,
+                              1e15,
+                              9.99999999e8,
+                              0.9999995,
+                              999999999.9999999,
+                              1234567.0000005,
+                              -6250000.0234375,
+                              1e300,
+                              5e-324,
+                              4503599627370497.5,
                               std::numeric_limits<double>::max()};
     std::mt19937_64 random(20240229);
     std::vector<double> values(std::begin(awkward), std::end(awkward));
     for (int i = 0; i < 30000; ++i) {
         values.push_back(std::ldexp(static_cast<double>(random()), -static_cast<int>(random() % 70)));  // every size
-        values.push_back(static_cast<double>(random() % 2000000001) / 2000.0);                          // ties in binary, short in decimal
+        // ties in binary, short in decimal
+        values.push_back(static_cast<double>(random() % 2000000001) / 2000.0);
     }
     for (const double value : values)
         for (const int decimals : {0, 3, 6}) {
@@ -53,30 +71,34 @@ TEST_CASE("PUT_FIXED writes what printf writes") {
             std::array<char, LONGEST_FIXED> written{};
             const int length = std::snprintf(expected.data(), expected.size(), "%.*f", decimals, value);
             const char* end = PUT_FIXED(written.data(), value, decimals);
-            if (end - written.data() != length || std::strcmp(written.data(), expected.data()) != 0) FAIL(expected.data() << " " << written.data());
+            if (end - written.data() != length || std::strcmp(written.data(), expected.data()) != 0)
+                FAIL(expected.data() << " " << written.data());
         }
 }
 
 TEST_CASE("numbers that fill their field are written wider behind a blank") {
     CHECK(fixedField(1234.5, 16, 6) == "     1234.500000");
     CHECK(fixedField(99999999.0, 16, 6) == " 99999999.000000");
-    CHECK(fixedField(100000000.0, 16, 6) == " 100000000.000000");  // 16 characters: would touch its neighbour
+    CHECK(fixedField(100000000.0, 16, 6) == " 100000000.000000");       // 16 characters: would touch its neighbour
     CHECK(fixedField(99999999.9999999, 16, 6) == " 100000000.000000");  // reaches the limit by rounding
     CHECK(fixedField(-9999999.0, 16, 6) == " -9999999.000000");
     CHECK(fixedField(-10000000.0, 16, 6) == " -10000000.000000");
 }
 
 TEST_CASE("a data line splits at commas outside quotes") {
-    struct { std::string_view line, values; char delimiter = ','; } const rows[] = {
+    struct {
+        std::string_view line, values;
+        char delimiter = ',';
+    } const rows[] = {
         {R"(1,"a, b",,"say ""hi""",2.5)", R"(<1>T<a, b><>T<say "hi"><2.5>)"},
         {"", "<>"},
-        {",", "<><>"},                                  // the blank value behind the last comma
+        {",", "<><>"},  // the blank value behind the last comma
         {R"( 1 , "x" ,"")", "<1>T<x>T<>"},
         {R"("open, to the end)", "T<open, to the end>"},  // never closed
-        {R"(5'6",7)", R"(<5'6"><7>)"},                  // a quote inside a value is no opening quote
+        {R"(5'6",7)", R"(<5'6"><7>)"},                    // a quote inside a value is no opening quote
         {R"("""",1)", R"(T<"><1>)"},
         {R"("a" junk,1)", "T<a><1>"},
-        {"1\t\t\"a\tb\"", "<1><>T<a\tb>", '\t'},        // the tab separates and is no blank
+        {"1\t\t\"a\tb\"", "<1><>T<a\tb>", '\t'},  // the tab separates and is no blank
     };
     for (const auto& r : rows) CHECK(valuesOf(r.line, r.delimiter) == r.values);
     std::string line;
@@ -89,8 +111,10 @@ TEST_CASE("a data line splits at commas outside quotes") {
 }
 
 TEST_CASE("attribute names are cleaned, cut and unique") {
-    struct { std::string_view name, clean; } const rows[] = {
-        {"Water Level", "Water_Level"}, {"2D", "_2D"}, {" Vx (m/s) ", "Vx__m_s_"}, {"", "_"}, {"H\xC3\xB6he", "H__he"}, {"A_1", "A_1"}};
+    struct {
+        std::string_view name, clean;
+    } const rows[] = {{"Water Level", "Water_Level"}, {"2D", "_2D"}, {" Vx (m/s) ", "Vx__m_s_"}, {"", "_"},
+                      {"H\xC3\xB6he", "H__he"},       {"A_1", "A_1"}};
     for (const auto& r : rows) CHECK(CLEANATTRIBUTENAME(r.name) == r.clean);
     CHECK(cleanedNames({"Elevation", "ELEVATION", "Elevation"}, 31) == "Elevation ELEVATION2 Elevation3 ");
     CHECK(cleanedNames({"X_component_of_V", "X_component_of_Q"}, 11) == "X_component X_componen2 ");
@@ -98,8 +122,14 @@ TEST_CASE("attribute names are cleaned, cut and unique") {
 }
 
 TEST_CASE("column types are taken apart") {
-    struct { std::string_view text; const char* word; int width, decimals; } const rows[] = {
-        {"Char(254)", "CHAR", 254, 0}, {"decimal ( 10, 4 )", "DECIMAL", 10, 4}, {"Integer", "INTEGER", 0, 0}, {" Logical ", "LOGICAL", 0, 0}};
+    struct {
+        std::string_view text;
+        const char* word;
+        int width, decimals;
+    } const rows[] = {{"Char(254)", "CHAR", 254, 0},
+                      {"decimal ( 10, 4 )", "DECIMAL", 10, 4},
+                      {"Integer", "INTEGER", 0, 0},
+                      {" Logical ", "LOGICAL", 0, 0}};
     for (const auto& r : rows) {
         const auto type = COLUMN_TYPE(r.text);
         REQUIRE(type);
@@ -107,16 +137,20 @@ TEST_CASE("column types are taken apart") {
         CHECK(type->width == r.width);
         CHECK(type->decimals == r.decimals);
     }
-    for (const char* bad : {"", "(5)", "Char(", "Char()", "Char(x)", "Char(-1)", "Char(40000)", "Char(5", "Decimal(1,2,3)", "Char(5)x"})
+    for (const char* bad :
+         {"", "(5)", "Char(", "Char()", "Char(x)", "Char(-1)", "Char(40000)", "Char(5", "Decimal(1,2,3)", "Char(5)x"})
         CHECK_MESSAGE(!COLUMN_TYPE(bad), bad);
 }
 
 TEST_CASE("text changes between UTF-8 and code page 1252") {
-    struct { std::string_view utf8, page; bool whole; } const rows[] = {
+    struct {
+        std::string_view utf8, page;
+        bool whole;
+    } const rows[] = {
         {"Caf\xC3\xA9 5\xC2\xB0", "Caf\xE9 5\xB0", true},
-        {"\xE2\x82\xAC\xE2\x80\x93", "\x80\x96", true},      // the euro and the en dash stand in the page's own rows
-        {"\xC2\x81", "\x81", true},                          // an unused byte
-        {"\xE6\xB0\xB4 x", "? x", false},                    // one "?" for a character of three bytes
+        {"\xE2\x82\xAC\xE2\x80\x93", "\x80\x96", true},  // the euro and the en dash stand in the page's own rows
+        {"\xC2\x81", "\x81", true},                      // an unused byte
+        {"\xE6\xB0\xB4 x", "? x", false},                // one "?" for a character of three bytes
     };
     for (const auto& r : rows) {
         std::string page;
@@ -127,15 +161,23 @@ TEST_CASE("text changes between UTF-8 and code page 1252") {
         if (r.whole) CHECK(back == r.utf8);
     }
     std::string page;
-    CHECK(ADD_AS_CODE_PAGE(page, "Stra\xDF""e \xE2\x82"));   // bytes that are no UTF-8 are the page's own
-    CHECK(page == "Stra\xDF""e \xE2\x82");
+    CHECK(ADD_AS_CODE_PAGE(page,
+                           "Stra\xDF"
+                           "e \xE2\x82"));  // bytes that are no UTF-8 are the page's own
+    CHECK(page ==
+          "Stra\xDF"
+          "e \xE2\x82");
 }
 
 TEST_CASE("coordinate systems are compared without blanks, letter case and one-sided bounds") {
-    struct { std::string_view a, b; bool same; } const rows[] = {
+    struct {
+        std::string_view a, b;
+        bool same;
+    } const rows[] = {
         {"CoordSys Earth Projection 8, 33, \"m\"", "  COORDSYS Earth  Projection 8,\t33, \"M\" ", true},
         {"CoordSys NonEarth Units \"m\"", "CoordSys NonEarth Units \"m\" Bounds(0, 0) (1, 1)", true},
-        {"CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 2)", "CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 1)", false},
+        {"CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 2)", "CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 1)",
+         false},
         {"CoordSys NonEarth Units \"m\"", "CoordSys NonEarth Units \"ft\"", false},
         {"CoordSys X \"a  b\"", "CoordSys X \"a b\"", false},  // blanks in quotes count
     };
@@ -144,7 +186,10 @@ TEST_CASE("coordinate systems are compared without blanks, letter case and one-s
 
 TEST_CASE("a NonEarth line gets bounds that hold the mesh") {
     const std::string line = "CoordSys NonEarth Units \"m\"";
-    struct { MapExtent extent; const char* bounds; } const rows[] = {
+    struct {
+        MapExtent extent;
+        const char* bounds;
+    } const rows[] = {
         {{}, " Bounds(-9999999, -9999999) (9999999, 9999999)"},
         {{300000, 6250000, 301000, 6252000}, " Bounds(-9999999, -9999999) (9999999, 9999999)"},
         {{9999000.5, 0, 10000000.25, 10}, " Bounds(-9999999, -9999999) (10001000, 9999999)"},  // 999.75 wide

@@ -2,9 +2,9 @@
 
 #include "console_of.h"
 #include "inputs/results.h"
+#include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "run_control/read_switches.h"
 #include "services/time_markers.h"
 #include "temporary_folder.h"
 
@@ -35,8 +35,9 @@ std::string integer(std::int64_t value, int size = 4) {
 std::string real(float value) { return integer(std::bit_cast<std::int32_t>(value)); }
 
 std::string header(int nodes, int cells, bool vector = false, int flagSize = 1) {
-    return integer(3000) + integer(100) + integer(3) + integer(110) + integer(4) + integer(120) + integer(flagSize) + integer(vector ? 140 : 130) +
-           integer(170) + integer(nodes) + integer(180) + integer(cells) + integer(190) + "Water Level" + std::string(29, ' ');
+    return integer(3000) + integer(100) + integer(3) + integer(110) + integer(4) + integer(120) + integer(flagSize) +
+           integer(vector ? 140 : 130) + integer(170) + integer(nodes) + integer(180) + integer(cells) + integer(190) +
+           "Water Level" + std::string(29, ' ');
 }
 
 std::string stepBytes(const Step& step, int flagSize = 1) {
@@ -53,7 +54,8 @@ std::string datBytes(const std::string& cards, const std::vector<Step>& steps, i
 }
 
 /// Opens and lists the file, then takes the step; what was printed.
-std::string readFile(const std::string& name, const std::function<void()>& then = [] {}) {
+std::string readFile(
+    const std::string& name, const std::function<void()>& then = [] {}) {
     return consoleOf([&] {
         INITIALISE_FILES();
         const int file = OPEN_FILE(name, "I ", "dat");
@@ -65,7 +67,8 @@ std::string readFile(const std::string& name, const std::function<void()>& then 
     });
 }
 
-std::string readDat(const std::string& bytes, const std::function<void()>& then = [] {}) {
+std::string readDat(
+    const std::string& bytes, const std::function<void()>& then = [] {}) {
     const TemporaryFolder folder;
     return readFile(folder.write("x_h.dat", bytes), then);
 }
@@ -75,8 +78,11 @@ bool holds(const std::string& text, const std::string& part) { return text.find(
 }  // namespace
 
 TEST_CASE("The header is read past cards of other programs") {
-    const std::string more = integer(250) + integer(2) + integer(-7) + integer(150) + integer(200) + integer(160) + integer(210);  // values are no cards
-    const std::string said = readDat(datBytes(more + header(3, 2, true), {{1.5F, {1, 2, 3, 4, 5, 6}, {1, 0}}}), [] { NEXT_DAT_TIME(); });
+    // values are no cards
+    const std::string more =
+        integer(250) + integer(2) + integer(-7) + integer(150) + integer(200) + integer(160) + integer(210);
+    const std::string said =
+        readDat(datBytes(more + header(3, 2, true), {{1.5F, {1, 2, 3, 4, 5, 6}, {1, 0}}}), [] { NEXT_DAT_TIME(); });
     CHECK(holds(said, "Number Cells: 2\nNumber Nodes: 3\nData Description: Water Level\n"));
     CHECK_FALSE(holds(said, "Check"));
     CHECK(DAT().header.vector);
@@ -89,18 +95,22 @@ TEST_CASE("The header is read past cards of other programs") {
 TEST_CASE("A file that is no whole binary .dat is refused by name") {
     constexpr int MOST = std::numeric_limits<int>::max();
     const Step whole = {1.0F, {1, 2, 3}, {1, 0}};
-    struct { std::string bytes, said; } const rows[] = {
+    struct {
+        std::string bytes, said;
+    } const rows[] = {
         {"", "x_h.dat is empty."},
         {"DATASET\nOBJTYPE \"mesh2d\"\nBEGSCL\n", "x_h.dat is a text file"},
         {header(3, 2), "no output time found"},
-        {header(3, 2) + integer(210) + stepBytes(whole), "no output time found"},       // behind the end of the dataset
-        {std::string(1 << 20, '\x07') + datBytes(header(3, 2), {whole}), "no output time found"},  // a long crawl to the first step
+        {header(3, 2) + integer(210) + stepBytes(whole), "no output time found"},  // behind the end of the dataset
+        // a long crawl to the first step
+        {std::string(1 << 20, '\x07') + datBytes(header(3, 2), {whole}), "no output time found"},
         {datBytes(header(MOST, MOST, true), {whole}), "cannot hold 2147483647 values and 2147483647 cells"},
-        {datBytes(header(3, MOST), {{1.0F, {1, 2, 3}, {}}}), "cannot hold"},             // no flags vouch for the cells
+        {datBytes(header(3, MOST), {{1.0F, {1, 2, 3}, {}}}), "cannot hold"},  // no flags vouch for the cells
         {datBytes(header(-1, 2), {whole}), "cannot be right: -1 values"},
         {datBytes(header(0, 2), {whole}), "cannot be right"},
         {datBytes(header(3, -2), {whole}), "cannot be right"},
-        {datBytes(header(2, 2), {{1.0F, std::vector<float>(30), {}}}), "does not hold 2 values"},  // too few: rubbish follows the first step
+        // too few: rubbish follows the first step
+        {datBytes(header(2, 2), {{1.0F, std::vector<float>(30), {}}}), "does not hold 2 values"},
         {datBytes(header(3, 2), {{INFINITE, {1, 2, 3}, {}}}), "<stopped>"},
     };
     for (const auto& r : rows) {
@@ -113,10 +123,16 @@ TEST_CASE("A file that is no whole binary .dat is refused by name") {
 }
 
 TEST_CASE("The first time within the tolerance is taken, and a closer one later is named") {
-    const std::vector<Step> steps = {{0.995F, {1}, {0}}, {1.0F, {2}, {}}, {2.0F, {3}, {1}}, {99999.0F, {4}, {}}, {TIME_TMAX, {5}, {}}};
-    struct { float time, tolerance, value; int wet; std::string said; } const rows[] = {
+    const std::vector<Step> steps = {
+        {0.995F, {1}, {0}}, {1.0F, {2}, {}}, {2.0F, {3}, {1}}, {99999.0F, {4}, {}}, {TIME_TMAX, {5}, {}}};
+    struct {
+        float time, tolerance, value;
+        int wet;
+        std::string said;
+    } const rows[] = {
         {1.0F, 0.01F, 1, 0, "WARNING - Time 1. in .dat file is closer to the specified time than 0.995,"},
-        {1.0F, 0.001F, 2, 0, "...Found time 1. in dat file."},  // no flags of its own: those of the step before, though it was skipped
+        // no flags of its own: those of the step before, though it was skipped
+        {1.0F, 0.001F, 2, 0, "...Found time 1. in dat file."},
         {1.5F, 0.5F, 0, 1, "ERROR - Could not find specified timestep in .dat file."},  // strictly closer
         {TIME_MAXIMUM, 0.001F, 4, 1, "...Found time 99999. in dat file."},
         {TIME_TMAX, 0.001F, 5, 1, "...Found time 99999. in dat file."},
@@ -136,7 +152,8 @@ TEST_CASE("The first time within the tolerance is taken, and a closer one later 
 TEST_CASE("Messages show seconds with -sec, but not of markers") {
     readSwitches({"-sec"});
     const std::string said = readDat(datBytes(header(1, 0), {{0.5F, {1}, {}}, {99999.0F, {4}, {}}}), [] {
-        while (NEXT_DAT_TIME()) {}
+        while (NEXT_DAT_TIME()) {
+        }
     });
     INITIALISE_OPTIONS();
     CHECK(holds(said, "Reading data for time 1800.\nReading data for time 99999.\nEnd of .dat file.\n"));
@@ -145,14 +162,26 @@ TEST_CASE("Messages show seconds with -sec, but not of markers") {
 
 TEST_CASE("Maximums of scalars") {
     const std::string lastLeftOut = "WARNING - Last timestep is not included in the extracted maximums.";
-    const std::string stored = "File has maximums stored (time = 99,999) using these values and ignoring all other timesteps.";
+    const std::string stored =
+        "File has maximums stored (time = 99,999) using these values and ignoring all other timesteps.";
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    struct { std::vector<Step> steps; std::vector<float> values; std::vector<std::uint8_t> wet; std::string said; } const rows[] = {
+    struct {
+        std::vector<Step> steps;
+        std::vector<float> values;
+        std::vector<std::uint8_t> wet;
+        std::string said;
+    } const rows[] = {
         {{{1, {5, -3}, {1, 0}}, {2, {4, -2}, {0, 0}}, {3, {9, 9}, {1, 1}}}, {5, -2}, {1, 0}, lastLeftOut},
-        {{{1, {5, 5}, {1, 1}}, {99999.0F, {2, 3}, {0, 1}}}, {2, 3}, {0, 1}, stored},                // its flags too
-        {{{1, {5, 5}, {1, 0}}, {2, {5, 5}, {0, 0}}, {99999.0F, {2, 3}, {}}}, {2, 3}, {1, 0}, stored},  // none stored: wet at any time
+        {{{1, {5, 5}, {1, 1}}, {99999.0F, {2, 3}, {0, 1}}}, {2, 3}, {0, 1}, stored},  // its flags too
+        {{{1, {5, 5}, {1, 0}}, {2, {5, 5}, {0, 0}}, {99999.0F, {2, 3}, {}}},
+         {2, 3},
+         {1, 0},
+         stored},  // none stored: wet at any time
         {{{1, {5, 5}, {}}, {99999.0F, {2, 3}, {}}}, {2, 3}, {1, 1}, stored},
-        {{{1, {5, 1}, {}}, {2, {4, 2}, {1, 0}}, {TIME_TMAX, {9, 9}, {}}, {3, {8, 8}, {}}}, {5, 2}, {1, 1}, "time 2."},  // nothing behind it counts
+        {{{1, {5, 1}, {}}, {2, {4, 2}, {1, 0}}, {TIME_TMAX, {9, 9}, {}}, {3, {8, 8}, {}}},
+         {5, 2},
+         {1, 1},
+         "time 2."},  // nothing behind it counts
         {{{99999.0F, {7, 1}, {}}, {TIME_MINIMUM, {0, 0}, {}}}, {7, 1}, {1, 1}, "Extracting maximums"},
         {{{6, {1, 2}, {0, 1}}}, {1, 2}, {0, 1}, "Extracting maximums from all timesteps in .dat file"},
         {{{1, {nan, INFINITE}, {}}, {2, {MISSING, 3}, {}}, {3, {0, 0}, {}}}, {MISSING, 3}, {1, 1}, lastLeftOut},
@@ -172,8 +201,10 @@ TEST_CASE("Maximums of scalars") {
 }
 
 TEST_CASE("The maximum of vectors keeps both components of the longest, and missing ones are shorter than any") {
-    const std::vector<Step> steps = {
-        {1, {3, -4, MISSING, MISSING, 0, 0, 1, 0}, {}}, {2, {4, 0, -1e-9F, 0, MISSING, 0, 0, 1}, {}}, {3, {0, 4.5F, 0, 0, 0, 0, 2, 2}, {}}, {4, {9, 9, 9, 9, 9, 9, 9, 9}, {}}};
+    const std::vector<Step> steps = {{1, {3, -4, MISSING, MISSING, 0, 0, 1, 0}, {}},
+                                     {2, {4, 0, -1e-9F, 0, MISSING, 0, 0, 1}, {}},
+                                     {3, {0, 4.5F, 0, 0, 0, 0, 2, 2}, {}},
+                                     {4, {9, 9, 9, 9, 9, 9, 9, 9}, {}}};
     readDat(datBytes(header(4, 0, true), steps), EXTRACT_DAT_MAXIMUMS);
     CHECK(RESULTS().x == std::vector<float>{MISSING, 3, -1e-9F, 0, 2});  // -4 in y beats 4.5; at rest nothing is longer
     CHECK(RESULTS().y == std::vector<float>{MISSING, -4, 0, 0, 2});
@@ -182,10 +213,13 @@ TEST_CASE("The maximum of vectors keeps both components of the longest, and miss
 TEST_CASE("Flags of the declared size are read where 8-bit ones do not fit") {
     const std::vector<Step> steps = {{1, {1, 2, 3}, {1, 0, -1, 256}}, {2, {4, 5, 6}, {}}};
     const std::string check = "Check - ";
-    struct { int declared, used; } const rows[] = {{4, 4}, {4, 1}, {1, 1}, {2, 2}};
+    struct {
+        int declared, used;
+    } const rows[] = {{4, 4}, {4, 1}, {1, 1}, {2, 2}};
     for (const auto& r : rows) {
         CAPTURE(r.declared);
-        const std::string said = readDat(datBytes(header(3, 4, false, r.declared), steps, r.used), [] { CHECK(NEXT_DAT_TIME()); });
+        const std::string said =
+            readDat(datBytes(header(3, 4, false, r.declared), steps, r.used), [] { CHECK(NEXT_DAT_TIME()); });
         CHECK(holds(said, check) == (r.used != 1));
         CHECK(RESULTS().x == std::vector<float>{MISSING, 1, 2, 3});
         CHECK(RESULTS().wet == std::vector<std::uint8_t>{1, 1, 0, 1, r.used == 1 ? std::uint8_t{0} : std::uint8_t{1}});
@@ -214,14 +248,17 @@ TEST_CASE("Cut at any byte, a file gives its whole steps and a word about the ne
         CHECK(holds(readFile(name, EXTRACT_DAT_MAXIMUMS), "is incomplete or damaged.") == damaged);
         const bool timeThere = damaged && length >= end + 9;  // card, activity byte, time
         const float next = static_cast<float>(whole) + 1.0F;
-        if (whole < 3) CHECK(holds(readFile(name, [&] { FIND_DAT_TIME(next, 0.1F); }), timeThere ? "is incomplete or damaged." : "Could not find"));
+        if (whole < 3)
+            CHECK(holds(readFile(name, [&] { FIND_DAT_TIME(next, 0.1F); }),
+                        timeThere ? "is incomplete or damaged." : "Could not find"));
     }
     CHECK(holds(readDat(bytes + "more"), "WARNING - "));
 }
 
 TEST_CASE("Wrong bytes anywhere end in results of the counts or in an ERROR") {
     const TemporaryFolder folder;
-    const std::string bytes = datBytes(header(20, 9), {{1, std::vector<float>(20, 1.0F), std::vector<int>(9, 1)}, {2, std::vector<float>(20, 2.0F), {}}});
+    const std::string bytes = datBytes(header(20, 9), {{1, std::vector<float>(20, 1.0F), std::vector<int>(9, 1)},
+                                                       {2, std::vector<float>(20, 2.0F), {}}});
     for (std::size_t at = 0; at < bytes.size(); ++at)
         for (const int value : {0, 0x7F, 0xC8, 0xFF}) {
             std::string changed = bytes;
@@ -233,7 +270,12 @@ TEST_CASE("Wrong bytes anywhere end in results of the counts or in an ERROR") {
 
 TEST_CASE("Results of other programs are read whole") {
     const std::string data = SHARED_DATA;
-    struct { const char* file; std::size_t times; float last; const char* said; } const rows[] = {
+    struct {
+        const char* file;
+        std::size_t times;
+        float last;
+        const char* said;
+    } const rows[] = {
         {"/sacramento/sacramento_V.dat", 14, 99999.0F, "Data Description: Velocity"},
         {"/valley/valley_d.dat", 48, 48.0F, "Number Cells: 19966"},
         {"/valley/valley_4byteflags_d.dat", 48, 172800.0F, "Check - "},

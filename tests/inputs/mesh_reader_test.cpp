@@ -12,9 +12,11 @@
 
 namespace {
 
-const std::string CURRENT = "MESH2D       16952.500       -8586.281     0.0000    20.00    20.00   10.0   10.0     2.5000\n";
+const std::string CURRENT =
+    "MESH2D       16952.500       -8586.281     0.0000    20.00    20.00   10.0   10.0     2.5000\n";
 const std::string NINE_NODES =
-    "ND 1 0 0 1 0 0. 0. 0.\nND 2 1 0 1 0 0. 0. 0.\nND 3 2 0 1 0 0. 0. 0.\nND 4 2 1 1 0 0. 0. 0.\nND 5 2 2 1 0 0. 0. 0.\n"
+    "ND 1 0 0 1 0 0. 0. 0.\nND 2 1 0 1 0 0. 0. 0.\nND 3 2 0 1 0 0. 0. 0.\nND 4 2 1 1 0 0. 0. 0.\nND 5 2 2 1 0 0. 0. "
+    "0.\n"
     "ND 6 1 2 1 0 0. 0. 0.\nND 7 0 2 1 0 0. 0. 0.\nND 8 0 1 1 0 0. 0. 0.\nND 9 1 1 1 0 0. 0. 0.\n";
 
 /// Both passes over a mesh in a file; what they printed.
@@ -43,9 +45,14 @@ std::string kindOf(std::size_t node) { return {MESH().nodes[node].kind.begin(), 
 }  // namespace
 
 TEST_CASE("The length of the first line decides the flavour, and what it lacks stays zero") {
-    struct { std::size_t length; bool ql, pre2005; double third; float offset; } const rows[] = {
-        {6, true, false, 0.0, 0.0F},  {9, true, false, 0.0, 0.0F},     // trailing blanks do not count
-        {12, false, true, 0.0, 0.0F}, {82, false, true, 3.0, 0.0F},    // the eighth value is not read here
+    struct {
+        std::size_t length;
+        bool ql, pre2005;
+        double third;
+        float offset;
+    } const rows[] = {
+        {6, true, false, 0.0, 0.0F},   {9, true, false, 0.0, 0.0F},   // trailing blanks do not count
+        {12, false, true, 0.0, 0.0F},  {82, false, true, 3.0, 0.0F},  // the eighth value is not read here
         {83, false, false, 3.0, 8.0F},
     };
     const std::string full = "MESH2D    1 2 3 4 5 6 7 8";
@@ -64,51 +71,57 @@ TEST_CASE("The length of the first line decides the flavour, and what it lacks s
 }
 
 TEST_CASE("Every value of a card lands in its slot") {
-    readMesh(CURRENT + NINE_NODES + "ND 10 -1.5d1\t+2,.5 1 4. 5. 6.\nE3T 2 1 2 10 7 -1 5 3\nE4Q,3,10,2,3,8,7,0,0,0\nE9Q 1 1 2 3 4 5 6 7 8 9 1 0 0 0\n");
+    readMesh(CURRENT + NINE_NODES +
+             "ND 10 -1.5d1\t+2,.5 1 4. 5. 6.\nE3T 2 1 2 10 7 -1 5 3\nE4Q,3,10,2,3,8,7,0,0,0\nE9Q 1 1 2 3 4 5 6 7 8 9 1 "
+             "0 0 0\n");
     const Mesh& mesh = MESH();
     CHECK(mesh.elementCount == 3);
     CHECK(mesh.highResolution);
-    CHECK(mesh.elements[2].nodes == std::array<std::int32_t, 9>{1, 10, 2, 0, 0, 0, 0, 0, 0});   // winding reversed
+    CHECK(mesh.elements[2].nodes == std::array<std::int32_t, 9>{1, 10, 2, 0, 0, 0, 0, 0, 0});  // winding reversed
     CHECK(mesh.elements[3].nodes == std::array<std::int32_t, 9>{10, 8, 3, 2, 0, 0, 0, 0, 0});  // winding reversed
-    CHECK(mesh.elements[1].nodes == std::array<std::int32_t, 9>{1, 3, 5, 7, 2, 4, 6, 8, 9});   // corners first, winding kept
+    // corners first, winding kept
+    CHECK(mesh.elements[1].nodes == std::array<std::int32_t, 9>{1, 3, 5, 7, 2, 4, 6, 8, 9});
     CHECK(mesh.elements[2].material == 7);
     CHECK(mesh.elements[2].extra == std::array<std::int32_t, 2>{-1, 5});
     CHECK(mesh.elements[2].extraByte == 3);
     CHECK(mesh.nodes[10].x == -15.0);
     CHECK(mesh.nodes[10].z == -2.0F);  // datum flag 1: less the vertical offset
     CHECK(mesh.nodes[10].extra == std::array<float, 3>{4, 5, 6});
-    CHECK(mesh.zmin == -2.0F);         // extents after the offset, over all nodes
+    CHECK(mesh.zmin == -2.0F);  // extents after the offset, over all nodes
     CHECK(mesh.xmin == -15.0);
     CHECK(mesh.ymax == 2.0);
-    const std::string kinds[] = {"", "T ", "H ", "H ", "UV", "H ", "UV", "H ", "H ", "C ", "H "};  // the last element in id order decides
+    // the last element in id order decides
+    const std::string kinds[] = {"", "T ", "H ", "H ", "UV", "H ", "UV", "H ", "H ", "C ", "H "};
     for (std::size_t n = 1; n <= 10; ++n) CHECK(kindOf(n) == kinds[n]);
 }
 
 TEST_CASE("A line that cannot be right stops the run, naming itself") {
     const std::string triangle = "E3T 1 1 2 3 1 0 0 0\n";
-    struct { std::string text, said; } const rows[] = {
+    struct {
+        std::string text, said;
+    } const rows[] = {
         {"", "is empty"},
         {"mesh2d\n", "Did not find \"MESH2D\" in first 6 characters of first line\nFound: mesh2d\nERROR"},
         {"MESH2D    1 2 three\nND 1 0 0 0\n", "   Line 1 of"},
         {"MESH2D    1 nan\nND 1 0 0 0\n", "not finite"},
         {"MESH2D\nND 1 0 0 zero\n", "ND 1 0 0 zero\n   Line 2 of"},
-        {"MESH2D\n\nND 1 0 0\n", "   Line 3 of"},                     // blank lines count
+        {"MESH2D\n\nND 1 0 0\n", "   Line 3 of"},  // blank lines count
         {"MESH2D\nND 2 0 0 0\n", "node number out of range"},
         {"MESH2D\nND 0 0 0 0\n", "node number out of range"},
         {"MESH2D\nND 1 0 0 0\nND 1 0 0 0\n", "this node was given before"},
         {"MESH2D\nND 1 inf 0 0\n", "not finite"},
-        {"MESH2D\nND 1 0 0 1e39\n", "cannot be read"},                  // beyond 32 bits
+        {"MESH2D\nND 1 0 0 1e39\n", "cannot be read"},                     // beyond 32 bits
         {"MESH2D\nnd 1 0 0 0\nND 2 0 0 0\n", "node number out of range"},  // lower case is no card
-        {"MESH2D\n ND 1 0 0 0\n", "holds no nodes"},                    // nor is one behind a blank
+        {"MESH2D\n ND 1 0 0 0\n", "holds no nodes"},                       // nor is one behind a blank
         {CURRENT + NINE_NODES + "E3T 2 1 2 3 1 0 0 0\n", "element number out of range"},
         {CURRENT + NINE_NODES + triangle + triangle, "this element was given before"},
         {CURRENT + NINE_NODES + "E3T 1 1 2 10 1 0 0 0\n", "node number out of range"},
         {CURRENT + NINE_NODES + "E3T 1 1 2 3 1. 0 0 0\n", "cannot be read"},  // a material is a whole number
         {CURRENT + NINE_NODES + "E9Q 1 1 2 3 4 5 6 7 8 0 1 0 0 0\n", "node number out of range"},
         {CURRENT + NINE_NODES + "ND 10 0 0 1\n", "a value is missing"},
-        {CURRENT + "ND 1 0 0 1\n", "Detected pre 2007-05-AB mesh."},    // only the first card of a kind tells
+        {CURRENT + "ND 1 0 0 1\n", "Detected pre 2007-05-AB mesh."},  // only the first card of a kind tells
         {CURRENT + NINE_NODES + "E4Q 1 1 2 3 4 1 0 0\n", "Detected pre 2007-05-AB mesh."},
-        {"MESH2D\nND 1 0 0 1" + std::string(189, ' ') + "23\n", ""},    // the cut at 200 goes between values
+        {"MESH2D\nND 1 0 0 1" + std::string(189, ' ') + "23\n", ""},  // the cut at 200 goes between values
         {"MESH2D\nND 1 0 0 " + std::string(189, ' ') + "123\n", "a value is missing"},  // and never through one
         {"MESH2D\nMESHPART\nND 1 0 0 0\n", "a value is missing"},
         {"MESH2D\nMESHPART \"open\nND 1 0 0 0\n", "quotes"},
@@ -122,11 +135,13 @@ TEST_CASE("A line that cannot be right stops the run, naming itself") {
 }
 
 TEST_CASE("-rmp removes the elements up to the next part, and the nodes that only they use") {
-    const std::string text = CURRENT + NINE_NODES +
-                             "E3T 1 1 2 8 1 0 0 0\nMESHPART \"West bank\"\nE3T 2 2 3 4 1 0 0 0\nMESHPART East\nE3T 3 4 5 9 1 0 0 0\n"
-                             "MESHPART \"West bank\"\nE3T 4 7 6 8 1 0 0 0\nMESHPART\tweST\n";
+    const std::string text =
+        CURRENT + NINE_NODES +
+        "E3T 1 1 2 8 1 0 0 0\nMESHPART \"West bank\"\nE3T 2 2 3 4 1 0 0 0\nMESHPART East\nE3T 3 4 5 9 1 0 0 0\n"
+        "MESHPART \"West bank\"\nE3T 4 7 6 8 1 0 0 0\nMESHPART\tweST\n";
     const std::string said = readMesh(text, {"West bank", "west"});
-    CHECK(holds(said, "WARNING - Meshpart \"west\" was not found in .2dm file and cannot be removed."));  // letter case counts
+    CHECK(holds(
+        said, "WARNING - Meshpart \"west\" was not found in .2dm file and cannot be removed."));  // letter case counts
     CHECK_FALSE(holds(said, "\"West bank\" was not"));
     const std::array<bool, 5> removed = {false, false, true, false, true};
     for (std::size_t e = 1; e <= 4; ++e) CHECK(MESH().elements[e].removed == removed[e]);
@@ -138,7 +153,8 @@ TEST_CASE("-rmp removes the elements up to the next part, and the nodes that onl
 }
 
 TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
-    const std::string said = readMesh("MESH2D\nE9Q 1 1 2 3\nE4Q 2 1 2 3 4 1 0\nND 1 0 0 0\nND 2 1 0 0\nND 3 1 1 0\nND 4 0 1 0\n");
+    const std::string said =
+        readMesh("MESH2D\nE9Q 1 1 2 3\nE4Q 2 1 2 3 4 1 0\nND 1 0 0 0\nND 2 1 0 0\nND 3 1 1 0\nND 4 0 1 0\n");
     CHECK(holds(said, "WARNING - Both 4 and 9 node quadrilateral elements detected.  This may cause issues\n"));
     CHECK(holds(said, "ERROR - Unexpected 9 point quad in QL or pre 2005 mesh."));
     CHECK(holds(said, "Element: 2\nFinished Reading .2dm file\n"));
@@ -149,7 +165,11 @@ TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
 
 TEST_CASE("Meshes of three other programs are read whole") {
     const std::string data = SHARED_DATA;
-    struct { const char* file; std::int32_t nodes, triangles, quads; double xmax; } const rows[] = {
+    struct {
+        const char* file;
+        std::int32_t nodes, triangles, quads;
+        double xmax;
+    } const rows[] = {
         {"/sacramento/sacramento.2dm", 3492, 3808, 1228, 22300.9},
         {"/valley/valley.2dm", 10170, 19966, 0, 2000.0},  // three-digit exponents
         {"/reach/reach.2dm", 300, 0, 245, 9.0},           // CR LF, other cards between

@@ -13,9 +13,13 @@ std::string nameOf(const OutputType* row) { return row == nullptr ? "none" : std
 TEST_CASE("Output types keep their numbers") {
     const auto types = OUTPUT_TYPES();
     REQUIRE(types.size() == 60);
-    struct { std::size_t number; const char *name, *code; } const rows[] = {
-        {1, "Water Level", "h"}, {14, "Mass Error %", "ME%"}, {24, "Stream Power", "SP"}, {28, "ZUK1", "ZUK1"}, {29, "029", "029"},
-        {40, "UD10", "UD10"},    {50, "Z9", "Z9"},            {51, "Vector Velocity", "v"}, {53, "Vector Wind", "W"}, {60, "060", "n/a"},
+    struct {
+        std::size_t number;
+        const char *name, *code;
+    } const rows[] = {
+        {1, "Water Level", "h"},  {14, "Mass Error %", "ME%"}, {24, "Stream Power", "SP"}, {28, "ZUK1", "ZUK1"},
+        {29, "029", "029"},       {40, "UD10", "UD10"},        {50, "Z9", "Z9"},           {51, "Vector Velocity", "v"},
+        {53, "Vector Wind", "W"}, {60, "060", "n/a"},
     };
     for (const auto& r : rows) {
         CHECK(types[r.number - 1].name == r.name);
@@ -24,9 +28,11 @@ TEST_CASE("Output types keep their numbers") {
 }
 
 TEST_CASE("A -type text is a code of which the last row wins, else searched for as it is") {
-    struct { const char *text, *name; } const rows[] = {
-        {"h", "Water Level"}, {"V", "Vector Velocity"}, {"q", "Vector Unit Flow"}, {"zh", "Bathymetry"}, {" evis ", "Viscosity Coeff"},
-        {"n2", "Manning n2"},  // not "n", which it begins with
+    struct {
+        const char *text, *name;
+    } const rows[] = {
+        {"h", "Water Level"}, {"V", "Vector Velocity"},      {"q", "Vector Unit Flow"},
+        {"zh", "Bathymetry"}, {" evis ", "Viscosity Coeff"}, {"n2", "Manning n2"},  // not "n", which it begins with
     };
     for (const auto& r : rows) CHECK(consoleOf([&] { CHECK(DATASET_NAME_OF_TYPE(r.text) == r.name); }) == "");
     CHECK(consoleOf([] { CHECK(DATASET_NAME_OF_TYPE("XYZ") == "XYZ"); }) ==
@@ -36,9 +42,14 @@ TEST_CASE("A -type text is a code of which the last row wins, else searched for 
 }
 
 TEST_CASE("The tag of a .dat name picks the row of the file's own sort") {
-    struct { const char* tag; bool vector; const char* name; } const rows[] = {
-        {"V", true, "Vector Velocity"}, {"V", false, "Velocity"}, {"Q", false, "Unit Flow"}, {"H", false, "Water Level"},
-        {"d", true, "none"},            {"W", false, "none"},     {"run1", false, "none"},   {"", false, "none"},
+    struct {
+        const char* tag;
+        bool vector;
+        const char* name;
+    } const rows[] = {
+        {"V", true, "Vector Velocity"}, {"V", false, "Velocity"}, {"Q", false, "Unit Flow"},
+        {"H", false, "Water Level"},    {"d", true, "none"},      {"W", false, "none"},
+        {"run1", false, "none"},        {"", false, "none"},
     };
     for (const auto& r : rows) CHECK(nameOf(OUTPUT_TYPE_OF_TAG(r.tag, r.vector)) == r.name);
     CHECK(nameOf(OUTPUT_TYPE_OF_NAME("vector velocity")) == "Vector Velocity");
@@ -49,5 +60,6 @@ TEST_CASE("Quantities are known by code and by name") {
     for (const char* type : {"h", "H", "water level"}) CHECK(IS_WATER_LEVEL(type));
     for (const char* type : {"v", "Velocity", "VECTOR VELOCITY"}) CHECK(IS_VELOCITY(type));
     for (const char* type : {"d", "depth"}) CHECK(IS_DEPTH(type));
-    for (const char* type : {"", "haz", "vx", "Water"}) CHECK_FALSE((IS_WATER_LEVEL(type) || IS_VELOCITY(type) || IS_DEPTH(type)));
+    for (const char* type : {"", "haz", "vx", "Water"})
+        CHECK_FALSE((IS_WATER_LEVEL(type) || IS_VELOCITY(type) || IS_DEPTH(type)));
 }

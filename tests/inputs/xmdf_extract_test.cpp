@@ -1,11 +1,11 @@
+#include "inputs/xmdf_extract.h"
 #include "console_of.h"
 #include "inputs/dat_reader.h"
 #include "inputs/results.h"
-#include "inputs/xmdf_extract.h"
 #include "inputs/xmdf_selection.h"
+#include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "run_control/read_switches.h"
 #include "temporary_folder.h"
 #include "xmdf/make_xmdf.h"
 
@@ -19,7 +19,8 @@ namespace {
 constexpr float MISSING = -99999.0F;
 constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
 
-TestDataset threeNodes(const std::string& path, std::vector<double> times, std::vector<float> values, std::vector<std::uint8_t> flags, bool vector = false) {
+TestDataset threeNodes(const std::string& path, std::vector<double> times, std::vector<float> values,
+                       std::vector<std::uint8_t> flags, bool vector = false) {
     TestDataset d;
     d.path = path;
     d.shape = {times.size(), 3};
@@ -32,7 +33,9 @@ TestDataset threeNodes(const std::string& path, std::vector<double> times, std::
 }
 
 /// Reads every output of a run with these switches and hands each results record over.
-template <typename Take> std::string readAll(const std::string& file, const std::vector<const char*>& switches, const std::string& type, Take take) {
+template <typename Take>
+std::string readAll(const std::string& file, const std::vector<const char*>& switches, const std::string& type,
+                    Take take) {
     readSwitches(switches);
     return consoleOf([&] {
         INITIALISE_FILES();
@@ -44,7 +47,9 @@ template <typename Take> std::string readAll(const std::string& file, const std:
     });
 }
 
-std::vector<float> withoutFirst(const std::vector<float>& table) { return {table.begin() + (table.empty() ? 0 : 1), table.end()}; }
+std::vector<float> withoutFirst(const std::vector<float>& table) {
+    return {table.begin() + (table.empty() ? 0 : 1), table.end()};
+}
 
 std::size_t count(const std::string& text, const std::string& part) {
     std::size_t n = 0;
@@ -58,13 +63,16 @@ TEST_CASE("each way of reading fills the record with the right values, flags and
     const TemporaryFolder folder;
     const std::string file = folder.name("x.xmdf");
     makeXmdf(file, {
-        threeNodes("/r/Maximums/Stored", {99999.0, 1.0}, {7, 8, 9, 1, 1, 1}, {1, 0, 1, 1}),         // only the first of two times counts
-        threeNodes("/r/Minimums/Stored", {-99999.0}, {1, 2, MISSING}, {0, 1}),
-        threeNodes("/r/Temporal/Scalar", {0, 1, 2}, {5, MISSING, MISSING, 4, NOT_A_NUMBER, MISSING, 3, -2, MISSING}, {0, 0, 0, 1, 0, 0}),
-        threeNodes("/r/Temporal/Arrows", {0, 1}, {3, 4, MISSING, MISSING, MISSING, MISSING, 0, -6, 1, 2, MISSING, MISSING}, {}, true),
-        threeNodes("/r/Times/Time of Peak h", {900001.0}, {1.5F, MISSING, 0}, {}),
-        threeNodes("/r/Times/Two", {900001.0, 900002.0}, {1, 2, 3, 4, 5, 6}, {}),
-    });
+                       threeNodes("/r/Maximums/Stored", {99999.0, 1.0}, {7, 8, 9, 1, 1, 1},
+                                  {1, 0, 1, 1}),  // only the first of two times counts
+                       threeNodes("/r/Minimums/Stored", {-99999.0}, {1, 2, MISSING}, {0, 1}),
+                       threeNodes("/r/Temporal/Scalar", {0, 1, 2},
+                                  {5, MISSING, MISSING, 4, NOT_A_NUMBER, MISSING, 3, -2, MISSING}, {0, 0, 0, 1, 0, 0}),
+                       threeNodes("/r/Temporal/Arrows", {0, 1},
+                                  {3, 4, MISSING, MISSING, MISSING, MISSING, 0, -6, 1, 2, MISSING, MISSING}, {}, true),
+                       threeNodes("/r/Times/Time of Peak h", {900001.0}, {1.5F, MISSING, 0}, {}),
+                       threeNodes("/r/Times/Two", {900001.0, 900002.0}, {1, 2, 3, 4, 5, 6}, {}),
+                   });
     const struct {
         std::vector<const char*> switches;
         const char* type;
@@ -74,8 +82,10 @@ TEST_CASE("each way of reading fills the record with the right values, flags and
     } rows[] = {
         {{"-max"}, "Stored", 99999.0F, {7, 8, 9}, {}, {1, 1, 0}},
         {{"-min"}, "Stored", -99999.0F, {1, 2, MISSING}, {}, {1, 0, 1}},
-        {{"-max"}, "Scalar", 99999.0F, {5, -2, MISSING}, {}, {1, 0, 1}},                  // first and last time fold too; a cell never wet stays dry
-        {{"-max"}, "Arrows", 99999.0F, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},           // components of the longest; a missing one is no long vector
+        {{"-max"}, "Scalar", 99999.0F, {5, -2, MISSING}, {}, {1, 0, 1}},  // first and last time fold too; a cell never
+                                                                          // wet stays dry
+        {{"-max"}, "Arrows", 99999.0F, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},  // components of the longest; a missing
+                                                                                 // one is no long vector
         {{"-t2"}, "Scalar", 2.0F, {3, -2, MISSING}, {}, {1, 0, 0}},
         {{"-tmax"}, "Water Level", 900001.0F, {1.5F, MISSING, 0}, {}, {1}},
         {{"-tmax", "-sec"}, "Water Level", 900001.0F, {5400, MISSING, 0}, {}, {1}},
@@ -94,8 +104,11 @@ TEST_CASE("each way of reading fills the record with the right values, flags and
         CHECK_MESSAGE(outputs == 1, console);
         CHECK(openHandles() == 0);
     }
-    const std::string two = readAll(file, {"-path/r/Times/Two"}, "", [](const Results&) { FAIL("two times of one output"); });
-    CHECK(two.ends_with("ERROR - Multiple output times exits, expecting 1.\nContact the maintainers (see README)\n\nPress Enter to Close\n<stopped>"));
+    const std::string two =
+        readAll(file, {"-path/r/Times/Two"}, "", [](const Results&) { FAIL("two times of one output"); });
+    CHECK(
+        two.ends_with("ERROR - Multiple output times exits, expecting 1.\nContact the maintainers (see "
+                      "README)\n\nPress Enter to Close\n<stopped>"));
     CHECK(openHandles() == 0);
 }
 
@@ -134,8 +147,11 @@ TEST_CASE("damaged values end the run with the operation, the file and the datas
     } rows[] = {{"-t1", "ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "},
                 {"-max", "ERROR - Reading timestep [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "}};
     for (const auto& row : rows) {
-        const std::string console = readAll(file, {row.time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
-        CHECK_MESSAGE(console.find(row.message + file + "\n        \"" + file + "\": /r/Temporal/d/Values, time number ") != std::string::npos, console);
+        const std::string console =
+            readAll(file, {row.time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
+        CHECK_MESSAGE(console.find(row.message + file + "\n        \"" + file +
+                                   "\": /r/Temporal/d/Values, time number ") != std::string::npos,
+                      console);
         CHECK(console.ends_with("<stopped>"));
         CHECK(openHandles() == 0);
     }

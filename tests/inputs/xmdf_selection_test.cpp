@@ -1,9 +1,9 @@
+#include "inputs/xmdf_selection.h"
 #include "console_of.h"
 #include "inputs/xmdf_search.h"
-#include "inputs/xmdf_selection.h"
+#include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "run_control/read_switches.h"
 #include "temporary_folder.h"
 #include "text_utils/numbers.h"
 #include "xmdf/make_xmdf.h"
@@ -12,7 +12,8 @@
 
 namespace {
 
-TestDataset dataset(const std::string& path, std::vector<double> times, bool vector = false, const std::string& units = "Hours") {
+TestDataset dataset(const std::string& path, std::vector<double> times, bool vector = false,
+                    const std::string& units = "Hours") {
     TestDataset d;
     d.path = path;
     d.units = units;
@@ -85,19 +86,22 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
     const struct {
         std::vector<const char*> switches;
         const char* type;
-        const char* items;     ///< "" when the run stops
-        const char* console;   ///< a part of it
+        const char* items;    ///< "" when the run stops
+        const char* console;  ///< a part of it
     } rows[] = {
         // by type: stored maximums where there are any, else those of the output times
         {{"-max"}, "Depth", "/run/Maximums/Depth max 99999. _d;", "Looking for data in /Maximums/ folder.\n"},
-        {{"-max"}, "water level", "/run/Temporal/Water Level tempmax 99999. _h;", "Warning - No vector datasets found of type \"water level\"\n"},
+        {{"-max"},
+         "water level",
+         "/run/Temporal/Water Level tempmax 99999. _h;",
+         "Warning - No vector datasets found of type \"water level\"\n"},
         {{"-t99999"}, "Depth", "/run/Maximums/Depth max 99999. _d;", ""},
         {{}, "Depth", "/run/Maximums/Depth max 99999. _d;", "WARNING - No output time specified, using maximums.\n"},
         {{"-min"}, "Depth", "/run/Minimums/Depth min -99999. _d;", ""},
         {{"-t-99999"}, "Depth", "/run/Minimums/Depth min -99999. _d;", ""},
         {{"-min"}, "Water Level", "", "ERROR - Type \"Water Level\" in FILE: no minimums\n"},
         {{"-tmax"}, "Water Level", "/run/Times/Time of Peak h single 900001. ;", ""},
-        {{"-tmax"}, "Vector Velocity", "/run/Times/Time of Peak V single 900002. ;", ""},              // its own time is no marker
+        {{"-tmax"}, "Vector Velocity", "/run/Times/Time of Peak V single 900002. ;", ""},  // its own time is no marker
         {{"-tmax"}, "Depth", "", "Error - Maxtime (-tmax) flag found, with xmdf date type other than"},
         {{"-tAll"}, "Only Max", "", "ERROR - Type \"Only Max\" in FILE: no temporal dataset\n"},
         {{"-t2"}, "Only Max", "", "no temporal dataset to find the output time in\n"},
@@ -106,17 +110,30 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
         // the substring rule, and the name that is not replaced by a longer one
         {{"-tAll"}, "Manning n", "/run/Temporal/Manning n all 0. _n;", "Found: \"/run/Temporal/Manning n2\"\n"},
         {{"-tAll"}, "nning", "/run/Temporal/Manning n2 all 0. _n2;", ""},
-        {{"-tAll"}, "Velocity", "/run/Temporal/Velocity all 0. _v;/run/Temporal/Vector Velocity all 0. _Vector_Velocity;", ""},
+        {{"-tAll"},
+         "Velocity",
+         "/run/Temporal/Velocity all 0. _v;/run/Temporal/Vector Velocity all 0. _Vector_Velocity;",
+         ""},
         {{"-tAll"}, "Vector Velocity", "/run/Temporal/Vector Velocity all 0. _v;", ""},
         {{"-max"}, "nothing", "", "ERROR - No datasets found of type \"nothing\" found in FILE\n"},
-        {{"-max"}, "odd", "", "ERROR - Unknown Data Folder: \"/z odd\"\nExpecting one of: Maximums, Minimums, Times or Temporal.\nIf file has"},
+        {{"-max"},
+         "odd",
+         "",
+         "ERROR - Unknown Data Folder: \"/z odd\"\nExpecting one of: Maximums, Minimums, Times or Temporal.\nIf file "
+         "has"},
         // the closest time, the earlier of two; a difference equal to the tolerance is accepted
         {{"-t1", "-dttol0.01"}, "Depth", "/run/Temporal/Depth time2 0.99 _d;", "Found closest time: 0.99\n"},
         {{"-t1", "-dttol0.009"}, "Depth", "", "ERROR - Closest time \"0.99\" is not within time search tolerance\n"},
         {{"-sec", "-t100800"}, "Mass", "/run/Temporal/Mass Error % time2 28. _ME_;", "Found closest time: 100800.\n"},
         // by number, path and folder
-        {{"-s1", "-max"}, "", "/run/Maximums/Depth max 99999. _d;", "Using specifed scalar dataset: /run/Maximums/Depth\n"},
-        {{"-v2"}, "", "/run/Maximums/Vector Velocity max 99999. _v;", "Using specifed scalar dataset: /run/Temporal/Vector Velocity\n"},
+        {{"-s1", "-max"},
+         "",
+         "/run/Maximums/Depth max 99999. _d;",
+         "Using specifed scalar dataset: /run/Maximums/Depth\n"},
+        {{"-v2"},
+         "",
+         "/run/Maximums/Vector Velocity max 99999. _v;",
+         "Using specifed scalar dataset: /run/Temporal/Vector Velocity\n"},
         {{"-s16"}, "", "", "ERROR - Specifed scalar dataset does not exist.\n   Maximum scalar ID = 15\n"},
         {{"-v3"}, "", "", "ERROR - Specifed vector dataset does not exist.\n   Maximum vector ID = 2\n"},
         {{"-s1", "-t2"}, "", "", "ERROR - Closest time \"99999.\" is not within"},
@@ -124,33 +141,61 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
         {{"-pathZ ONE"}, "", "/z one time1 7. _z_one;", ""},
         {{"-path/z odd", "-max"}, "", "/z odd tempmax 99999. _z_odd;", ""},
         {{"-path/z odd", "-min"}, "", "", "ERROR - Dataset \"/z odd\" in FILE: no minimums\n"},
-        {{"-path/run/Temporal/Manning n", "-t2"}, "", "/run/Temporal/Manning n time4 2. _n;", ""},  // "Manning n2" only contains it
+        {{"-path/run/Temporal/Manning n", "-t2"},
+         "",
+         "/run/Temporal/Manning n time4 2. _n;",
+         ""},  // "Manning n2" only contains it
         {{"-path/run/Temporal/Depth", "-max"}, "", "/run/Maximums/Depth max 99999. _d;", ""},
         {{"-path/nowhere"}, "", "", "ERROR - No datasets found of type \"/nowhere\" found in FILE\n"},
         {{"-path"}, "", "", "ERROR - No datasets found of type \"\" found in FILE\n"},
         {{"-Folderminimums"}, "", "/run/Minimums/Depth min -99999. _d;", ""},
-        {{"-FolderMaximums", "-tAll"}, "",
-         "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Maximums/Vector Velocity max 99999. _v;", ""},
-        {{"-FolderMaximums", "-t2"}, "", "", "Warning - Dataset \"/run/Maximums/Only Max\" skipped: no output time 2., the closest is 99999.\n"},
+        {{"-FolderMaximums", "-tAll"},
+         "",
+         "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Maximums/Vector Velocity "
+         "max 99999. _v;",
+         ""},
+        {{"-FolderMaximums", "-t2"},
+         "",
+         "",
+         "Warning - Dataset \"/run/Maximums/Only Max\" skipped: no output time 2., the closest is 99999.\n"},
         {{"-FolderTemporal", "-typen", "-t2"}, "Manning n", "/run/Temporal/Manning n time4 2. _n;", ""},
-        {{"-FolderTimes"}, "",
-         "/run/Times/Dur a single 200000. _Dur_a;/run/Times/Dur b single 200000. _Dur_b;/run/Times/Time of Peak V single 900002. ;"
-         "/run/Times/Time of Peak h single 900001. ;", ""},
-        {{"-FolderRun", "-max"}, "",
-         "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Temporal/Manning n tempmax 99999. _n;"
-         "/run/Temporal/Manning n2 tempmax 99999. _n2;/run/Temporal/Mass Error % tempmax 99999. _ME_;/run/Temporal/Velocity tempmax 99999. _v;"
+        {{"-FolderTimes"},
+         "",
+         "/run/Times/Dur a single 200000. _Dur_a;/run/Times/Dur b single 200000. _Dur_b;/run/Times/Time of Peak V "
+         "single 900002. ;"
+         "/run/Times/Time of Peak h single 900001. ;",
+         ""},
+        {{"-FolderRun", "-max"},
+         "",
+         "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Temporal/Manning n "
+         "tempmax 99999. _n;"
+         "/run/Temporal/Manning n2 tempmax 99999. _n2;/run/Temporal/Mass Error % tempmax 99999. "
+         "_ME_;/run/Temporal/Velocity tempmax 99999. _v;"
          "/run/Temporal/Water Level tempmax 99999. _h;/run/Maximums/Vector Velocity max 99999. _Vector_Velocity;",
          "Warning - Dataset \"/run/Minimums/Depth\" skipped: no maximums"},
-        {{"-FolderTimes", "-tmax"}, "", "/run/Times/Time of Peak V single 900002. ;/run/Times/Time of Peak h single 900001. ;",
+        {{"-FolderTimes", "-tmax"},
+         "",
+         "/run/Times/Time of Peak V single 900002. ;/run/Times/Time of Peak h single 900001. ;",
          "Warning - Dataset \"/run/Times/Dur a\" skipped: no time of peak\n"},
         // all types: every quantity once
-        {{"-typeAll", "-min"}, "", "/run/Minimums/Depth min -99999. _d;", "Warning - Dataset \"/run/Temporal/Water Level\" skipped: no minimums\n"},
-        {{"-typeAll", "-tmax"}, "", "/run/Times/Time of Peak V single 900002. ;/run/Times/Time of Peak h single 900001. ;",
+        {{"-typeAll", "-min"},
+         "",
+         "/run/Minimums/Depth min -99999. _d;",
+         "Warning - Dataset \"/run/Temporal/Water Level\" skipped: no minimums\n"},
+        {{"-typeAll", "-tmax"},
+         "",
+         "/run/Times/Time of Peak V single 900002. ;/run/Times/Time of Peak h single 900001. ;",
          "Warning - Dataset \"/run/Times/Dur a\" skipped: no time of peak\n"},
-        {{"-typeAll", "-t28"}, "", "/run/Temporal/Mass Error % time2 28. _ME_;", "Warning - Dataset \"/run/Temporal/Depth\" skipped: no output time 28., the closest is 2.\n"},
-        {{"-typeAll"}, "",
-         "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Temporal/Manning n tempmax 99999. _n;"
-         "/run/Temporal/Manning n2 tempmax 99999. _n2;/run/Temporal/Mass Error % tempmax 99999. _ME_;/run/Temporal/Velocity tempmax 99999. _v;"
+        {{"-typeAll", "-t28"},
+         "",
+         "/run/Temporal/Mass Error % time2 28. _ME_;",
+         "Warning - Dataset \"/run/Temporal/Depth\" skipped: no output time 28., the closest is 2.\n"},
+        {{"-typeAll"},
+         "",
+         "/run/Maximums/Depth max 99999. _d;/run/Maximums/Only Max max 99999. _Only_Max;/run/Temporal/Manning n "
+         "tempmax 99999. _n;"
+         "/run/Temporal/Manning n2 tempmax 99999. _n2;/run/Temporal/Mass Error % tempmax 99999. "
+         "_ME_;/run/Temporal/Velocity tempmax 99999. _v;"
          "/run/Temporal/Water Level tempmax 99999. _h;/z odd tempmax 99999. _z_odd;/z one tempmax 99999. _z_one;"
          "/run/Maximums/Vector Velocity max 99999. _Vector_Velocity;",
          "WARNING - No output time specified, using maximums.\n"},
@@ -175,11 +220,22 @@ TEST_CASE("bad files end the run with the operation, the file and the dataset, e
         std::vector<TestDataset> datasets;
         const char* message;
     } rows[] = {
-        {"-max", {dataset("/r/Maximums/Depth", {})}, "ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].\n        \"FILE\": /r/Maximums/Depth/Values does"},
-        {"-tAll", {[] { auto d = dataset("/r/Temporal/Depth", {0.0}); d.times.clear(); return d; }()},
-         "ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file\n        \"FILE\": /r/Temporal/Depth/Times does"},
-        {"-tAll", {dataset("/r/Temporal/Depth", {0.0, std::numeric_limits<double>::quiet_NaN()})},
-         "ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file\n        \"FILE\": /r/Temporal/Depth/Times, number 2"},
+        {"-max",
+         {dataset("/r/Maximums/Depth", {})},
+         "ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].\n        \"FILE\": "
+         "/r/Maximums/Depth/Values does"},
+        {"-tAll",
+         {[] {
+             auto d = dataset("/r/Temporal/Depth", {0.0});
+             d.times.clear();
+             return d;
+         }()},
+         "ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file\n        \"FILE\": "
+         "/r/Temporal/Depth/Times does"},
+        {"-tAll",
+         {dataset("/r/Temporal/Depth", {0.0, std::numeric_limits<double>::quiet_NaN()})},
+         "ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file\n        \"FILE\": /r/Temporal/Depth/Times, "
+         "number 2"},
         {"-typeAll", {}, "Warning - Number of scalar paths less than or equal to zero.\n"},
     };
     for (const auto& row : rows) {
@@ -203,7 +259,9 @@ TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output
         double marker;
         int most;
         const char* message;
-    } rows[] = {{100000.5, 100, "time outputs, limit is 100."}, {200001.0, 100, "duration outputs, limit is 100."}, {900001.0, 10, "peak time outputs, limit is 10."}};
+    } rows[] = {{100000.5, 100, "time outputs, limit is 100."},
+                {200001.0, 100, "duration outputs, limit is 100."},
+                {900001.0, 10, "peak time outputs, limit is 10."}};
     for (const auto& row : rows)
         for (const int count : {row.most, row.most + 1}) {
             const std::string file = folder.name("many.xmdf");
@@ -211,7 +269,8 @@ TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output
             for (int i = 0; i < count; ++i) datasets.push_back(dataset("/r/Times/T" + std::to_string(i), {row.marker}));
             makeXmdf(file, datasets);
             const Selected result = selected(file, {"-Folderr"}, "");
-            CHECK(holds(result.console, std::string("ERROR - Exceeded maximum number of ") + row.message) == (count > row.most));
+            CHECK(holds(result.console, std::string("ERROR - Exceeded maximum number of ") + row.message) ==
+                  (count > row.most));
         }
 }
 
@@ -223,14 +282,12 @@ TEST_CASE("times become hours by the file's unit; markers and unknown units") {
         double time, hours;
         bool warned;
     } rows[] = {
-        {"/r/Temporal/d", "MINUTES", 90.0, 1.5, false},
-        {"/r/Temporal/d", "days", 2.0, 48.0, false},
-        {"/r/Temporal/d", "Seconds", 100800.0, 28.0, false},        // above every marker's start, yet a time
-        {"/r/Temporal/d", "Seconds", 99999.0, 99999.0, false},      // stored maximums among the times
-        {"/r/Times/d", "Seconds", 100800.0, 100800.0, false},       // below Times a threshold
-        {"/r/Temporal/d", "fortnights", 2.0, 2.0, true},
-        {"/r/Temporal/d", "", 2.0, 2.0, true},
-        {"/r/Maximums/d", "", 99999.0, 99999.0, false},             // no time depends on the unit
+        {"/r/Temporal/d", "MINUTES", 90.0, 1.5, false},        {"/r/Temporal/d", "days", 2.0, 48.0, false},
+        {"/r/Temporal/d", "Seconds", 100800.0, 28.0, false},    // above every marker's start, yet a time
+        {"/r/Temporal/d", "Seconds", 99999.0, 99999.0, false},  // stored maximums among the times
+        {"/r/Times/d", "Seconds", 100800.0, 100800.0, false},   // below Times a threshold
+        {"/r/Temporal/d", "fortnights", 2.0, 2.0, true},       {"/r/Temporal/d", "", 2.0, 2.0, true},
+        {"/r/Maximums/d", "", 99999.0, 99999.0, false},  // no time depends on the unit
     };
     for (const auto& row : rows) {
         CAPTURE(row.unit);

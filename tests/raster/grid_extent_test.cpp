@@ -1,6 +1,6 @@
+#include "raster/grid_extent.h"
 #include "console_of.h"
 #include "raster/default_spacing.h"
-#include "raster/grid_extent.h"
 #include "raster/lattice_mesh.h"
 
 #include <doctest/doctest.h>
@@ -25,13 +25,14 @@ Mesh boxMesh(double width, double height) {
 }  // namespace
 
 TEST_CASE("LAYOUT_GRID counts whole cells, one more in the node layout, from the extent's corner") {
-    struct { double width, height, spacing; bool cellCentred; std::int32_t ncols, nrows; } const rows[] = {
-        {50, 30, 10, false, 6, 4},
-        {50, 30, 10, true, 5, 3},
-        {59.9, 30, 10, false, 6, 4},
-        {0.3, 0.7, 0.1, true, 3, 7},      // 0.3 / 0.1 falls short of 3, 0.7 / 0.1 of 7
-        {0.3, 0.7, 0.1, false, 4, 8},
-        {4, 500, 10, false, 1, 51},       // narrower than a cell
+    struct {
+        double width, height, spacing;
+        bool cellCentred;
+        std::int32_t ncols, nrows;
+    } const rows[] = {
+        {50, 30, 10, false, 6, 4},    {50, 30, 10, true, 5, 3},
+        {59.9, 30, 10, false, 6, 4},  {0.3, 0.7, 0.1, true, 3, 7},  // 0.3 / 0.1 falls short of 3, 0.7 / 0.1 of 7
+        {0.3, 0.7, 0.1, false, 4, 8}, {4, 500, 10, false, 1, 51},   // narrower than a cell
     };
     for (const auto& r : rows) {
         const Grid grid = LAYOUT_GRID(boxMesh(r.width, r.height), r.spacing, r.cellCentred);
@@ -45,7 +46,11 @@ TEST_CASE("LAYOUT_GRID counts whole cells, one more in the node layout, from the
 }
 
 TEST_CASE("LAYOUT_GRID refuses spacings that make no grid") {
-    struct { double width, height, spacing; bool cellCentred; std::string message; } const rows[] = {
+    struct {
+        double width, height, spacing;
+        bool cellCentred;
+        std::string message;
+    } const rows[] = {
         {9, 9, 10, false, "ERROR - Grid spacing is larger than the mesh."},
         {4, 500, 10, true, "ERROR - Grid spacing is larger than the mesh."},
         {50, 30, 1e-12, false, "ERROR - Could not allocate enough memory (RAM)."},
@@ -62,16 +67,17 @@ TEST_CASE("DEFAULT_SPACING is the median side of the quads") {
     Mesh mesh;
     mesh.nodes.resize(1);
     mesh.elements.resize(1);
-    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {3.33333, 0.0}, {3.33333, 5.0}, {0.0, 5.0}, {900.0, 0.0}}) addNode(mesh, x, y);
+    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {3.33333, 0.0}, {3.33333, 5.0}, {0.0, 5.0}, {900.0, 0.0}})
+        addNode(mesh, x, y);
     addElement(mesh, 3, {1, 2, 5});
-    CHECK_FALSE(DEFAULT_SPACING(mesh));           // no quads
+    CHECK_FALSE(DEFAULT_SPACING(mesh));  // no quads
     addElement(mesh, 4, {1, 2, 3, 4});
-    CHECK(DEFAULT_SPACING(mesh) == 4.167);        // between the two middle sides, rounded
+    CHECK(DEFAULT_SPACING(mesh) == 4.167);  // between the two middle sides, rounded
     mesh.highResolution = true;
     CHECK(DEFAULT_SPACING(mesh) == 2.083);
     addElement(mesh, 4, {1, 2, 5, 4});
     mesh.elements.back().removed = true;
-    CHECK(DEFAULT_SPACING(mesh) == 2.083);        // removed quads have no say
+    CHECK(DEFAULT_SPACING(mesh) == 2.083);  // removed quads have no say
     mesh.qlMesh = true;
     CHECK_FALSE(DEFAULT_SPACING(mesh));
     CHECK_FALSE(DEFAULT_SPACING(latticeMesh({.side = 1e-5, .triangleEvery = 0})));  // degrees round to nothing

@@ -26,10 +26,13 @@ Grid smallGrid() { return {3, 2, 500000.0, 6250000.25, 2.5, {1, 2, 3.5F, -4, MIS
 
 TEST_CASE("An .asc holds its header, then the northern row first") {
     const ScratchFolder folder;
-    const std::string console = consoleOf([&] { WRITE_GRID(GridFormat::Ascii, folder.file("a"), smallGrid(), {10, 3}, " "); });
+    const std::string console = consoleOf([&] {
+        WRITE_GRID(GridFormat::Ascii, folder.file("a"), smallGrid(), {10, 3}, " ");
+    });
     CHECK(console == "Writing ASCII grid file...\n   Done.\n");
     CHECK(folder.bytes("a.asc") ==
-          "ncols        3\nnrows        2\nxllcorner       500000.000\nyllcorner      6250000.250\ncellsize        2.500\nNODATA_value    -99999.\n"
+          "ncols        3\nnrows        2\nxllcorner       500000.000\nyllcorner      6250000.250\ncellsize        "
+          "2.500\nNODATA_value    -99999.\n"
           "     -4.000 -99999.000      6.062\n      1.000      2.000      3.500\n");
     CHECK_FALSE(std::filesystem::exists(folder.file("a.prj")));  // a blank projection leaves none
 }
@@ -38,11 +41,20 @@ TEST_CASE("A .flt holds little-endian values, northern row first, beside its .hd
     const ScratchFolder folder;
     Grid grid = smallGrid();
     grid.values[0] = std::numeric_limits<float>::quiet_NaN();
-    const std::string console = consoleOf([&] { WRITE_GRID(GridFormat::Float, folder.file("f"), grid, {10, 3}, "PROJCS[\"x\"]  "); });
+    const std::string console = consoleOf([&] {
+        WRITE_GRID(GridFormat::Float, folder.file("f"), grid, {10, 3}, "PROJCS[\"x\"]  ");
+    });
     CHECK(console == "Writing FLT grid...\nFinished writing FLT grid.\n");
-    CHECK(folder.bytes("f.hdr") == "ncols 3\nnrows 2\nxllcorner 500000.\nyllcorner 6250000.25\ncellsize 2.5\nNODATA_value -99999.0\nbyteorder LSBFIRST\n");
-    CHECK(folder.bytes("f.flt") == "\x00\x00\x80\xC0"s "\x80\x4F\xC3\xC7"s "\x00\x00\xC2\x40"s   //
-                                   "\x80\x4F\xC3\xC7"s "\x00\x00\x00\x40"s "\x00\x00\x60\x40"s);
+    CHECK(folder.bytes("f.hdr") ==
+          "ncols 3\nnrows 2\nxllcorner 500000.\nyllcorner 6250000.25\ncellsize 2.5\nNODATA_value -99999.0\nbyteorder "
+          "LSBFIRST\n");
+    CHECK(folder.bytes("f.flt") ==
+          "\x00\x00\x80\xC0"s
+          "\x80\x4F\xC3\xC7"s
+          "\x00\x00\xC2\x40"s  //
+          "\x80\x4F\xC3\xC7"s
+          "\x00\x00\x00\x40"s
+          "\x00\x00\x60\x40"s);
     CHECK(folder.bytes("f.prj") == "PROJCS[\"x\"]\n");
 }
 
@@ -59,37 +71,53 @@ TEST_CASE("Rows longer than a block keep their order and lose nothing") {
     CHECK(text.ends_with(" 149999.000 150000.000\n"));
     const std::string bytes = folder.bytes("l.flt");
     CHECK(bytes.size() == 4 * 300002);
-    CHECK(bytes.substr(4 * 150000, 8) == "\x20\x7C\x92\x48"s "\x00\x00\x00\x00"s);  // 300001 ends the northern row
+    CHECK(bytes.substr(4 * 150000, 8) ==
+          "\x20\x7C\x92\x48"s
+          "\x00\x00\x00\x00"s);  // 300001 ends the northern row
 }
 
 TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given") {
     constexpr float INFINITE = std::numeric_limits<float>::infinity();
-    struct { std::vector<float> values; const char* largest; int width; } const rows[] = {
-        {{MISSING, 12000.5F}, "12000.", 14},      {{9999, 3}, "9999.", 10},
-        {{99999, MISSING}, "99999.", 14},         {{100000}, "100000.", 15},
-        {{MISSING, MISSING}, "-99999.", 10},      // nothing but missing cells
-        {{-20000, MISSING}, "-20000.", 14},       // its size counts, not its sign
-        {{NAN, 5, INFINITE}, "5.", 10},
-        {std::vector<float>(40, 2), "2.", 10},
+    struct {
+        std::vector<float> values;
+        const char* largest;
+        int width;
+    } const rows[] = {
+        {{MISSING, 12000.5F}, "12000.", 14}, {{9999, 3}, "9999.", 10},
+        {{99999, MISSING}, "99999.", 14},    {{100000}, "100000.", 15},
+        {{MISSING, MISSING}, "-99999.", 10},  // nothing but missing cells
+        {{-20000, MISSING}, "-20000.", 14},   // its size counts, not its sign
+        {{NAN, 5, INFINITE}, "5.", 10},      {std::vector<float>(40, 2), "2.", 10},
     };
     INITIALISE_OPTIONS();
     for (const auto& r : rows) {
         GridPrecision precision;
-        CHECK(consoleOf([&] { precision = SET_OUTPUT_PRECISION({1, 1, 0, 0, 1, r.values}); }) ==
+        CHECK(consoleOf([&] {
+                  precision = SET_OUTPUT_PRECISION({1, 1, 0, 0, 1, r.values});
+              }) ==
               "Determining maximum value for setting precision...\n   Done.\nSetting output precision.\n"
-              "Setting output precision based on maximum value of "s + r.largest + "\n");
+              "Setting output precision based on maximum value of "s +
+                  r.largest + "\n");
         CHECK((precision.width == r.width && precision.decimals == 3));
     }
 }
 
 TEST_CASE("Headers take more decimals where three would misplace the grid") {
-    struct { double x, y, cellSize; std::int32_t ncols; int asc; const char* hdrX; const char* hdrSize; } const rows[] = {
-        {500000.1234, 6250000, 2.5, 4000, 3, "500000.1234", "2.5"},              // 0.4 mm is less than a thousandth of a cell
+    struct {
+        double x, y, cellSize;
+        std::int32_t ncols;
+        int asc;
+        const char* hdrX;
+        const char* hdrSize;
+    } const rows[] = {
+        // 0.4 mm is less than a thousandth of a cell
+        {500000.1234, 6250000, 2.5, 4000, 3, "500000.1234", "2.5"},
         {500000, 6250000, 0.1, 4000, 3, "500000.", "0.1"},
         {151.2345678, -33, 0.0001, 10, 7, "151.2345678", "0.0001"},
         {151, -33, 0.00027777777777777778, 3600, 10, "151.", "0.0002777778"},
-        {151.123456789, -33, 0.00001, 1, 8, "151.12345679", "0.00001"},          // AREAL8's seven decimals are not enough
-        {0, 0, 1.2345, 1000, 4, "0.", "1.2345"},                                 // half a millimetre times 1000 columns
+        // AREAL8's seven decimals are not enough
+        {151.123456789, -33, 0.00001, 1, 8, "151.12345679", "0.00001"},
+        {0, 0, 1.2345, 1000, 4, "0.", "1.2345"},  // half a millimetre times 1000 columns
     };
     for (const auto& r : rows) {
         const Grid grid{r.ncols, 1, r.x, r.y, r.cellSize, {}};
@@ -104,19 +132,25 @@ TEST_CASE("Output that cannot be written stops the run and names the file") {
     const ScratchFolder folder;
     folder.write("taken", "a file, not a folder");
     for (const GridFormat format : {GridFormat::Ascii, GridFormat::Float})
-        CHECK(consoleOf([&] { WRITE_GRID(format, folder.file("taken/x"), smallGrid(), {10, 3}, ""); }).find("\nERROR - Could not open " + folder.file("taken/x")) !=
-              std::string::npos);
-    CHECK(consoleOf([&] { WRITE_GRID(GridFormat::Float, "x", {3, 2, 0, 0, 1, {1, 2}}, {10, 3}, ""); }).starts_with("Should not be here [i.ne.nval]"));
+        CHECK(consoleOf([&] {
+                  WRITE_GRID(format, folder.file("taken/x"), smallGrid(), {10, 3}, "");
+              }).find("\nERROR - Could not open " + folder.file("taken/x")) != std::string::npos);
+    CHECK(consoleOf([&] {
+              WRITE_GRID(GridFormat::Float, "x", {3, 2, 0, 0, 1, {1, 2}}, {10, 3}, "");
+          }).starts_with("Should not be here [i.ne.nval]"));
 #ifdef __linux__
     Grid large{1000, 1000, 0, 0, 1, std::vector<float>(1000000)};
     for (const char* extension : {".asc", ".flt", ".hdr"}) {
         const std::string full = folder.file("full_"s + (extension + 1) + extension);
         std::filesystem::create_symlink("/dev/full", full);
-        const std::string expected = "ERROR - Could not write " + full + ": No space left on device. The file is incomplete.\n";
+        const std::string expected =
+            "ERROR - Could not write " + full + ": No space left on device. The file is incomplete.\n";
         for (const Grid& grid : {smallGrid(), large}) {
             INITIALISE_FILES();  // a run closes its files once
             const GridFormat format = extension == ".asc"s ? GridFormat::Ascii : GridFormat::Float;
-            const std::string console = consoleOf([&] { WRITE_GRID(format, folder.file("full_"s + (extension + 1)), grid, {10, 3}, ""); });
+            const std::string console = consoleOf([&] {
+                WRITE_GRID(format, folder.file("full_"s + (extension + 1)), grid, {10, 3}, "");
+            });
             CHECK(console.find(expected) != std::string::npos);
             CHECK(console.ends_with("<stopped>"));
         }

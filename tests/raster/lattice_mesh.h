@@ -27,8 +27,8 @@ inline void addElement(Mesh& mesh, std::int32_t shape, std::array<std::int32_t, 
 /// A square field of cells x cells lattice squares, moved to (x0, y0) and turned about it.
 struct Lattice {
     std::int32_t cells = 10;
-    double side = 10.0;     // of one square, m
-    double angle = 0.0;     // radians counter-clockwise
+    double side = 10.0;  // of one square, m
+    double angle = 0.0;  // radians counter-clockwise
     double x0 = 0.0, y0 = 0.0;
     double jitter = 0.0;    // share of the side by which inner nodes are moved at random
     int triangleEvery = 2;  // every so many squares are two triangles, the others quads; 0: none is
@@ -70,7 +70,8 @@ Results nodeResults(const Mesh& mesh, Value value) {
     results.cells = mesh.elementCount;
     results.x.assign(mesh.nodes.size(), NO_VALUE);
     results.wet.assign(mesh.elements.size(), 1);
-    for (std::size_t id = 1; id < mesh.nodes.size(); ++id) results.x[id] = static_cast<float>(value(mesh.nodes[id].x, mesh.nodes[id].y));
+    for (std::size_t id = 1; id < mesh.nodes.size(); ++id)
+        results.x[id] = static_cast<float>(value(mesh.nodes[id].x, mesh.nodes[id].y));
     return results;
 }
 
@@ -91,12 +92,12 @@ inline PlainSample plainSample(const Mesh& mesh, const Results& results, double 
             std::vector<std::size_t> at;
             for (std::size_t corner = 0; corner < 4; ++corner)
                 if (corner != out) at.push_back(static_cast<std::size_t>(nodes[corner]));
-            const auto area = [](long double ax, long double ay, long double bx, long double by, long double cx, long double cy) {
-                return (bx - ax) * (cy - ay) - (cx - ax) * (by - ay);
-            };
+            const auto area = [](long double ax, long double ay, long double bx, long double by, long double cx,
+                                 long double cy) { return (bx - ax) * (cy - ay) - (cx - ax) * (by - ay); };
             const MeshNode &a = mesh.nodes[at[0]], &b = mesh.nodes[at[1]], &c = mesh.nodes[at[2]];
             const long double whole = area(a.x, a.y, b.x, b.y, c.x, c.y);
-            const std::array<long double, 3> weights = {area(x, y, b.x, b.y, c.x, c.y) / whole, area(a.x, a.y, x, y, c.x, c.y) / whole,
+            const std::array<long double, 3> weights = {area(x, y, b.x, b.y, c.x, c.y) / whole,
+                                                        area(a.x, a.y, x, y, c.x, c.y) / whole,
                                                         area(a.x, a.y, b.x, b.y, x, y) / whole};
             bool usable = true;
             long double value = 0.0;

@@ -19,10 +19,13 @@
 
 namespace {
 
-Grid header(std::int32_t ncols, std::int32_t nrows, double xll, double yll, double cellSize) { return {ncols, nrows, xll, yll, cellSize, {}}; }
+Grid header(std::int32_t ncols, std::int32_t nrows, double xll, double yll, double cellSize) {
+    return {ncols, nrows, xll, yll, cellSize, {}};
+}
 
 /// The grid of one output time, which must be the same however much of the plan is kept from an earlier time.
-std::vector<float> gridded(const Mesh& mesh, const Results& results, const Grid& grid, PlanKind kind = PlanKind::Nodes, const VectorChoice& choice = {}) {
+std::vector<float> gridded(const Mesh& mesh, const Results& results, const Grid& grid, PlanKind kind = PlanKind::Nodes,
+                           const VectorChoice& choice = {}) {
     ConsoleCapture quiet;
     GridRun once = START_GRID(grid, kind, false, false);
     GRID_RESULTS(once, mesh, results, choice);
@@ -37,25 +40,33 @@ std::vector<float> gridded(const Mesh& mesh, const Results& results, const Grid&
     return once.grid.values;
 }
 
-bool near(float value, double expected, double tolerance) { return std::abs(static_cast<double>(value) - expected) <= tolerance; }
+bool near(float value, double expected, double tolerance) {
+    return std::abs(static_cast<double>(value) - expected) <= tolerance;
+}
 
 }  // namespace
 
 TEST_CASE("a plane comes back at every cell inside the mesh, and nothing outside it") {
-    struct { Lattice lattice; double spacing; } const rows[] = {
-        {{}, 4.0},                                                        // points on edges, diagonals and nodes
-        {{.triangleEvery = 0}, 20.0 / 3.0},                               // the same on quads alone
-        {{.side = 0.7, .x0 = 512345.6, .y0 = 6234567.8}, 0.28},           // lost digits open holes along edges
+    struct {
+        Lattice lattice;
+        double spacing;
+    } const rows[] = {
+        {{}, 4.0},                                               // points on edges, diagonals and nodes
+        {{.triangleEvery = 0}, 20.0 / 3.0},                      // the same on quads alone
+        {{.side = 0.7, .x0 = 512345.6, .y0 = 6234567.8}, 0.28},  // lost digits open holes along edges
         {{.angle = 0.4, .x0 = 512345.67, .y0 = 6234567.89, .jitter = 0.3}, 1.3},
-        {{.side = 0.5, .angle = std::atan(1.0), .x0 = 5e5, .y0 = 6e6}, std::sqrt(0.5) / 5.0},  // points along turned edges and diagonals
+        // points along turned edges and diagonals
+        {{.side = 0.5, .angle = std::atan(1.0), .x0 = 5e5, .y0 = 6e6}, std::sqrt(0.5) / 5.0},
         {{.angle = std::atan(0.5), .x0 = 5e5, .y0 = 6e6, .triangleEvery = 1}, std::sqrt(5.0)},
         {{.side = 1e-5, .angle = 1.0, .x0 = -120.5, .y0 = 38.2, .jitter = 0.3, .triangleEvery = 3}, 3e-6},  // degrees
-        {{.angle = 0.2, .jitter = 0.2}, 37.0},                            // elements between the cell points
+        {{.angle = 0.2, .jitter = 0.2}, 37.0},  // elements between the cell points
     };
     for (const auto& r : rows) {
         const Mesh mesh = latticeMesh(r.lattice);
         const double unit = r.lattice.side;
-        const auto plane = [&](double x, double y) { return (x - r.lattice.x0) / unit + 10.0 * (y - r.lattice.y0) / unit; };
+        const auto plane = [&](double x, double y) {
+            return (x - r.lattice.x0) / unit + 10.0 * (y - r.lattice.y0) / unit;
+        };
         const Grid grid = LAYOUT_GRID(mesh, r.spacing, false);
         const std::vector<float> values = gridded(mesh, nodeResults(mesh, plane), grid);
         int holes = 0, wrong = 0, spills = 0, inside = 0;
@@ -65,7 +76,8 @@ TEST_CASE("a plane comes back at every cell inside the mesh, and nothing outside
                 const double east = (x - r.lattice.x0) / unit, north = (y - r.lattice.y0) / unit;
                 const double c = std::cos(r.lattice.angle), s = std::sin(r.lattice.angle);
                 const double u = east * c + north * s, v = north * c - east * s;
-                const double depth = std::min(std::min(u, v), std::min(r.lattice.cells - u, r.lattice.cells - v));  // inside the field
+                // inside the field
+                const double depth = std::min(std::min(u, v), std::min(r.lattice.cells - u, r.lattice.cells - v));
                 const float value = values[CELL_INDEX(grid, column, row)];
                 inside += depth > 1e-4 ? 1 : 0;
                 holes += depth > 1e-4 && IS_MISSING(value) ? 1 : 0;
@@ -83,12 +95,17 @@ TEST_CASE("a plane comes back at every cell inside the mesh, and nothing outside
 TEST_CASE("a quad takes the mean of its triangles at each point, three on a diagonal and four where they cross") {
     constexpr float T = 1.0F / 3.0F;
     const float none = NO_VALUE, nan = std::numeric_limits<float>::quiet_NaN();
-    struct { float farCorner; std::vector<float> expected; } const rows[] = {  // 0 at the other corners
+    struct {
+        float farCorner;
+        std::vector<float> expected;
+    } const rows[] = {
+        // 0 at the other corners
         {6.0F, {2 * T, 0.5F, T, 0.5F, 1.5F, 2.5F, T, 2.5F, 14 * T}},
-        {nan, {0, 0, 0, 0, 0, none, 0, none, none}},        // the triangle without that corner is left
+        {nan, {0, 0, 0, 0, 0, none, 0, none, none}},  // the triangle without that corner is left
         {-99998.5F, {0, 0, 0, 0, 0, none, 0, none, none}},
     };
-    const Lattice places[] = {{1, 3.0}, {1, 3.0, 0.0, 6.0e5, 6.0e6}, {1, 0.03, 0.0, 6.0e5 + 0.7, 6.0e6 + 0.1}};  // the last one rounded
+    // the last one rounded
+    const Lattice places[] = {{1, 3.0}, {1, 3.0, 0.0, 6.0e5, 6.0e6}, {1, 0.03, 0.0, 6.0e5 + 0.7, 6.0e6 + 0.1}};
     for (Lattice place : places)
         for (const bool reversed : {false, true}) {
             place.triangleEvery = 0;
@@ -111,7 +128,10 @@ TEST_CASE("grids agree with a plain loop over elements, also where quads are con
     const Lattice rough{.cells = 8, .angle = 0.7, .x0 = 3e5, .y0 = 6e6, .jitter = 0.6, .triangleEvery = 4};
     const Lattice onEdge{.cells = 4, .angle = std::atan(1.0), .triangleEvery = 3};  // diagonals along the rows
     const double half = std::sqrt(50.0);                                            // of a diagonal
-    struct { Lattice lattice; Grid grid; } const rows[] = {
+    struct {
+        Lattice lattice;
+        Grid grid;
+    } const rows[] = {
         {rough, header(80, 110, 3e5 - 50.0, 6e6, 1.1)},  // rows of more than eight cells
         {rough, header(20, 20, 3e5 - 50.0, 6e6, 6.1)},
         {onEdge, header(41, 33, -3.0 * half - 0.2, -half / 8.0, half / 4.0)},
@@ -121,7 +141,8 @@ TEST_CASE("grids agree with a plain loop over elements, also where quads are con
     for (const auto& r : rows) {
         const Mesh mesh = latticeMesh(r.lattice);
         Results results = nodeResults(mesh, [&](double, double) { return value(random); });
-        for (std::size_t id = 5; id < results.x.size(); id += 17) results.x[id] = id % 2 == 0 ? NO_VALUE : std::numeric_limits<float>::infinity();
+        for (std::size_t id = 5; id < results.x.size(); id += 17)
+            results.x[id] = id % 2 == 0 ? NO_VALUE : std::numeric_limits<float>::infinity();
         for (std::size_t id = 3; id < results.wet.size(); id += 7) results.wet[id] = 0;
         const std::vector<float> values = gridded(mesh, results, r.grid);
         int wrong = 0, covered = 0;
@@ -185,16 +206,19 @@ TEST_CASE("9-node quads use the quads around their centre for results and their 
     Mesh mesh;
     mesh.nodes.resize(1);
     mesh.elements.resize(1);
-    for (const auto& [x, y] : {std::pair{0, 0}, {4, 0}, {4, 4}, {0, 4}, {2, 0}, {4, 2}, {2, 4}, {0, 2}, {2, 2}}) addNode(mesh, x, y);
+    for (const auto& [x, y] : {std::pair{0, 0}, {4, 0}, {4, 4}, {0, 4}, {2, 0}, {4, 2}, {2, 4}, {0, 2}, {2, 2}})
+        addNode(mesh, x, y);
     addElement(mesh, 9, {1, 2, 3, 4, 5, 6, 7, 8, 9});
-    Results results = nodeResults(mesh, [](double x, double y) { return x == 2 && y == 2 ? 9.0 : x == 2 || y == 2 ? 1.0 : 0.0; });
+    Results results = nodeResults(mesh, [](double x, double y) {
+        return x == 2 && y == 2 ? 9.0 : x == 2 || y == 2 ? 1.0 : 0.0;
+    });
     const auto at = [&](double x, double y) { return gridded(mesh, results, header(1, 1, x - 0.5, y - 0.5, 1.0))[0]; };
     CHECK(at(2, 2) == 9.0F);
     CHECK(at(2, 0) == 1.0F);
-    CHECK(at(3, 2) == 5.0F);                // half way from the centre to a mid-side
+    CHECK(at(3, 2) == 5.0F);                                                  // half way from the centre to a mid-side
     CHECK(at(3, 3) == doctest::Approx((0.5 * (9 + 0) + 0.5 * (1 + 1)) / 2));  // the middle of a sub-quad
     mesh.elements[1].nodes[6] = 0;
-    CHECK(at(2, 2) == 0.0F);                // a slot is missing: the corners alone
+    CHECK(at(2, 2) == 0.0F);  // a slot is missing: the corners alone
     mesh.elements[1].nodes[6] = 7;
     mesh.nodes[9].z = 9.0F;
     ConsoleCapture quiet;
@@ -207,7 +231,7 @@ TEST_CASE("elements that take no part leave the grid alone, and slivers do not o
     Mesh mesh = latticeMesh({.cells = 3, .triangleEvery = 0});
     mesh.elements[1].removed = true;
     mesh.elements[2].shape = 0;
-    mesh.elements[3].nodes = {1, 2, 3, 4};  // on one line
+    mesh.elements[3].nodes = {1, 2, 3, 4};                        // on one line
     mesh.nodes[16].x = std::numeric_limits<double>::quiet_NaN();  // a corner of the last element
     const Results results = nodeResults(mesh, [](double, double) { return 0.1; });
     const float v = 0.1F, o = NO_VALUE;
@@ -228,9 +252,12 @@ TEST_CASE("elements that take no part leave the grid alone, and slivers do not o
 }
 
 TEST_CASE("directions turn through 180 inside an element without passing east") {
-    struct { std::vector<float> corners; bool compass; } const rows[] = {
-        {{-170, 170, 170}, false}, {{170, -170, -170}, false}, {{-170, 160, 175}, false}, {{100, -170, 150}, false},
-        {{-100, -100, 120}, false}, {{180, -90, 135}, false}, {{-170, 170, 170}, true}, {{80, 120, 95}, true},
+    struct {
+        std::vector<float> corners;
+        bool compass;
+    } const rows[] = {
+        {{-170, 170, 170}, false},  {{170, -170, -170}, false}, {{-170, 160, 175}, false}, {{100, -170, 150}, false},
+        {{-100, -100, 120}, false}, {{180, -90, 135}, false},   {{-170, 170, 170}, true},  {{80, 120, 95}, true},
     };
     Mesh mesh = latticeMesh({.cells = 1, .triangleEvery = 1});
     for (const auto& r : rows) {
@@ -243,11 +270,14 @@ TEST_CASE("directions turn through 180 inside an element without passing east") 
             results.x[nodes[i]] = std::cos(r.corners[i] * std::atan(1.0F) / 45.0F);
             results.y[nodes[i]] = std::sin(r.corners[i] * std::atan(1.0F) / 45.0F);
         }
-        const std::vector<float> values = gridded(mesh, results, header(5, 5, 0, 0, 2.0), PlanKind::Nodes, {VectorScalar::Direction, 0.0F, r.compass});
+        const std::vector<float> values = gridded(mesh, results, header(5, 5, 0, 0, 2.0), PlanKind::Nodes,
+                                                  {VectorScalar::Direction, 0.0F, r.compass});
         for (std::int32_t row = 1; row <= 5; ++row)
             for (std::int32_t column = row; column <= 5; ++column) {
                 const double x = 2.0 * column - 1.0, y = 2.0 * row - 1.0;
-                const auto fromFirst = [&](std::size_t i) { return std::remainder(static_cast<double>(r.corners[i] - r.corners[0]), 360.0); };
+                const auto fromFirst = [&](std::size_t i) {
+                    return std::remainder(static_cast<double>(r.corners[i] - r.corners[0]), 360.0);
+                };
                 const double angle = r.corners[0] + fromFirst(1) * (x - y) / 10.0 + fromFirst(2) * y / 10.0;
                 const double expected = r.compass ? 90.0 - angle : angle;
                 const float value = values[static_cast<std::size_t>(5 * (row - 1) + column - 1)];
@@ -264,7 +294,8 @@ TEST_CASE("directions of a quad whose first corner has none turn about the other
     results.x = {0, NO_VALUE, -1, -1, -1};
     results.y = {0, NO_VALUE, 0.1F, -0.1F, 0.1F};
     for (const double at : {6.0, 7.0, 9.0})
-        CHECK(std::abs(gridded(mesh, results, header(1, 1, at - 0.5, at - 0.5, 1.0), PlanKind::Nodes, {VectorScalar::Direction, 0.0F, false})[0]) > 174.0F);
+        CHECK(std::abs(gridded(mesh, results, header(1, 1, at - 0.5, at - 0.5, 1.0), PlanKind::Nodes,
+                               {VectorScalar::Direction, 0.0F, false})[0]) > 174.0F);
 }
 
 TEST_CASE("a grid run says its steps in order, and refuses what it cannot hold") {
@@ -278,12 +309,17 @@ TEST_CASE("a grid run says its steps in order, and refuses what it cannot hold")
         CHECK(run.grid.values[0] == 45.0F);
     });
     CHECK(said ==
-          "Allocating RAM, for grid interpolation.\nAllocating 7Kb vector memory...\nGrid Size: 2.5\nGrid Dimensions: 41 high by 41 wide\n"
-          "Vector input and raster output, using direction.\n   ... done.\nProcessing 150 elements...\nElement: 150\nFinished processing.\n"
+          "Allocating RAM, for grid interpolation.\nAllocating 7Kb vector memory...\nGrid Size: 2.5\nGrid Dimensions: "
+          "41 high by 41 wide\n"
+          "Vector input and raster output, using direction.\n   ... done.\nProcessing 150 elements...\nElement: "
+          "150\nFinished processing.\n"
           "Filtering values >360 for -va option.\n   Done.\n");
-    struct { std::int32_t ncols, nrows; } const tooMany[] = {{2147483647, 2147483647}, {2147483647, 2000000}, {100000000, 100000000}};
+    struct {
+        std::int32_t ncols, nrows;
+    } const tooMany[] = {{2147483647, 2147483647}, {2147483647, 2000000}, {100000000, 100000000}};
     for (const auto& r : tooMany) {
-        const std::string refused = consoleOf([&] { START_GRID(header(r.ncols, r.nrows, 0, 0, 1), PlanKind::Nodes, false, false); });
+        const std::string refused =
+            consoleOf([&] { START_GRID(header(r.ncols, r.nrows, 0, 0, 1), PlanKind::Nodes, false, false); });
         CHECK(refused.find("ERROR - Could not allocate enough memory (RAM).") != std::string::npos);
         CHECK(refused.ends_with("<stopped>"));
     }

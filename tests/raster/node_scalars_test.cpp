@@ -15,14 +15,29 @@ TEST_CASE("NODE_SCALARS makes one scalar of each vector") {
     results.x = {0, 3, -2, -1, 0, NO_VALUE, 1};
     results.y = {0, 4, -0.0F, -1e-9F, 0, 1, std::numeric_limits<float>::quiet_NaN()};
     const float o = NO_VALUE;
-    struct { VectorChoice choice; std::vector<float> expected; std::string said; } const rows[] = {
-        {{}, {o, 5, 2, 1, 0, o, o},
+    struct {
+        VectorChoice choice;
+        std::vector<float> expected;
+        std::string said;
+    } const rows[] = {
+        {{},
+         {o, 5, 2, 1, 0, o, o},
          "Vector input and raster output, converting vectors to scalar...\n   ... done converting vector to scalar.\n"},
-        {{VectorScalar::XComponent, 0.0F, false}, {o, 3, -2, -1, 0, o, o}, "Vector input and raster output, using X direction component.\n   ... done.\n"},
-        {{VectorScalar::YComponent, 0.0F, false}, {o, 4, 0, -1e-9F, 0, o, o}, "Vector input and raster output, using Y direction component.\n   ... done.\n"},
-        {{VectorScalar::XComponent, 30.0F, false}, {o, 4.5980762F, -1.7320508F, -0.8660254F, 0, o, o}, "Vector input and raster output, using X direction component.\n   ... done.\n"},
-        {{VectorScalar::YComponent, 30.0F, false}, {o, 1.9641016F, 1, 0.5F, 0, o, o}, "Vector input and raster output, using Y direction component.\n   ... done.\n"},
-        {{VectorScalar::Direction, 30.0F, false}, {o, 53.130102F, 180, 180, 0, o, o}, "Vector input and raster output, using direction.\n   ... done.\n"},
+        {{VectorScalar::XComponent, 0.0F, false},
+         {o, 3, -2, -1, 0, o, o},
+         "Vector input and raster output, using X direction component.\n   ... done.\n"},
+        {{VectorScalar::YComponent, 0.0F, false},
+         {o, 4, 0, -1e-9F, 0, o, o},
+         "Vector input and raster output, using Y direction component.\n   ... done.\n"},
+        {{VectorScalar::XComponent, 30.0F, false},
+         {o, 4.5980762F, -1.7320508F, -0.8660254F, 0, o, o},
+         "Vector input and raster output, using X direction component.\n   ... done.\n"},
+        {{VectorScalar::YComponent, 30.0F, false},
+         {o, 1.9641016F, 1, 0.5F, 0, o, o},
+         "Vector input and raster output, using Y direction component.\n   ... done.\n"},
+        {{VectorScalar::Direction, 30.0F, false},
+         {o, 53.130102F, 180, 180, 0, o, o},
+         "Vector input and raster output, using direction.\n   ... done.\n"},
     };
     for (const auto& r : rows) {
         std::vector<float> scalars(99, 1.0F);
@@ -31,7 +46,9 @@ TEST_CASE("NODE_SCALARS makes one scalar of each vector") {
         for (std::size_t i = 0; i < scalars.size(); ++i) CHECK(scalars[i] == doctest::Approx(r.expected[i]));
     }
     std::vector<float> scalars;
-    const std::string refused = consoleOf([&] { NODE_SCALARS(results, {VectorScalar::Direction, 0.0F, false}, true, scalars); });
+    const std::string refused = consoleOf([&] {
+        NODE_SCALARS(results, {VectorScalar::Direction, 0.0F, false}, true, scalars);
+    });
     CHECK(refused.find("ERROR - \"-va\" not supported for high res results.") == 0);
     CHECK(refused.ends_with("<stopped>"));
 }

@@ -16,7 +16,8 @@ public:
     ScratchFolder() {
         static std::atomic<int> count = 0;
         const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-        path_ = std::filesystem::temp_directory_path() / ("raster_test_" + std::to_string(now) + "_" + std::to_string(++count));
+        path_ = std::filesystem::temp_directory_path() /
+                ("raster_test_" + std::to_string(now) + "_" + std::to_string(++count));
         std::filesystem::create_directories(path_);
         INITIALISE_FILES();
     }
@@ -29,7 +30,9 @@ public:
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
     std::string file(std::string_view name) const { return (path_ / name).string(); }
-    void write(std::string_view name, std::string_view bytes) const { std::ofstream(file(name), std::ios::binary) << bytes; }
+    void write(std::string_view name, std::string_view bytes) const {
+        std::ofstream(file(name), std::ios::binary) << bytes;
+    }
     std::string bytes(std::string_view name) const {
         std::ifstream in(file(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};

@@ -1,8 +1,8 @@
 #include "run_control/arguments.h"
 
 #include "read_switches.h"
-#include "services/options.h"
 #include "run_control/switches.h"
+#include "services/options.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -15,12 +15,15 @@ const RunOptions& after(const std::vector<const char*>& arguments) {
     CHECK(readSwitches(arguments) == "");
     return OPTIONS();
 }
-std::string stoppedBy(const char* argument) { return std::string("ERROR reading data\n   from argument ") + argument + "\n\nPress Enter to Close\n<stopped>"; }
+std::string stoppedBy(const char* argument) {
+    return std::string("ERROR reading data\n   from argument ") + argument + "\n\nPress Enter to Close\n<stopped>";
+}
 }  // namespace
 
 TEST_CASE("The banner counts the arguments; without any the usage text is due") {
     const char* const alone[] = {"VORANT_to_GIS"};
-    CHECK(consoleOf([&] { READ_ARGUMENTS(1, alone); }) == "Build 2018-08-AA\nFound 0 arguments\nInitialising input structure...\nDone.\n");
+    CHECK(consoleOf([&] { READ_ARGUMENTS(1, alone); }) ==
+          "Build 2018-08-AA\nFound 0 arguments\nInitialising input structure...\nDone.\n");
     CHECK(OPTIONS().inputError);
     const char* const two[] = {"VORANT_to_GIS", "-asc", "x.2dm"};
     CHECK(consoleOf([&] { READ_ARGUMENTS(3, two); }).find("Found 2 arguments\n") != std::string::npos);
@@ -28,13 +31,43 @@ TEST_CASE("The banner counts the arguments; without any the usage text is due") 
 }
 
 TEST_CASE("The leading characters choose a switch, in the order of the table") {
-    struct { const char *text, *keyword; } const rows[] = {
-        {"sec", "sec"},     {"s3", "s"},        {"sgs", "sgs"},         {"sf-2", "sf"},      {"slant5", "slant"}, {"shp", "shp"},
-        {"cd.05", "cd"},    {"cpsd50", "cpsd"}, {"cp", "cp"},           {"cc", "cc"},        {"compass", "compass"},
-        {"lpmd5", "lpmd"},  {"lp", "lp"},       {"like", "like"},       {"ttf1", "ttf"},     {"tmax", "tmax"},    {"TALL", "tAll"},
-        {"typeAll", "type"}, {"txt", "txt"},    {"t5", "t"},            {"vector", "vector"}, {"verbose", "verbose"}, {"v2", "v"},
-        {"vx", "vx"},       {"vdir", "vdir"},   {"vmax3", "vmax"},      {"max", "max"},      {"mif", "mif"},
-        {"fso", "fso"},     {"folderMaximums", "folder"}, {"FLT", "flt"}, {"asciigrid", "asc"}, {"batch", "b"}, {"path/a", "path"},
+    struct {
+        const char *text, *keyword;
+    } const rows[] = {
+        {"sec", "sec"},
+        {"s3", "s"},
+        {"sgs", "sgs"},
+        {"sf-2", "sf"},
+        {"slant5", "slant"},
+        {"shp", "shp"},
+        {"cd.05", "cd"},
+        {"cpsd50", "cpsd"},
+        {"cp", "cp"},
+        {"cc", "cc"},
+        {"compass", "compass"},
+        {"lpmd5", "lpmd"},
+        {"lp", "lp"},
+        {"like", "like"},
+        {"ttf1", "ttf"},
+        {"tmax", "tmax"},
+        {"TALL", "tAll"},
+        {"typeAll", "type"},
+        {"txt", "txt"},
+        {"t5", "t"},
+        {"vector", "vector"},
+        {"verbose", "verbose"},
+        {"v2", "v"},
+        {"vx", "vx"},
+        {"vdir", "vdir"},
+        {"vmax3", "vmax"},
+        {"max", "max"},
+        {"mif", "mif"},
+        {"fso", "fso"},
+        {"folderMaximums", "folder"},
+        {"FLT", "flt"},
+        {"asciigrid", "asc"},
+        {"batch", "b"},
+        {"path/a", "path"},
     };
     for (const auto& r : rows) {
         CAPTURE(r.text);
@@ -46,9 +79,19 @@ TEST_CASE("The leading characters choose a switch, in the order of the table") {
 }
 
 TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encoding") {
-    for (const char* argument : {"-asc", "-ASC", "/asc", "\x96" "asc", "\xE2\x80\x93" "asc", "-ascx"}) CHECK(after({argument}).asc);
-    CHECK(after({"\xE2\x80\x93" "grid2.5"}).gridSpacing == 2.5);  // the dash counts as one character
-    CHECK(after({"\x96" "t20"}).timeText == "t20");
+    for (const char* argument : {"-asc", "-ASC", "/asc",
+                                 "\x96"
+                                 "asc",
+                                 "\xE2\x80\x93"
+                                 "asc",
+                                 "-ascx"})
+        CHECK(after({argument}).asc);
+    CHECK(after({"\xE2\x80\x93"
+                 "grid2.5"})
+              .gridSpacing == 2.5);  // the dash counts as one character
+    CHECK(after({"\x96"
+                 "t20"})
+              .timeText == "t20");
     CHECK(after({"-unknown", "x.2dm"}).inputFile == "x.2dm");
     CHECK_FALSE(OPTIONS().inputError);
 }
@@ -68,7 +111,8 @@ TEST_CASE("A path from the root is the input file, not a switch") {
 
 TEST_CASE("The argument that is no option is the input file") {
     CHECK(after({"-asc", "MODEL.2DM"}).inputIsMesh);
-    CHECK(readSwitches({"a.2dm", "", "b_h.dat"}) == "WARNING - Only one input file is converted: b_h.dat replaces a.2dm\n");
+    CHECK(readSwitches({"a.2dm", "", "b_h.dat"}) ==
+          "WARNING - Only one input file is converted: b_h.dat replaces a.2dm\n");
     CHECK(OPTIONS().inputFile == "b_h.dat");
     CHECK_FALSE(OPTIONS().inputIsMesh);
     const std::string tooLong(1001, 'x');
@@ -77,7 +121,8 @@ TEST_CASE("The argument that is no option is the input file") {
 }
 
 TEST_CASE("Values that follow are taken as they stand") {
-    const RunOptions& o = after({"-2dm", "-b", "-cp", "a b.mif", "-lp", "/lp", "-out", " -asc ", "-rmp", "Lower Reach", "-like", "dem.asc"});
+    const RunOptions& o = after(
+        {"-2dm", "-b", "-cp", "a b.mif", "-lp", "/lp", "-out", " -asc ", "-rmp", "Lower Reach", "-like", "dem.asc"});
     CHECK(o.meshFile == "-b");
     CHECK_FALSE(o.batch);
     CHECK((o.cp && o.cpFile == "a b.mif"));
@@ -96,12 +141,14 @@ TEST_CASE("A hundred mesh parts can be removed") {
     for (int i = 0; i < 100; ++i) arguments.insert(arguments.end(), {"-rmp", "part"});
     CHECK(after(arguments).removedParts.size() == 100);
     arguments.insert(arguments.end(), {"-rmp", "part"});
-    CHECK(readSwitches(arguments) == "ERROR - Exceeded limit of number of MESHPARTS to remove\n\nPress Enter to Close\n<stopped>");
+    CHECK(readSwitches(arguments) ==
+          "ERROR - Exceeded limit of number of MESHPARTS to remove\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("Glued values are read behind their keyword") {
-    const RunOptions& o = after({"-grid2.000000001", "-cd.05", "-cpsd50", "-lpmd1d1", "-ttf-.01", "-slant30", "-vmax3", "-ptsctuvhctuvh!",
-                                 "-typeh", "-path /a/b ", "-FolderMaximums", "-s3", "-v+4", "-sf0.5"});
+    const RunOptions& o =
+        after({"-grid2.000000001", "-cd.05", "-cpsd50", "-lpmd1d1", "-ttf-.01", "-slant30", "-vmax3", "-ptsctuvhctuvh!",
+               "-typeh", "-path /a/b ", "-FolderMaximums", "-s3", "-v+4", "-sf0.5"});
     CHECK((o.grid && o.gridSpacingGiven && o.gridSpacing == 2.000000001));  // more digits than single precision holds
     CHECK((o.cutoffDepth == 0.05F && o.cpSearchDistance == 50.0F && o.lpMarkerDistance == 10.0F));
     CHECK((o.tailThicknessPerCellSize && o.tailThicknessFactor == 0.01F));
@@ -115,18 +162,22 @@ TEST_CASE("Glued values are read behind their keyword") {
 }
 
 TEST_CASE("A value that cannot be read stops the run and names its argument") {
-    for (const char* argument : {"-gridx", "-grid2,5", "-grid5m", "-t", "-tmaybe", "-s1.0", "-sx", "-v", "-v2147483648", "-cdnan", "-vmaxinf", "-slant1e39"})
+    for (const char* argument : {"-gridx", "-grid2,5", "-grid5m", "-t", "-tmaybe", "-s1.0", "-sx", "-v", "-v2147483648",
+                                 "-cdnan", "-vmaxinf", "-slant1e39"})
         CHECK(readSwitches({argument}) == stoppedBy(argument));
-    struct { const char *argument, *error; } const rows[] = {
+    struct {
+        const char *argument, *error;
+    } const rows[] = {
         {"-grid0", "ERROR - The value of -grid0 must be above zero."},
         {"-grid-5", "ERROR - The value of -grid-5 must be above zero."},
         {"-lpmd0", "ERROR - The value of -lpmd0 must be above zero."},  // markers would never move on
         {"-cpsd-1", "ERROR - The value of -cpsd-1 must be zero or above."},
         {"-dttol-1", "ERROR - The value of -dttol-1 must be zero or above."},
         {"-sf0", "ERROR - Scale Factor (-sf) can not equal zero"},
-        {"-type", "ERROR - Nothing specified behind -type"},            // a blank name is found in every path
+        {"-type", "ERROR - Nothing specified behind -type"},  // a blank name is found in every path
     };
-    for (const auto& r : rows) CHECK(readSwitches({r.argument}) == std::string(r.error) + "\n\nPress Enter to Close\n<stopped>");
+    for (const auto& r : rows)
+        CHECK(readSwitches({r.argument}) == std::string(r.error) + "\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("A negative scale factor is a fixed length") {
@@ -135,29 +186,41 @@ TEST_CASE("A negative scale factor is a fixed length") {
 }
 
 TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
-    struct { const char *argument, *answers; int width, decimals; const char* said; } const rows[] = {
+    struct {
+        const char *argument, *answers;
+        int width, decimals;
+        const char* said;
+    } const rows[] = {
         {"-prec6.3", "", 10, 3, "Specified an output precision of 6 units and 3 decimal places.\n"},
         {"-prec0.3", "", 5, 3, "Specified an output precision of 1 units and 3 decimal places.\n"},
         {"-prec6.0", "", 7, 0, "Specified an output precision of 6 units and 0 decimal places.\n"},
-        {"-prec", "5.2", 8, 2, ""}, {"-prec6", "5.2\n", 8, 2, ""}, {"-prec.3", "-1.2\n5.x\n999.2\n5.99\n5.2", 8, 2, ""},
+        {"-prec", "5.2", 8, 2, ""},
+        {"-prec6", "5.2\n", 8, 2, ""},
+        {"-prec.3", "-1.2\n5.x\n999.2\n5.99\n5.2", 8, 2, ""},
     };
     for (const auto& r : rows) {
         CAPTURE(r.argument);
         const std::string text = readSwitches({r.argument}, r.answers);
         if (*r.said != '\0') CHECK(text == r.said);
-        CHECK((OPTIONS().precisionGiven && OPTIONS().precisionWidth == r.width && OPTIONS().precisionDecimals == r.decimals));
+        CHECK((OPTIONS().precisionGiven && OPTIONS().precisionWidth == r.width &&
+               OPTIONS().precisionDecimals == r.decimals));
     }
-    CHECK(readSwitches({"-prec"}) == "Incorrect or no precision specification given.\n"
-                                     "Enter precision specification (eg. 5.3) then press Enter -> \n"
-                                     "ERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
+    CHECK(readSwitches({"-prec"}) ==
+          "Incorrect or no precision specification given.\n"
+          "Enter precision specification (eg. 5.3) then press Enter -> \n"
+          "ERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("Times are hours inside, wherever -sec stands, and markers stay") {
-    struct { std::vector<const char*> arguments; float time; const char* text; } const rows[] = {
+    struct {
+        std::vector<const char*> arguments;
+        float time;
+        const char* text;
+    } const rows[] = {
         {{"-t2.5"}, 2.5F, "t2.5"},
         {{"-sec", "-t3660"}, 3660.0F / 3600.0F, "t3660"},
         {{"-t3660", "-sec"}, 3660.0F / 3600.0F, "t3660"},
-        {{"-sec", "-t108000"}, 30.0F, "t108000"},        // above 100000: not a threshold marker in seconds
+        {{"-sec", "-t108000"}, 30.0F, "t108000"},  // above 100000: not a threshold marker in seconds
         {{"-sec", "-t99999"}, 99999.0F, "t99999"},
         {{"-t-99999", "-sec"}, -99999.0F, "t-99999"},
         {{"-tmax", "-sec"}, 99999.1015625F, "tmax"},

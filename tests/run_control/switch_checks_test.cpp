@@ -1,8 +1,8 @@
 #include "run_control/switch_checks.h"
 
 #include "read_switches.h"
-#include "services/options.h"
 #include "run_control/usage.h"
+#include "services/options.h"
 
 #include <doctest/doctest.h>
 
@@ -28,15 +28,25 @@ const std::string SEVERAL = "ERROR - More than one output format specified. Refe
 }  // namespace
 
 TEST_CASE("One output format is wanted, and profiles with their points are one") {
-    struct { std::vector<const char*> arguments; std::string text; bool error; } const rows[] = {
+    struct {
+        std::vector<const char*> arguments;
+        std::string text;
+        bool error;
+    } const rows[] = {
         {{"-b"}, "ERROR - No output format flag specified.\n", true},
         {{"-asc"}, ASC, false},
         {{"-flt"}, FLT, false},
         {{"-flt", "-asc"}, ASC + FLT + SEVERAL, true},
-        {{"-cp", "c.mif", "-lp", "l.mif"}, "Long profile (.csv) output format specified.\nCalibration point (.csv) output format specified.\n", false},
-        {{"-lp", "l.mif", "-txt"}, ".txt output format specified.\nLong profile (.csv) output format specified.\n" + SEVERAL, true},
+        {{"-cp", "c.mif", "-lp", "l.mif"},
+         "Long profile (.csv) output format specified.\nCalibration point (.csv) output format specified.\n",
+         false},
+        {{"-lp", "l.mif", "-txt"},
+         ".txt output format specified.\nLong profile (.csv) output format specified.\n" + SEVERAL,
+         true},
         {{"-shp", "-mif"},
-         MIF + SHP + SEVERAL + "Warning - Both .mif and .shp outputs requested, can only process on at a time.\nIgnoring shp format.\n", true},
+         MIF + SHP + SEVERAL +
+             "Warning - Both .mif and .shp outputs requested, can only process on at a time.\nIgnoring shp format.\n",
+         true},
         {{"-wld"}, ".wld output format specified.\n", false},
     };
     for (const auto& r : rows) {
@@ -47,12 +57,18 @@ TEST_CASE("One output format is wanted, and profiles with their points are one")
 }
 
 TEST_CASE("Switches that contradict each other stop the run, for both rasters alike") {
-    struct { std::vector<const char*> arguments; std::string text; } const rows[] = {
-        {{"-flt", "-t5", "-max"}, FLT + "Error - Both max (-max) and time (-t) arguments found, please specify only one."},
-        {{"-asc", "-t5", "-min"}, ASC + "Error - Both min (-min) and time (-t) arguments found, please specify only one."},
+    struct {
+        std::vector<const char*> arguments;
+        std::string text;
+    } const rows[] = {
+        {{"-flt", "-t5", "-max"},
+         FLT + "Error - Both max (-max) and time (-t) arguments found, please specify only one."},
+        {{"-asc", "-t5", "-min"},
+         ASC + "Error - Both min (-min) and time (-t) arguments found, please specify only one."},
         {{"-asc", "-tmax", "-min"}, ASC + "Error - Maxtime (-tmax) flag found with addition time flags."},
         {{"-flt", "-vector"}, FLT + "Error - Vector option requires -mif or -shp output type."},
-        {{"-asc", "-typed", "-tmax"}, ASC + "Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\"."},
+        {{"-asc", "-typed", "-tmax"},
+         ASC + "Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\"."},
         {{"-asc", "-s0", "-v0"},
          ASC + "Warning - Both xmdf scalar (-s) and vector (-v) dataset IDs specified.\nIgnoring -v dataset.\n"
                "Error - Specified scalar dataset (-s<id>) cannot be less than 1."},
@@ -69,18 +85,24 @@ TEST_CASE("Switches that contradict each other stop the run, for both rasters al
 
 TEST_CASE("Overridden switches are cleared with a warning") {
     const RunOptions& o = OPTIONS();
-    CHECK(checked({"-flt", "-sgs", "-out", "x"}) == FLT + "Warning - Supress grid size (-sgs) switch ignored as output file specified.\n");
+    CHECK(checked({"-flt", "-sgs", "-out", "x"}) ==
+          FLT + "Warning - Supress grid size (-sgs) switch ignored as output file specified.\n");
     CHECK((!o.suppressGridSize && o.outputNameGiven));
-    CHECK(checked({"-txt", "-out", "x"}).ends_with("only available for mif, shp or asc outputs.\n-sgs or -out flag ignored.\n"));
+    CHECK(checked({"-txt", "-out", "x"})
+              .ends_with("only available for mif, shp or asc outputs.\n-sgs or -out flag ignored.\n"));
     CHECK((!o.outputNameGiven && o.outputName.empty()));
-    CHECK(checked({"-shp", "-vector"}) == SHP + "Check - Tail Thickness Factor not set for Arc Shape vectors, using 0.01 times arrow size.\n");
+    CHECK(checked({"-shp", "-vector"}) ==
+          SHP + "Check - Tail Thickness Factor not set for Arc Shape vectors, using 0.01 times arrow size.\n");
     CHECK(o.tailThicknessFactor == 0.01F);
     CHECK(checked({"-shp", "-vector", "-ttf-.5"}) == SHP);
-    CHECK(checked({"-asc", "-typeall", "-s1"}) == ASC + "Warning - All data (-typeAll) specified with one of -s<id> or -v<id>.\n"
-                                                        "Exporting all dataset and ignoring -s or -v flag.\n");
+    CHECK(checked({"-asc", "-typeall", "-s1"}) ==
+          ASC +
+              "Warning - All data (-typeAll) specified with one of -s<id> or -v<id>.\n"
+              "Exporting all dataset and ignoring -s or -v flag.\n");
     CHECK_FALSE((o.scalarIdGiven || o.datasetByNumber));
-    CHECK(checked({"-asc", "-max", "-tall"}) ==
-          ASC + "Warning - All output times conflicts with another time step (-max, -min, -tmax or -t<output time>.\nExporting all times.\n");
+    CHECK(checked({"-asc", "-max", "-tall"}) == ASC +
+                                                    "Warning - All output times conflicts with another time step "
+                                                    "(-max, -min, -tmax or -t<output time>.\nExporting all times.\n");
     CHECK((o.allTimes && !o.timeGiven && !o.max));
     CHECK(checked({"-flt", "-ptsC"}) ==
           FLT + "WARNING - Filtering (-pts) option only valid with -shp or -mif output.\nPress Enter to Continue\n");
@@ -103,8 +125,11 @@ TEST_CASE("Overridden switches are cleared with a warning") {
 TEST_CASE("The usage text keeps its odd lines") {
     const std::string text = consoleOf([] { PRINT_USAGE(); });
     CHECK(text.starts_with("VORANT_to_GIS Description\n\nConverts VORANT"));
-    CHECK(text.find("     T - 1D Water Level Line triangles\n     T - 1D Water Level Line triangles\n    Eg: -ptsCT") != std::string::npos);
-    CHECK(text.find("\n\nREGULAR GRID OUTPUT:\n   -grid<spacing> to output on a regular grid.  \n") != std::string::npos);
+    CHECK(text.find("     T - 1D Water Level Line triangles\n     T - 1D Water Level Line triangles\n    Eg: -ptsCT") !=
+          std::string::npos);
+    CHECK(text.find("\n\nREGULAR GRID OUTPUT:\n   -grid<spacing> to output on a regular grid.  \n") !=
+          std::string::npos);
     CHECK(text.find("   -Folder\"<Folder Name>\" the datasets in a particular folder.\n") != std::string::npos);
-    CHECK(text.ends_with("   VORANT_to_GIS.exe -asc -TypeH -tAll x.xmdf\n      Converts a 3D grid for all water level output times.\n"));
+    CHECK(text.ends_with(
+        "   VORANT_to_GIS.exe -asc -TypeH -tAll x.xmdf\n      Converts a 3D grid for all water level output times.\n"));
 }

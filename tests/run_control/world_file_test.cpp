@@ -16,13 +16,17 @@ std::string worldFileOf(const TemporaryFolder& folder, const std::string& tab) {
     SET_INPUT_FILE(folder.write("screen.TAB", tab));
     return consoleOf([] { MAKE_WORLD_FILE(); });
 }
-const std::string HEAD = "!table\r\n!version 300\r\n\r\nDefinition Table\r\n  File \"screen.bmp\"\r\n  type \"raster\"\r\n";
+const std::string HEAD =
+    "!table\r\n!version 300\r\n\r\nDefinition Table\r\n  File \"screen.bmp\"\r\n  type \"raster\"\r\n";
 }  // namespace
 
 TEST_CASE("A world file places the centre of the upper-left pixel") {
-    struct { const char *points, *lines; } const rows[] = {
+    struct {
+        const char *points, *lines;
+    } const rows[] = {
         // North up: 2 m pixels from (500, 1000); E is negative since rows count downwards.
-        {"  (500,1000) (0,0) Label \"Pt 1\",\r\n  (700,800) (100,100) Label \"Pt 2\"\r\n  CoordSys NonEarth Units \"m\"\r\n",
+        {"  (500,1000) (0,0) Label \"Pt 1\",\r\n  (700,800) (100,100) Label \"Pt 2\"\r\n  CoordSys NonEarth Units "
+         "\"m\"\r\n",
          "2.000000000000\n0.000000000000\n0.000000000000\n-2.000000000000\n501.000000000\n999.000000000\n"},
         // Turned: x = 10 + 2 col + 1 row, y = 50 + 0.5 col - 3 row. D comes before B.
         {"(10,50) (0,0)\n(210,100) (100,0)\n(110,-250) (0,100)\n(310,-200) (100,100)\n",
@@ -36,13 +40,18 @@ TEST_CASE("A world file places the centre of the upper-left pixel") {
 }
 
 TEST_CASE("Control points that do not place the image leave no world file") {
-    struct { const char *points, *reason; } const rows[] = {
+    struct {
+        const char *points, *reason;
+    } const rows[] = {
         {"", "fewer than two control points"},
         {"(500,1000) (0,0)\n", "fewer than two control points"},
-        {"(500,1000) (0,0)\n(700,800) (0,100)\n", "the control points lie on a line"},                      // no width
+        {"(500,1000) (0,0)\n(700,800) (0,100)\n", "the control points lie on a line"},  // no width
         {"(0,0) (0,0)\n(1,1) (100,100)\n(2,2) (200,200)\n", "the control points lie on a line"},
-        {"(0,0) (3,7)\n(.1,.3) (103,11)\n(.3,.9) (9,207)\n", "the control points lie on a line"},          // on the map, but for rounding
-        {"(0,0) (0,0)\n(200,0) (100,0)\n(0,-200) (0,100)\n(210,-200) (100,100)\n", "the control points disagree by 1.2 pixels"},  // 2.5 m each, of 2.05 m
+        // on the map, but for rounding
+        {"(0,0) (3,7)\n(.1,.3) (103,11)\n(.3,.9) (9,207)\n", "the control points lie on a line"},
+        // 2.5 m each, of 2.05 m
+        {"(0,0) (0,0)\n(200,0) (100,0)\n(0,-200) (0,100)\n(210,-200) (100,100)\n",
+         "the control points disagree by 1.2 pixels"},
         {"(0,0) (0,0)\n(1,x) (100,0)\n", nullptr},
         {"(0,0) (0,0)\n(1,nan) (100,0)\n", nullptr},
     };
@@ -51,7 +60,9 @@ TEST_CASE("Control points that do not place the image leave no world file") {
         const std::string reason = r.reason != nullptr ? r.reason : "line 8 of " + folder.name("screen.TAB") + ": ";
         const std::string text = worldFileOf(folder, HEAD + r.points);
         CAPTURE(text);
-        CHECK(text.starts_with("Problems creating .wld file - check that .tab file is for a MI georeferenced image.\n   Reason: " + reason));
+        CHECK(text.starts_with(
+            "Problems creating .wld file - check that .tab file is for a MI georeferenced image.\n   Reason: " +
+            reason));
         CHECK_FALSE(std::filesystem::exists(folder.name("screen.wld")));
     }
     const TemporaryFolder folder;

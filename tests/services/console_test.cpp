@@ -9,10 +9,14 @@
 #include <string>
 
 TEST_CASE("DMESSAGE takes the level from the words before the dash, a later word overriding an earlier") {
-    struct { const char* text; MessageLevel level; int number; } const rows[] = {
+    struct {
+        const char* text;
+        MessageLevel level;
+        int number;
+    } const rows[] = {
         {"ERROR 0251 - Could not open", MessageLevel::Error, 251},
         {"Warning - Both given", MessageLevel::Warning, 0},
-        {"WARNING 0317 - ERROR in line", MessageLevel::Warning, 317},   // the rest of the message has no say
+        {"WARNING 0317 - ERROR in line", MessageLevel::Warning, 317},  // the rest of the message has no say
         {"Check - Tail", MessageLevel::Check, 0},
         {"WARNING 0012 CHECK 2075 - both", MessageLevel::Check, 2075},
         {"UNSTABLE 2991 - negative depth", MessageLevel::Unstable, 2991},
@@ -29,20 +33,43 @@ TEST_CASE("DMESSAGE takes the level from the words before the dash, a later word
         DMESSAGERESETCOUNTERS();
         CHECK(MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(r.level)] == 0);
     }
-    CHECK(consoleOf([] { DMESSAGE("WARNING - a"); REPORT_WARNING_COUNT(); }) == "WARNING - a\n1 warning\n");
-    CHECK(consoleOf([] { REPORT_WARNING_COUNT(); DLINE(); }) == std::string(60, '_') + "\n");
+    CHECK(consoleOf([] {
+              DMESSAGE("WARNING - a");
+              REPORT_WARNING_COUNT();
+          }) == "WARNING - a\n1 warning\n");
+    CHECK(consoleOf([] {
+              REPORT_WARNING_COUNT();
+              DLINE();
+          }) == std::string(60, '_') + "\n");
 }
 
 TEST_CASE("Questions never wait where nobody answers") {
     CHECK(consoleOf([] { CHECK(ASK("Name -> ") == "a b"); }, "  a b \r\n") == "Name -> ");
     CHECK(consoleOf([] { ASK("Name -> "); }) ==
           "Name -> \nERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
-    CHECK(consoleOf([] { CHECK(ASK("1 ") == ""); CHECK(ASK("2 ") == "last"); }, "\nlast") == "1 2 ");
+    CHECK(consoleOf(
+              [] {
+                  CHECK(ASK("1 ") == "");
+                  CHECK(ASK("2 ") == "last");
+              },
+              "\nlast") == "1 2 ");
     CHECK(consoleOf([] { CHECK(ASK_YES("Create?")); }) == "Create?\n");
     CHECK(consoleOf([] { CHECK_FALSE(ASK_YES("Create?")); }, "n\n") == "Create? ");
-    CHECK(consoleOf([] { SET_BATCH(true); CHECK(ASK_YES("Create?")); }, "n\n") == "Create?\n");
-    CHECK(consoleOf([] { PAUSE(); PAUSE(""); }) == "Press Enter to Continue\n");
-    CHECK(consoleOf([] { Progress count("Node: "); count.show(5); count.finish(9); }) == "Node: 9\n");
+    CHECK(consoleOf(
+              [] {
+                  SET_BATCH(true);
+                  CHECK(ASK_YES("Create?"));
+              },
+              "n\n") == "Create?\n");
+    CHECK(consoleOf([] {
+              PAUSE();
+              PAUSE("");
+          }) == "Press Enter to Continue\n");
+    CHECK(consoleOf([] {
+              Progress count("Node: ");
+              count.show(5);
+              count.finish(9);
+          }) == "Node: 9\n");
 }
 
 TEST_CASE("EXITS closes the files once, tells lost output, and a success is none then") {
@@ -62,9 +89,15 @@ TEST_CASE("EXITS closes the files once, tells lost output, and a success is none
     CHECK(WRITE_BYTES(OPEN_FILE("/dev/full", "O ", "asc"), "lost"));
     int status = -1;
     const std::string text = consoleOf([&] {
-        try { EXITS(STATUS_DONE); } catch (const RunStopped& stopped) { status = stopped.status; }
+        try {
+            EXITS(STATUS_DONE);
+        } catch (const RunStopped& stopped) {
+            status = stopped.status;
+        }
     });
-    CHECK(text == "Unable to close file.\nERROR - Could not write /dev/full: No space left on device. The file is incomplete.\n\nPress Enter to Close\n");
+    CHECK(text ==
+          "Unable to close file.\nERROR - Could not write /dev/full: No space left on device. The file is "
+          "incomplete.\n\nPress Enter to Close\n");
     CHECK(status == STATUS_STOPPED);
     INITIALISE_FILES();
 }

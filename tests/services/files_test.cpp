@@ -76,7 +76,8 @@ TEST_CASE("Bytes are read and skipped across blocks, and outputs are read back")
     CHECK(WRITE_BYTES(out, std::string_view(bytes).substr(0, 10)));
     CHECK(WRITE_BYTES(out, std::string_view(bytes).substr(10)));
     for (const int file : {in, out})
-        for (const std::size_t at : {std::size_t{0}, std::size_t{7}, FILE_BLOCK_SIZE - 2, 2 * FILE_BLOCK_SIZE, std::size_t{3}, bytes.size() - 4, bytes.size() + 9})
+        for (const std::size_t at : {std::size_t{0}, std::size_t{7}, FILE_BLOCK_SIZE - 2, 2 * FILE_BLOCK_SIZE,
+                                     std::size_t{3}, bytes.size() - 4, bytes.size() + 9})
             for (const std::size_t count : {std::size_t{5}, FILE_BLOCK_SIZE + 1}) check(file, at, count);
     REQUIRE(SEEK_FILE(out, 4));
     CHECK(WRITE_BYTES(out, "ABC"));
@@ -90,14 +91,17 @@ TEST_CASE("Bytes are read and skipped across blocks, and outputs are read back")
 
 TEST_CASE("A full disk is told, whichever call meets it") {
     if (!std::filesystem::exists("/dev/full")) return;
-    const std::string error = "ERROR - Could not write /dev/full: No space left on device. The file is incomplete.\n\nPress Enter to Close\n<stopped>";
+    const std::string error =
+        "ERROR - Could not write /dev/full: No space left on device. The file is incomplete.\n\nPress Enter to "
+        "Close\n<stopped>";
     const std::string large(2 * FILE_BLOCK_SIZE, 'x');
     INITIALISE_FILES();
     int file = OPEN_FILE("/dev/full", "O ", "asc");
     CHECK(consoleOf([&] { WRITE_OR_STOP(file, "small"); }) == "");  // still buffered
     CHECK(consoleOf([&] { CLOSE_FILE(file); }) == "Unable to close file.\n" + error);
     file = OPEN_FILE("/dev/full", "O ", "asc");
-    CHECK(consoleOf([&] { WRITE_OR_STOP(file, large); }) == error);  // said once, not again when the run closes its files
+    // said once, not again when the run closes its files
+    CHECK(consoleOf([&] { WRITE_OR_STOP(file, large); }) == error);
     INITIALISE_FILES();
     file = OPEN_FILE("/dev/full", "O ", "asc");
     CHECK_FALSE(WRITE_BYTES(file, large));
@@ -123,19 +127,28 @@ TEST_CASE("Files that are not there are asked for, folders are created or refuse
     INITIALISE_FILES();
     const std::string there = folder.write("there.dat", "");
     const std::string missing = folder.name("missing.dat");
-    CHECK(consoleOf([&] { CHECK(GETNAM(OPEN_FILE(missing, "I ", "dat")) == there); }, "also missing\n" + there + "\n") ==
-          "FILE and/or path " + missing + " does not exist.\nWhat is the dat file name? FILE and/or path also missing does not exist.\nWhat is the dat file name? ");
-    CHECK(consoleOf([] { OPEN_FILE("  ", "I ", "dat"); }).starts_with("Empty filename specified.  Bailing out.  Please contact the maintainers"));
+    CHECK(
+        consoleOf([&] { CHECK(GETNAM(OPEN_FILE(missing, "I ", "dat")) == there); }, "also missing\n" + there + "\n") ==
+        "FILE and/or path " + missing +
+            " does not exist.\nWhat is the dat file name? FILE and/or path also missing does not exist.\nWhat is the "
+            "dat file name? ");
+    CHECK(consoleOf([] {
+              OPEN_FILE("  ", "I ", "dat");
+          }).starts_with("Empty filename specified.  Bailing out.  Please contact the maintainers"));
     CHECK(consoleOf([&] { OPEN_FILE(folder.name(""), "I ", "dat"); }).find("Is a directory") != std::string::npos);
     const std::string deep = folder.name("new/er/x.asc");
-    CHECK(consoleOf([&] { CLOSE_FILE(OPEN_FILE(deep, "O ", "asc")); }).ends_with("or press Yes to have the folder created for you.\n"));
+    CHECK(consoleOf([&] {
+              CLOSE_FILE(OPEN_FILE(deep, "O ", "asc"));
+          }).ends_with("or press Yes to have the folder created for you.\n"));
     CHECK(std::filesystem::exists(deep));
     const std::string refused = consoleOf([&] { OPEN_FILE(folder.name("no/x.asc"), "O ", "asc"); }, "n\n");
     CHECK(refused.find("Can't open:\n") != std::string::npos);
     CHECK(refused.ends_with("<stopped>"));
-    CHECK(consoleOf([&] { OPEN_FILE(there + "/x.asc", "O ", "asc"); }).ends_with("<stopped>"));  // a file in the place of the folder
+    // a file in the place of the folder
+    CHECK(consoleOf([&] { OPEN_FILE(there + "/x.asc", "O ", "asc"); }).ends_with("<stopped>"));
     const int open = OPEN_FILE(folder.name("o.asc"), "O ", "asc");
-    CHECK(consoleOf([&] { OPEN_FILE(folder.name("O.asc"), "O ", "asc"); }, "n\n").starts_with(folder.name("O.asc") + " is already open.  Close it?"));
+    CHECK(consoleOf([&] { OPEN_FILE(folder.name("O.asc"), "O ", "asc"); }, "n\n")
+              .starts_with(folder.name("O.asc") + " is already open.  Close it?"));
     CLOSE_FILE(open);
 }
 

@@ -1,26 +1,52 @@
-#include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
+#include "text_utils/free_form.h"
 
 #include <doctest/doctest.h>
 
 #include <limits>
 
 TEST_CASE("AREAL takes its decimals from the magnitude, with the limits themselves in the upper band") {
-    struct { float value; const char* text; } const rows[] = {
-        {2.0F, "2."},           {1500.0F, "1500."},     {0.25F, "0.25"},      {0.0F, "0."},
-        {0.0099999F, "0.01"},   {0.01F, "0.01"},        {0.0123456F, "0.01235"},  // 0.01 has five decimals, so has what follows
-        {0.0012346F, "0.001235"}, {0.123456F, "0.1235"}, {-1.23456F, "-1.235"},   {12.3456F, "12.35"},
-        {123.456F, "123.5"},    {999.96F, "1000."},     {1234.5F, "1234."},       // rounded half to even in binary
-        {100.0F, "100."},       {std::numeric_limits<float>::quiet_NaN(), "nan"},
+    struct {
+        float value;
+        const char* text;
+    } const rows[] = {
+        {2.0F, "2."},
+        {1500.0F, "1500."},
+        {0.25F, "0.25"},
+        {0.0F, "0."},
+        // 0.01 has five decimals, so has what follows
+        {0.0099999F, "0.01"},
+        {0.01F, "0.01"},
+        {0.0123456F, "0.01235"},
+        {0.0012346F, "0.001235"},
+        {0.123456F, "0.1235"},
+        {-1.23456F, "-1.235"},
+        {12.3456F, "12.35"},
+        {123.456F, "123.5"},
+        {999.96F, "1000."},
+        {1234.5F, "1234."},  // rounded half to even in binary
+        {100.0F, "100."},
+        {std::numeric_limits<float>::quiet_NaN(), "nan"},
     };
     for (const auto& r : rows) CHECK(AREAL(r.value) == r.text);
 }
 
 TEST_CASE("AREAL8 loses one decimal per power of ten") {
-    struct { double value; const char* text; } const rows[] = {
-        {1500.0, "1500."},          {0.1234567891234, "0.1234567891"}, {1.23456789123, "1.234567891"}, {12.3456789123, "12.34567891"},
-        {512345.678912, "512345.6789"}, {6250000.25, "6250000.25"},    {123456789.96, "123456790."},   {999999999.5, "999999999.5"},
-        {1e9, "1000000000."},       {-2.5, "-2.5"},                    {1e300 * 1e300, "inf"},
+    struct {
+        double value;
+        const char* text;
+    } const rows[] = {
+        {1500.0, "1500."},
+        {0.1234567891234, "0.1234567891"},
+        {1.23456789123, "1.234567891"},
+        {12.3456789123, "12.34567891"},
+        {512345.678912, "512345.6789"},
+        {6250000.25, "6250000.25"},
+        {123456789.96, "123456790."},
+        {999999999.5, "999999999.5"},
+        {1e9, "1000000000."},
+        {-2.5, "-2.5"},
+        {1e300 * 1e300, "inf"},
     };
     for (const auto& r : rows) CHECK(AREAL8(r.value) == r.text);
 }
@@ -36,15 +62,33 @@ TEST_CASE("Fixed decimals widen and are never starred") {
 
 TEST_CASE("POSITIVEINTEGERNUMBER takes digits only") {
     for (const char* text : {"5", " 12 ", "0", "007", "2147483647"}) CHECK(POSITIVEINTEGERNUMBER(text));
-    for (const char* text : {"", " ", "-1", "-0", "+5", "1.0", "5x", "1 2", "2147483648"}) CHECK_FALSE(POSITIVEINTEGERNUMBER(text));
+    for (const char* text : {"", " ", "-1", "-0", "+5", "1.0", "5x", "1 2", "2147483648"})
+        CHECK_FALSE(POSITIVEINTEGERNUMBER(text));
 }
 
 TEST_CASE("FreeForm reads every form of a real, and nothing that is none") {
-    struct { const char* text; double value; } const good[] = {
-        {"1.", 1.0},       {".5", 0.5},          {"+2", 2.0},       {"-.5", -0.5},  {"1d3", 1000.0},   {"1.5D+003", 1500.0},
-        {"1.0E-003", 0.001}, {"1e-400", 0.0},    {"1E-400", 0.0},   {"-1D-400", 0.0}, {"\t, 7 8", 7.0}, {"3\r", 3.0},
-        {"6250000.4321", 6250000.4321}, {".123456789012345", .123456789012345}, {"999999999999999", 999999999999999.0},
-        {"9007199254740993", 9007199254740992.0}, {"9007199254740993.1", 9007199254740994.0},  // digits beyond what is exact
+    struct {
+        const char* text;
+        double value;
+    } const good[] = {
+        {"1.", 1.0},
+        {".5", 0.5},
+        {"+2", 2.0},
+        {"-.5", -0.5},
+        {"1d3", 1000.0},
+        {"1.5D+003", 1500.0},
+        {"1.0E-003", 0.001},
+        {"1e-400", 0.0},
+        {"1E-400", 0.0},
+        {"-1D-400", 0.0},
+        {"\t, 7 8", 7.0},
+        {"3\r", 3.0},
+        {"6250000.4321", 6250000.4321},
+        {".123456789012345", .123456789012345},
+        {"999999999999999", 999999999999999.0},
+        // digits beyond what is exact
+        {"9007199254740993", 9007199254740992.0},
+        {"9007199254740993.1", 9007199254740994.0},
     };
     for (const auto& r : good) {
         CAPTURE(r.text);

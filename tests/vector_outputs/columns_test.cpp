@@ -13,7 +13,8 @@ namespace {
 
 std::string definitionOf(const RecordColumns& record, bool shortIntegers = false) {
     std::string text;
-    for (const GisAttribute& a : ATTRIBUTES_OF(record, shortIntegers)) text += (text.empty() ? "" : " ") + a.name + ":" + a.type;
+    for (const GisAttribute& a : ATTRIBUTES_OF(record, shortIntegers))
+        text += (text.empty() ? "" : " ") + a.name + ":" + a.type;
     return text;
 }
 
@@ -21,7 +22,8 @@ std::string columnsOf(const LayerKind& kind, void (*set)(RunOptions&)) {
     RunOptions options;
     set(options);
     std::string names;
-    for (const GisAttribute& a : ATTRIBUTES_OF(RECORD_COLUMNS(LAYER_COLUMNS(kind, options), {}, "h", 0, 0), false)) names += (names.empty() ? "" : " ") + a.name;
+    for (const GisAttribute& a : ATTRIBUTES_OF(RECORD_COLUMNS(LAYER_COLUMNS(kind, options), {}, "h", 0, 0), false))
+        names += (names.empty() ? "" : " ") + a.name;
     return names;
 }
 
@@ -39,26 +41,32 @@ TEST_CASE("Every layer has its columns in their order") {
     CHECK(columnsOf(grid, none) == "Grid_Ref h");
     CHECK(columnsOf(nodes, none) == "SMS_ID PtType Elevation Magnitude Angle X_component Y_component Bearing");
     CHECK(columnsOf(nodes, [](RunOptions& o) { o.vx = true; }) == "SMS_ID PtType Elevation X_component");
-    CHECK(columnsOf(nodes, [](RunOptions& o) { o.vy = true; o.va = true; }) == "SMS_ID PtType Elevation Y_component");
+    CHECK(columnsOf(nodes, [](RunOptions& o) {
+              o.vy = true;
+              o.va = true;
+          }) == "SMS_ID PtType Elevation Y_component");
     CHECK(columnsOf(nodes, [](RunOptions& o) { o.vdir = true; }) == "SMS_ID PtType Elevation Angle");
     CHECK(columnsOf(nodes, [](RunOptions& o) { o.va = o.compass = true; }) == "SMS_ID PtType Elevation Bearing");
-    CHECK(columnsOf(arrows, [](RunOptions& o) { o.va = true; }) == "Grid_Ref Magnitude Angle X_component Y_component Bearing");
+    CHECK(columnsOf(arrows, [](RunOptions& o) { o.va = true; }) ==
+          "Grid_Ref Magnitude Angle X_component Y_component Bearing");
     CHECK(columnsOf(arrows, [](RunOptions& o) { o.vx = true; }) == "Grid_Ref X_component");
     CHECK(columnsOf(cells, [](RunOptions& o) { o.verbose = true; }) == "SMS_ID MatID Elevation h Depth Time");
     CHECK(columnsOf(grid, [](RunOptions& o) { o.verbose = true; }) == "Grid_Ref h MatID Elevation Time");
-    CHECK(columnsOf({LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false}, [](RunOptions& o) { o.verbose = true; }) ==
-          "SMS_ID PtType Elevation MatID");
+    CHECK(columnsOf({LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false},
+                    [](RunOptions& o) { o.verbose = true; }) == "SMS_ID PtType Elevation MatID");
 }
 
 TEST_CASE("Field widths follow the longest text of the layer") {
-    RecordColumns record = RECORD_COLUMNS({Column::SmsId, Column::PtType, Column::MatId, Column::GridRef, Column::Value}, {10, 4}, "", 0, 0);
-    CHECK(definitionOf(record, true) == "SMS_ID:Integer PtType:Char(2) MatID:Integer Grid_Ref:Char(16) Value:Decimal(10,4)");
+    RecordColumns record = RECORD_COLUMNS(
+        {Column::SmsId, Column::PtType, Column::MatId, Column::GridRef, Column::Value}, {10, 4}, "", 0, 0);
+    CHECK(definitionOf(record, true) ==
+          "SMS_ID:Integer PtType:Char(2) MatID:Integer Grid_Ref:Char(16) Value:Decimal(10,4)");
     MapItem item;
     item.material = -1234567;
     item[Column::Value] = -9999.99994;  // rounds to ten characters
     NOTE_RECORD(record, item);
     CHECK(definitionOf(record, true).ends_with("MatID:Integer Grid_Ref:Char(16) Value:Decimal(10,4)"));
-    item.material = -12345678;          // nine characters: more than a .dbf integer holds
+    item.material = -12345678;  // nine characters: more than a .dbf integer holds
     item[Column::Value] = -9999.99996;
     NOTE_RECORD(record, item);
     CHECK(definitionOf(record, true).ends_with("MatID:Decimal(9,0) Grid_Ref:Char(16) Value:Decimal(11,4)"));
@@ -79,17 +87,17 @@ TEST_CASE("Directions stay in range, and zero has no sign, after rounding") {
         {1, 0, 4, "0.0000,90.0000"},
         {0, 1, 2, "90.00,0.00"},
         {-1, 0.0F, 4, "180.0000,270.0000"},
-        {-1, -0.0F, 4, "180.0000,270.0000"},      // atan2 gives -180
-        {-1, -1e-7F, 4, "180.0000,270.0000"},     // -179.99999: rounds to -180.0000
+        {-1, -0.0F, 4, "180.0000,270.0000"},   // atan2 gives -180
+        {-1, -1e-7F, 4, "180.0000,270.0000"},  // -179.99999: rounds to -180.0000
         {-1, -1e-3F, 4, "-179.9427,269.9427"},
         {-1, -1e-3F, 0, "180,270"},
-        {-1e-7F, 1, 4, "90.0000,0.0000"},         // a bearing of 359.99999
+        {-1e-7F, 1, 4, "90.0000,0.0000"},  // a bearing of 359.99999
         {-5e-3F, 1, 0, "90,0"},
-        {1, -1e-7F, 4, "0.0000,90.0000"},         // not -0.0000
+        {1, -1e-7F, 4, "0.0000,90.0000"},  // not -0.0000
         {0, -1, 4, "-90.0000,180.0000"},
         {-1, -1, 12, "-135.000000000000,225.000000000000"},
         {0, 0, 4, "0.0000,0.0000"},
-        {1e-6F, -1e-6F, 1, "0.0,0.0"},            // at rest
+        {1e-6F, -1e-6F, 1, "0.0,0.0"},  // at rest
     };
     for (const auto& r : rows) {
         const RecordColumns record = RECORD_COLUMNS({Column::Angle, Column::Bearing}, {10, r.decimals}, "", 0, 0);
@@ -109,7 +117,8 @@ TEST_CASE("Directions stay in range, and zero has no sign, after rounding") {
     CHECK(item[Column::Magnitude] == 2.0);
 }
 
-TEST_CASE("A record is one line: texts quoted, the kind of a node without blanks, grid references alike through a layer") {
+TEST_CASE(
+    "A record is one line: texts quoted, the kind of a node without blanks, grid references alike through a layer") {
     MapItem item;
     item.id = 7;
     item.kind = {'T', ' '};
@@ -117,11 +126,14 @@ TEST_CASE("A record is one line: texts quoted, the kind of a node without blanks
     item.column = 345678;
     item[Column::Elevation] = -0.00004;
     std::string line;
-    FORM_RECORD(RECORD_COLUMNS({Column::SmsId, Column::PtType, Column::Elevation, Column::GridRef}, {}, "", 100, 999999), item, line);
+    FORM_RECORD(
+        RECORD_COLUMNS({Column::SmsId, Column::PtType, Column::Elevation, Column::GridRef}, {}, "", 100, 999999), item,
+        line);
     CHECK(line == "7,\"T\",0.0000,\"R000012C345678\"");
     item.kind = {'U', 'V'};
     item.column = 34567;
-    FORM_RECORD(RECORD_COLUMNS({Column::GridRef, Column::PtType, Column::Elevation}, {5, 0}, "", 100, 99999), item, line);
+    FORM_RECORD(RECORD_COLUMNS({Column::GridRef, Column::PtType, Column::Elevation}, {5, 0}, "", 100, 99999), item,
+                line);
     CHECK(line == "\"R00012C34567\",\"UV\",0");
 }
 
@@ -131,14 +143,23 @@ TEST_CASE("-pts is read from left to right") {
         const char* passing;  ///< of T, H, UV, C, QL and blank
         const char* unknown;
     } rows[] = {
-        {"ALL", "T H UVC QL", ""},  {"CT", "T C ", ""},     {"uvh", "H UV", ""}, {"UVC", "UVC ", ""}, {"H,t", "T H ", ""},
-        {"XH", "H ", "X"},         {"U", "T H UVC QL", "U"}, {"V", "T H UVC QL", "V"},  // half a "UV" is nothing, and nothing stands for all
-        {"", "T H UVC QL", ""},     {"HALL", "T H UVC QL", ""},                         // not H, A, L, L
+        {"ALL", "T H UVC QL", ""},
+        {"CT", "T C ", ""},
+        {"uvh", "H UV", ""},
+        {"UVC", "UVC ", ""},
+        {"H,t", "T H ", ""},
+        // half a "UV" is nothing, and nothing stands for all
+        {"XH", "H ", "X"},
+        {"U", "T H UVC QL", "U"},
+        {"V", "T H UVC QL", "V"},
+        {"", "T H UVC QL", ""},
+        {"HALL", "T H UVC QL", ""},  // not H, A, L, L
     };
     for (const auto& r : rows) {
         const PointTypes types = READ_POINT_TYPES(r.text);
         std::string passing;
-        for (const NodeKind kind : {NodeKind{'T', ' '}, NodeKind{'H', ' '}, NodeKind{'U', 'V'}, NodeKind{'C', ' '}, NodeKind{'Q', 'L'}, NodeKind{' ', ' '}})
+        for (const NodeKind kind : {NodeKind{'T', ' '}, NodeKind{'H', ' '}, NodeKind{'U', 'V'}, NodeKind{'C', ' '},
+                                    NodeKind{'Q', 'L'}, NodeKind{' ', ' '}})
             if (PASSES(types, kind)) passing.append(kind.data(), 2);
         CAPTURE(r.text);
         CHECK(passing == r.passing);

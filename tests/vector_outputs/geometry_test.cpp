@@ -28,7 +28,8 @@ Mesh cellMesh(const Points& corners, double x0 = 0.0, double y0 = 0.0) {
 
 double ringArea(const GisObject& o) {
     double sum = 0.0;
-    for (std::size_t i = 1; i < o.vertexCount(); ++i) sum += (o.x[i] - o.x[1]) * (o.y[i + 1] - o.y[1]) - (o.x[i + 1] - o.x[1]) * (o.y[i] - o.y[1]);
+    for (std::size_t i = 1; i < o.vertexCount(); ++i)
+        sum += (o.x[i] - o.x[1]) * (o.y[i + 1] - o.y[1]) - (o.x[i + 1] - o.x[1]) * (o.y[i] - o.y[1]);
     return -sum / 2.0;  // positive clockwise
 }
 
@@ -50,31 +51,33 @@ TEST_CASE("Cells that make no valid polygon are told from those that do") {
         bool valid;
     } rows[] = {
         {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, true},
-        {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}, true},        // either winding
-        {{{0, 0}, {10, 10}, {10, 0}, {0, 10}}, false},       // crossed
-        {{{0, 0}, {10, 0}, {0, 10}, {10, 10}}, false},       // crossed on the other pair of sides
-        {{{0, 0}, {10, 0}, {3, 3}, {0, 10}}, true},          // not convex
-        {{{0, 0}, {10, 0}, {5, 0}, {0, 10}}, false},         // a corner folded back onto a side
-        {{{0, 0}, {5, 0}, {10, 0}, {0, 10}}, true},          // three corners in a line, going on
-        {{{0, 0}, {10, 0}, {10, 0}, {0, 10}}, false},        // a node twice
-        {{{0, 0}, {10, 0}, {5, 5}, {10, 0}}, false},         // opposite corners in one place
-        {{{0, 0}, {4, 1}, {8, 2}, {12, 3}}, false},          // flat
+        {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}, true},   // either winding
+        {{{0, 0}, {10, 10}, {10, 0}, {0, 10}}, false},  // crossed
+        {{{0, 0}, {10, 0}, {0, 10}, {10, 10}}, false},  // crossed on the other pair of sides
+        {{{0, 0}, {10, 0}, {3, 3}, {0, 10}}, true},     // not convex
+        {{{0, 0}, {10, 0}, {5, 0}, {0, 10}}, false},    // a corner folded back onto a side
+        {{{0, 0}, {5, 0}, {10, 0}, {0, 10}}, true},     // three corners in a line, going on
+        {{{0, 0}, {10, 0}, {10, 0}, {0, 10}}, false},   // a node twice
+        {{{0, 0}, {10, 0}, {5, 5}, {10, 0}}, false},    // opposite corners in one place
+        {{{0, 0}, {4, 1}, {8, 2}, {12, 3}}, false},     // flat
         {{{0, 0}, {10, 0}, {0, 10}}, true},
-        {{{0, 0}, {0.1, 0.3}, {0.2, 0.6}}, false},           // flat, and the products round
-        {{{0, 0}, {10, 0}, {5, 1e-9}}, true},                // a sliver is no line
+        {{{0, 0}, {0.1, 0.3}, {0.2, 0.6}}, false},  // flat, and the products round
+        {{{0, 0}, {10, 0}, {5, 1e-9}}, true},       // a sliver is no line
     };
     for (const auto& r : rows) {
         const Mesh near = cellMesh(r.corners);
         const Mesh far = cellMesh(r.corners, 512000.0, 6250000.0);
         CHECK(VALID_CELL(CELL_SHAPE(near, near.elements[1]), 0.0) == r.valid);
-        if (r.corners.back()[1] != 1e-9 && r.corners[1][0] != 0.1) CHECK(VALID_CELL(CELL_SHAPE(far, far.elements[1]), 1e-6) == r.valid);
+        if (r.corners.back()[1] != 1e-9 && r.corners[1][0] != 0.1)
+            CHECK(VALID_CELL(CELL_SHAPE(far, far.elements[1]), 1e-6) == r.valid);
     }
     const Mesh sliver = cellMesh({{0, 0}, {10, 0}, {5, 1e-9}});
     CHECK(!VALID_CELL(CELL_SHAPE(sliver, sliver.elements[1]), 1e-6));  // a line once six decimals have rounded it
 }
 
 TEST_CASE("Regions are closed and clockwise, and keep the coordinates of the mesh to the bit") {
-    for (const Points& corners : {Points{{0, 0}, {4, 0}, {4, 3}, {0, 3}}, Points{{0, 0}, {0, 3}, {4, 3}, {4, 0}}, Points{{0, 0}, {4, 0}, {4, 6}}}) {
+    for (const Points& corners : {Points{{0, 0}, {4, 0}, {4, 3}, {0, 3}}, Points{{0, 0}, {0, 3}, {4, 3}, {4, 0}},
+                                  Points{{0, 0}, {4, 0}, {4, 6}}}) {
         const Mesh mesh = cellMesh(corners, 512000.1, 6250000.3);
         GisObject o;
         CELL_REGION(mesh, mesh.elements[1], CELL_SHAPE(mesh, mesh.elements[1]), o);
@@ -132,7 +135,8 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
     GisObject o;
     REQUIRE(DRAW_ARROW(ARROW_RULES(options, 20.0, 0.0), item, o) == Drawn::Object);
     CHECK(o.kind == GisKind::Pline);
-    const double line[][2] = {{100, 200}, {130, 240}, {117, 231}, {130, 240}, {125, 225}};  // 5 to the left of 35 along, then to the right
+    // 5 to the left of 35 along, then to the right
+    const double line[][2] = {{100, 200}, {130, 240}, {117, 231}, {130, 240}, {125, 225}};
     REQUIRE(o.vertexCount() == 5);
     for (std::size_t i = 0; i < 5; ++i) {
         CHECK(o.x[i + 1] == doctest::Approx(line[i][0]));
@@ -143,7 +147,10 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
         float tail;
         bool perCell;
         double thickness;
-    } rows[] = {{0.01F, false, 0.5}, {0.1F, true, 2.0}, {0.9F, false, 10.0}, {5.0F, true, 10.0}};  // the last two: at most 0.2 L
+    } rows[] = {{0.01F, false, 0.5},
+                {0.1F, true, 2.0},
+                {0.9F, false, 10.0},
+                {5.0F, true, 10.0}};  // the last two: at most 0.2 L
     for (const bool shp : {false, true}) {
         options.shp = shp;
         for (const auto& r : rows) {
@@ -168,20 +175,58 @@ TEST_CASE("Caps, fixed lengths and components decide how long an arrow is; what 
     };
     const Row rows[] = {
         {3, 4, 0, [](RunOptions&) {}, 50, 0.6, 0.8},
-        {30, 40, 10, [](RunOptions&) {}, 100, 0.6, 0.8},                                     // the cap of a velocity file
-        {30, 40, 10, [](RunOptions& o) { o.vmax = 20; o.vmaxNotGiven = false; }, 200, 0.6, 0.8},
-        {30, 40, 10, [](RunOptions& o) { o.vmax = 0; o.vmaxNotGiven = false; }, 500, 0.6, 0.8},   // given, but not positive: none
-        {3, 4, 0, [](RunOptions& o) { o.fixedVectorLength = true; o.vectorLength = 7; }, 7, 0.6, 0.8},
-        {0, 0, 0, [](RunOptions& o) { o.fixedVectorLength = true; o.vectorLength = 7; }, 0, 0, 0},
-        {1e-6F, 0, 0, [](RunOptions& o) { o.fixedVectorLength = true; o.vectorLength = 7; }, 0, 0, 0},  // at rest
-        {0.9e-4F, 0, 0, [](RunOptions&) {}, 0, 0, 0},                                        // below a ten-thousandth of a cell
+        // the cap of a velocity file
+        {30, 40, 10, [](RunOptions&) {}, 100, 0.6, 0.8},
+        {30, 40, 10,
+         [](RunOptions& o) {
+             o.vmax = 20;
+             o.vmaxNotGiven = false;
+         },
+         200, 0.6, 0.8},
+        // given, but not positive: none
+        {30, 40, 10,
+         [](RunOptions& o) {
+             o.vmax = 0;
+             o.vmaxNotGiven = false;
+         },
+         500, 0.6, 0.8},
+        {3, 4, 0,
+         [](RunOptions& o) {
+             o.fixedVectorLength = true;
+             o.vectorLength = 7;
+         },
+         7, 0.6, 0.8},
+        {0, 0, 0,
+         [](RunOptions& o) {
+             o.fixedVectorLength = true;
+             o.vectorLength = 7;
+         },
+         0, 0, 0},
+        {1e-6F, 0, 0,
+         [](RunOptions& o) {
+             o.fixedVectorLength = true;
+             o.vectorLength = 7;
+         },
+         0, 0, 0},  // at rest
+        // below a ten-thousandth of a cell
+        {0.9e-4F, 0, 0, [](RunOptions&) {}, 0, 0, 0},
         {1.1e-4F, 0, 0, [](RunOptions&) {}, 1.1e-3, 1, 0},
         {3, 4, 0, [](RunOptions& o) { o.vx = true; }, 30, 1, 0},
-        {-3, 4, 2, [](RunOptions& o) { o.vx = true; }, 20, -1, 0},                           // the component is capped
+        {-3, 4, 2, [](RunOptions& o) { o.vx = true; }, 20, -1, 0},  // the component is capped
         {3, -4, 0, [](RunOptions& o) { o.vy = true; }, 40, 0, -1},
         {0, 4, 0, [](RunOptions& o) { o.vx = true; }, 0, 0, 0},
-        {0, 4, 0, [](RunOptions& o) { o.vx = true; o.slantAngle = 30; }, 20, 0.8660254, 0.5},   // along the turned axis
-        {0, 4, 0, [](RunOptions& o) { o.vy = true; o.slantAngle = 30; }, 34.6410162, -0.5, 0.8660254},
+        {0, 4, 0,
+         [](RunOptions& o) {
+             o.vx = true;
+             o.slantAngle = 30;
+         },
+         20, 0.8660254, 0.5},  // along the turned axis
+        {0, 4, 0,
+         [](RunOptions& o) {
+             o.vy = true;
+             o.slantAngle = 30;
+         },
+         34.6410162, -0.5, 0.8660254},
     };
     for (const Row& r : rows) {
         RunOptions options;
@@ -189,7 +234,8 @@ TEST_CASE("Caps, fixed lengths and components decide how long an arrow is; what 
         r.set(options);
         CAPTURE(&r - rows);
         GisObject o;
-        const Drawn drawn = DRAW_ARROW(ARROW_RULES(options, 10.0, r.cap), vectorItem(r.vx, r.vy, options.slantAngle > 0 ? turned : TurnedAxes{}), o);
+        const Drawn drawn = DRAW_ARROW(ARROW_RULES(options, 10.0, r.cap),
+                                       vectorItem(r.vx, r.vy, options.slantAngle > 0 ? turned : TurnedAxes{}), o);
         CHECK((drawn == Drawn::Object) == (r.length > 0.0));
         if (drawn != Drawn::Object) continue;
         CHECK(o.x[2] - o.x[1] == doctest::Approx(r.length * r.east));

@@ -16,18 +16,21 @@ namespace {
 
 constexpr float MISSING = -99999.0F;
 
-/// Two quads side by side (cells 1 and 2, 10 m, material = number) over a bed z = x / 10, and a 1D triangle (cell 3) apart from them.
-/// Nodes 1 2 3 / 4 5 6 from the south-west, 7 8 9 the triangle's, 10 unused.
+/// Two quads side by side (cells 1 and 2, 10 m, material = number) over a bed z = x / 10, and a 1D triangle (cell 3)
+/// apart from them. Nodes 1 2 3 / 4 5 6 from the south-west, 7 8 9 the triangle's, 10 unused.
 Mesh smallMesh() {
     Mesh mesh;
-    const double places[][2] = {{0, 0}, {10, 0}, {20, 0}, {0, 10}, {10, 10}, {20, 10}, {50, 0}, {60, 0}, {50, 10}, {90, 90}};
+    const double places[][2] = {{0, 0},   {10, 0}, {20, 0}, {0, 10},  {10, 10},
+                                {20, 10}, {50, 0}, {60, 0}, {50, 10}, {90, 90}};
     mesh.nodes.resize(1);
     for (const auto& p : places) {
         MeshNode node;
         node.x = p[0];
         node.y = p[1];
         node.z = static_cast<float>(p[0] / 10.0);
-        node.kind = mesh.nodes.size() <= 6 ? NodeKind{'H', ' '} : mesh.nodes.size() <= 9 ? NodeKind{'T', ' '} : NodeKind{' ', ' '};
+        node.kind = mesh.nodes.size() <= 6   ? NodeKind{'H', ' '}
+                    : mesh.nodes.size() <= 9 ? NodeKind{'T', ' '}
+                                             : NodeKind{' ', ' '};
         mesh.nodes.push_back(node);
     }
     mesh.elements.resize(4);
@@ -98,46 +101,67 @@ void oneDecimal(RunOptions& o) { o.precisionDecimals = 1; }
 }  // namespace
 
 TEST_CASE("Nodes are written where a wet element uses them and they hold a value") {
-    const std::vector<float> levels = {0, 5, 5, MISSING, 5, 1.005F, std::nanf(""), 5, std::numeric_limits<float>::infinity(), 5, 5};
+    const std::vector<float> levels = {
+        0, 5, 5, MISSING, 5, 1.005F, std::nanf(""), 5, std::numeric_limits<float>::infinity(), 5, 5};
     const Mesh mesh = smallMesh();
     Run run(oneDecimal);
     // Node 5 is 5 mm deep, nodes 3, 6 and 8 hold nothing, node 10 belongs to nothing.
     CHECK(run.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) ==
-          "1,\"H\",0.0,5.0,5.0;2,\"H\",1.0,5.0,4.0;4,\"H\",0.0,5.0,5.0;7,\"T\",5.0,5.0,0.0;9,\"T\",5.0,5.0,0.0;");  // 1D nodes: no cutoff
+          // 1D nodes: no cutoff
+          "1,\"H\",0.0,5.0,5.0;2,\"H\",1.0,5.0,4.0;4,\"H\",0.0,5.0,5.0;7,\"T\",5.0,5.0,0.0;9,\"T\",5.0,5.0,0.0;");
     CHECK(run.said.find("\n5 objects written.\n") != std::string::npos);
     CHECK(run.tableOf(mesh, resultsOf("Water Level", levels, {0, 0, 1, 0})) == "2,\"H\",1.0,5.0,4.0;");
     CHECK(run.tableOf(mesh, resultsOf("h", levels, {0, 0, 0, 0})).empty());
     CHECK(run.said.find("WARNING - No wet points to output at this time.") != std::string::npos);
     Mesh cut = mesh;
     cut.elements[1].removed = true;
-    CHECK(run.tableOf(cut, resultsOf("Froude No", levels, {0, 1, 1, 0})) == "2,\"H\",1.0,5.0;5,\"H\",1.0,1.0;");  // no level: no depth, no cutoff
+    // no level: no depth, no cutoff
+    CHECK(run.tableOf(cut, resultsOf("Froude No", levels, {0, 1, 1, 0})) == "2,\"H\",1.0,5.0;5,\"H\",1.0,1.0;");
     CHECK(run.tableOf(mesh, resultsOf("Depth", {0, 0.009F, 0.01F, 1, 0.02F, 1, 1, 0.001F, 1, 1, 1}, {0, 1, 0, 1})) ==
           "2,\"H\",1.0,0.0;4,\"H\",0.0,0.0;5,\"H\",1.0,1.0;7,\"T\",5.0,0.0;8,\"T\",6.0,1.0;9,\"T\",5.0,1.0;");
 
-    Run filtered([](RunOptions& o) { o.pointTypes = "T"; o.precisionDecimals = 1; o.verbose = true; o.seconds = true; });
-    CHECK(filtered.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) == "7,\"T\",5.0,5.0,0.0,3,9000.0;9,\"T\",5.0,5.0,0.0,3,9000.0;");
+    Run filtered([](RunOptions& o) {
+        o.pointTypes = "T";
+        o.precisionDecimals = 1;
+        o.verbose = true;
+        o.seconds = true;
+    });
+    CHECK(filtered.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) ==
+          "7,\"T\",5.0,5.0,0.0,3,9000.0;9,\"T\",5.0,5.0,0.0,3,9000.0;");
 
-    Run text([](RunOptions& o) { o.mif = false; o.txt = true; });
-    CHECK(text.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 0, 0})) ==
-          "SMS_ID,X,Y,Elevation,Water_Level,Depth;1,0.000,0.000,0.0000,5.0000,5.0000;2,10.000,0.000,1.0000,5.0000,4.0000;"
-          "4,0.000,10.000,0.0000,5.0000,5.0000;5,10.000,10.000,1.0000,1.0050,0.0050;");  // no cutoff
+    Run text([](RunOptions& o) {
+        o.mif = false;
+        o.txt = true;
+    });
+    CHECK(
+        text.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 0, 0})) ==
+        "SMS_ID,X,Y,Elevation,Water_Level,Depth;1,0.000,0.000,0.0000,5.0000,5.0000;2,10.000,0.000,1.0000,5.0000,4.0000;"
+        "4,0.000,10.000,0.0000,5.0000,5.0000;5,10.000,10.000,1.0000,1.0050,0.0050;");  // no cutoff
 }
 
 TEST_CASE("Cells are written as points at their centroids or as regions, 1D triangles never") {
     const Mesh mesh = smallMesh();
     Run points(oneDecimal);
-    CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 3, 4, 5}, {0, 1, 1, 1}, true)) == "1,1,0.5,3.0,2.5;2,2,1.5,4.0,2.5;");
-    CHECK(points.lines("out.mif").ends_with("Data;Point         5.000000        5.000000;Point        15.000000        5.000000;"));
-    CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 0.505F, MISSING, 5}, {0, 1, 1, 1}, true)).empty());  // 5 mm deep; missing
+    CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 3, 4, 5}, {0, 1, 1, 1}, true)) ==
+          "1,1,0.5,3.0,2.5;2,2,1.5,4.0,2.5;");
+    CHECK(points.lines("out.mif").ends_with(
+        "Data;Point         5.000000        5.000000;Point        15.000000        5.000000;"));
+    // 5 mm deep; missing
+    CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 0.505F, MISSING, 5}, {0, 1, 1, 1}, true)).empty());
 
-    Run regions([](RunOptions& o) { o.region = true; o.precisionDecimals = 1; });
+    Run regions([](RunOptions& o) {
+        o.region = true;
+        o.precisionDecimals = 1;
+    });
     CHECK(regions.tableOf(mesh) == "1,1,0.5;2,2,1.5;");
     Mesh crossed = mesh;
     crossed.elements[1].nodes = {1, 5, 2, 4};
     CHECK(regions.tableOf(crossed) == "2,2,1.5;");
     CHECK(regions.said.find("WARNING - 1 cells would not be valid polygons") != std::string::npos);
-    CHECK(regions.tableOf(mesh, resultsOf("Depth", {0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, {0, 1, 1, 1})).find("ERROR") == std::string::npos);
-    CHECK(regions.said.ends_with("ERROR - -region requires High Resolution or cell centred results.\n\nPress Enter to Close\n<stopped>"));
+    CHECK(regions.tableOf(mesh, resultsOf("Depth", {0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, {0, 1, 1, 1})).find("ERROR") ==
+          std::string::npos);
+    CHECK(regions.said.ends_with(
+        "ERROR - -region requires High Resolution or cell centred results.\n\nPress Enter to Close\n<stopped>"));
 
     // A 9-node quad: the value and the place of its centre node, the ring of its corners.
     Mesh nine = mesh;
@@ -145,8 +169,10 @@ TEST_CASE("Cells are written as points at their centroids or as regions, 1D tria
     nine.elements[1].shape = 9;
     nine.elements[1].nodes = {1, 3, 6, 4, 2, 6, 5, 4, 9};
     nine.elements[3].shape = 0;
-    CHECK(regions.tableOf(nine, resultsOf("Depth", {0, 1, 2, 3, 4, 5, 6, 1, 1, 9, 1}, {0, 1, 1, 0})) == "1,1,5.0,9.0;2,2,1.5,4.0;");  // cell 2: the mean
-    CHECK(regions.lines("out.mif").find("Region 1; 5;        0.000000        0.000000;        0.000000       10.000000;") != std::string::npos);
+    CHECK(regions.tableOf(nine, resultsOf("Depth", {0, 1, 2, 3, 4, 5, 6, 1, 1, 9, 1}, {0, 1, 1, 0})) ==
+          "1,1,5.0,9.0;2,2,1.5,4.0;");  // cell 2: the mean
+    CHECK(regions.lines("out.mif").find(
+              "Region 1; 5;        0.000000        0.000000;        0.000000       10.000000;") != std::string::npos);
 }
 
 TEST_CASE("Vectors come with their columns, missing in one component or at rest") {
@@ -155,12 +181,18 @@ TEST_CASE("Vectors come with their columns, missing in one component or at rest"
     flow.vector = true;
     flow.y = {0, 4, 0, 1, MISSING, -2, 0, 0, 0, 0, 0};
     Run points(oneDecimal);
-    CHECK(points.tableOf(mesh, flow) == "1,\"H\",0.0,5.0,53.1,3.0,4.0,36.9;2,\"H\",1.0,0.0,0.0,0.0,0.0,0.0;5,\"H\",1.0,2.0,-90.0,0.0,-2.0,180.0;"
-                                        "6,\"H\",2.0,0.0,0.0,0.0,0.0,0.0;");
-    Run arrows([](RunOptions& o) { o.vector = true; o.vx = true; o.precisionDecimals = 1; });
+    CHECK(points.tableOf(mesh, flow) ==
+          "1,\"H\",0.0,5.0,53.1,3.0,4.0,36.9;2,\"H\",1.0,0.0,0.0,0.0,0.0,0.0;5,\"H\",1.0,2.0,-90.0,0.0,-2.0,180.0;"
+          "6,\"H\",2.0,0.0,0.0,0.0,0.0,0.0;");
+    Run arrows([](RunOptions& o) {
+        o.vector = true;
+        o.vx = true;
+        o.precisionDecimals = 1;
+    });
     CHECK(arrows.tableOf(mesh, flow) == "1,\"H\",0.0,3.0;");
     CHECK(arrows.said.starts_with("Arrow cell size = 10.\n"));
-    CHECK(arrows.lines("out.mif").find("Data;Pline 5;        0.000000        0.000000;       30.000000        0.000000;") != std::string::npos);
+    CHECK(arrows.lines("out.mif").find(
+              "Data;Pline 5;        0.000000        0.000000;       30.000000        0.000000;") != std::string::npos);
     CHECK(arrows.tableOf(mesh, resultsOf("Depth", flow.x, flow.wet)).find("Depth") == std::string::npos);
     CHECK(arrows.said.find("WARNING - Depth holds no vectors, no arrows are written.") != std::string::npos);
 }
@@ -171,10 +203,26 @@ TEST_CASE("Switches that rule each other out are dropped with a warning") {
         const std::string said = consoleOf([] { CHECK_VECTOR_SWITCHES(); });
         return said + (OPTIONS().region ? "R" : "") + (OPTIONS().grid ? "G" : "") + OPTIONS().pointTypes;
     };
-    CHECK(checked([](RunOptions& o) { o.region = o.grid = true; o.pointTypes = "CT"; }) ==
-          "WARNING - The -grid option is ignored with -region.\nWARNING - The -pts option is ignored with -region.\nRALL");
-    CHECK(checked([](RunOptions& o) { o.grid = true; o.pointTypes = "C"; }) == "WARNING - The -pts option is ignored with -grid.\nGALL");
-    CHECK(checked([](RunOptions& o) { o.mif = false; o.txt = o.region = true; o.pointTypes = "CQ"; }) ==
-          "WARNING - Unknown point types \"Q\" in -ptsCQ are ignored.\nWARNING - The -region option is ignored with -txt.\nCQ");
-    CHECK(checked([](RunOptions& o) { o.mif = false; o.asc = o.grid = true; o.pointTypes = "C"; }) == "GC");
+    CHECK(checked([](RunOptions& o) {
+              o.region = o.grid = true;
+              o.pointTypes = "CT";
+          }) ==
+          "WARNING - The -grid option is ignored with -region.\nWARNING - The -pts option is ignored with "
+          "-region.\nRALL");
+    CHECK(checked([](RunOptions& o) {
+              o.grid = true;
+              o.pointTypes = "C";
+          }) == "WARNING - The -pts option is ignored with -grid.\nGALL");
+    CHECK(checked([](RunOptions& o) {
+              o.mif = false;
+              o.txt = o.region = true;
+              o.pointTypes = "CQ";
+          }) ==
+          "WARNING - Unknown point types \"Q\" in -ptsCQ are ignored.\nWARNING - The -region option is ignored with "
+          "-txt.\nCQ");
+    CHECK(checked([](RunOptions& o) {
+              o.mif = false;
+              o.asc = o.grid = true;
+              o.pointTypes = "C";
+          }) == "GC");
 }

@@ -14,14 +14,14 @@ enum class TextForm { FixedNul, FixedBlank, OneElementArray, Variable };
 struct TestDataset {
     std::string path;
     std::vector<double> times;
-    std::vector<float> values;                    ///< time after time
-    std::vector<hsize_t> shape;                   ///< of values
-    std::vector<std::uint8_t> flags;              ///< time after time
-    std::string units = "Hours";                  ///< blank: no attribute
-    std::string groupType = "DATASET SCALAR";     ///< blank: no attribute
+    std::vector<float> values;                 ///< time after time
+    std::vector<hsize_t> shape;                ///< of values
+    std::vector<std::uint8_t> flags;           ///< time after time
+    std::string units = "Hours";               ///< blank: no attribute
+    std::string groupType = "DATASET SCALAR";  ///< blank: no attribute
     TextForm text = TextForm::FixedNul;
-    hid_t storedAs = -1;                          ///< type of Values in the file; a 32-bit float unless given
-    std::vector<hsize_t> chunk;                   ///< of Values; compressed then
+    hid_t storedAs = -1;         ///< type of Values in the file; a 32-bit float unless given
+    std::vector<hsize_t> chunk;  ///< of Values; compressed then
 };
 
 class TestXmdf {
@@ -35,7 +35,8 @@ private:
 };
 
 /// Writes a file of the given datasets, and whatever `more` adds.
-void makeXmdf(const std::string& name, const std::vector<TestDataset>& datasets, const std::function<void(hid_t file)>& more = {});
+void makeXmdf(const std::string& name, const std::vector<TestDataset>& datasets,
+              const std::function<void(hid_t file)>& more = {});
 
 void writeText(hid_t object, const char* attribute, const std::string& text, TextForm form);
 /// Identifiers of any kind that the library still holds open.
