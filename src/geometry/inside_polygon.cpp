@@ -1,10 +1,9 @@
 #include "geometry/inside_polygon.h"
 
 #include "geometry/intersections.h"
-#include "services/exits.h"
 
 #include <cstddef>
-#include <string>
+#include <stdexcept>
 
 namespace {
 
@@ -45,8 +44,8 @@ bool insidePolygon(Real xp, Real yp, std::span<const Real> xs, std::span<const R
         i += 2;
         ++part;
         if (part == partEnds.size() && i + 1 < n)
-            STOP_RUN("Invalid number of polygons in region sent to inside_polygon routine [1] - contact " +
-                     std::string(SUPPORT_CONTACT));
+            throw std::invalid_argument(
+                "Invalid number of polygons in region sent to inside_polygon routine [1] - contact ");
     }
     return crossings % 2 == 1;
 }

@@ -6,13 +6,11 @@
 
 /// True when (xp, yp) lies inside: the ray from (xmin - 10, yp) to the point crosses the boundary an odd number of
 /// times. Map units. xs, ys: the vertices, vertex 1 in entry 0. Vertex 1 only leads: the edges tested are 2-3, 3-4, ...
-/// to the last vertex. A ring of k corners is
-///         passed as its corners followed by the first two again, k + 2 vertices; passed without them it misses an
-///         edge.
-/// xmin: no vertex lies west of it.
+/// to the last vertex. A ring of k corners is passed as its corners followed by the first two again, k + 2 vertices;
+/// passed without them it misses an edge. xmin: no vertex lies west of it.
 /// partEnds: for each part the vertex (from 1) that starts its last edge, k + 1 for such a ring. The two edges behind
-/// it join the next part
-///         and are skipped. A list whose last part ends too early stops the run.
+/// it join the next part and are skipped. A list whose last part ends too early is a fault of the caller:
+/// std::invalid_argument, whose text ends where the support contact belongs.
 /// A point on the boundary may fall either way. A ray that meets vertex 2 first weighs it by the last vertex that any
 /// earlier call met, since that height is kept from call to call: callers that need a closed test of their own bring
 /// it.

@@ -103,7 +103,7 @@ bool IS_VELOCITY(std::string_view type) { return isType(type, "v", "Velocity") |
 
 std::string DATASET_NAME_OF_TYPE(std::string_view typeText) {
     if (const OutputType* row = OUTPUT_TYPE_OF_CODE(typeText)) return std::string(row->name);
-    const std::string name = FITTED(TRIMMED(typeText), TYPE_NAME_WIDTH);
+    std::string name = FITTED(TRIMMED(typeText), TYPE_NAME_WIDTH);
     DMESSAGE("WARNING - Unable to match data output type specified with output name.");
     REPORT("For example data type \"h\" is stored in .XMDF file as \"Water Level\"");
     REPORT("Searching for data stored in .XMDF file as: " + name);

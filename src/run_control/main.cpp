@@ -5,6 +5,8 @@
 
 #include <exception>
 #include <new>
+#include <stdexcept>
+#include <string>
 
 int main(int argc, char* argv[]) {
     try {
@@ -15,6 +17,8 @@ int main(int argc, char* argv[]) {
         return stopped.status;
     } catch (const std::bad_alloc&) {
         DMESSAGE("ERROR - Could not allocate enough memory (RAM).");
+    } catch (const std::invalid_argument& fault) {  // of the geometry, which knows no contact
+        DMESSAGE(fault.what() + std::string(SUPPORT_CONTACT));
     } catch (const std::exception& fault) {
         DMESSAGE(std::string("ERROR - ") + fault.what());
     }
