@@ -24,6 +24,7 @@ namespace {
 
 void initialiseRun() {
     INITIALISE_CONSOLE();
+    INITIALISE_EXITS();
     INITIALISE_FILES();
     INITIALISE_MESH();
     INITIALISE_RESULTS();
@@ -37,15 +38,16 @@ void explainWrongSwitches() {
 }
 
 /// The normal end: with -b at once, else behind the closing pause.
-void finish() {
+int finish() {
     REPORT_WARNING_COUNT();
-    if (!OPTIONS().batch) EXITS(STATUS_DONE);
+    if (!OPTIONS().batch) EXITS(FINISHED_STATUS());
     FLUSH_CONSOLE();
+    return FINISHED_STATUS();
 }
 
-void convertWorldFile() {
+int convertWorldFile() {
     if (!MAKE_WORLD_FILE()) EXITS();
-    finish();
+    return finish();
 }
 
 /// A type, a scalar or a vector number chooses among the datasets of an .xmdf; other inputs hold one.
@@ -85,7 +87,7 @@ void convertInput() {
 
 }  // namespace
 
-void CONVERT(int argc, const char* const argv[]) {
+int CONVERT(int argc, const char* const argv[]) {
     initialiseRun();
     READ_ARGUMENTS(argc, argv);
     explainWrongSwitches();
@@ -108,5 +110,5 @@ void CONVERT(int argc, const char* const argv[]) {
     if (IS_VECTOR_OUTPUT()) REPORT_POINT_FILTER(MESH());
     convertInput();
     REPORT("Finished.");
-    finish();
+    return finish();
 }

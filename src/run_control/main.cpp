@@ -10,8 +10,7 @@
 
 int main(int argc, char* argv[]) {
     try {
-        CONVERT(argc, argv);
-        return STATUS_DONE;
+        return CONVERT(argc, argv);
     } catch (const RunStopped& stopped) {  // the reason is already on the console
         FLUSH_CONSOLE();
         return stopped.status;

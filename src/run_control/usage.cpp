@@ -66,6 +66,8 @@ constexpr std::string_view USAGE[] = {
     "GENERAL OPTIONS:",
     "   -2dm \"<2dm_file>\" to specify a different .2dm file",
     "   -b for batching (no enter key required when finished)",
+    "    Exit status: 0 finished, 1 stopped by an error, 2 wrong switches,",
+    "    3 finished, but not everything asked for could be converted.",
     "   -cd<depth> Cutoff depth in m or ft, used for water level/depth -mif / -shp output.",
     "    Default is 0.01m or 0.01ft if the results are in feet.",
     "   -prec<u>.<d> sets the output precision for -asc, -mif and -shp options.",

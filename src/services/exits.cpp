@@ -5,11 +5,19 @@
 
 #include <string>
 
+namespace {
+bool incomplete = false;
+}
+
+void INITIALISE_EXITS() { incomplete = false; }
+void NOTE_INCOMPLETE() { incomplete = true; }
+int FINISHED_STATUS() { return incomplete ? STATUS_INCOMPLETE : STATUS_DONE; }
+
 void EXITS(int status) {
     const bool allKept = CLOSE_FILES_ON_EXIT();
     REPORT("");
     PAUSE("Press Enter to Close");
-    throw RunStopped{!allKept && status == STATUS_DONE ? STATUS_STOPPED : status};
+    throw RunStopped{!allKept && status != STATUS_USAGE ? STATUS_STOPPED : status};
 }
 
 void STOP_RUN(std::string_view message) {

@@ -9,9 +9,18 @@ struct RunStopped {
     int status = 1;  ///< exit status of the process
 };
 
-constexpr int STATUS_DONE = 0;     ///< "Finished.", or a world file written
-constexpr int STATUS_STOPPED = 1;  ///< any premature exit
-constexpr int STATUS_USAGE = 2;    ///< the usage text was printed
+constexpr int STATUS_DONE = 0;        ///< "Finished.", or a world file written
+constexpr int STATUS_STOPPED = 1;     ///< any premature exit
+constexpr int STATUS_USAGE = 2;       ///< the usage text was printed
+constexpr int STATUS_INCOMPLETE = 3;  ///< "Finished.", but not everything asked for could be converted
+
+/// Forgets what NOTE_INCOMPLETE noted: the start of a run and of a test.
+void INITIALISE_EXITS();
+/// Called beside the WARNING by a step that leaves out something asked for and goes on: a dataset that cannot be read,
+/// the end of a truncated file.
+void NOTE_INCOMPLETE();
+/// Of a run that comes to its end: STATUS_INCOMPLETE once anything was noted, else STATUS_DONE.
+int FINISHED_STATUS();
 
 /// Completes the messages that ask the user to get in touch.
 constexpr std::string_view SUPPORT_CONTACT = "the maintainers (see README)";
