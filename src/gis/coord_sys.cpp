@@ -11,18 +11,6 @@ namespace {
 
 constexpr double DEFAULT_BOUND = 9999999.0;
 
-/// Upper case, without leading and trailing blanks and with single ones between; texts in quotes keep their blanks.
-std::string comparable(std::string_view line) {
-    std::string out;
-    bool quoted = false;
-    for (const char c : TRIMMED(line)) {
-        if (c == '"') quoted = !quoted;
-        const bool blank = !quoted && (c == ' ' || c == '\t');
-        if (!blank || !out.ends_with(' ')) out += blank ? ' ' : c;
-    }
-    return UPPERCASE(out);
-}
-
 std::size_t boundsAt(std::string_view line) { return UPPERCASE(line).find("BOUNDS"); }
 
 void addWhole(std::string& text, double value) {
@@ -57,12 +45,6 @@ MapExtent boundsFor(const MapExtent& extent) {
 }
 
 }  // namespace
-
-bool SAME_COORD_SYS(std::string_view a, std::string_view b) {
-    const bool both = boundsAt(a) != std::string_view::npos && boundsAt(b) != std::string_view::npos;
-    return both ? comparable(a) == comparable(b)
-                : comparable(a.substr(0, boundsAt(a))) == comparable(b.substr(0, boundsAt(b)));
-}
 
 std::string WITH_BOUNDS(std::string_view line, std::string_view bounds, const MapExtent& extent) {
     std::string whole(TRIMMED(line));

@@ -1,4 +1,4 @@
-// CoordSys lines of MIF headers: the default, comparing, and the bounds that a NonEarth line needs.
+// CoordSys lines of MIF headers: the default, and the bounds that a NonEarth line needs.
 #pragma once
 
 #include <string>
@@ -12,10 +12,6 @@ constexpr std::string_view DEFAULT_COORD_SYS =
 struct MapExtent {
     double xmin = 0.0, ymin = 0.0, xmax = -1.0, ymax = -1.0;
 };
-
-/// Equal with blanks outside quotes collapsed and letter case ignored. Bounds are compared only when both lines have
-/// them: they limit the coordinates a layer can hold and are no part of the system.
-bool SAME_COORD_SYS(std::string_view a, std::string_view b);
 
 /// The line as a layer's header holds it: a NonEarth line without Bounds gets `bounds`, or when that is blank the
 /// default bounds, widened to whole numbers that hold `extent` and its own size again on every side where `extent` lies

@@ -2,15 +2,16 @@
 
 #include "gis/attributes.h"
 #include "gis/code_page.h"
-#include "gis/shp_bytes.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "text_utils/bytes.h"
 #include "text_utils/text.h"
 
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -20,18 +21,17 @@ constexpr std::size_t START_BYTES = 32, DESCRIPTOR_BYTES = 32;
 constexpr char VERSION_WITHOUT_MEMO = 3, END_OF_FIELDS = 13;
 constexpr char LANGUAGE_1252 = 0x57;
 
-void put1u(std::string& out, std::int32_t value) {
-    if (value < 0 || value > 255) SHOULD_NOT_BE_HERE("i1u: i4 outside range");
-    out += static_cast<char>(value);
+/// A number that its bytes cannot hold is a fault of the program, named by `check`.
+template <typename Unsigned>
+void put(std::string& out, std::int64_t value, std::string_view check) {
+    if (value < 0 || value > std::int64_t{std::numeric_limits<Unsigned>::max()}) SHOULD_NOT_BE_HERE(check);
+    std::array<char, sizeof(Unsigned)> bytes{};
+    putLittle(bytes.data(), static_cast<Unsigned>(value));
+    out.append(bytes.data(), bytes.size());
 }
-void put2u(std::string& out, std::int32_t value) {
-    if (value < 0 || value > 65535) SHOULD_NOT_BE_HERE("i2u: i4 outside range");
-    for (int i = 0; i < 2; ++i) out += static_cast<char>(value >> (8 * i));
-}
-void put4u(std::string& out, std::int64_t value) {
-    if (value < 0 || value > 4294967295) SHOULD_NOT_BE_HERE("i4u: i8 outside range");
-    for (int i = 0; i < 4; ++i) out += static_cast<char>(value >> (8 * i));
-}
+void put1u(std::string& out, std::int32_t value) { put<std::uint8_t>(out, value, "i1u: i4 outside range"); }
+void put2u(std::string& out, std::int32_t value) { put<std::uint16_t>(out, value, "i2u: i4 outside range"); }
+void put4u(std::string& out, std::int64_t value) { put<std::uint32_t>(out, value, "i4u: i8 outside range"); }
 
 void putDescriptor(std::string& out, const DbfField& field) {
     const std::size_t start = out.size();
@@ -63,8 +63,8 @@ DbfField fieldIn(const char* descriptor, bool nameIsUtf8) {
     if (nameIsUtf8) field.name = name;
     else ADD_AS_UTF8(field.name, name);
     field.type = descriptor[11];
-    field.width = static_cast<std::int32_t>(littleUnsigned(descriptor + 16, 1));
-    field.decimals = field.isNumber() ? static_cast<std::int32_t>(littleUnsigned(descriptor + 17, 1)) : 0;
+    field.width = littleUnsigned<std::uint8_t>(descriptor + 16);
+    field.decimals = field.isNumber() ? littleUnsigned<std::uint8_t>(descriptor + 17) : 0;
     return field;
 }
 
@@ -126,9 +126,9 @@ DbfTable READ_DBF_HEADER(int file, bool namesAreUtf8) {
     std::array<char, START_BYTES> start{};
     readHeaderBytes(file, start.data(), start.size());
     DbfTable table;
-    table.records = littleUnsigned(start.data() + 4, 4);
-    table.headerBytes = static_cast<std::int32_t>(littleUnsigned(start.data() + 8, 2));
-    table.recordBytes = static_cast<std::int32_t>(littleUnsigned(start.data() + 10, 2));
+    table.records = littleUnsigned<std::uint32_t>(start.data() + 4);
+    table.headerBytes = littleUnsigned<std::uint16_t>(start.data() + 8);
+    table.recordBytes = littleUnsigned<std::uint16_t>(start.data() + 10);
     readFields(file, namesAreUtf8, table);
     if (FILE_POSITION(file) > table.headerBytes)
         stopReading(file, "its fields are longer than its header.", "ERROR 0403 - Reading .dbf file header.");

@@ -79,6 +79,18 @@ void gisStopAtFileLimit(GisLayer& layer, std::string_view file, std::string_view
     EXITS();
 }
 
+void gisReportProjection(std::string_view extension, const std::string& name, std::string_view layers,
+                         std::string_view runs) {
+    const bool warning = gisProjection().differenceIsWarning;
+    DMESSAGE((warning ? "WARNING 0305 - Projection of " : "ERROR 0305 - Projection of ") + std::string(extension) +
+             " file is different to that of the run.");
+    REPORT("   " + name + ": " + std::string(layers));
+    REPORT("   The run: " + std::string(runs));
+    if (warning) return;
+    REPORT("Use -prjwarn to change message to a WARNING.");
+    EXITS();
+}
+
 void gisWarnOfText(GisLayer& layer) {
     if (!layer.warnedOfText)
         DMESSAGE("WARNING - " + layer.path + " holds characters that code page 1252 lacks; they become \"?\".");

@@ -73,6 +73,10 @@ bool gisHasBadCoordinate(const GisObject& o);
 /// Completes and closes the layer, then stops: `file` would pass MOST_FILE_BYTES with what comes next. The caller has
 /// written nothing of the object or record that does not fit. advice: "Use -mif or a coarser output."
 [[noreturn]] void gisStopAtFileLimit(GisLayer& layer, std::string_view file, std::string_view advice);
+/// ERROR or, with GisProjection::differenceIsWarning, WARNING 0305: the input layer `name` lies in another projection
+/// than the run. extension: ".mif" or ".shp".
+void gisReportProjection(std::string_view extension, const std::string& name, std::string_view layers,
+                         std::string_view runs);
 /// The one WARNING of a layer whose text holds characters that code page 1252 lacks.
 void gisWarnOfText(GisLayer& layer);
 /// "Should not be here [<check>].  Please contact <support>", the wording of the format checks of the write operations.

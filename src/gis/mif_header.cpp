@@ -1,5 +1,4 @@
-#include "gis/mif_header.h"
-
+// Reads and writes the header of a .mif file.
 #include "gis/attributes.h"
 #include "gis/coord_sys.h"
 #include "gis/mif_layer.h"
@@ -10,6 +9,8 @@
 #include "text_utils/text.h"
 
 namespace {
+
+constexpr std::string_view NO_ATTRIBUTES = "ERROR 0319 - No attributes specified in .mif file.";
 
 /// The next line that `wanted` accepts, trimmed; false when there is none.
 template <typename Wanted>
@@ -24,37 +25,43 @@ bool findLine(int handle, std::string_view& line, Wanted&& wanted) {
 bool isDataLine(std::string_view line) { return BEGINS_WITH(line, "Data") && TRIMF(line).size() == 4; }
 bool isColumnsLine(std::string_view line) { return BEGINS_WITH(line, "Columns"); }
 
-/// One trouble of a header in its two wordings.
-struct Trouble {
-    std::string_view error, warning;
-};
-constexpr Trouble NO_DATA = {"ERROR 0313 - Could not find start of \"Data\" block in .mif file.",
-                             "WARNING 0313 - Problems finding start of data in .mif file"};
-constexpr Trouble NO_COUNT = {"ERROR 0314 - Could not read number of attributes in .mif file",
-                              "WARNING 0314 - Problems reading number of attributes in .mif file"};
-constexpr Trouble NO_COLUMNS = {"ERROR 0315 - Could not find start of attribute definitions in .mif file",
-                                "WARNING 0315 - Problems finding start of attribute definitions in .mif file"};
-constexpr Trouble NO_DEFINITION = {"ERROR 0316 - Could not read attribute definitions in .mif file",
-                                   "WARNING 0316 - Problems reading attribute definition in .mif file"};
-
-void report(const Trouble& text, MifTrouble trouble, int handle, std::string_view line = {}) {
-    DMESSAGE(trouble == MifTrouble::Stop ? text.error : text.warning);
+[[noreturn]] void stop(int handle, std::string_view error, std::string_view line = {}) {
+    DMESSAGE(error);
     REPORT("   " + GETNAM(handle));
     if (!line.empty()) REPORT("   " + std::string(line));
-    if (trouble == MifTrouble::Stop) EXITS();
+    EXITS();
 }
 
-void copyHeader(int source, int target, std::string_view routine) {
-    REPORT("Copying header info from file unit " + std::to_string(source) + " to " + std::to_string(target) + "...");
-    const std::string tail = " (" + std::string(routine) + ")";
+/// The number of the next "Columns" line, from 1 to MOST_ATTRIBUTES.
+std::size_t readColumnsCount(int handle) {
     std::string_view line;
-    for (;;) {
-        const LineStatus status = READ_LINE(source, line);
-        if (status == LineStatus::Error) STOP_RUN("ERROR 0301 - Reading data" + tail);
-        if (status == LineStatus::EndOfFile) STOP_RUN("ERROR 0302 - End of File encountered" + tail);
-        if (isColumnsLine(TRIMMED(line))) return;
-        WRITE_OR_STOP(target, std::string(line) + "\n");
+    if (!findLine(handle, line, isColumnsLine))
+        stop(handle, "ERROR 0315 - Could not find start of attribute definitions in .mif file");
+    std::int32_t count = 0;
+    FreeForm values(line.substr(std::string_view("Columns").size()));
+    if (values.NEXT_INTEGER(count) != FreeForm::Read::Value || count < 0 ||
+        static_cast<std::size_t>(count) > MOST_ATTRIBUTES)
+        stop(handle, "ERROR 0314 - Could not read number of attributes in .mif file", line);
+    if (count == 0) stop(handle, NO_ATTRIBUTES);
+    return static_cast<std::size_t>(count);
+}
+
+/// The definitions behind it, one a line; types without blanks ("Decimal(10,4)").
+std::vector<GisAttribute> readDefinitions(int handle, std::size_t count) {
+    std::vector<GisAttribute> attributes;
+    while (attributes.size() < count) {
+        std::string_view line;
+        std::string_view name;
+        const bool read = READ_LINE(handle, line) == LineStatus::Read;
+        FreeForm values(read ? line : std::string_view{});
+        if (values.NEXT_TEXT(name) != FreeForm::Read::Value || !COLUMN_TYPE(values.REST()))
+            stop(handle, "ERROR 0316 - Could not read attribute definitions in .mif file",
+                 read ? line : std::string_view("The file ends before them."));
+        std::string type(values.REST());
+        std::erase_if(type, [](char c) { return c == ' ' || c == '\t'; });
+        attributes.push_back({FITTED(name, ATTRIBUTE_NAME_WIDTH), FITTED(type, ATTRIBUTE_TYPE_WIDTH)});
     }
+    return attributes;
 }
 
 /// The word behind a header keyword such as Charset, without its quotes.
@@ -116,90 +123,14 @@ void readPreamble(GisLayer& layer) {
 
 }  // namespace
 
-bool mifFindCoordSysLine(int handle, std::string& line) {
-    std::string_view found;
-    line.clear();
-    if (!findLine(handle, found, [](std::string_view l) { return FLAGEXISTS(l, "CoordSys") || isDataLine(l); }) ||
-        isDataLine(found))
-        return false;
-    line = FITTED(found, FILE_NAME_WIDTH);
-    return true;
-}
-
-bool mifFindDataLine(int handle, MifTrouble trouble) {
-    std::string_view line;
-    if (findLine(handle, line, isDataLine)) return true;
-    report(NO_DATA, trouble, handle);
-    return false;
-}
-
-std::int32_t mifReadColumnsCount(int handle, MifTrouble trouble) {
-    std::string_view line;
-    if (!findLine(handle, line, isColumnsLine)) {
-        report(NO_COLUMNS, trouble, handle);
-        return -1;
-    }
-    std::int32_t count = 0;
-    FreeForm values(line.substr(std::string_view("Columns").size()));
-    if (values.NEXT_INTEGER(count) == FreeForm::Read::Value && count >= 0 &&
-        static_cast<std::size_t>(count) <= MOST_ATTRIBUTES)
-        return count;
-    report(NO_COUNT, trouble, handle, line);
-    return -1;
-}
-
-bool mifReadFieldDefinitions(int handle, std::int32_t count, std::vector<GisAttribute>& attributes,
-                             MifTrouble trouble) {
-    attributes.clear();
-    for (std::int32_t i = 0; i < count; ++i) {
-        std::string_view line;
-        std::string_view name;
-        const bool read = READ_LINE(handle, line) == LineStatus::Read;
-        FreeForm values(read ? line : std::string_view{});
-        if (values.NEXT_TEXT(name) != FreeForm::Read::Value || !COLUMN_TYPE(values.REST())) {
-            report(NO_DEFINITION, trouble, handle, read ? line : std::string_view("The file ends before them."));
-            return false;
-        }
-        std::string type(values.REST());
-        std::erase_if(type, [](char c) { return c == ' ' || c == '\t'; });
-        attributes.push_back({FITTED(name, ATTRIBUTE_NAME_WIDTH), FITTED(type, ATTRIBUTE_TYPE_WIDTH)});
-    }
-    return true;
-}
-
-std::string mifReadCoordSysLine(std::string_view name) {
-    const auto file = FIND_FILE(name);
-    if (!file) {
-        DMESSAGE("WARNING 0307 - No MapInfo Projection or mif header file " + std::string(name) + " found.");
-        REPORT("               Non-Earth Coordinates will be used.  [mifReadCoordSysLine]");
-        return std::string(DEFAULT_COORD_SYS);
-    }
-    const int handle = OPEN_FILE(*file, "I ", "mif");
-    std::string line;
-    if (!mifFindCoordSysLine(handle, line)) {
-        DMESSAGE("WARNING 0312 - Problems finding CoordSys line in .mif file");
-        REPORT("   " + *file);
-        line = DEFAULT_COORD_SYS;
-    }
-    CLOSE_FILE(handle);
-    return line;
-}
-
-void mifCopyHeader(int source, int target) { copyHeader(source, target, "mifCopyHeader"); }
-void miCopyHeader(int source, int target) { copyHeader(source, target, "miCopyHeader"); }
-
 void mifReadHeader(GisLayer& layer) {
     const int handle = layer.files[0].handle;
     mifGotoBeginningOfFiles(layer);
     readPreamble(layer);
-    const std::int32_t count = mifReadColumnsCount(handle, MifTrouble::Stop);
-    if (count == 0) {
-        DMESSAGE("ERROR 0319 - No attributes specified in .mif file.");
-        REPORT("   " + GETNAM(handle));
-        EXITS();
-    }
-    mifReadFieldDefinitions(handle, count, layer.header.attributes, MifTrouble::Stop);
-    mifFindDataLine(handle, MifTrouble::Stop);
+    layer.header.attributes = readDefinitions(handle, readColumnsCount(handle));
+    std::string_view line;
+    if (!findLine(handle, line, isDataLine))
+        stop(handle, "ERROR 0313 - Could not find start of \"Data\" block in .mif file.");
     layer.mif->dataOffset = FILE_POSITION(handle);
     countHeaderLines(layer);
     REPORT("MIF Fields: Name [#/Type]:");
@@ -210,11 +141,7 @@ void mifReadHeader(GisLayer& layer) {
 
 void mifWriteHeader(GisLayer& layer) {
     const GisHeader& header = layer.header;
-    if (header.attributes.empty()) {
-        DMESSAGE("ERROR 0319 - No attributes specified in .mif file.");
-        REPORT("   " + GETNAM(layer.files[0].handle));
-        EXITS();
-    }
+    if (header.attributes.empty()) stop(layer.files[0].handle, NO_ATTRIBUTES);
     std::string_view coordSys = header.coordSys.empty() ? std::string_view(gisProjection().coordSys) : header.coordSys;
     if (TRIMMED(coordSys).empty()) coordSys = "CoordSys NonEarth Units \"m\"";
     std::string text = "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n" +

@@ -1,9 +1,9 @@
 #include "gis/mif_layer.h"
 
 #include "gis/coord_sys.h"
-#include "gis/mif_header.h"
 #include "services/console.h"
 #include "services/exits.h"
+#include "services/projection_text.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 
@@ -23,17 +23,11 @@ std::string mifName(const std::string& path) { return FILEEXT(path) == ".mif" ? 
 void checkProjection(GisLayer& layer) {
     const GisProjection& run = gisProjection();
     if (TRIMMED(run.coordSys).empty()) return;
-    std::string line;
-    if (!mifFindCoordSysLine(layer.files[0].handle, line)) line = DEFAULT_COORD_SYS;
+    std::string line = READ_COORD_SYS_LINE(layer.files[0].handle);
     seekTo(layer.files[0], 0);
-    if (SAME_COORD_SYS(line, run.coordSys)) return;
-    const std::string text =
-        " 0305 - Projection of .mif file is different to that specified by the MI Projection == command.";
-    DMESSAGE((run.differenceIsWarning ? "WARNING" : "ERROR") + text);
-    REPORT("   " + GETNAM(layer.files[0].handle));
-    if (run.differenceIsWarning) return;
-    REPORT("Use \"MI Projection Check == WARNING\" to change message to a WARNING.");
-    EXITS();
+    if (line.empty()) line = DEFAULT_COORD_SYS;
+    if (!SAME_PROJECTION(line, run.coordSys))
+        gisReportProjection(".mif", GETNAM(layer.files[0].handle), line, run.coordSys);
 }
 
 }  // namespace

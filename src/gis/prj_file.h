@@ -1,11 +1,9 @@
-// The .prj file of a shapefile set: its coordinate system as one line of well-known text.
+// The .prj file of a shapefile set that is read.
 #pragma once
 
 #include <string>
 
-/// When the run has a projection text (gisProjection), compares it with that of the input <base>.prj: blanks outside
-/// quotes and letter case do not count. ERROR 0420 when the file cannot be read, WARNING 0420 when it holds no PROJCS,
-/// ERROR or WARNING 0305 when they differ.
+/// When the run has a projection text (gisProjection), compares it with that of the input <base>.prj. ERROR 0420 when
+/// there is none, WARNING 0420 when it holds no PROJCS, ERROR 0305 when they differ; with
+/// GisProjection::differenceIsWarning all are WARNINGs.
 void CHECK_PRJ(const std::string& base);
-/// Writes <base>.prj with the run's projection text as it is; none when that is blank.
-void WRITE_PRJ(const std::string& base);

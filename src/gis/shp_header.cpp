@@ -1,6 +1,6 @@
 #include "gis/shp_header.h"
 
-#include "gis/shp_bytes.h"
+#include "text_utils/bytes.h"
 
 std::array<char, SHP_HEADER_BYTES> SHP_HEADER(std::int64_t lengthBytes, std::int32_t shapeType, const ShpBox& box) {
     const ShpBox b = box.xmax < box.xmin ? ShpBox{0.0, 0.0, 0.0, 0.0} : box;

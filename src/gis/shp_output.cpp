@@ -1,9 +1,9 @@
 // The headers of a shapefile set: provisional when it is begun, final when it is complete.
-#include "gis/prj_file.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/projection_text.h"
 
 #include <algorithm>
 #include <string>
@@ -70,7 +70,7 @@ void shpWriteHeader(GisLayer& layer) {
                 STOP_AT(layer, place, LAST_FILE_ERROR(layer.files[place].handle),
                         "ERROR 0437 - Writing .shp file header.");
         }
-        WRITE_PRJ(shp.base);
+        WRITE_PRJ(shp.base, gisProjection().prj);
     }
     if (!append(layer, DBF, DBF_HEADER(shp.table)))
         STOP_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0413 - Writing .dbf file header.");

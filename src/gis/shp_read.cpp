@@ -1,12 +1,12 @@
 // Reads the objects of a shapefile set, in the order of the .shp file.
 // Layout: ESRI Shapefile Technical Description, July 1998, tables 2 to 6. No count of the file is believed before the
 // file can hold it.
-#include "gis/shp_bytes.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "text_utils/bytes.h"
 
 #include <algorithm>
 #include <string>

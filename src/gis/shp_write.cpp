@@ -1,10 +1,10 @@
 // Writes the objects of a shapefile set: a record of the .shp file and its place in the .shx file.
 // Layout: ESRI Shapefile Technical Description, July 1998, tables 3 to 6.
-#include "gis/shp_bytes.h"
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "text_utils/bytes.h"
 
 #include <algorithm>
 #include <string>

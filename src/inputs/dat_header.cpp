@@ -1,8 +1,8 @@
 #include "inputs/dat_header.h"
 
-#include "inputs/little_endian.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 

@@ -2,11 +2,11 @@
 
 #include "inputs/dat_layout.h"
 #include "inputs/dat_time_text.h"
-#include "inputs/little_endian.h"
 #include "platform/platform.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "text_utils/bytes.h"
 
 #include <algorithm>
 #include <string>

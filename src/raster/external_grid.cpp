@@ -115,15 +115,6 @@ std::int64_t readHeader(const std::string& name, Header& header) {
     refuse("ERROR 2332 - Failed to find header information in external grid file.  Check format of file.", name);
 }
 
-std::string readProjection(std::string_view base) {
-    const std::optional<std::string> file = FIND_FILE(std::string(base) + ".prj");
-    if (!file) return {};
-    REPORT("Using " + *file + " for setting projection.");
-    if (std::optional<std::string> text = READ_PRJ(*file)) return *text;
-    DMESSAGE("WARNING - Unable to find PROJCS line in " + *file);
-    return {};
-}
-
 std::string existing(const std::string& name, std::string_view what) {
     if (std::optional<std::string> found = FIND_FILE(name)) return *found;
     STOP_RUN("ERROR - There is no " + std::string(what) + " " + name);
@@ -149,7 +140,7 @@ ExternalGrid READ_EXTERNAL_GRID_HEADER(std::string_view requested) {
     const std::string name =
         binary ? existing(base + ".hdr", "grid header file") : existing(std::string(requested), "grid file");
     if (binary) NOTE_FILE_USED(requested);  // an output must not replace it, though only its header is read
-    external.projection = readProjection(base);
+    if (const auto prj = FIND_FILE(base + ".prj")) external.projection = USE_PRJ(*prj);
     Header header;
     external.dataOffset = readHeader(name, header);
     moveToCorner(header, name);

@@ -5,14 +5,13 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <new>
 #include <string_view>
@@ -36,10 +35,7 @@ std::string header(const Grid& grid) {
 void putLittleFloats(char* to, const float* values, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const float value = std::abs(values[i]) <= std::numeric_limits<float>::max() ? values[i] : NO_VALUE;
-        auto bits = std::bit_cast<std::uint32_t>(value);
-        if constexpr (std::endian::native != std::endian::little)
-            bits = bits >> 24 | (bits >> 8 & 0xFF00) | (bits & 0xFF00) << 8 | bits << 24;
-        std::memcpy(to + 4 * i, &bits, 4);
+        to = putLittleFloat(to, value);
     }
 }
 

@@ -6,8 +6,8 @@
 #include "raster/flt_writer.h"
 #include "services/console.h"
 #include "services/exits.h"
-#include "services/files.h"
 #include "services/options.h"
+#include "services/projection_text.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 
@@ -46,12 +46,6 @@ GridPrecision givenPrecision(const RunOptions& options) {
     return used;
 }
 
-void writePrj(const std::string& base, std::string_view projection) {
-    const int file = OPEN_FILE(base + ".prj", "O ", "prj");
-    WRITE_OR_STOP(file, std::string(TRIMF(projection)) + "\n");
-    CLOSE_FILE(file);
-}
-
 }  // namespace
 
 GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
@@ -76,5 +70,5 @@ void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, Gr
         case GridFormat::Ascii: WRITE_ASC(base, grid, precision); break;
         case GridFormat::Float: WRITE_FLT(base, grid); break;
     }
-    if (!TRIMMED(projection).empty()) writePrj(base, projection);
+    if (!TRIMMED(projection).empty()) WRITE_PRJ(base, std::string(TRIMF(projection)) + "\n");
 }

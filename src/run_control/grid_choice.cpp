@@ -31,7 +31,7 @@ double askSpacing(std::string_view prompt) {
 void takeOverTemplate(const RunOptions& options) {
     const ExternalGrid external = READ_EXTERNAL_GRID_HEADER(options.likeGrid);
     templateGrid = external.grid;
-    if (!external.projection.empty()) SET_PROJECTION(external.projection);
+    if (!external.projection.empty()) SET_PRJ(external.projection);
 }
 
 }  // namespace

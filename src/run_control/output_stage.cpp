@@ -32,7 +32,7 @@ std::vector<std::string_view> rasterFiles() {
 void writeGrid(OutputLabel label) {
     label.gridSize = gridRun.grid.cellSize;
     const GridPrecision precision = SET_OUTPUT_PRECISION(gridRun.grid);
-    WRITE_GRID(rasterFormat(), OUTPUT_NAME(label, rasterFiles()), gridRun.grid, precision, PROJECTION().text);
+    WRITE_GRID(rasterFormat(), OUTPUT_NAME(label, rasterFiles()), gridRun.grid, precision, PROJECTION().prj);
 }
 
 void startVectorRun(bool vector, bool cellCentred, bool severalTimes) {

@@ -246,6 +246,7 @@ constexpr Switch TABLE[] = {
     {"cc", set<&O::cellCentred>},
     {"flt", set<&O::flt>},  // last, so that no other switch changes its meaning
     {"like", takeName<&O::likeGrid>, NEXT},
+    {"prjwarn", set<&O::projectionWarning>},
 };
 
 }  // namespace

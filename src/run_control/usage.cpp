@@ -73,6 +73,8 @@ constexpr std::string_view USAGE[] = {
     "   -prec<u>.<d> sets the output precision for -asc, -mif and -shp options.",
     "    Eg: -prec6.3 would output 6 units (or 5 units if number is negative)",
     "        (ie. from -99,999 to 999,999) with 3 decimal places.",
+    "   -prjwarn - a -cp or -lp layer in another projection than the Header or Projection",
+    "    file gives a WARNING and is read, not an ERROR.",
     "   -rmp \"<mesh_part>\" to remove a mesh part from the output",
     "    <mesh_part> must be the same name as appears in the .2dm file.",
     "    .tcf command Meshparts == ON must have been specified.",

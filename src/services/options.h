@@ -58,6 +58,7 @@ struct RunOptions {
     std::string outputName;
     bool suppressGridSize = false;  ///< -sgs
     bool verbose = false;
+    bool projectionWarning = false;  ///< -prjwarn: a layer in another projection is read, with a warning
 
     // Mesh
     bool keepAllMeshParts = true;

@@ -1,28 +1,34 @@
-// The coordinate system of the outputs, taken from a projection file in the folder of the input file.
+// The coordinate system of the run, taken from a projection file in the folder of the input file.
 #pragma once
 
-#include <optional>
+#include "services/projection_text.h"
+
 #include <string>
 #include <string_view>
 
-/// Filled by FIND_PROJECTION; read by whoever opens an output.
+/// Filled by FIND_PROJECTION; read by whoever opens an output or a layer of the user's.
 struct Projection {
-    /// -mif: the CoordSys line; -shp, -asc, -flt: the .prj text on one line; blank when there is none to write
-    std::string text;
+    std::string coordSys;  ///< the CoordSys line; blank when none is known: layers are then NonEarth, and not compared
+    std::string prj;       ///< the .prj text on one line; blank when there is none to write
+
+    bool geographic() const {
+        return COORDINATE_KIND(prj.empty() ? coordSys : prj) == CoordinateKind::Geographic;  ///< degrees
+    }
 };
 
 const Projection& PROJECTION();
+/// Forgets what was found: the start of a run and of a test.
+void INITIALISE_PROJECTION();
 
-/// Looks beside OPTIONS().inputFile. -mif: Header.mif, else Projection.mif, else non-earth coordinates with a warning.
-/// -shp: Header.prj, else Projection.prj, else blank with a warning. -asc and -flt: the same .prj files, quietly. Any
-/// other run: blank. A file that is there but holds no projection stops a -mif or -shp run; grids are then written
-/// without, with a warning.
+/// Looks beside OPTIONS().inputFile and says which file it took. -mif: Header.mif, else Projection.mif, else non-earth
+/// coordinates with a warning. -shp: Header.prj, else Projection.prj, else blank with a warning. -asc and -flt: the
+/// same .prj files where there are any. -txt, -cp and -lp: both kinds where there are any, to know degrees and to
+/// compare the user's layers. A file that is there but holds no projection stops a -mif or -shp run; elsewhere it is
+/// passed over with a warning.
 void FIND_PROJECTION();
 
-/// Takes over another grid's projection (-like). Blank for none.
-void SET_PROJECTION(std::string_view text);
+/// Takes over another grid's .prj text (-like).
+void SET_PRJ(std::string_view text);
 
-/// A .prj file read whole: lines trimmed and joined, byte-order mark dropped. Nothing when it holds no PROJCS, GEOGCS,
-/// COMPD_CS, PROJCRS or GEOGCRS, or is longer than any projection (1 MiB). The file has to exist; one that cannot be
-/// read stops the run.
-std::optional<std::string> READ_PRJ(std::string_view name);
+/// The text of a .prj file that is there, on one line, saying that it is used; blank with a warning when it holds none.
+std::string USE_PRJ(const std::string& name);

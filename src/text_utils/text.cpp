@@ -34,6 +34,12 @@ std::string_view TRIMMED(std::string_view text) {
     return first == std::string_view::npos ? std::string_view{} : TRIMF(text.substr(first));
 }
 
+std::string_view WITHOUT_MARK(std::string_view text) {
+    constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+    if (text.starts_with(BYTE_ORDER_MARK)) text.remove_prefix(BYTE_ORDER_MARK.size());
+    return text;
+}
+
 std::string REMOVEQUOTES(std::string_view text) {
     std::string out(text);
     std::erase(out, '"');

@@ -9,7 +9,6 @@
 #include "services/projection.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
-#include "vector_outputs/geographic.h"
 #include "vector_outputs/layer_writer.h"
 #include "vector_outputs/text_points.h"
 
@@ -38,13 +37,11 @@ double arrowCellSize(const VectorRun& run) {
 void startArrows(VectorRun& run) {
     run.arrows = ARROW_RULES(OPTIONS(), arrowCellSize(run), defaultCap());
     run.arrows.step = OPTIONS().mif ? MIF_STEP : 0.0;
-    if (IS_GEOGRAPHIC(PROJECTION().text)) DMESSAGE("WARNING - Arrows are drawn in map units; use a projected mesh.");
+    if (PROJECTION().geographic()) DMESSAGE("WARNING - Arrows are drawn in map units; use a projected mesh.");
 }
 
 void startLayerLibrary(const Mesh& mesh) {
-    GisProjection projection;
-    (OPTIONS().mif ? projection.coordSys : projection.prj) = PROJECTION().text;
-    gisSetProjection(projection);
+    gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
     if (mesh.xmin <= mesh.xmax) gisSetExtent(mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax);
 }
 
@@ -170,7 +167,7 @@ VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, bool vector
     if (options.verbose) run.nodeMaterials = NODE_MATERIALS(mesh);
     if (cellCentred && !run.pointTypes.all) DMESSAGE("WARNING - The -pts option is ignored with cell centred results.");
     if (options.txt) {
-        run.coordinateDecimals = INPUT_IS_GEOGRAPHIC() ? DEGREE_DECIMALS : METRE_DECIMALS;
+        run.coordinateDecimals = PROJECTION().geographic() ? DEGREE_DECIMALS : METRE_DECIMALS;
         return run;
     }
     startLayerLibrary(mesh);

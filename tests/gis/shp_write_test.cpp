@@ -178,18 +178,14 @@ TEST_CASE("the .prj file of an output is the run's text, whole, and that of an i
         bool stops;
     } const rows[] = {
         {"PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]", false, "", false},
-        {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1]]\r\n", false, "",
-         false},  // case, blanks and lines outside quotes
-        {"PROJCS[\"GDA94/MGA 56\",UNIT[\"metre\",1]]", false,
-         "ERROR 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.\n"
-         "Use \"GIS Projection Check == WARNING\" to change message to a WARNING.",
+        {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1.0]]\r\n", false, "", false},
+        {"PROJCS[\"other\"]", false, "ERROR 0305 - Projection of .shp file is different to that of the run.\n   ",
          true},
-        {"PROJCS[\"other\"]", true,
-         "WARNING 0305 - Projection of .shp file is different to that specified by the SHP Projection == command.",
-         false},
+        {"PROJCS[\"other\"]", true, "WARNING 0305 - Projection of .shp file is different to that of the run.", false},
         {"GEOGCS[\"x\"]", true,
          "WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.", false},
         {"", false, "ERROR 0420 - Could not read projection line in .prj file.", true},
+        {"", true, "WARNING 0420 - Could not read projection line in .prj file.", false},
     };
     for (const auto& r : rows) {
         const LayerTest test;

@@ -169,21 +169,6 @@ TEST_CASE("text changes between UTF-8 and code page 1252") {
           "e \xE2\x82");
 }
 
-TEST_CASE("coordinate systems are compared without blanks, letter case and one-sided bounds") {
-    struct {
-        std::string_view a, b;
-        bool same;
-    } const rows[] = {
-        {"CoordSys Earth Projection 8, 33, \"m\"", "  COORDSYS Earth  Projection 8,\t33, \"M\" ", true},
-        {"CoordSys NonEarth Units \"m\"", "CoordSys NonEarth Units \"m\" Bounds(0, 0) (1, 1)", true},
-        {"CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 2)", "CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 1)",
-         false},
-        {"CoordSys NonEarth Units \"m\"", "CoordSys NonEarth Units \"ft\"", false},
-        {"CoordSys X \"a  b\"", "CoordSys X \"a b\"", false},  // blanks in quotes count
-    };
-    for (const auto& r : rows) CHECK(SAME_COORD_SYS(r.a, r.b) == r.same);
-}
-
 TEST_CASE("a NonEarth line gets bounds that hold the mesh") {
     const std::string line = "CoordSys NonEarth Units \"m\"";
     struct {

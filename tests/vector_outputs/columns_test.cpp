@@ -1,6 +1,5 @@
 // Columns of the layers, and values as they are written.
 #include "vector_outputs/flow.h"
-#include "vector_outputs/geographic.h"
 #include "vector_outputs/layer_kinds.h"
 #include "vector_outputs/point_types.h"
 #include "vector_outputs/record_columns.h"
@@ -164,29 +163,5 @@ TEST_CASE("-pts is read from left to right") {
         CAPTURE(r.text);
         CHECK(passing == r.passing);
         CHECK(types.unknown == r.unknown);
-    }
-}
-
-TEST_CASE("Degrees are known by the projection") {
-    const struct {
-        const char* text;
-        bool geographic;
-    } rows[] = {
-        {"", false},
-        {"CoordSys Earth Projection 1, 104", true},
-        {"COORDSYS EARTH PROJECTION 1,104 Bounds (0, 0) (8, 1)", true},
-        {"CoordSys Earth Projection 8, 79, \"m\", -2, 49, 0.9996012717, 400000, -100000", false},
-        {"CoordSys Earth Projection 12, 62, \"m\", 0", false},  // begins with a 1
-        {"CoordSys NonEarth Units \"m\"", false},
-        {"CoordSys Earth", true},
-        {"GEOGCS[\"GCS_WGS_1984\",UNIT[\"Degree\",0.01]]", true},
-        {"PROJCS[\"x\",GEOGCS[\"y\"]]", false},
-        {"PROJCRS[\"x\",BASEGEOGCRS[\"y\"]]", false},
-        {"GEOGCRS[\"WGS 84\"]", true},
-        {"COMPD_CS[\"a\",GEOGCS[\"y\"],VERT_CS[\"z\"]]", true},
-    };
-    for (const auto& r : rows) {
-        CAPTURE(r.text);
-        CHECK(IS_GEOGRAPHIC(r.text) == r.geographic);
     }
 }

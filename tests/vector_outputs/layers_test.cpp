@@ -5,6 +5,7 @@
 #include "gis/layers.h"
 #include "services/files.h"
 #include "services/options.h"
+#include "services/projection.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -63,6 +64,7 @@ public:
     explicit Run(void (*set)(RunOptions&)) {
         INITIALISE_FILES();
         INITIALISE_OPTIONS();
+        INITIALISE_PROJECTION();
         gisInitialise();
         OPTIONS_TO_FILL().mif = true;
         set(OPTIONS_TO_FILL());
