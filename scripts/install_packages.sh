@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools), fuzz (clang with its
+# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran compiler, pkg-config), fuzz (clang with its
 # fuzzer), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
@@ -28,6 +28,8 @@ missing_packages() {
                 have_file /usr/include/doctest/doctest.h /usr/local/include/doctest/doctest.h || echo doctest-dev
                 command -v gdal_translate >/dev/null || echo gdal-bin
                 command -v awk >/dev/null || echo mawk
+                [ -n "${FC:-}" ] || command -v gfortran >/dev/null || echo gfortran
+                command -v pkg-config >/dev/null || echo pkg-config
                 ;;
             fuzz)
                 command -v clang++ >/dev/null || echo clang

@@ -2,6 +2,8 @@
 // way.
 #pragma once
 
+#include "text_utils/support_contact.h"
+
 #include <string_view>
 
 /// Thrown when the run ends early, or at its normal end without -b. The reason is already on the console.
@@ -21,9 +23,6 @@ void INITIALISE_EXITS();
 void NOTE_INCOMPLETE();
 /// Of a run that comes to its end: STATUS_INCOMPLETE once anything was noted, else STATUS_DONE.
 int FINISHED_STATUS();
-
-/// Completes the messages that ask the user to get in touch.
-constexpr std::string_view SUPPORT_CONTACT = "the maintainers (see README)";
 
 /// The one end of a run: closes all files (once, however often it is called), prints an empty line and
 /// "Press Enter to Close", waits for Enter where somebody can press it, and throws RunStopped.
