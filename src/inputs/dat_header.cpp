@@ -1,5 +1,6 @@
 #include "inputs/dat_header.h"
 
+#include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
 #include "text_utils/bytes.h"
@@ -50,6 +51,23 @@ bool beginsAsText(int file) {
            });
 }
 
+/// The codes of card 250.
+constexpr struct {
+    std::int32_t code;
+    double seconds;
+} TIME_UNITS[] = {{0, 3600.0}, {1, 60.0}, {2, 1.0}, {4, 86400.0}};
+
+bool readTimeUnit(int file, double& secondsPerUnit) {
+    std::int32_t code = 0;
+    if (!readInteger(file, code)) return false;
+    secondsPerUnit = 3600.0;
+    const auto* unit =
+        std::find_if(std::begin(TIME_UNITS), std::end(TIME_UNITS), [&](const auto& row) { return row.code == code; });
+    if (unit != std::end(TIME_UNITS)) secondsPerUnit = unit->seconds;
+    else DMESSAGE("WARNING - Unknown time unit " + AINTEGER(code) + " of " + GETNAM(file) + ", taken as hours.");
+    return true;
+}
+
 /// Reads cards up to the first output time. False when there is none.
 bool readCards(int file, DatCards& cards) {
     DatHeader& header = cards.header;
@@ -72,6 +90,7 @@ bool readCards(int file, DatCards& cards) {
             case 170: whole = readInteger(file, header.nodes); break;
             case 180: whole = readInteger(file, header.cells); break;
             case 190: whole = readName(file, header.name); break;
+            case 250: whole = readTimeUnit(file, cards.secondsPerUnit); break;
             default:  // 3000, the version, and whatever other programs add
                 if (++unknownCards > MOST_UNKNOWN_CARDS) return false;
         }

@@ -1,15 +1,16 @@
 #include "inputs/dat_layout.h"
 
-#include "inputs/dat_time_text.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/options.h"
 #include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -28,8 +29,15 @@ enum class Ending : std::uint8_t {
     Clean,      ///< card 210, or the end of the file in its place
 };
 
+/// What a header leaves open. Activity bytes other than 0 and 1 are those of compilers whose true is -1, or damage.
+struct Layout {
+    int flagSize = 1;           ///< bytes
+    bool anyByteFlags = false;  ///< every activity byte but 0 says that flags follow, else 1 alone
+};
+
 struct Walk {
     DatFile found;
+    bool anyByteFlags = false;
     Ending ending = Ending::Clean;
     /// bytes behind the last step and its card 210, for the endings that have no damaged step
     std::int64_t unread = 0;
@@ -54,36 +62,36 @@ NextCard nextCard(int file, std::int64_t offset) {
     return card == DAT_CARD_END ? NextCard::End : NextCard::Unknown;
 }
 
-/// Reads the activity byte and the time of the step at `step.offset`. False when the file ends before they do.
-bool readStepHead(int file, int flagSize, DatStep& step) {
+/// Reads the activity byte and the time, as stored, of the step at `step.offset`. False when the file ends before they
+/// do.
+bool readStepHead(const Walk& walked, DatStep& step) {
     std::array<unsigned char, LARGEST_FLAG + TIME_LENGTH> bytes{};
+    const int flagSize = walked.found.flagSize;
     const std::size_t length = static_cast<std::size_t>(flagSize) + TIME_LENGTH;
-    if (readAt(file, step.offset, std::span(bytes).first(length)) < length) return false;
+    if (readAt(walked.found.file, step.offset, std::span(bytes).first(length)) < length) return false;
     const auto flagEnd = bytes.begin() + flagSize;
-    step.flags = bytes[0] == 1 && std::all_of(bytes.begin() + 1, flagEnd, [](unsigned char byte) { return byte == 0; });
-    step.time = littleFloat(bytes.data() + flagSize);
+    const auto zero = [](unsigned char byte) { return byte == 0; };
+    step.flags = walked.anyByteFlags ? !std::all_of(bytes.begin(), flagEnd, zero)
+                                     : bytes[0] == 1 && std::all_of(bytes.begin() + 1, flagEnd, zero);
+    step.time.number = static_cast<double>(littleFloat(bytes.data() + flagSize));
     return true;
 }
 
 Ending walkSteps(Walk& walked, std::int64_t firstStep, std::int64_t length) {
     DatFile& found = walked.found;
-    const auto damagedAt = [&found](const DatStep& step) {
-        found.damagedTimeKnown = true;
-        found.damagedTime = step.time;
-    };
     DatStep step;
     step.offset = firstStep;
     for (;;) {
-        if (!readStepHead(found.file, found.flagSize, step)) return Ending::Truncated;
-        if (!std::isfinite(step.time)) return Ending::Broken;
+        if (!readStepHead(walked, step)) return Ending::Truncated;
+        if (!std::isfinite(step.time.number)) return Ending::Broken;
         const std::int64_t stepEnd = step.offset + DAT_STEP_LENGTH(found.header, found.flagSize, step.flags);
         if (stepEnd > length) {
-            damagedAt(step);
+            found.damagedTime = step.time;
             return Ending::Truncated;
         }
         const NextCard next = nextCard(found.file, stepEnd);
         if (next == NextCard::Unknown && length - stepEnd > LONGEST_TAIL) {
-            damagedAt(step);  // the step itself is in doubt: its end is not where it should be
+            found.damagedTime = step.time;  // the step itself is in doubt: its end is not where it should be
             return Ending::Broken;
         }
         if (found.steps.size() == MOST_DAT_TIMES)
@@ -100,14 +108,46 @@ Ending walkSteps(Walk& walked, std::int64_t firstStep, std::int64_t length) {
     }
 }
 
-Walk walk(int file, const DatCards& cards, int flagSize, std::int64_t length) {
+Walk walk(int file, const DatCards& cards, const Layout& layout, std::int64_t length) {
     Walk result;
     result.found.file = file;
     result.found.header = cards.header;
-    result.found.flagSize = flagSize;
+    result.found.flagSize = layout.flagSize;
+    result.anyByteFlags = layout.anyByteFlags;
     result.ending = walkSteps(result, cards.firstStep, length);
     result.found.damaged = result.ending == Ending::Truncated || result.ending == Ending::Broken;
     return result;
+}
+
+/// By its end, then by the bytes that it explains.
+bool fitsBetter(const Walk& walked, const Walk& best) {
+    const auto rank = [](const Walk& w) { return std::tuple(w.ending, w.unread == 0, w.found.steps.size()); };
+    return rank(walked) > rank(best);
+}
+
+/// The walk of the first layout that explains the file, else of the one that explains most of it.
+Walk bestWalk(int file, const DatCards& cards, std::int64_t length) {
+    const std::int32_t declared = cards.declaredFlagSize;
+    const bool otherSize = declared == 2 || declared == 4 || declared == LARGEST_FLAG;
+    const Layout layouts[] = {{1, false}, {1, true}, {declared, false}, {declared, true}};
+    Walk best = walk(file, cards, layouts[0], length);
+    for (const Layout& layout : std::span(layouts).subspan(1, otherSize ? 3 : 1)) {
+        if (best.ending == Ending::Clean && best.unread == 0) break;
+        Walk other = walk(file, cards, layout, length);
+        if (fitsBetter(other, best)) best = std::move(other);
+    }
+    return best;
+}
+
+/// The stored numbers become times, that of the damaged step behind the others.
+void settleTimes(DatFile& found, double secondsPerUnit) {
+    std::vector<double> stored;
+    for (const DatStep& step : found.steps) stored.push_back(step.time.number);
+    if (found.damagedTime) stored.push_back(found.damagedTime->number);
+    const std::vector<OutputTime> times = OUTPUT_TIMES(stored, secondsPerUnit, TimeMarkers::Extremes);
+    for (std::size_t i = 0; i < found.steps.size(); ++i) found.steps[i].time = times[i];
+    if (found.damagedTime) found.damagedTime = times.back();
+    found.timeDecimals = TIME_DECIMALS(times, OPTIONS().seconds);
 }
 
 [[noreturn]] void refuseLayout(const DatFile& found, Ending ending, std::int64_t length) {
@@ -124,7 +164,7 @@ void reportEnding(const Walk& walked) {
     const DatFile& found = walked.found;
     const std::string name = GETNAM(found.file);
     const std::string number = std::to_string(found.steps.size() + 1);
-    const std::string time = found.damagedTimeKnown ? " (time " + DAT_TIME_TEXT(found.damagedTime) + ")" : "";
+    const std::string time = found.damagedTime ? " (time " + DAT_TIME_TEXT(found, *found.damagedTime) + ")" : "";
     const std::string kept = " Only the " + std::to_string(found.steps.size()) + " before it can be used.";
     if (walked.ending == Ending::Truncated)
         DMESSAGE("WARNING - " + name + " ends inside time step " + number + time + "." + kept);
@@ -150,18 +190,14 @@ std::int64_t DAT_STEP_LENGTH(const DatHeader& header, int flagSize, bool flags) 
 
 DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
     const std::int64_t length = FILE_LENGTH(file);
-    Walk best = walk(file, cards, 1, length);
-    const std::int32_t declared = cards.declaredFlagSize;
-    if (best.ending != Ending::Clean && (declared == 2 || declared == 4 || declared == LARGEST_FLAG)) {
-        Walk other = walk(file, cards, declared, length);
-        if (other.ending > best.ending) best = std::move(other);
-    }
+    Walk best = bestWalk(file, cards, length);
     // Flags may be absent, so no step vouches for the cells; but a mesh has fewer than two a node, and a value takes
     // four bytes.
     if (best.found.steps.empty() || cards.header.cells > length) refuseLayout(best.found, best.ending, length);
     if (best.found.flagSize != 1)
-        DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(declared) +
+        DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(best.found.flagSize) +
                  " bytes, as its header declares; 8-bit flags do not fit it.");
+    settleTimes(best.found, cards.secondsPerUnit);
     reportEnding(best);
     return std::move(best.found);
 }

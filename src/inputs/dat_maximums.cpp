@@ -7,23 +7,17 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "services/time_markers.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
-
-constexpr float SAME_MARKER = 0.01F;
-
-bool isMarker(float time, float marker) { return std::abs(time - marker) < SAME_MARKER; }
 
 /// The step at which folding stops: it is tested before it is folded, so neither times of maximum nor the last step of
 /// the file ever join the maximum. steps.size() when that is the damaged one.
 std::size_t stopStep(const DatFile& dat) {
     std::size_t k = 0;
     const std::size_t last = dat.damaged ? dat.steps.size() : dat.steps.size() - 1;
-    while (k < last && !isMarker(dat.steps[k].time, TIME_TMAX)) ++k;
+    while (k < last && dat.steps[k].time.kind != TimeKind::TimeOfMaximum) ++k;
     return k;
 }
 
@@ -64,7 +58,7 @@ void EXTRACT_DAT_MAXIMUMS() {
     Results& kept = RESULTS_TO_FILL();
     const std::size_t stop = stopStep(dat);
     if (stop == dat.steps.size()) STOP_AT_DAMAGED_STEP();
-    if (isMarker(dat.steps[stop].time, TIME_MAXIMUM)) {
+    if (dat.steps[stop].time.kind == TimeKind::Maximum) {
         takeStoredMaximums(dat, stop, kept);
     } else if (dat.steps.size() == 1) {
         READ_DAT_STEP(0, {kept.x, kept.y, kept.wet});
@@ -73,10 +67,7 @@ void EXTRACT_DAT_MAXIMUMS() {
                  " begins with times of maximum; there is no timestep to extract maximums from.");
     } else {
         foldSteps(stop, kept);
-        // In a file that counts seconds an ordinary time may look like a marker: only times of maximum and minimums,
-        // which no time looks like, are left out without a word.
-        const float leftOut = dat.steps[stop].time;
-        if (!isMarker(leftOut, TIME_TMAX) && !isMarker(leftOut, TIME_MINIMUM))
+        if (dat.steps[stop].time.ordinary())
             DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
     }
     kept.time = TIME_MAXIMUM;

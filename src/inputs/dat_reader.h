@@ -3,8 +3,11 @@
 // FIND_DAT_TIME, EXTRACT_DAT_MAXIMUMS, or NEXT_DAT_TIME until it returns false. One .dat is known at a time.
 #pragma once
 
+#include "services/output_time.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,8 +24,8 @@ struct DatHeader {
 /// Where one whole output time stands in the file.
 struct DatStep {
     std::int64_t offset = 0;  ///< bytes from the start of the file to the step's first byte, behind its card 200
-    float time = 0.0F;        ///< hours, or a marker (services/time_markers.h)
-    bool flags = false;       ///< wet/dry flags follow the time
+    OutputTime time;
+    bool flags = false;  ///< wet/dry flags follow the time
 };
 
 /// The .dat file at hand. Filled by READ_DAT_HEADER.
@@ -33,30 +36,33 @@ struct DatFile {
     std::vector<DatStep> steps;  ///< the whole steps in file order; never empty
     /// the file ends, or stops making sense, inside the step behind the last whole one
     bool damaged = false;
-    bool damagedTimeKnown = false;  ///< the damaged step's time could be read
-    float damagedTime = 0.0F;       ///< hours
-    std::size_t next = 0;           ///< index into `steps` of what NEXT_DAT_TIME reads
+    std::optional<OutputTime> damagedTime;  ///< where it could be read
+    int timeDecimals = 0;                   ///< that messages need to tell the times apart
+    std::size_t next = 0;                   ///< index into `steps` of what NEXT_DAT_TIME reads
 };
 
 const DatFile& DAT();
+/// A time of the file for a message: hours, or seconds with -sec, with the decimals that tell its times apart.
+std::string DAT_TIME_TEXT(const DatFile& dat, const OutputTime& time);
 
 /// Reads and reports the header, then checks the layout against the file's length and finds every step by seeking; no
-/// memory is taken on the word of the counts. Flags are 8-bit; the declared size is used, with a "Check - " line, only
-/// where the file contradicts 8 bits and fits it. A file that ends inside a step gives a WARNING and keeps the whole
-/// steps before. Stops the run on a file that is no binary .dat, on counts that the file does not hold, and when there
-/// is no whole step.
+/// memory is taken on the word of the counts. Flags are 8-bit and follow an activity byte of 1; the declared size, with
+/// a "Check - " line, and other bytes than 0 and 1 taken as 1, only where the file contradicts that and fits them. A
+/// file that ends inside a step gives a WARNING and keeps the whole steps before. Stops the run on a file that is no
+/// binary .dat, on counts that the file does not hold, and when there is no whole step.
 const DatHeader& READ_DAT_HEADER(int file);
 
 /// Sizes the results record for the file at hand, every value missing and every cell wet, and labels it.
 /// cellCentred: the header's values are one per mesh cell. quantity, code: "Water Level", "h"; blank where unknown.
 void ALLOCATE_DAT_RESULTS(bool cellCentred, std::string_view quantity, std::string_view code);
 
-/// Fills RESULTS().times with the time of every whole step, in hours, in file order.
+/// Fills RESULTS().times with the time of every whole step in file order.
 void LIST_DAT_TIMES();
 
-/// Reads the first time in file order closer than `tolerance` hours to `time` (hours or a marker), with a WARNING when
-/// a later one is closer. Stops the run when there is none, or when the one wanted is damaged.
-void FIND_DAT_TIME(float time, float tolerance);
+/// Reads the first step of the kind that the wanted number marks, else the first ordinary time in file order closer
+/// than `tolerance` hours to it, with a WARNING when a later one is closer. Stops the run when there is none, naming
+/// the nearest, or when the one wanted is damaged.
+void FIND_DAT_TIME(const WantedTime& wanted, double tolerance);
 
 /// Fills the results record with the maximum of every value, and the cells wet at any time: the stored maximums (time
 /// 99999.0) where the file ends with them, else the maximum over all times but the last, with a WARNING; the only step

@@ -1,7 +1,6 @@
 #include "inputs/dat_steps.h"
 
 #include "inputs/dat_layout.h"
-#include "inputs/dat_time_text.h"
 #include "platform/platform.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -82,7 +81,7 @@ void READ_DAT_STEP(std::size_t index, DatTables tables) {
     const DatFile& dat = DAT();
     const DatStep& step = dat.steps[index];
     const auto nodes = static_cast<std::size_t>(dat.header.nodes);
-    REPORT("Reading data for time " + DAT_TIME_TEXT(step.time));
+    REPORT("Reading data for time " + DAT_TIME_TEXT(dat, step.time));
     readWetCells(dat, index, tables.wet);
     seek(dat.file, step.offset + DAT_VALUES_OFFSET(dat.header, dat.flagSize, step.flags));
     if (dat.header.vector) readVectors(dat.file, nodes, tables);
@@ -101,7 +100,7 @@ void CHECK_DAT_MEMORY(std::uint64_t tables) {
 
 void STOP_AT_DAMAGED_STEP() {
     const DatFile& dat = DAT();
-    const std::string time = dat.damagedTimeKnown ? " (time " + DAT_TIME_TEXT(dat.damagedTime) + ")" : "";
+    const std::string time = dat.damagedTime ? " (time " + DAT_TIME_TEXT(dat, *dat.damagedTime) + ")" : "";
     STOP_RUN("ERROR - Time step " + std::to_string(dat.steps.size() + 1) + time + " of " + GETNAM(dat.file) +
              " is incomplete or damaged.");
 }

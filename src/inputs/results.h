@@ -1,6 +1,8 @@
 // The values that a run converts: one quantity at one output time. Filled by the results readers; read by every output.
 #pragma once
 
+#include "services/output_time.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -10,16 +12,16 @@ struct Results {
     std::int32_t cells = 0;    ///< wet/dry flags per time; 0 in files without flags
     bool vector = false;       ///< x and y components, else one scalar in x
     bool cellCentred = false;  ///< one value per cell instead of per node
-    float time = 0.0F;         ///< hours, or a marker (services/time_markers.h)
-    bool endReached = false;   ///< no further output time follows the one held
+    OutputTime time;
+    bool endReached = false;  ///< no further output time follows the one held
     /// scalar or x component, numbered from 1 (entry 0 unused); IS_MISSING where there is none
     std::vector<float> x;
     std::vector<float> y;  ///< y component of vectors, numbered from 1; empty for scalars
     /// per cell, numbered from 1: 1 wet, 0 dry. 1 everywhere until a file gives flags
     std::vector<std::uint8_t> wet;
-    std::vector<float> times;  ///< every output time of the source in hours, markers as they are, in file order
-    std::string quantity;      ///< name of what is held ("Water Level"), blank when unknown
-    std::string code;          ///< short code of the quantity ("h"), blank when unknown
+    std::vector<OutputTime> times;  ///< every output time of the source, in file order
+    std::string quantity;           ///< name of what is held ("Water Level"), blank when unknown
+    std::string code;               ///< short code of the quantity ("h"), blank when unknown
 };
 
 const Results& RESULTS();

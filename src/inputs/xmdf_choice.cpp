@@ -1,6 +1,5 @@
 #include "inputs/xmdf_choice.h"
 
-#include "inputs/dat_time_text.h"
 #include "inputs/output_types.h"
 #include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_search.h"
@@ -10,7 +9,6 @@
 #include "text_utils/text.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -18,23 +16,20 @@ constexpr std::string_view PEAK_OF_LEVEL = "Time of Peak h";
 constexpr std::string_view PEAK_OF_VELOCITY = "Time of Peak V";
 
 bool holdsTimeSteps(XmdfFolder folder) { return folder == XmdfFolder::Temporal || folder == XmdfFolder::Other; }
-bool near(float time, float marker) { return std::abs(time - marker) < 0.001F; }
 
 bool isPeak(std::string_view path) {
     return ASAME(XMDF_LAST_PART(path), PEAK_OF_LEVEL) || ASAME(XMDF_LAST_PART(path), PEAK_OF_VELOCITY);
 }
 
 /// The marker of a dataset of times: its own time, else by the names of the two times of peak.
-float singleOutputTime(std::string_view path, float time) {
-    if (IS_TIME_MARKER(time)) return time;
+OutputTime singleOutputTime(std::string_view path, const OutputTime& time) {
+    if (!time.ordinary()) return time;
     if (ASAME(XMDF_LAST_PART(path), PEAK_OF_LEVEL)) return TIME_OF_PEAK_LEVEL;
     return ASAME(XMDF_LAST_PART(path), PEAK_OF_VELOCITY) ? TIME_OF_PEAK_VELOCITY : time;
 }
 
-float timeOf(const XmdfItem& item) {
-    const auto own = [&](std::int32_t step) {
-        return static_cast<float>(item.facts.times[static_cast<std::size_t>(step - 1)]);
-    };
+OutputTime timeOf(const XmdfItem& item) {
+    const auto own = [&](std::int32_t step) { return item.facts.times[static_cast<std::size_t>(step - 1)]; };
     switch (item.read) {
         case XmdfRead::Maximum:
         case XmdfRead::TemporalMaximums: return TIME_MAXIMUM;
@@ -43,7 +38,7 @@ float timeOf(const XmdfItem& item) {
         case XmdfRead::Time: return own(item.step);
         case XmdfRead::AllTimes: break;
     }
-    return 0.0F;
+    return {};
 }
 
 }  // namespace
@@ -51,9 +46,12 @@ float timeOf(const XmdfItem& item) {
 XmdfWanted XMDF_WANTED(const RunOptions& options) {
     if (options.allTimes) return XmdfWanted::AllTimes;
     if (!options.timeGiven) return XmdfWanted::NotGiven;
-    if (near(options.outputTime, TIME_MAXIMUM)) return XmdfWanted::Maximum;
-    if (near(options.outputTime, TIME_MINIMUM)) return XmdfWanted::Minimum;
-    return near(options.outputTime, TIME_TMAX) ? XmdfWanted::TimeOfPeak : XmdfWanted::Time;
+    switch (options.outputTime.kind()) {
+        case TimeKind::Maximum: return XmdfWanted::Maximum;
+        case TimeKind::Minimum: return XmdfWanted::Minimum;
+        case TimeKind::TimeOfMaximum: return XmdfWanted::TimeOfPeak;
+        default: return XmdfWanted::Time;
+    }
 }
 
 std::string XMDF_PEAK_OF(std::string_view type) {
@@ -123,16 +121,19 @@ bool XmdfChoice::addPeak(std::string_view quantity) {
 bool XmdfChoice::addClosestTime(XmdfKind kind, std::int32_t number, bool stopsRun) {
     const std::string& path = entry_.of(kind).path(number);
     XmdfFacts facts = READ_XMDF_FACTS(entry_, path);
-    REPORT("Searching XMDF dataset for specified output time: " + DAT_TIME_TEXT(options_.outputTime));
-    double closest = 0.0;
-    const std::int32_t step = CLOSEST_XMDF_TIME(facts.times, options_.outputTime, options_.timeTolerance, closest);
-    const std::string text = DAT_TIME_TEXT(static_cast<float>(closest));
+    const int decimals = TIME_DECIMALS(facts.times, options_.seconds);
+    const std::string wanted = TIME_TEXT({options_.outputTime.hours}, decimals, options_.seconds);
+    REPORT("Searching XMDF dataset for specified output time: " + wanted);
+    OutputTime closest;
+    const double tolerance = options_.timeTolerance.value_or(TIME_TOLERANCE(facts.times));
+    const std::int32_t step = CLOSEST_XMDF_TIME(facts.times, options_.outputTime, tolerance, closest);
+    const std::string text = TIME_TEXT(closest, decimals, options_.seconds);
     if (step > 0) {
         REPORT("Found closest time: " + text);
         const bool times = XMDF_FOLDER_OF(path) == XmdfFolder::Times;
         return add(kind, number, times ? XmdfRead::SingleOutput : XmdfRead::Time, std::move(facts), step);
     }
-    if (!stopsRun) return lacks("no output time " + DAT_TIME_TEXT(options_.outputTime) + ", the closest is " + text);
+    if (!stopsRun) return lacks("no output time " + wanted + ", the closest is " + text);
     DMESSAGE("ERROR - Closest time " + XMDF_QUOTED(text) + " is not within time search tolerance");
     REPORT("        " + XMDF_QUOTED(entry_.fileName) + ": " + path);
     EXITS();

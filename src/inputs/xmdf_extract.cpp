@@ -109,8 +109,8 @@ void readTime(XmdfReading& reading, std::int32_t step) {
     const bool vector = reading.item->kind == XmdfKind::Vector;
     REPORT((vector ? "Reading vector data at timestep " : "Reading scalar data at timestep ") + AINTEGER(step));
     readIntoResults(reading, step, vector ? "data from timestep" : "data");
-    const std::vector<double>& times = reading.item->facts.times;
-    RESULTS_TO_FILL().time = static_cast<float>(times[static_cast<std::size_t>(step - 1)]);
+    const std::vector<OutputTime>& times = reading.item->facts.times;
+    RESULTS_TO_FILL().time = times[static_cast<std::size_t>(step - 1)];
     if (static_cast<std::size_t>(step) < times.size()) return;
     REPORT("Processing final timestep... closing group");
     closeGroup(reading);
@@ -156,9 +156,7 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
     results.endReached = false;
     results.quantity = item.quantity;
     results.code = item.code;
-    results.times.assign(item.facts.times.size(), 0.0F);
-    std::transform(item.facts.times.begin(), item.facts.times.end(), results.times.begin(),
-                   [](double time) { return static_cast<float>(time); });
+    results.times = item.facts.times;
     XmdfReading reading;
     reading.entry = &entry;
     reading.item = &item;

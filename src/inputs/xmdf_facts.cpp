@@ -3,17 +3,13 @@
 #include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_search.h"
 #include "services/console.h"
-#include "services/time_markers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace {
-
-constexpr double SECONDS_PER_HOUR = 3600.0;
 
 struct TimeUnit {
     std::string_view name;
@@ -25,18 +21,6 @@ const TimeUnit* unitOf(std::string_view name) {
     const auto* row =
         std::find_if(std::begin(UNITS), std::end(UNITS), [&](const TimeUnit& unit) { return ASAME(unit.name, name); });
     return row == std::end(UNITS) ? nullptr : row;
-}
-
-/// Below Times, Maximums and Minimums any marker may stand. Elsewhere a time such as 100800 seconds is a time like
-/// others, and only the stored maximums, minimums and times of maximum are marked.
-bool isMarker(double time, XmdfFolder folder) {
-    const auto single = static_cast<float>(time);
-    if (folder != XmdfFolder::Temporal && folder != XmdfFolder::Other) return IS_TIME_MARKER(single);
-    return single == TIME_MAXIMUM || single == TIME_MINIMUM || single == TIME_TMAX;
-}
-
-double hours(double time, double secondsPerUnit) {
-    return secondsPerUnit == SECONDS_PER_HOUR ? time : time * secondsPerUnit / SECONDS_PER_HOUR;
 }
 
 std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
@@ -53,13 +37,15 @@ std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
     return unit;
 }
 
-void readTimes(XmdfGroupState& group, const std::string& fileName, XmdfFacts& facts) {
+std::vector<double> readTimes(XmdfGroupState& group, const std::string& fileName) {
     REPORT("Extracting number of outputs for temporal data in " + XMDF_QUOTED(fileName));
     std::int32_t count = 0;
     if (xfgetdatasetnumtimes_f(group, count) < 0)
         STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
-    if (xfgetdatasettimes_f(group, facts.times) < 0)
+    std::vector<double> times;
+    if (xfgetdatasettimes_f(group, times) < 0)
         STOP_XMDF("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
+    return times;
 }
 
 }  // namespace
@@ -71,28 +57,28 @@ XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
         STOP_XMDF("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
     XmdfFacts facts;
     const std::string unitName = readCounts(*group, facts);
-    readTimes(*group, entry.fileName, facts);
-    const XmdfFolder folder = XMDF_FOLDER_OF(path);
-    const auto marked = [folder](double time) { return isMarker(time, folder); };
+    const std::vector<double> stored = readTimes(*group, entry.fileName);
+    const bool derived = XMDF_FOLDER_OF(path) == XmdfFolder::Times;
     const TimeUnit* unit = unitOf(unitName);
     if (unit != nullptr) facts.secondsPerUnit = unit->seconds;
-    else if (folder == XmdfFolder::Times || !std::all_of(facts.times.begin(), facts.times.end(), marked))
+    facts.times = OUTPUT_TIMES(stored, facts.secondsPerUnit, derived ? TimeMarkers::All : TimeMarkers::Extremes);
+    const auto ordinary = [](const OutputTime& time) { return time.ordinary(); };
+    if (unit == nullptr && (derived || std::any_of(facts.times.begin(), facts.times.end(), ordinary)))
         DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(unitName) + " of " + XMDF_QUOTED(path) +
                  ", taken as hours.");
-    for (double& time : facts.times)
-        if (!marked(time)) time = hours(time, facts.secondsPerUnit);
     return facts;
 }
 
-std::int32_t CLOSEST_XMDF_TIME(const std::vector<double>& times, float time, float tolerance, double& closest) {
+std::int32_t CLOSEST_XMDF_TIME(const std::vector<OutputTime>& times, const WantedTime& wanted, double tolerance,
+                               OutputTime& closest) {
     double best = std::numeric_limits<double>::infinity();
     std::int32_t number = 0;
     for (std::size_t i = 0; i < times.size(); ++i) {
-        const double away = std::abs(times[i] - static_cast<double>(time));
+        const double away = wanted.away(times[i]);
         if (!(away < best)) continue;
         best = away;
         closest = times[i];
         number = static_cast<std::int32_t>(i) + 1;
     }
-    return static_cast<float>(best) - tolerance > 0.0F ? 0 : number;
+    return static_cast<float>(best) - static_cast<float>(tolerance) > 0.0F ? 0 : number;
 }

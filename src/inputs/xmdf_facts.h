@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inputs/xmdf_catalogue.h"
+#include "services/output_time.h"
 
 #include <string>
 #include <vector>
@@ -10,8 +11,7 @@ struct XmdfFacts {
     std::int32_t values = 0;         ///< per time: the nodes of the model, or its cells
     std::int32_t flags = 0;          ///< wet/dry flags per time; 0: none, every cell is wet
     double secondsPerUnit = 3600.0;  ///< of the file's time unit
-    /// hours, markers as they are (services/time_markers.h), in file order; never empty
-    std::vector<double> times;
+    std::vector<OutputTime> times;   ///< in file order; never empty
 };
 
 /// Reads and reports them. An unknown time unit is taken as hours, with a WARNING where the dataset has a time that
@@ -19,6 +19,8 @@ struct XmdfFacts {
 /// number.
 XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path);
 
-/// Number (from 1) of the time closest to `time` hours, the earliest of equally close ones, when it lies within the
-/// tolerance: a difference equal to it, in single precision, does. 0 otherwise. closest: that time in either case.
-std::int32_t CLOSEST_XMDF_TIME(const std::vector<double>& times, float time, float tolerance, double& closest);
+/// Number (from 1) of the time closest to the wanted one, the earliest of equally close ones, when it lies within the
+/// tolerance, in hours: a difference equal to it, in single precision, does. 0 otherwise. closest: that time in either
+/// case.
+std::int32_t CLOSEST_XMDF_TIME(const std::vector<OutputTime>& times, const WantedTime& wanted, double tolerance,
+                               OutputTime& closest);

@@ -23,8 +23,7 @@ struct XmdfItem {
     std::string path;
     XmdfRead read = XmdfRead::Time;
     std::int32_t step = 0;  ///< Time: number of the time, from 1
-    /// hours, or the marker that names the output; AllTimes goes by the times of `facts` instead
-    float time = 0.0F;
+    OutputTime time;        ///< names the output; AllTimes goes by the times of `facts` instead
     XmdfFacts facts;
     std::string quantity;  ///< "Water Level": the name of the type table, else the last part of the path
     std::string code;      ///< "h", blank for what is in no table

@@ -1,7 +1,6 @@
 #include "inputs/output_types.h"
 #include "inputs/xmdf_items.h"
 #include "inputs/xmdf_search.h"
-#include "services/time_markers.h"
 #include "text_utils/text.h"
 
 #include <algorithm>
@@ -22,7 +21,7 @@ std::string nameTag(const XmdfItem& item) { return cleaned(std::string("_").appe
 std::string codeTag(const XmdfItem& item) { return item.code.empty() ? nameTag(item) : cleaned("_" + item.code); }
 
 /// Told by the time marker of its own: "x_time_hMax".
-bool namedByTime(const XmdfItem& item) { return item.read == XmdfRead::SingleOutput && IS_TIME_MARKER(item.time); }
+bool namedByTime(const XmdfItem& item) { return item.read == XmdfRead::SingleOutput && !item.time.ordinary(); }
 
 bool anyOther(const std::vector<XmdfItem>& items, const XmdfItem& item, auto&& matches) {
     return std::any_of(items.begin(), items.end(),

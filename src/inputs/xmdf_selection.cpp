@@ -124,19 +124,21 @@ void addAll(XmdfChoice& choice) {
 
 void checkLimits(const std::vector<XmdfItem>& items) {
     constexpr struct {
-        float from, below;
+        TimeKind kind, orKind;
         int most;
         const char* message;
     } LIMITS[] = {
-        {TIME_EXCEEDANCE, TIME_DURATION, 100, "ERROR - Exceeded maximum number of time outputs, limit is 100."},
-        {TIME_DURATION, TIME_DURATION + 100000.0F, 100,
+        {TimeKind::Exceedance, TimeKind::Exceedance, 100,
+         "ERROR - Exceeded maximum number of time outputs, limit is 100."},
+        {TimeKind::Duration, TimeKind::Duration, 100,
          "ERROR - Exceeded maximum number of duration outputs, limit is 100."},
-        {TIME_OF_PEAK_LEVEL, TIME_OF_PEAK_VELOCITY + 1.0F, 10,
+        {TimeKind::PeakLevel, TimeKind::PeakVelocity, 10,
          "ERROR - Exceeded maximum number of peak time outputs, limit is 10."},
     };
     for (const auto& limit : LIMITS) {
         const auto counts = [&](const XmdfItem& item) {
-            return item.read == XmdfRead::SingleOutput && item.time >= limit.from && item.time < limit.below;
+            return item.read == XmdfRead::SingleOutput &&
+                   (item.time.kind == limit.kind || item.time.kind == limit.orKind);
         };
         if (std::count_if(items.begin(), items.end(), counts) > limit.most) STOP_RUN(limit.message);
     }

@@ -3,7 +3,6 @@
 #include "run_control/switches.h"
 #include "services/console.h"
 #include "services/options.h"
-#include "services/time_markers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
@@ -69,23 +68,11 @@ std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at
     return at + (row->takesNext && hasNext ? 2 : 1);
 }
 
-/// On the command line 100000 and above are seconds like any others; only the values that stand for a sort of output by
-/// themselves are markers.
-bool isMarkerValue(float time) {
-    constexpr float MARKERS[] = {TIME_MAXIMUM,          TIME_MINIMUM,   TIME_TMAX,      TIME_OF_PEAK_LEVEL,
-                                 TIME_OF_PEAK_VELOCITY, TIME_MAX_VALUE, TIME_MAX_SOURCE};
-    return std::find(std::begin(MARKERS), std::end(MARKERS), time) != std::end(MARKERS);
-}
-
 /// Hours inside, always. Done last, so that -sec may stand anywhere on the command line.
 void convertTimesToHours(RunOptions& options) {
-    constexpr double SECONDS_PER_HOUR = 3600.0;
-    const auto hours = [](float seconds) {
-        return static_cast<float>(static_cast<double>(seconds) / SECONDS_PER_HOUR);
-    };
-    if (!options.seconds) return;
-    if (options.timeValueGiven && !isMarkerValue(options.outputTime)) options.outputTime = hours(options.outputTime);
-    if (options.timeToleranceGiven) options.timeTolerance = hours(options.timeTolerance);
+    const double unitsPerHour = options.seconds ? 3600.0 : 1.0;
+    options.outputTime.hours = static_cast<double>(options.outputTime.typed) / unitsPerHour;
+    if (options.timeTolerance) *options.timeTolerance /= unitsPerHour;
 }
 
 }  // namespace

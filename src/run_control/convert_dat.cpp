@@ -62,23 +62,20 @@ void output() {
 void outputAllTimes() {
     REPORT("Processing all output times.");
     while (NEXT_DAT_TIME()) output();
+    if (DAT().damaged) NOTE_INCOMPLETE();
 }
 
 /// The one output of a run without -tAll.
-void readChosenTime() {
+void readChosenTime(double tolerance) {
     const RunOptions& options = OPTIONS();
     if (options.max) return EXTRACT_DAT_MAXIMUMS();
-    if (options.timeGiven) return FIND_DAT_TIME(options.outputTime, options.timeTolerance);
+    if (options.timeGiven) return FIND_DAT_TIME(options.outputTime, tolerance);
     if (DAT().steps.size() == 1 && !DAT().damaged) {
         NEXT_DAT_TIME();
         return;
     }
     DMESSAGE("WARNING - No output time specified, using maximums.");
     EXTRACT_DAT_MAXIMUMS();
-}
-
-std::string toleranceText(const RunOptions& options) {
-    return options.seconds ? AREAL(options.timeTolerance * 3600.0F) : AREAL(options.timeTolerance);
 }
 
 }  // namespace
@@ -106,8 +103,9 @@ void CONVERT_DAT() {
     checkOutputsFit(header, cellCentred);
     ALLOCATE_DAT_RESULTS(cellCentred, dat.quantity, dat.code);
     REPORT("Allocating time arrays for .dat file...");
-    REPORT("Time search tolerance = " + toleranceText(options));
     LIST_DAT_TIMES();
+    const double tolerance = options.timeTolerance.value_or(TIME_TOLERANCE(RESULTS().times));
+    REPORT("Time search tolerance = " + AREAL8(SHOWN_TIME({tolerance}, options.seconds)));
     REPORT("Found " + AINTEGER8(static_cast<std::int64_t>(DAT().steps.size())) + " timesteps in .dat file.");
     REPORT("Rewinding .dat file...");
     SET_TIME_PRECISION(RESULTS().times, options.seconds);
@@ -117,7 +115,7 @@ void CONVERT_DAT() {
     if (options.allTimes) {
         outputAllTimes();
     } else {
-        readChosenTime();
+        readChosenTime(tolerance);
         output();
     }
     CLOSE_FILE(dat.file);

@@ -60,10 +60,10 @@ std::vector<bool> matchToMesh(const std::vector<XmdfItem>& items) {
 /// Settles what the names of all outputs depend on. True when there are several.
 bool prepareNames(const std::vector<XmdfItem>& items) {
     std::size_t outputs = 0;
-    std::vector<float> times;
+    std::vector<OutputTime> times;
     for (const XmdfItem& item : items) {
         outputs += item.read == XmdfRead::AllTimes ? item.facts.times.size() : 1;
-        for (const double time : item.facts.times) times.push_back(static_cast<float>(time));
+        times.insert(times.end(), item.facts.times.begin(), item.facts.times.end());
     }
     SET_TIME_PRECISION(times, OPTIONS().seconds);
     if (outputs > 1) IGNORE_OUTPUT_NAME();
@@ -73,7 +73,6 @@ bool prepareNames(const std::vector<XmdfItem>& items) {
 void convertItem(XmdfEntry& entry, const XmdfItem& item, bool cellCentred) {
     OutputLabel label;
     label.base = FILENAMEPATH(entry.fileName) + item.tag;
-    label.thresholdCutsBase = false;
     XmdfReading reading = BEGIN_XMDF_READING(entry, item, cellCentred);
     while (NEXT_XMDF_OUTPUT(reading)) OUTPUT_RESULTS(RESULTS(), label);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "services/options.h"
+#include "services/output_time.h"
 
 #include <string>
 #include <string_view>
@@ -11,20 +12,20 @@
 struct OutputLabel {
     /// folder and name without extension; a dataset tag of an .xmdf ("_h") already behind it
     std::string base;
-    bool timed = true;    ///< a mesh on its own has no time tag
-    float time = 0.0F;    ///< hours, or a marker
-    bool vector = false;  ///< component switches name a component of vector results only
-    /// time-of-exceedance and duration outputs of a .dat drop the base's trailing part ("x_h" -> "x")
-    bool thresholdCutsBase = true;
+    bool timed = true;  ///< a mesh on its own has no time tag
+    OutputTime time;
+    std::string quantity;   ///< "Water Level", blank when unknown: names the times of its maximum
+    bool vector = false;    ///< component switches name a component of vector results only
     double gridSize = 0.0;  ///< cell size of a grid output, 0 for none
 };
 
 /// Decimals that the times of a run need in names. Fewest of 2 to 6 (0 to 6 with -sec) that keep every time distinct;
 /// markers do not count.
-void SET_TIME_PRECISION(const std::vector<float>& times, bool seconds);
+void SET_TIME_PRECISION(const std::vector<OutputTime>& times, bool seconds);
 
-/// Tag of a time: "Max", "Min", "_time_hMax", "_t002.50", with -sec "_t009000".
-std::string TIME_TAG(float time, bool seconds);
+/// Tag of a time: "Max", "Min", "time_hMax", "time_exceed_0.5", "t002.50", with -sec "t009000". quantity: whose times
+/// of maximum they are.
+std::string TIME_TAG(const OutputTime& time, std::string_view quantity, bool seconds);
 /// Tag of a cell size: three digits before the point, decimals only as needed: 5 -> "_g005", 2.5 -> "_g002.5".
 std::string GRID_TAG(double cellSize);
 

@@ -78,6 +78,7 @@ void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
 void OUTPUT_RESULTS(const Results& results, OutputLabel label) {
     label.time = results.time;
     label.vector = results.vector;
+    label.quantity = results.quantity;
     if (IS_VECTOR_OUTPUT()) {
         if (OPTIONS().grid) label.gridSize = OPTIONS().gridSpacing;
         return WRITE_RESULTS_LAYER(vectorRun, results, OUTPUT_NAME(label, VECTOR_FILES()));

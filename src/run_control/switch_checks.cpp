@@ -60,7 +60,7 @@ void checkTimes(const RunOptions& o) {
 }
 
 void checkTypeOfPeak(RunOptions& o) {
-    if (!o.typeGiven || !o.tmax) return;
+    if (!o.typeGiven || !o.tmax || o.allTypes) return;
     if (IS_WATER_LEVEL(o.typeText)) o.secondDatasetName = "Time of Peak h";
     else if (IS_VELOCITY(o.typeText)) o.secondDatasetName = "Time of Peak V";
     else STOP_RUN("Error - Maxtime (-tmax) flag found, with xmdf date type other than \"h\" or \"v\".");

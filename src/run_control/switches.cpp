@@ -3,7 +3,7 @@
 #include "run_control/precision.h"
 #include "services/console.h"
 #include "services/exits.h"
-#include "services/time_markers.h"
+#include "services/output_time.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
@@ -158,35 +158,40 @@ void setType(RunOptions& options, const SwitchArgument& given) {
     if (ASAME(options.typeText, "all")) options.allTypes = true;
 }
 
-template <bool RunOptions::*Flag>
-void setMarkerTime(RunOptions& options, float marker, std::string_view text) {
+void setMarkerTime(RunOptions& options, const OutputTime& marker, std::string_view text) {
     options.timeGiven = true;
-    options.*Flag = true;
-    options.outputTime = marker;
+    options.outputTime.typed = static_cast<float>(marker.number);
     options.timeText = text;
 }
 
 void setTmax(RunOptions& options, const SwitchArgument&) {
-    setMarkerTime<&RunOptions::tmax>(options, TIME_TMAX, "tmax");
+    setMarkerTime(options, TIME_OF_MAXIMUM, "tmax");
+    options.tmax = true;
 }
+
+/// Of -max and -min the last one given wins.
 void setMax(RunOptions& options, const SwitchArgument&) {
-    setMarkerTime<&RunOptions::max>(options, TIME_MAXIMUM, "Max");
+    setMarkerTime(options, TIME_MAXIMUM, "Max");
+    options.max = true;
+    options.min = false;
 }
+
 void setMin(RunOptions& options, const SwitchArgument&) {
-    setMarkerTime<&RunOptions::min>(options, TIME_MINIMUM, "Min");
+    setMarkerTime(options, TIME_MINIMUM, "Min");
+    options.min = true;
+    options.max = false;
 }
 
 void setTime(RunOptions& options, const SwitchArgument& given) {
-    options.outputTime = gluedReal<float>(given);
+    options.outputTime.typed = gluedReal<float>(given);
     options.timeGiven = true;
     options.timeValueGiven = true;
     options.timeText = given.text;
 }
 
 void setTolerance(RunOptions& options, const SwitchArgument& given) {
-    options.timeTolerance = gluedReal<float>(given);
-    requireAbove(options.timeTolerance >= 0.0F, given, "zero or above");
-    options.timeToleranceGiven = true;
+    options.timeTolerance = gluedReal<double>(given);
+    requireAbove(*options.timeTolerance >= 0.0, given, "zero or above");
 }
 
 void setOutputName(RunOptions& options, const SwitchArgument& given) {

@@ -2,10 +2,11 @@
 // only read.
 #pragma once
 
-#include "services/time_markers.h"
+#include "services/output_time.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -70,11 +71,10 @@ struct RunOptions {
     // Times
     bool timeGiven = false;       ///< -t, -max, -min or -tmax
     bool timeValueGiven = false;  ///< -t<time>
-    float outputTime = 0.0F;      ///< hours, or a marker; of several time switches the last one given
+    WantedTime outputTime;        ///< of several time switches the last one given
     std::string timeText;         ///< "Max", "Min", "tmax", or the switch without its dash ("t2.5")
     bool tmax = false, allTimes = false, max = false, min = false;
-    bool timeToleranceGiven = false;
-    float timeTolerance = 0.001F;  ///< hours, not negative
+    std::optional<double> timeTolerance;  ///< -dttol: hours, not negative
 
     // Components of vector results
     bool vx = false, vy = false, va = false, vdir = false, compass = false;

@@ -67,10 +67,6 @@ Cutoff cutoffOf(const VectorRun& run, const Results& results) {
     return cutoff;
 }
 
-double shownTime(float time) {
-    return static_cast<double>(time) * (OPTIONS().seconds && !IS_TIME_MARKER(time) ? 3600.0 : 1.0);
-}
-
 /// The nodes or cells that may be written, numbered from 1. wet: empty when all are.
 std::vector<std::uint8_t> chosenOf(const VectorRun& run, ItemKind items, std::span<const std::uint8_t> wet) {
     if (items == ItemKind::Cell) return WET_CELLS(*run.mesh, wet, run.oneDTriangles);
@@ -188,7 +184,7 @@ void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::stri
     source.kind = layerOf(run, results);
     source.cutoff = cutoffOf(run, results);
     source.axes = TURNED_AXES(OPTIONS().slantAngle);
-    source.time = shownTime(results.time);
+    source.time = SHOWN_TIME(results.time, OPTIONS().seconds);
     std::vector<std::uint8_t> chosen;
     if (run.gridded) {
         gridResults(run, results, source.kind, source);

@@ -50,12 +50,12 @@ while read -r x y z a b c; do
 done < <(probes sacramento.2dm 150)
 check "no wet triangle was looked at" [ "$probed" -gt 0 ]
 
-# Another package's triangles, 48 hourly times without flags; and as that package wrote them: flags of four bytes, times in seconds.
+# Another package's triangles, 48 hourly times without flags; and as that package wrote them: flags of four bytes, card 250 for times in seconds.
 run 0 -b -flt -grid50 -tAll valley_d.dat
 check "not 48 times: ${#outputs[@]}" [ "${#outputs[@]}" -eq 96 ]
 row 0 "valley_d_t024.00_g050.flt valley_d_t024.00_g050.hdr"    -b -flt -grid50 -t24 valley_d.dat
 keep valley_d_t024.00_g050.flt valley_d_t024.00_g050.hdr
-run 0 -b -flt -grid50 -t86400 -out four valley_4byteflags_d.dat
+run 0 -b -flt -grid50 -t24 -out four valley_4byteflags_d.dat
 said "Check - "
 same_values four.flt ../kept/valley_d_t024.00_g050.flt 0
 row 0 "valley_g050.asc"                                        -b -asc -grid50 valley.2dm

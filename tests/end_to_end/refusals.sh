@@ -73,6 +73,8 @@ for ((whole = 1; whole <= 3; whole++)); do
             row 0 "cut_h_t000.00_g400.asc" -b -asc -grid400 -t0 cut_h.dat
             said "WARNING"
             refused 1 "ERROR" -b -asc -grid400 -max cut_h.dat
+            run 3 -b -asc -grid400 -tAll cut_h.dat
+            check "not $whole times" [ "${#outputs[@]}" -eq "$whole" ]
         fi
         [ "$whole" -eq 3 ] || refused 1 "ERROR" -b -asc -grid400 -t0.2 cut_h.dat
     done

@@ -32,6 +32,7 @@ run 0 -b -asc -grid100 -tAll -typed run_1.xmdf
 check "not 11 depths: ${#outputs[@]}" [ "${#outputs[@]}" -eq 11 ]
 row 0 "run_1_h_Min_g100.asc" -b -asc -grid100 -min run_1.xmdf
 row 0 "run_1_time_hMax_g100.asc" -b -asc -grid100 -tmax -typeh run_1.xmdf
+row 0 "run_1_time_hMax_g100.asc" -b -asc -grid100 -tmax -typeAll run_1.xmdf
 row 0 "run_1_d_Max_g100.asc run_1_h_Max_g100.asc run_1_v_Max_g100.asc" -b -asc -grid100 -typeAll -max run_1.xmdf
 said "Warning - Dataset \"/run_1/Times/Time of Peak h\" skipped" "Processing Scalar Datasets..." "Processing Vector Datasets..." "Finished processing xmdf file."
 row 0 "run_1_d_Max_g100.asc run_1_h_Max_g100.asc run_1_v_Max_g100.asc" -b -asc -grid100 -FolderMaximums -out name run_1.xmdf

@@ -5,7 +5,6 @@
 #include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "services/time_markers.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -40,16 +39,16 @@ std::string header(int nodes, int cells, bool vector = false, int flagSize = 1) 
            "Water Level" + std::string(29, ' ');
 }
 
-std::string stepBytes(const Step& step, int flagSize = 1) {
-    std::string bytes = integer(200) + integer(step.flags.empty() ? 0 : 1, flagSize) + real(step.time);
+std::string stepBytes(const Step& step, int flagSize = 1, int active = 1) {
+    std::string bytes = integer(200) + integer(step.flags.empty() ? 0 : active, flagSize) + real(step.time);
     for (const int flag : step.flags) bytes += integer(flag, flagSize);
     for (const float value : step.values) bytes += real(value);
     return bytes;
 }
 
-std::string datBytes(const std::string& cards, const std::vector<Step>& steps, int flagSize = 1) {
+std::string datBytes(const std::string& cards, const std::vector<Step>& steps, int flagSize = 1, int active = 1) {
     std::string bytes = cards;
-    for (const Step& step : steps) bytes += stepBytes(step, flagSize);
+    for (const Step& step : steps) bytes += stepBytes(step, flagSize, active);
     return bytes + integer(210);
 }
 
@@ -82,11 +81,11 @@ TEST_CASE("The header is read past cards of other programs") {
     const std::string more =
         integer(250) + integer(2) + integer(-7) + integer(150) + integer(200) + integer(160) + integer(210);
     const std::string said =
-        readDat(datBytes(more + header(3, 2, true), {{1.5F, {1, 2, 3, 4, 5, 6}, {1, 0}}}), [] { NEXT_DAT_TIME(); });
+        readDat(datBytes(more + header(3, 2, true), {{5400, {1, 2, 3, 4, 5, 6}, {1, 0}}}), [] { NEXT_DAT_TIME(); });
     CHECK(holds(said, "Number Cells: 2\nNumber Nodes: 3\nData Description: Water Level\n"));
     CHECK_FALSE(holds(said, "Check"));
     CHECK(DAT().header.vector);
-    CHECK(RESULTS().times == std::vector<float>{1.5F});
+    CHECK(RESULTS().times == std::vector<OutputTime>{{1.5}});
     CHECK(RESULTS().x == std::vector<float>{MISSING, 1, 3, 5});
     CHECK(RESULTS().y == std::vector<float>{MISSING, 2, 4, 6});
     CHECK(RESULTS().wet == std::vector<std::uint8_t>{1, 1, 0});
@@ -123,25 +122,40 @@ TEST_CASE("A file that is no whole binary .dat is refused by name") {
 }
 
 TEST_CASE("The first time within the tolerance is taken, and a closer one later is named") {
-    const std::vector<Step> steps = {
-        {0.995F, {1}, {0}}, {1.0F, {2}, {}}, {2.0F, {3}, {1}}, {99999.0F, {4}, {}}, {TIME_TMAX, {5}, {}}};
+    const std::vector<Step> hours = {
+        {0.995F, {1}, {0}}, {1.0F, {2}, {}}, {2.0F, {3}, {1}}, {99999.0F, {4}, {}}, {99999.1F, {5}, {}}};
+    std::vector<Step> seconds = {{99939, {1}, {}}, {99999, {2}, {}}, {100059, {3}, {}}, {900001, {4}, {}}};
+    const std::string cards = integer(250) + integer(2) + header(1, 1);
+    const std::string inHours = datBytes(header(1, 1), hours), inSeconds = datBytes(cards, seconds);
+    seconds.push_back({99999, {5}, {}});
+    const std::string withMaximums = datBytes(cards, seconds);
+    const float second = 99999.0F;
+    const std::string none = "ERROR - Could not find specified timestep in .dat file.\n";
     struct {
-        float time, tolerance, value;
+        const std::string& bytes;
+        WantedTime wanted;
+        double tolerance;
+        float value;
         int wet;
         std::string said;
     } const rows[] = {
-        {1.0F, 0.01F, 1, 0, "WARNING - Time 1. in .dat file is closer to the specified time than 0.995,"},
+        {inHours, {1, 1}, 0.01, 1, 0, "WARNING - Time 1. in .dat file is closer to the specified time than 0.995,"},
         // no flags of its own: those of the step before, though it was skipped
-        {1.0F, 0.001F, 2, 0, "...Found time 1. in dat file."},
-        {1.5F, 0.5F, 0, 1, "ERROR - Could not find specified timestep in .dat file."},  // strictly closer
-        {TIME_MAXIMUM, 0.001F, 4, 1, "...Found time 99999. in dat file."},
-        {TIME_TMAX, 0.001F, 5, 1, "...Found time 99999. in dat file."},
-        {TIME_MINIMUM, 0.001F, 0, 1, "ERROR - Could not find"},
+        {inHours, {1, 1}, 0.001, 2, 0, "...Found time 1. in dat file."},
+        // strictly closer; a marker is no time that could be the nearest
+        {inHours, {1.5F, 1.5}, 0.5, 0, 1, none + "        The nearest output time is 1.\n"},
+        {inHours, {90000, 90000}, 1, 0, 1, none + "        The nearest output time is 2.\n"},
+        {inHours, {99999, 99999}, 9, 4, 1, "...Found time 99999. in dat file."},
+        {inHours, {99999.1F, 99999.1}, 0, 5, 1, "...Found time 99999. in dat file."},
+        {inHours, {-99999, -99999}, 0.001, 0, 1, none + "\n"},
+        {withMaximums, {second, 99999 / 3600.0}, 0.001, 5, 1, "...Found time 99999. in dat file."},
+        {inSeconds, {second, 99999 / 3600.0}, 0.001, 2, 1, "...Found time 27.78 in dat file."},
+        {inSeconds, {900001, 900001 / 3600.0}, 0.001, 4, 1, "...Found time 250. in dat file."},
     };
     for (const auto& r : rows) {
-        CAPTURE(r.time);
-        const std::string said = readDat(datBytes(header(1, 1), steps), [&] { FIND_DAT_TIME(r.time, r.tolerance); });
-        CHECK(holds(said, r.said));
+        CAPTURE(r.said);
+        const std::string said = readDat(r.bytes, [&] { FIND_DAT_TIME(r.wanted, r.tolerance); });
+        CHECK_MESSAGE(holds(said, r.said), said);
         CHECK(holds(said, "WARNING") == holds(r.said, "WARNING"));
         if (holds(r.said, "ERROR")) continue;
         CHECK(RESULTS().x[1] == r.value);
@@ -149,15 +163,28 @@ TEST_CASE("The first time within the tolerance is taken, and a closer one later 
     }
 }
 
-TEST_CASE("Messages show seconds with -sec, but not of markers") {
-    readSwitches({"-sec"});
-    const std::string said = readDat(datBytes(header(1, 0), {{0.5F, {1}, {}}, {99999.0F, {4}, {}}}), [] {
-        while (NEXT_DAT_TIME()) {
-        }
-    });
-    INITIALISE_OPTIONS();
-    CHECK(holds(said, "Reading data for time 1800.\nReading data for time 99999.\nEnd of .dat file.\n"));
-    CHECK(RESULTS().times == std::vector<float>{0.5F, 99999.0F});
+TEST_CASE("Card 250 gives the unit of times; messages show hours, or seconds with -sec") {
+    struct {
+        int unit;
+        double hours;
+        const char* said;
+    } const rows[] = {{0, 72, "time 259200."},
+                      {1, 1.2, "time 4320."},
+                      {2, 0.02, "time 72."},
+                      {4, 1728, "time 6220800."},
+                      {3, 72, "WARNING - Unknown time unit 3 of "}};
+    for (const auto& r : rows) {
+        readSwitches({"-sec"});
+        const std::string cards = integer(250) + integer(r.unit) + header(1, 0);
+        const std::string said = readDat(datBytes(cards, {{72, {1}, {}}, {99999, {4}, {}}}), [] {
+            while (NEXT_DAT_TIME()) {
+            }
+        });
+        INITIALISE_OPTIONS();
+        CHECK_MESSAGE(holds(said, r.said), said);
+        CHECK(holds(said, "Reading data for time 99999.\nEnd of .dat file.\n"));
+        CHECK(RESULTS().times == std::vector<OutputTime>{{r.hours}, TIME_MAXIMUM});
+    }
 }
 
 TEST_CASE("Maximums of scalars") {
@@ -178,14 +205,14 @@ TEST_CASE("Maximums of scalars") {
          {1, 0},
          stored},  // none stored: wet at any time
         {{{1, {5, 5}, {}}, {99999.0F, {2, 3}, {}}}, {2, 3}, {1, 1}, stored},
-        {{{1, {5, 1}, {}}, {2, {4, 2}, {1, 0}}, {TIME_TMAX, {9, 9}, {}}, {3, {8, 8}, {}}},
+        {{{1, {5, 1}, {}}, {2, {4, 2}, {1, 0}}, {99999.1F, {9, 9}, {}}, {3, {8, 8}, {}}},
          {5, 2},
          {1, 1},
          "time 2."},  // nothing behind it counts
-        {{{99999.0F, {7, 1}, {}}, {TIME_MINIMUM, {0, 0}, {}}}, {7, 1}, {1, 1}, "Extracting maximums"},
+        {{{99999.0F, {7, 1}, {}}, {-99999, {0, 0}, {}}}, {7, 1}, {1, 1}, "Extracting maximums"},
         {{{6, {1, 2}, {0, 1}}}, {1, 2}, {0, 1}, "Extracting maximums from all timesteps in .dat file"},
         {{{1, {nan, INFINITE}, {}}, {2, {MISSING, 3}, {}}, {3, {0, 0}, {}}}, {MISSING, 3}, {1, 1}, lastLeftOut},
-        {{{TIME_TMAX, {9, 9}, {}}, {2, {4, 2}, {}}}, {}, {}, "ERROR - "},
+        {{{99999.1F, {9, 9}, {}}, {2, {4, 2}, {}}}, {}, {}, "ERROR - "},
     };
     for (std::size_t i = 0; i < std::size(rows); ++i) {
         const auto& r = rows[i];
@@ -210,17 +237,18 @@ TEST_CASE("The maximum of vectors keeps both components of the longest, and miss
     CHECK(RESULTS().y == std::vector<float>{MISSING, -4, 0, 0, 2});
 }
 
-TEST_CASE("Flags of the declared size are read where 8-bit ones do not fit") {
+TEST_CASE("Flags of the declared size, or behind a true of -1, are read where no other layout fits") {
     const std::vector<Step> steps = {{1, {1, 2, 3}, {1, 0, -1, 256}}, {2, {4, 5, 6}, {}}};
     const std::string check = "Check - ";
     struct {
-        int declared, used;
-    } const rows[] = {{4, 4}, {4, 1}, {1, 1}, {2, 2}};
+        int declared, used, active;
+    } const rows[] = {{4, 4, 1}, {4, 1, 1}, {1, 1, 1}, {2, 2, 1}, {1, 1, -1}, {1, 1, 2}, {4, 4, -1}};
     for (const auto& r : rows) {
         CAPTURE(r.declared);
-        const std::string said =
-            readDat(datBytes(header(3, 4, false, r.declared), steps, r.used), [] { CHECK(NEXT_DAT_TIME()); });
+        const std::string bytes = datBytes(header(3, 4, false, r.declared), steps, r.used, r.active);
+        const std::string said = readDat(bytes, [] { CHECK(NEXT_DAT_TIME()); });
         CHECK(holds(said, check) == (r.used != 1));
+        CHECK_FALSE(holds(said, "WARNING"));
         CHECK(RESULTS().x == std::vector<float>{MISSING, 1, 2, 3});
         CHECK(RESULTS().wet == std::vector<std::uint8_t>{1, 1, 0, 1, r.used == 1 ? std::uint8_t{0} : std::uint8_t{1}});
         CHECK(DAT().steps.size() == 2);
@@ -249,7 +277,10 @@ TEST_CASE("Cut at any byte, a file gives its whole steps and a word about the ne
         const bool timeThere = damaged && length >= end + 9;  // card, activity byte, time
         const float next = static_cast<float>(whole) + 1.0F;
         if (whole < 3)
-            CHECK(holds(readFile(name, [&] { FIND_DAT_TIME(next, 0.1F); }),
+            CHECK(holds(readFile(name,
+                                 [&] {
+                                     FIND_DAT_TIME({next, next}, 0.1);
+                                 }),
                         timeThere ? "is incomplete or damaged." : "Could not find"));
     }
     CHECK(holds(readDat(bytes + "more"), "WARNING - "));
@@ -273,12 +304,12 @@ TEST_CASE("Results of other programs are read whole") {
     struct {
         const char* file;
         std::size_t times;
-        float last;
+        double last;
         const char* said;
     } const rows[] = {
-        {"/sacramento/sacramento_V.dat", 14, 99999.0F, "Data Description: Velocity"},
-        {"/valley/valley_d.dat", 48, 48.0F, "Number Cells: 19966"},
-        {"/valley/valley_4byteflags_d.dat", 48, 172800.0F, "Check - "},
+        {"/sacramento/sacramento_V.dat", 14, 99999.0, "Data Description: Velocity"},
+        {"/valley/valley_d.dat", 48, 48.0, "Number Cells: 19966"},
+        {"/valley/valley_4byteflags_d.dat", 48, 48.0, "Check - "},
     };
     for (const auto& r : rows) {
         if (!std::filesystem::exists(data + r.file)) {
@@ -287,7 +318,7 @@ TEST_CASE("Results of other programs are read whole") {
         }
         CHECK(holds(readFile(data + r.file), r.said));
         CHECK(RESULTS().times.size() == r.times);
-        CHECK(RESULTS().times.back() == r.last);
+        CHECK(RESULTS().times.back().number == r.last);
         CHECK_FALSE(DAT().damaged);
     }
 }

@@ -76,19 +76,19 @@ TEST_CASE("each way of reading fills the record with the right values, flags and
     const struct {
         std::vector<const char*> switches;
         const char* type;
-        float time;
+        OutputTime time;
         std::vector<float> x, y;
         std::vector<std::uint8_t> wet;  ///< entry 0 unused
     } rows[] = {
-        {{"-max"}, "Stored", 99999.0F, {7, 8, 9}, {}, {1, 1, 0}},
-        {{"-min"}, "Stored", -99999.0F, {1, 2, MISSING}, {}, {1, 0, 1}},
-        {{"-max"}, "Scalar", 99999.0F, {5, -2, MISSING}, {}, {1, 0, 1}},  // first and last time fold too; a cell never
-                                                                          // wet stays dry
-        {{"-max"}, "Arrows", 99999.0F, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},  // components of the longest; a missing
-                                                                                 // one is no long vector
-        {{"-t2"}, "Scalar", 2.0F, {3, -2, MISSING}, {}, {1, 0, 0}},
-        {{"-tmax"}, "Water Level", 900001.0F, {1.5F, MISSING, 0}, {}, {1}},
-        {{"-tmax", "-sec"}, "Water Level", 900001.0F, {5400, MISSING, 0}, {}, {1}},
+        {{"-max"}, "Stored", TIME_MAXIMUM, {7, 8, 9}, {}, {1, 1, 0}},
+        {{"-min"}, "Stored", TIME_MINIMUM, {1, 2, MISSING}, {}, {1, 0, 1}},
+        {{"-max"}, "Scalar", TIME_MAXIMUM, {5, -2, MISSING}, {}, {1, 0, 1}},  // first and last time fold too; a cell
+                                                                              // never wet stays dry
+        {{"-max"}, "Arrows", TIME_MAXIMUM, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},  // components of the longest; a
+                                                                                     // missing one is no long vector
+        {{"-t2"}, "Scalar", {2}, {3, -2, MISSING}, {}, {1, 0, 0}},
+        {{"-tmax"}, "Water Level", TIME_OF_PEAK_LEVEL, {1.5F, MISSING, 0}, {}, {1}},
+        {{"-tmax", "-sec"}, "Water Level", TIME_OF_PEAK_LEVEL, {5400, MISSING, 0}, {}, {1}},
     };
     for (const auto& row : rows) {
         CAPTURE(row.type);
@@ -116,14 +116,15 @@ TEST_CASE("all times: the group is opened once, closed behind the last, and clos
     const TemporaryFolder folder;
     const std::string file = folder.name("x.xmdf");
     makeXmdf(file, {threeNodes("/r/Temporal/d", {0, 0.5, 1}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {})});
-    std::vector<float> times, first;
+    std::vector<OutputTime> times;
+    std::vector<float> first;
     const std::string console = readAll(file, {"-tAll"}, "d", [&](const Results& results) {
         times.push_back(results.time);
         first.push_back(results.x[1]);
         CHECK(results.endReached == (times.size() == 3));
-        CHECK(results.times == std::vector<float>{0.0F, 0.5F, 1.0F});
+        CHECK(results.times == std::vector<OutputTime>{{0}, {0.5}, {1}});
     });
-    CHECK(times == std::vector<float>{0.0F, 0.5F, 1.0F});
+    CHECK(times == std::vector<OutputTime>{{0}, {0.5}, {1}});
     CHECK(first == std::vector<float>{1, 4, 7});
     CHECK(count(console, "Opening Group.\nDone.\n") == 1);
     CHECK(count(console, "Processing final timestep... closing group\n") == 1);

@@ -69,7 +69,7 @@ Selected selected(const std::string& file, const std::vector<const char*>& switc
         for (const XmdfItem& item : SELECT_XMDF_OUTPUTS(catalogue, OPTIONS(), type)) {
             result.items += item.path + " " + readName(item.read);
             if (item.read == XmdfRead::Time) result.items += AINTEGER(item.step);
-            result.items += " " + AREAL(item.time) + " " + item.tag + ";";
+            result.items += " " + AREAL8(item.time.number) + " " + item.tag + ";";
         }
     });
     return result;
@@ -161,7 +161,7 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
         {{"-FolderTemporal", "-typen", "-t2"}, "Manning n", "/run/Temporal/Manning n time4 2. _n;", ""},
         {{"-FolderTimes"},
          "",
-         "/run/Times/Dur a single 200000. _Dur_a;/run/Times/Dur b single 200000. _Dur_b;/run/Times/Time of Peak V "
+         "/run/Times/Dur a single 200000.5 _Dur_a;/run/Times/Dur b single 200000.5 _Dur_b;/run/Times/Time of Peak V "
          "single 900002. ;"
          "/run/Times/Time of Peak h single 900001. ;",
          ""},
@@ -298,7 +298,7 @@ TEST_CASE("times become hours by the file's unit; markers and unknown units") {
             XmdfCatalogue catalogue = OPEN_XMDF_FILES({file});
             facts = READ_XMDF_FACTS(catalogue.front(), row.path);
         });
-        CHECK(facts.times == std::vector<double>{row.hours});
+        CHECK(facts.times.front().number == row.hours);
         CHECK(holds(console, "WARNING - Unknown time unit") == row.warned);
     }
 }

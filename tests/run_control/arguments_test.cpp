@@ -214,25 +214,27 @@ TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
 TEST_CASE("Times are hours inside, wherever -sec stands, and markers stay") {
     struct {
         std::vector<const char*> arguments;
-        float time;
+        float typed;
+        double hours;
+        TimeKind kind;
         const char* text;
     } const rows[] = {
-        {{"-t2.5"}, 2.5F, "t2.5"},
-        {{"-sec", "-t3660"}, 3660.0F / 3600.0F, "t3660"},
-        {{"-t3660", "-sec"}, 3660.0F / 3600.0F, "t3660"},
-        {{"-sec", "-t108000"}, 30.0F, "t108000"},  // above 100000: not a threshold marker in seconds
-        {{"-sec", "-t99999"}, 99999.0F, "t99999"},
-        {{"-t-99999", "-sec"}, -99999.0F, "t-99999"},
-        {{"-tmax", "-sec"}, 99999.1015625F, "tmax"},
-        {{"-sec", "-MAX"}, 99999.0F, "Max"},
-        {{"-min"}, -99999.0F, "Min"},
+        {{"-t2.5"}, 2.5F, 2.5, TimeKind::Ordinary, "t2.5"},
+        {{"-sec", "-t3660"}, 3660.0F, 3660.0 / 3600.0, TimeKind::Ordinary, "t3660"},
+        {{"-t3660", "-sec"}, 3660.0F, 3660.0 / 3600.0, TimeKind::Ordinary, "t3660"},
+        {{"-sec", "-t99999"}, 99999.0F, 27.7775, TimeKind::Maximum, "t99999"},  // a second where no maximums are stored
+        {{"-t-99999"}, -99999.0F, -99999.0, TimeKind::Minimum, "t-99999"},
+        {{"-tmax"}, 99999.1F, 99999.1F, TimeKind::TimeOfMaximum, "tmax"},
+        {{"-min", "-MAX"}, 99999.0F, 99999.0, TimeKind::Maximum, "Max"},  // the last one wins
+        {{"-max", "-min"}, -99999.0F, -99999.0, TimeKind::Minimum, "Min"},
     };
     for (const auto& r : rows) {
         CAPTURE(r.text);
-        CHECK(after(r.arguments).outputTime == r.time);
+        const WantedTime& wanted = after(r.arguments).outputTime;
+        CHECK((wanted.typed == r.typed && wanted.hours == r.hours && wanted.kind() == r.kind));
         CHECK((OPTIONS().timeGiven && OPTIONS().timeText == r.text));
+        CHECK((!OPTIONS().max || r.kind == TimeKind::Maximum));
     }
-    CHECK(after({"-dttol36", "-sec"}).timeTolerance == 0.01F);
-    CHECK(after({"-sec"}).timeTolerance == 0.001F);  // the default is hours
+    CHECK(after({"-dttol36", "-sec"}).timeTolerance == 0.01);
     CHECK_FALSE(after({"-max"}).timeValueGiven);
 }

@@ -120,6 +120,7 @@ TEST_CASE("Overridden switches are cleared with a warning") {
     }
     checked({"-asc", "-typev", "-tmax"});
     CHECK(o.secondDatasetName == "Time of Peak V");
+    CHECK(checked({"-asc", "-typeAll", "-tmax"}) == ASC);
 }
 
 TEST_CASE("The usage text keeps its odd lines") {

@@ -55,7 +55,7 @@ Results resultsOf(const char* quantity, std::vector<float> x, std::vector<std::u
     results.cellCentred = cellCentred;
     results.x = std::move(x);
     results.wet = std::move(wet);
-    results.time = 2.5F;
+    results.time = {2.5};
     return results;
 }
 
