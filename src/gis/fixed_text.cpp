@@ -87,3 +87,14 @@ char* PUT_FIXED_FIELD(char* at, double value, int width, int decimals) {
     std::memcpy(at + blanks, first, static_cast<std::size_t>(length));
     return at + blanks + length;
 }
+
+std::string_view REAL_TEXT(RealText& buffer, double value, int decimals) {
+    constexpr int MOST_FAST_DECIMALS = 9;
+    char* const first = buffer.data();
+    const char* last = decimals <= MOST_FAST_DECIMALS
+                           ? PUT_FIXED(first, value, decimals)
+                           : std::to_chars(first, first + buffer.size(), value, std::chars_format::fixed, decimals).ptr;
+    const std::string_view text(first, static_cast<std::size_t>(last - first));
+    const bool signOfZero = *first == '-' && value > -1.0 && text.find_first_not_of("0.", 1) == std::string_view::npos;
+    return signOfZero ? text.substr(1) : text;
+}

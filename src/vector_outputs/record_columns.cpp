@@ -5,11 +5,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace {
 
-constexpr int MOST_FAST_DECIMALS = 9;  ///< of PUT_FIXED
 constexpr int SHORT_INTEGER = 8;       ///< characters
 constexpr int LEAST_GRID_DIGITS = 5;
 constexpr int GRID_REF_WIDTH = 16;
@@ -18,24 +16,9 @@ constexpr int GRID_REF_WIDTH = 16;
 constexpr std::string_view NAMES[] = {"Elevation", "",     "Depth",  "Magnitude", "Angle", "X_component", "Y_component",
                                       "Bearing",   "Time", "SMS_ID", "PtType",    "MatID", "Grid_Ref"};
 
-using RealText = std::array<char, LONGEST_FIXED + 32>;
-
-bool isZero(std::string_view digits) { return digits.find_first_not_of("0.") == std::string_view::npos; }
-
-/// The text of a real; a negative value that rounds to nothing has no sign.
-std::string_view realText(RealText& buffer, double value, int decimals) {
-    char* const first = buffer.data();
-    const char* last = decimals <= MOST_FAST_DECIMALS
-                           ? PUT_FIXED(first, value, decimals)
-                           : std::to_chars(first, first + buffer.size(), value, std::chars_format::fixed, decimals).ptr;
-    const std::string_view text(first, static_cast<std::size_t>(last - first));
-    const bool signOfZero = *first == '-' && value > -1.0 && isZero(text.substr(1));
-    return signOfZero ? text.substr(1) : text;
-}
-
 std::string realText(double value, int decimals) {
     RealText buffer;
-    return std::string(realText(buffer, value, decimals));
+    return std::string(REAL_TEXT(buffer, value, decimals));
 }
 
 void add(std::string& line, std::string_view text) {
@@ -45,7 +28,7 @@ void add(std::string& line, std::string_view text) {
 
 void addReal(std::string& line, const RecordColumns& record, Column column, double value) {
     RealText buffer;
-    const std::string_view text = realText(buffer, value, record.format.decimals);
+    const std::string_view text = REAL_TEXT(buffer, value, record.format.decimals);
     if (column == Column::Angle && text == record.westFrom) return add(line, record.westTo);
     if (column == Column::Bearing && text == record.turnFrom) return add(line, record.turnTo);
     add(line, text);
