@@ -43,6 +43,7 @@ struct MeshPart {
 struct GeoReference {
     std::array<double, 7> values{};
     float verticalOffset = 0.0F;  ///< subtracted from z where the node's datum flag is 1
+    bool offsetGiven = false;     ///< the line supplies it
 };
 
 struct Mesh {
@@ -61,6 +62,9 @@ struct Mesh {
     double ymin = 9.0e29, ymax = -9.0e29;
     float zmin = 9.0e29F, zmax = -9.0e29F;
     std::vector<std::uint8_t> nodeExcluded;  ///< per node, numbered from 1: 1 for a node used only by removed elements
+    /// per element, numbered from 1: 1 for a triangle taken as a 1D water-level line; empty for none, and until
+    /// SETTLE_ONE_D_TRIANGLES (inputs/one_d_triangles.h) has settled it
+    std::vector<std::uint8_t> oneD;
 };
 
 /// Owned by the mesh reader, which alone changes it.

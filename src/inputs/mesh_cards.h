@@ -25,10 +25,14 @@ inline MeshCard meshCard(std::string_view line) {
     return line.starts_with("MESHPART") ? MeshCard::Part : MeshCard::Other;
 }
 
+constexpr std::size_t MESH_LINE_WIDTH = 200;  ///< characters of a line that count
+
+/// The flavour with datum flags and 9-node quads.
+inline bool IS_CURRENT_FLAVOUR(const Mesh& mesh) { return !mesh.qlMesh && !mesh.pre2005; }
+
 /// What a line is read by: its first 200 characters, less a value that the cut would go through, so that no part of a
 /// number passes for the whole.
 inline std::string_view fittedMeshLine(std::string_view line) {
-    constexpr std::size_t MESH_LINE_WIDTH = 200;
     constexpr std::string_view SEPARATORS = " ,\t";
     if (line.size() <= MESH_LINE_WIDTH) return line;
     const bool cutBetweenValues = SEPARATORS.find(line[MESH_LINE_WIDTH]) != std::string_view::npos;

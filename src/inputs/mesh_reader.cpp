@@ -49,7 +49,7 @@ public:
 private:
     [[noreturn]] void refuse(std::string_view reason) const { refuseMeshLine(file_, line_, lineNumber_, reason); }
 
-    bool currentFlavour() const { return !mesh_.qlMesh && !mesh_.pre2005; }
+    bool currentFlavour() const { return IS_CURRENT_FLAVOUR(mesh_); }
 
     /// A layout between the pre-2005 and the current one shows in the first card of a kind, which has too few values.
     void checkRead(CardRead read, bool firstOfItsKind) const {
@@ -160,6 +160,24 @@ void warnOfPartsNotFound(const RunOptions& options, const Mesh& mesh) {
     }
 }
 
+void warnOfMissingOffset(const Mesh& mesh) {
+    if (!IS_CURRENT_FLAVOUR(mesh) || mesh.geoReference.offsetGiven) return;
+    if (std::any_of(mesh.nodes.begin(), mesh.nodes.end(), [](const MeshNode& node) { return node.datumFlag == 1; }))
+        DMESSAGE("WARNING - The MESH2D line gives no vertical offset, 0 is taken.");
+}
+
+/// A mesh without elements would end in an output without values.
+void checkElementsLeft(int file, const Mesh& mesh) {
+    bool any = false;
+    for (const MeshElement& element : mesh.elements) {
+        if (element.shape == 0) continue;
+        if (!element.removed) return;
+        any = true;
+    }
+    if (any) STOP_RUN("ERROR - Nothing is left of the mesh after -rmp.");
+    STOP_RUN("ERROR - " + GETNAM(file) + " holds no elements that are read (E3T, E4Q or E9Q cards).");
+}
+
 }  // namespace
 
 void READ_2DM(int file, const RunOptions& options) {
@@ -173,5 +191,7 @@ void READ_2DM(int file, const RunOptions& options) {
     warnOfPartsNotFound(options, mesh);
     SET_NODE_KINDS(mesh);
     pass.checkCounts();
+    warnOfMissingOffset(mesh);
+    checkElementsLeft(file, mesh);
     EXCLUDE_REMOVED_NODES(mesh);
 }

@@ -8,21 +8,37 @@
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
+#include <string>
+#include <string_view>
 
 namespace {
 
 constexpr std::size_t SHORTEST_GEO_REFERENCE = 10;  ///< characters of the first line; fewer in a QL mesh
 constexpr std::size_t SHORTEST_CURRENT = 83;        ///< fewer: the pre-2005 flavour
 
+/// Elements of other programs that the mesh has no place for.
+constexpr std::array<std::string_view, 4> SKIPPED_CARDS = {"E2L", "E3L", "E6T", "E8Q"};
+
 struct CardCounts {
     std::int64_t nodes = 0, triangles = 0, quads4 = 0, quads9 = 0;
+    std::array<std::int64_t, SKIPPED_CARDS.size()> skipped{};
     std::int64_t elements() const { return triangles + quads4 + quads9; }
 };
 
+/// A value that the width of a line cuts in two could pass for another one.
+void checkNotCut(int file, std::string_view line) {
+    constexpr std::string_view SEPARATORS = " ,\t";
+    const auto holdsText = [&](std::size_t at) { return SEPARATORS.find(line[at]) == std::string_view::npos; };
+    if (line.size() > MESH_LINE_WIDTH && holdsText(MESH_LINE_WIDTH - 1) && holdsText(MESH_LINE_WIDTH))
+        refuseMeshLine(file, line, 1, "a value runs past column " + AINTEGER8(MESH_LINE_WIDTH));
+}
+
 /// What the line does not supply stays zero.
 void readGeoReference(int file, std::string_view line, Mesh& mesh) {
+    checkNotCut(file, line);
     FreeForm form(fittedMeshLine(line).substr(SHORTEST_GEO_REFERENCE));
     const auto supplied = [&](auto& value) {
         const FreeForm::Read read = form.NEXT_REAL(value);
@@ -33,7 +49,7 @@ void readGeoReference(int file, std::string_view line, Mesh& mesh) {
     };
     for (double& value : mesh.geoReference.values)
         if (!supplied(value)) return;
-    if (!mesh.pre2005) supplied(mesh.geoReference.verticalOffset);
+    if (!mesh.pre2005) mesh.geoReference.offsetGiven = supplied(mesh.geoReference.verticalOffset);
 }
 
 void readFirstLine(int file, Mesh& mesh) {
@@ -66,8 +82,11 @@ CardCounts countCards(int file) {
             case MeshCard::Triangle: ++counts.triangles; break;
             case MeshCard::Quad4: ++counts.quads4; break;
             case MeshCard::Quad9: ++counts.quads9; break;
-            case MeshCard::Part:
-            case MeshCard::Other: break;
+            case MeshCard::Part: break;
+            case MeshCard::Other:
+                for (std::size_t i = 0; i < SKIPPED_CARDS.size(); ++i)
+                    if (line.starts_with(SKIPPED_CARDS[i])) ++counts.skipped[i];
+                break;
         }
     }
     return counts;
@@ -99,6 +118,16 @@ void reportCounts(const Mesh& mesh) {
     }
 }
 
+void warnOfSkippedElements(const CardCounts& counts, const Mesh& mesh) {
+    std::string list;
+    const auto add = [&list](std::int64_t count, std::string_view card) {
+        if (count > 0) list += (list.empty() ? "" : ", ") + AINTEGER8(count) + ' ' + std::string(card);
+    };
+    for (std::size_t i = 0; i < SKIPPED_CARDS.size(); ++i) add(counts.skipped[i], SKIPPED_CARDS[i]);
+    if (!IS_CURRENT_FLAVOUR(mesh)) add(counts.quads9, "E9Q");
+    if (!list.empty()) DMESSAGE("WARNING - Elements of the mesh that are not read: " + list + ".");
+}
+
 }  // namespace
 
 void SCAN_2DM(int file) {
@@ -106,7 +135,9 @@ void SCAN_2DM(int file) {
     Mesh& mesh = MESH_TO_FILL();
     readFirstLine(file, mesh);
     REPORT("...scanning .2dm file to determine size");
-    keepCounts(file, countCards(file), mesh);
+    const CardCounts counts = countCards(file);
+    keepCounts(file, counts, mesh);
     reportCounts(mesh);
+    warnOfSkippedElements(counts, mesh);
     if (mesh.nodeCount == 0) STOP_RUN("ERROR - " + GETNAM(file) + " holds no nodes (ND cards).");
 }

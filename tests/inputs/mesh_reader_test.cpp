@@ -95,6 +95,14 @@ TEST_CASE("Every value of a card lands in its slot") {
     for (std::size_t n = 1; n <= 10; ++n) CHECK(kindOf(n) == kinds[n]);
 }
 
+TEST_CASE("A vertical offset that nodes need and the line lacks is told") {
+    const std::string seven = "MESH2D    1 2 3 4 5 6" + std::string(61, ' ') + "7\n";
+    CHECK(holds(readMesh(seven + "ND 1 0 0 5 1 0. 0. 0.\n"),
+                "WARNING - The MESH2D line gives no vertical offset, 0 is taken."));
+    CHECK_FALSE(holds(readMesh(seven + "ND 1 0 0 5 0 0. 0. 0.\n"), "vertical offset"));
+    CHECK_FALSE(holds(readMesh(CURRENT + "ND 1 0 0 5 1 0. 0. 0.\n"), "vertical offset"));
+}
+
 TEST_CASE("A line that cannot be right stops the run, naming itself") {
     const std::string triangle = "E3T 1 1 2 3 1 0 0 0\n";
     struct {
@@ -121,8 +129,13 @@ TEST_CASE("A line that cannot be right stops the run, naming itself") {
         {CURRENT + NINE_NODES + "ND 10 0 0 1\n", "a value is missing"},
         {CURRENT + "ND 1 0 0 1\n", "Detected pre 2007-05-AB mesh."},  // only the first card of a kind tells
         {CURRENT + NINE_NODES + "E4Q 1 1 2 3 4 1 0 0\n", "Detected pre 2007-05-AB mesh."},
-        {"MESH2D\nND 1 0 0 1" + std::string(189, ' ') + "23\n", ""},  // the cut at 200 goes between values
+        // the cut at 200 goes between values
+        {"MESH2D\nND 1 0 0 1" + std::string(189, ' ') + "23\nE3T 1 1 1 1 1\n", ""},
         {"MESH2D\nND 1 0 0 " + std::string(189, ' ') + "123\n", "a value is missing"},  // and never through one
+        {"MESH2D    1 2 3 4 5 6 7" + std::string(175, ' ') + "1234\n", "a value runs past column 200"},
+        {CURRENT + NINE_NODES, "holds no elements that are read (E3T, E4Q or E9Q cards)."},
+        {"MESH2D\nE9Q 1 1\nE8Q 1 1\nND 1 0 0 0\nE8Q 2 1\n",
+         "WARNING - Elements of the mesh that are not read: 2 E8Q, 1 E9Q."},
         {"MESH2D\nMESHPART\nND 1 0 0 0\n", "a value is missing"},
         {"MESH2D\nMESHPART \"open\nND 1 0 0 0\n", "quotes"},
     };
@@ -148,8 +161,10 @@ TEST_CASE("-rmp removes the elements up to the next part, and the nodes that onl
     CHECK(MESH().meshPartCount == 4);
     CHECK(MESH().meshParts[2].name == "East");
     CHECK(MESH().nodeExcluded == std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 1, 1, 0, 0});  // 2, 4 and 8 are shared
-    readMesh(text);
+    CHECK_FALSE(holds(readMesh(text), "WARNING"));
     CHECK_FALSE(MESH().elements[2].removed);
+    CHECK(holds(readMesh(CURRENT + NINE_NODES + "MESHPART A\nE3T 1 1 2 8 1 0 0 0\n", {"A"}),
+                "ERROR - Nothing is left of the mesh after -rmp."));
 }
 
 TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
