@@ -10,26 +10,38 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 /// A quad is covered by four triangles, each leaving one corner out. Triangle k (from 0) leaves out corner k, and
 /// stands for bit k in a set of triangles. A 3-cornered piece is triangle 3 of a quad whose last corner does not exist.
 constexpr std::array<std::array<std::uint8_t, 3>, 4> TRIANGLE_CORNERS = {{{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}}};
 constexpr unsigned ALL_TRIANGLES = 0b1111U;
 
+/// The number of the quad of its corners among the pieces of a 9-node quad, behind the four quads around its centre.
+constexpr std::uint8_t CORNER_PIECE = 4;
+
 struct ElementPiece {
     std::int32_t corners = 0;  ///< 3 or 4
     std::array<std::int32_t, 4> nodes{};
 };
 
-/// Number of pieces of an element: 0 when it takes no part in outputs, 4 for a 9-node quad with values at all nodes,
-/// else 1.
+/// Number of pieces of an element: 0 when it takes no part in outputs, 4 for a 9-node quad unless only its corners
+/// count, else 1.
 int PIECE_COUNT(const MeshElement& element, PlanKind kind);
-/// Piece `piece` (from 0) of an element that has it.
+/// Piece `piece` (from 0) of an element that has it; CORNER_PIECE: the quad of its corners, whatever the kind.
 ElementPiece PIECE_OF(const MeshElement& element, PlanKind kind, int piece);
+
+/// True for a 9-node quad that lacks a value at a mid-side or centre node: the quad of its corners is laid then
+/// (PlanKind::Corners), since without that node the quads around the centre would leave holes. values: per node,
+/// numbered from 1.
+bool LACKS_INNER_VALUE(const MeshElement& element, std::span<const float> values);
 
 /// How far outside a triangle a point still counts as inside, so that rounding opens no gap between neighbours. size:
 /// of the element; coordinateSize: largest coordinate of the grid or mesh, both in map units.
 double INSIDE_TOLERANCE(double size, double coordinateSize);
+
+/// A quad's outline. Crossed: it crosses itself, or folds back on itself.
+enum class QuadForm : std::uint8_t { Convex, Concave, Crossed };
 
 /// Where a piece lies. Coordinates are relative to its first corner, so that nothing is lost at coordinates of millions
 /// of metres.
@@ -39,7 +51,11 @@ struct PieceShape {
     std::array<double, 4> x{}, y{};     ///< corners relative to it; the fourth of a triangle repeats the first
     std::array<double, 4> twiceArea{};  ///< of the triangles, positive counter-clockwise
     double tolerance = 0.0;             ///< a point this near to a triangle is inside it, map units
-    unsigned triangles = 0;             ///< set of the triangles that are not flat and that the values need
+    unsigned triangles = 0;             ///< set of the triangles that are not flat
+    QuadForm form = QuadForm::Convex;
+    /// bit s: points that lie in just the triangles of set s are inside the outline. The notch of a concave quad and
+    /// the gaps beside the lobes of a crossed one are outside, though triangles of three corners cover them.
+    std::uint16_t inside = 0;
 };
 
 /// Fills the coordinates and the areas of the triangles.
@@ -64,10 +80,9 @@ inline void PLACE_PIECE(const Mesh& mesh, std::int32_t corners, const std::array
     shape.twiceArea[0] = (x[2] - x[1]) * (y[3] - y[1]) - (x[3] - x[1]) * (y[2] - y[1]);
 }
 
-/// Sets tolerance and triangles. For values per element a quad that is not convex is split into two triangles along the
-/// diagonal inside it; else all four take part. False for a piece without area or with a coordinate that is not a
-/// number.
-bool FIND_TRIANGLES(PieceShape& shape, PlanKind kind, double coordinateSize);
+/// Sets tolerance, triangles, form and inside. False for a piece that is flat in every triangle or has a coordinate
+/// that is not a number.
+bool FIND_TRIANGLES(PieceShape& shape, double coordinateSize);
 
 using CornerValues = std::array<float, 4>;
 

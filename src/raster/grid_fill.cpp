@@ -141,12 +141,9 @@ void keepChunk(GridPlan& plan, const PlanChunk& chunk) {
     }
 }
 
-}  // namespace
-
-void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid) {
-    std::fill(grid.values.begin(), grid.values.end(), NO_VALUE);
+/// Lays all elements, less the dry ones of `input`.
+void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid, Progress& progress) {
     Filler filler(plan.kind, mesh, input, grid);
-    Progress progress("Element: ");
     std::int32_t next = 1;
     for (const PlanChunk& chunk : plan.chunks) {
         filler.fill(chunk);
@@ -163,5 +160,40 @@ void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& g
         next = chunk.endElement;
         progress.show(next - 1);
     }
+}
+
+/// The plan serves every time, so those few elements that a time lays by their corners are planned by themselves.
+void fillWithCornerQuads(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid, Progress& progress) {
+    std::vector<std::uint8_t> others(mesh.elements.size(), 0), cornerQuads(mesh.elements.size(), 0);
+    for (std::size_t id = 1; id < others.size(); ++id)
+        if (input.wet.empty() || input.wet[id] != 0) (input.cornerQuads[id] != 0 ? cornerQuads : others)[id] = 1;
+    GridInput part = input;
+    part.wet = others;
+    fillPlanned(plan, mesh, part, grid, progress);
+    part.wet = cornerQuads;
+    GridPlan once;
+    once.kind = PlanKind::Corners;
+    fillPlanned(once, mesh, part, grid, progress);
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> CORNER_QUADS(const Mesh& mesh, std::span<const float> values,
+                                       std::span<const std::uint8_t> wet) {
+    std::vector<std::uint8_t> quads;
+    if (!mesh.highResolution) return quads;
+    for (std::size_t id = 1; id < mesh.elements.size(); ++id) {
+        if ((!wet.empty() && wet[id] == 0) || !LACKS_INNER_VALUE(mesh.elements[id], values)) continue;
+        quads.resize(mesh.elements.size(), 0);
+        quads[id] = 1;
+    }
+    return quads;
+}
+
+void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid) {
+    std::fill(grid.values.begin(), grid.values.end(), NO_VALUE);
+    Progress progress("Element: ");
+    if (input.cornerQuads.empty()) fillPlanned(plan, mesh, input, grid, progress);
+    else fillWithCornerQuads(plan, mesh, input, grid, progress);
     progress.finish(mesh.elementCount);
 }

@@ -10,9 +10,8 @@
 
 /// What the values belong to, which decides the parts that elements are taken apart into.
 enum class PlanKind : std::uint8_t {
-    /// values at all nodes: a 9-node quad is four quads around its centre node, or its corners where nodes are missing
-    Nodes,
-    Corners,  ///< values at corner nodes only (bed elevations): a 9-node quad is the quad of its corners
+    Nodes,    ///< values at all nodes: a 9-node quad is four quads around its centre node
+    Corners,  ///< values at corner nodes only (the bed of a mesh alone): a 9-node quad is the quad of its corners
     Cells     ///< one value per element
 };
 

@@ -65,6 +65,9 @@ void GRID_RESULTS(GridRun& run, const Mesh& mesh, const Results& results, const 
         input.values = run.scalars;
         input.directions = choice.scalar == VectorScalar::Direction;
     }
+    run.cornerQuads.clear();
+    if (run.plan.kind == PlanKind::Nodes) run.cornerQuads = CORNER_QUADS(mesh, input.values, input.wet);
+    input.cornerQuads = run.cornerQuads;
     processElements(run, mesh, input);
     if (!input.directions) return;
     REPORT("Filtering values >360 for -va option.");
@@ -73,8 +76,8 @@ void GRID_RESULTS(GridRun& run, const Mesh& mesh, const Results& results, const 
     if (choice.compass) DIRECTIONS_TO_BEARINGS(run.grid);
 }
 
-void GRID_BATHYMETRY(GridRun& run, const Mesh& mesh) {
+void GRID_BATHYMETRY(GridRun& run, const Mesh& mesh, std::span<const std::uint8_t> wet) {
     run.scalars.resize(mesh.nodes.size());
     for (std::size_t id = 1; id < mesh.nodes.size(); ++id) run.scalars[id] = mesh.nodes[id].z;
-    processElements(run, mesh, {run.scalars, {}, false});
+    processElements(run, mesh, {run.scalars, wet, run.cornerQuads, false});
 }

@@ -10,6 +10,8 @@
 #include "raster/grid_plan.h"
 #include "raster/node_scalars.h"
 
+#include <cstdint>
+#include <span>
 #include <vector>
 
 /// What a run keeps from one output time to the next.
@@ -17,6 +19,8 @@ struct GridRun {
     Grid grid;                   ///< the finished grid of the last output time
     GridPlan plan;               ///< which cells each element covers; grows during the first output time
     std::vector<float> scalars;  ///< per node or cell, numbered from 1: vector results as scalars, or the bed
+    /// of the output time in the grid: 9-node quads laid by their corners (raster/grid_fill.h)
+    std::vector<std::uint8_t> cornerQuads;
 };
 
 /// Takes the grid's memory and reports its size. header: corner, cell size and counts; its values are not read.
@@ -29,5 +33,7 @@ GridRun START_GRID(const Grid& header, PlanKind kind, bool vector, bool severalT
 /// Cells).
 void GRID_RESULTS(GridRun& run, const Mesh& mesh, const Results& results, const VectorChoice& choice);
 
-/// Fills run.grid with bed elevations, wet or dry. The run's kind is Corners.
-void GRID_BATHYMETRY(GridRun& run, const Mesh& mesh);
+/// Fills run.grid with bed elevations: of the mesh alone with a run of kind Corners, or with a run of kind Nodes those
+/// under the results that it has just gridded, over the same nodes of every element. wet: the elements to lay, per
+/// element, numbered from 1; empty for all.
+void GRID_BATHYMETRY(GridRun& run, const Mesh& mesh, std::span<const std::uint8_t> wet = {});

@@ -33,12 +33,12 @@ public:
     std::size_t cells() const { return cells_ + chunk_.rows.size(); }
 
 private:
-    bool isConvexQuad(const PieceShape& shape) const;
     void addWhole(const PieceShape& shape, PlanPiece& piece);
     void addConvexQuad(const PieceShape& shape, PlanPiece& piece);
     void addTriangles(const PieceShape& shape, PlanPiece& piece);
     void addRow(const Interval& cells);
     std::uint16_t addSets(const Interval& cells, const std::array<Interval, 4>& triangles);
+    std::uint16_t dropOutside(const Interval& cells, std::uint16_t inside);
 
     PlanKind kind_;
     LocalGrid grid_;
@@ -81,6 +81,17 @@ std::uint16_t RowMaker::addSets(const Interval& cells, const std::array<Interval
     return static_cast<std::uint16_t>(sets);
 }
 
+/// Gives the cells of the row just added that lie outside the outline the empty set. Returns which sets are left.
+std::uint16_t RowMaker::dropOutside(const Interval& cells, std::uint16_t inside) {
+    unsigned sets = 0;
+    const auto count = static_cast<std::size_t>(std::max<std::int64_t>(cells.end - cells.first, 0));
+    for (std::uint8_t* set = chunk_.sets.data() + setsUsed_ - count; set != chunk_.sets.data() + setsUsed_; ++set) {
+        if ((inside >> *set & 1U) == 0) *set = 0;
+        sets |= 1U << *set;
+    }
+    return static_cast<std::uint16_t>(sets);
+}
+
 /// Triangles, and whole quads of values per element.
 void RowMaker::addWhole(const PieceShape& shape, PlanPiece& piece) {
     constexpr std::array<std::uint8_t, 4> CORNERS = {0, 1, 2, 3};
@@ -111,7 +122,7 @@ void RowMaker::addConvexQuad(const PieceShape& shape, PlanPiece& piece) {
     }
 }
 
-/// Any other quad: each triangle by itself. Cells of a row between two triangles get the empty set.
+/// Any other quad: each triangle by itself. Cells of a row between two triangles or outside the quad get the empty set.
 void RowMaker::addTriangles(const PieceShape& shape, PlanPiece& piece) {
     std::int64_t firstRow = std::numeric_limits<std::int64_t>::max();
     std::int64_t endRow = 0;
@@ -133,14 +144,9 @@ void RowMaker::addTriangles(const PieceShape& shape, PlanPiece& piece) {
             cells = {std::min(cells.first, triangles[k].first), std::max(cells.end, triangles[k].end)};
         }
         addRow(cells);
-        piece.sets = static_cast<std::uint16_t>(piece.sets | addSets(cells, triangles));
+        addSets(cells, triangles);
+        piece.sets = static_cast<std::uint16_t>(piece.sets | dropOutside(cells, shape.inside));
     }
-}
-
-bool RowMaker::isConvexQuad(const PieceShape& shape) const {
-    if (shape.corners != 4 || shape.triangles != ALL_TRIANGLES) return false;
-    return std::all_of(shape.twiceArea.begin(), shape.twiceArea.end(),
-                       [&](double area) { return (area > 0.0) == (shape.twiceArea[0] > 0.0); });
 }
 
 void RowMaker::add(const PieceShape& shape, const ElementPiece& corners, std::int32_t element) {
@@ -151,7 +157,7 @@ void RowMaker::add(const PieceShape& shape, const ElementPiece& corners, std::in
     grid_.standAt(shape);
     const std::size_t rowsBefore = chunk_.rows.size();
     const std::size_t cellsBefore = cells_;
-    const bool convex = isConvexQuad(shape);
+    const bool convex = shape.triangles == ALL_TRIANGLES && shape.form == QuadForm::Convex;
     if (shape.corners == 3 || (convex && kind_ == PlanKind::Cells)) addWhole(shape, piece);
     else if (convex) addConvexQuad(shape, piece);
     else addTriangles(shape, piece);
@@ -190,7 +196,7 @@ void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, std::int32_t 
         for (int number = 0; number < pieces; ++number) {
             const ElementPiece piece = PIECE_OF(element, kind, number);
             PLACE_PIECE(mesh, piece.corners, piece.nodes, shape);
-            if (FIND_TRIANGLES(shape, kind, coordinateSize)) maker.add(shape, piece, id);
+            if (FIND_TRIANGLES(shape, coordinateSize)) maker.add(shape, piece, id);
         }
     }
     chunk.endElement = id;

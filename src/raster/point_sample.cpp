@@ -1,7 +1,6 @@
 #include "raster/point_sample.h"
 
 #include "geometry/no_value.h"
-#include "inputs/one_d_triangles.h"
 #include "raster/element_pieces.h"
 
 #include <algorithm>
@@ -39,10 +38,30 @@ unsigned trianglesAround(const PieceShape& shape, double x, double y) {
     return inside;
 }
 
+/// Adds a piece of an element when the point lies in it.
+void locateIn(const PointIndex& index, const Mesh& mesh, const PointPlace& candidate, double x, double y,
+              std::vector<PointPlace>& places) {
+    const MeshElement& element = mesh.elements[static_cast<std::size_t>(candidate.element)];
+    const ElementPiece piece = PIECE_OF(element, index.kind, candidate.piece);
+    PieceShape shape;
+    PLACE_PIECE(mesh, piece.corners, piece.nodes, shape);
+    if (!FIND_TRIANGLES(shape, index.buckets->coordinateSize)) return;
+    const unsigned triangles = trianglesAround(shape, x - shape.x0, y - shape.y0);
+    if ((shape.inside >> triangles & 1U) == 0) return;
+    places.push_back({candidate.element, candidate.piece, static_cast<std::uint8_t>(triangles)});
+}
+
+/// Whether a place counts when the nodes have these values: a 9-node quad that lacks one is the quad of its corners.
+bool counts(const PointIndex& index, const MeshElement& element, const PointPlace& place,
+            std::span<const float> values) {
+    if (index.kind != PlanKind::Nodes || element.shape != 9) return true;
+    return (place.piece == CORNER_PIECE) == LACKS_INNER_VALUE(element, values);
+}
+
 }  // namespace
 
 PointIndex INDEX_ELEMENTS(const Mesh& mesh, PlanKind kind) {
-    return {kind, std::make_shared<const ElementBuckets>(BUCKET_ELEMENTS(mesh)), ONE_D_TRIANGLES(mesh)};
+    return {kind, std::make_shared<const ElementBuckets>(BUCKET_ELEMENTS(mesh)), mesh.oneD};
 }
 
 void LOCATE_POINT(const PointIndex& index, const Mesh& mesh, double x, double y, std::vector<PointPlace>& places) {
@@ -50,15 +69,9 @@ void LOCATE_POINT(const PointIndex& index, const Mesh& mesh, double x, double y,
     FOR_ELEMENTS_NEAR(*index.buckets, x, y, [&](std::int32_t id) {
         const MeshElement& element = mesh.elements[static_cast<std::size_t>(id)];
         const int pieces = PIECE_COUNT(element, index.kind);
-        for (int number = 0; number < pieces; ++number) {
-            const ElementPiece piece = PIECE_OF(element, index.kind, number);
-            PieceShape shape;
-            PLACE_PIECE(mesh, piece.corners, piece.nodes, shape);
-            if (!FIND_TRIANGLES(shape, index.kind, index.buckets->coordinateSize)) continue;
-            const unsigned triangles = trianglesAround(shape, x - shape.x0, y - shape.y0);
-            if (triangles == 0) continue;
-            places.push_back({id, static_cast<std::uint8_t>(number), static_cast<std::uint8_t>(triangles)});
-        }
+        for (int number = 0; number < pieces; ++number)
+            locateIn(index, mesh, {id, static_cast<std::uint8_t>(number)}, x, y, places);
+        if (pieces > 1 && index.kind == PlanKind::Nodes) locateIn(index, mesh, {id, CORNER_PIECE}, x, y, places);
     });
 }
 
@@ -86,6 +99,7 @@ PointSample SAMPLE_PLACES(const PointIndex& index, const Mesh& mesh, std::span<c
     for (std::size_t i = 0; i < places.size(); ++i) {
         const auto id = static_cast<std::size_t>(places[i].element);
         if (!wet.empty() && wet[id] == 0 && (index.oneD.empty() || index.oneD[id] == 0)) continue;
+        if (!counts(index, mesh.elements[id], places[i], values)) continue;
         const float value = VALUE_IN_PLACE(index, mesh, places[i], values, x, y);
         if (!IS_MISSING(value) && value >= sample.value) sample = {value, places[i].element, i};
     }

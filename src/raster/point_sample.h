@@ -22,7 +22,7 @@ struct PointIndex {
 /// A piece of an element that a point lies in: all that the search for a point finds out.
 struct PointPlace {
     std::int32_t element = 0;
-    std::uint8_t piece = 0;      ///< of the element's pieces (raster/element_pieces.h)
+    std::uint8_t piece = 0;      ///< of the element's pieces, or CORNER_PIECE (raster/element_pieces.h)
     std::uint8_t triangles = 0;  ///< set of the piece's triangles around the point
 };
 
@@ -36,7 +36,9 @@ struct PointSample {
 PointIndex INDEX_ELEMENTS(const Mesh& mesh, PlanKind kind);
 
 /// Adds the places of the point (x, y), edges and corners included, in numbering order of the elements. They hold for
-/// all values of the index's kind, at every output time.
+/// all values of the index's kind, at every output time. A 9-node quad has places in the quads around its centre and in
+/// that of its corners: which of them count, SAMPLE_PLACES decides from the values. The bed under a sample is
+/// VALUE_IN_PLACE of the sample's place.
 void LOCATE_POINT(const PointIndex& index, const Mesh& mesh, double x, double y, std::vector<PointPlace>& places);
 
 /// The value of one place of the point (x, y); NO_VALUE where a corner that it needs has none. values: as for

@@ -3,6 +3,8 @@
 #include "geometry/no_value.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <utility>
 
 namespace {
@@ -46,10 +48,21 @@ void GRID_VALUES(GriddedValues& gridded, const Mesh& mesh, const Results& result
     handOver(gridded.run.grid, gridded.y);
 }
 
-void GRID_BED(GriddedValues& gridded, const Mesh& mesh) {
-    GridRun run = START_GRID(gridded.run.grid, PlanKind::Corners, false, false);
-    GRID_BATHYMETRY(run, mesh);
-    gridded.bed = std::move(run.grid.values);
+void GRID_BED(GriddedValues& gridded, const Mesh& mesh, const Results& results) {
+    const bool ofThisTime = !gridded.run.cornerQuads.empty();
+    if (!gridded.bed.empty() && !ofThisTime && !gridded.bedOfOneTime) return;
+    gridded.bedOfOneTime = ofThisTime;
+    if (results.cellCentred) {
+        GridRun run = START_GRID(gridded.run.grid, PlanKind::Nodes, false, false);
+        GRID_BATHYMETRY(run, mesh);
+        gridded.bed = std::move(run.grid.values);
+        return;
+    }
+    // On a side between them a dry element, which lays all its nodes, would raise the bed above that of a quad of
+    // corners.
+    const bool wetOnly = ofThisTime && results.cells > 0;
+    GRID_BATHYMETRY(gridded.run, mesh, wetOnly ? results.wet : std::span<const std::uint8_t>{});
+    handOver(gridded.run.grid, gridded.bed);
 }
 
 void GRID_MATERIALS(GriddedValues& gridded, const Mesh& mesh) {

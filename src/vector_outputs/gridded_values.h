@@ -9,9 +9,10 @@
 
 /// Values in the grid's order (CELL_INDEX), NO_VALUE where there are none. Kept from one output time to the next.
 struct GriddedValues {
-    GridRun run;              ///< its grid lends its memory to `x` and `y` in turn
-    std::vector<float> x, y;  ///< the scalar, or both components; y empty for scalars
-    std::vector<float> bed;   ///< bed elevations; empty when nobody asks
+    GridRun run;                ///< its grid lends its memory to `x` and `y` in turn
+    std::vector<float> x, y;    ///< the scalar, or both components; y empty for scalars
+    std::vector<float> bed;     ///< bed elevations; empty when nobody asks
+    bool bedOfOneTime = false;  ///< the bed belongs to this output time only
     /// material of the cell under the point (of touching cells the largest); empty when nobody asks
     std::vector<float> materials;
     Results scalars;  ///< one component as a scalar result, and its flags
@@ -24,6 +25,8 @@ GriddedValues START_GRIDDED(const Grid& header, bool vector, bool cellCentred, b
 /// Fills x and y from one output time.
 void GRID_VALUES(GriddedValues& gridded, const Mesh& mesh, const Results& results);
 
-/// Fills `bed` or `materials`, once a run: neither depends on the time.
-void GRID_BED(GriddedValues& gridded, const Mesh& mesh);
+/// Fills `bed` with the bed under the output time that GRID_VALUES has just gridded, over the same nodes, so that a
+/// level less the bed is its depth. Returns at once where the bed of an earlier time serves.
+void GRID_BED(GriddedValues& gridded, const Mesh& mesh, const Results& results);
+/// Fills `materials`, once a run: they do not depend on the time.
 void GRID_MATERIALS(GriddedValues& gridded, const Mesh& mesh);

@@ -80,12 +80,28 @@ struct PlainSample {
     std::int32_t element = 0;
 };
 
+/// Even-odd, points on the outline inside.
+inline bool insideOutline(const Mesh& mesh, const std::array<std::int32_t, 9>& nodes, long double x, long double y) {
+    bool inside = false;
+    for (std::size_t i = 0; i < 4; ++i) {
+        const MeshNode& a = mesh.nodes[static_cast<std::size_t>(nodes[i])];
+        const MeshNode& b = mesh.nodes[static_cast<std::size_t>(nodes[(i + 1) % 4])];
+        const long double along = ((x - a.x) * (b.x - a.x) + (y - a.y) * (b.y - a.y)) /
+                                  ((b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y));
+        const long double nearest = std::clamp(along, 0.0L, 1.0L);
+        if (std::hypot(x - a.x - nearest * (b.x - a.x), y - a.y - nearest * (b.y - a.y)) < 1e-7L) return true;
+        if ((a.y > y) != (b.y > y) && x < a.x + (b.x - a.x) * (y - a.y) / (b.y - a.y)) inside = !inside;
+    }
+    return inside;
+}
+
 /// Every element in order, every triangle by the weights of its corners, in extended precision.
 inline PlainSample plainSample(const Mesh& mesh, const Results& results, double x, double y) {
     PlainSample best;
     for (std::int32_t id = 1; id <= mesh.elementCount; ++id) {
         const auto& nodes = mesh.elements[static_cast<std::size_t>(id)].nodes;
-        if (results.wet[static_cast<std::size_t>(id)] == 0) continue;
+        if (results.wet[static_cast<std::size_t>(id)] == 0 || (nodes[3] > 0 && !insideOutline(mesh, nodes, x, y)))
+            continue;
         double sum = 0.0;
         int count = 0;
         for (std::size_t out = nodes[3] > 0 ? 0 : 3; out < 4; ++out) {

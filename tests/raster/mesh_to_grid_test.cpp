@@ -4,6 +4,8 @@
 #include "geometry/no_value.h"
 #include "raster/grid_extent.h"
 #include "raster/lattice_mesh.h"
+#include "raster/odd_quads.h"
+#include "raster/point_sample.h"
 
 #include <doctest/doctest.h>
 
@@ -172,7 +174,7 @@ TEST_CASE("a plan that outgrows its memory goes on with what it has") {
     CHECK(first == gridded(mesh, results, run.grid));
 }
 
-TEST_CASE("values per element fill the element, the larger on a shared edge, and leave the notch of a concave quad") {
+TEST_CASE("values per element fill the element, the larger on a shared edge, and quads end at their outlines") {
     Mesh mesh = latticeMesh({.cells = 2, .side = 2.0, .triangleEvery = 0});
     Results results;
     results.cellCentred = true;
@@ -183,23 +185,47 @@ TEST_CASE("values per element fill the element, the larger on a shared edge, and
     const std::vector<float> expected = {5, 5, 7, 7, 7, 5, 5, 7, 7, 7, 5, 5, 7, 7, 7, 3, 3, 3, o, o, 3, 3, 3, o, o};
     CHECK(gridded(mesh, results, header(5, 5, 0, 0, 0.8), PlanKind::Cells) == expected);
 
-    Mesh arrow;
-    arrow.nodes.resize(1);
-    arrow.elements.resize(1);
-    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {6.0, 0.0}, {3.0, 2.0}, {3.0, 6.0}}) addNode(arrow, x, y);
-    addElement(arrow, 4, {1, 2, 3, 4});  // points inwards at the third corner
-    Results one;
-    one.cellCentred = true;
-    one.nodes = 1;
-    one.x = {0, 9};
-    const auto cell = [&](double x, double y, PlanKind kind) {
-        const Results per = kind == PlanKind::Cells ? one : nodeResults(arrow, [](double, double) { return 9.0; });
-        return gridded(arrow, per, header(1, 1, x - 0.5, y - 0.5, 1.0), kind)[0];
+    Mesh odd;
+    odd.nodes.resize(1);
+    odd.elements.resize(1);
+    for (const auto& [x, y] : {std::pair{0, 0}, {6, 0}, {3, 2}, {3, 6}, {6, 4}, {0, 4}, {6, 0}}) addNode(odd, x, y);
+    addElement(odd, 4, {1, 2, 3, 4});
+    odd.xmin = odd.ymin = 0.0;
+    odd.xmax = odd.ymax = 6.0;
+    struct {
+        std::array<std::int32_t, 9> nodes;
+        double x, y;
+        float perNode;  ///< of the values x + 10 y; NO_VALUE outside
+        const char* check;
+    } const rows[] = {
+        {{1, 2, 3, 4}, 3.0, 1.0, 13.0F, "1 concave (the first is element 1)"},  // points inwards at the third corner
+        {{1, 2, 3, 4}, 1.5, 2.5, 26.5F, "1 concave"},
+        {{2, 3, 4, 1}, 4.0, 2.5, NO_VALUE, "1 concave"},  // though the triangle of the other three corners covers it
+        {{1, 5, 2, 6}, 5.0, 2.0, 25.0F, "1 crossed (the first is element 1)"},  // both lobes, of no net area
+        {{5, 2, 6, 1}, 1.0, 2.0, 21.0F, "1 crossed"},
+        {{1, 5, 2, 6}, 3.0, 3.5, NO_VALUE, "1 crossed"},
+        {{5, 2, 6, 1}, 3.0, 0.5, NO_VALUE, "1 crossed"},
+        {{1, 2, 7, 6}, 2.0, 1.0, 12.0F, ""},              // a corner twice: a triangle
+        {{1, 2, 1, 6}, 2.0, 1.0, NO_VALUE, "1 crossed"},  // there and back
+        {{1, 2, 5, 6}, 5.0, 3.0, 35.0F, ""},
     };
-    CHECK(cell(3.0, 1.0, PlanKind::Cells) == 9.0F);
-    CHECK(cell(1.5, 2.5, PlanKind::Cells) == 9.0F);
-    CHECK(cell(4.0, 2.5, PlanKind::Cells) == NO_VALUE);
-    CHECK(cell(4.0, 2.5, PlanKind::Nodes) == 9.0F);  // the mean rule counts the triangle of the other three corners
+    for (const auto& r : rows) {
+        CAPTURE(&r - rows);
+        odd.elements[1].nodes = r.nodes;
+        Results one;
+        one.cellCentred = true;
+        one.x = {0, 9};
+        const Grid cell = header(1, 1, r.x - 0.5, r.y - 0.5, 1.0);
+        const Results perNode = nodeResults(odd, [](double x, double y) { return x + 10.0 * y; });
+        CHECK(gridded(odd, one, cell, PlanKind::Cells)[0] == (IS_MISSING(r.perNode) ? NO_VALUE : 9.0F));
+        CHECK(gridded(odd, perNode, cell)[0] == doctest::Approx(r.perNode));
+        CHECK(SAMPLE_POINT(INDEX_ELEMENTS(odd, PlanKind::Nodes), odd, perNode.x, {}, r.x, r.y).value ==
+              doctest::Approx(r.perNode));
+        const std::string said = consoleOf([&] { REPORT_ODD_QUADS(odd); });
+        CHECK(said.starts_with(
+            *r.check == 0 ? "" : std::string("Check - Quads of the mesh that are not convex: ") + r.check));
+        CHECK(said.empty() == (*r.check == 0));
+    }
 }
 
 TEST_CASE("9-node quads use the quads around their centre for results and their corners for the bed") {
@@ -209,17 +235,21 @@ TEST_CASE("9-node quads use the quads around their centre for results and their 
     for (const auto& [x, y] : {std::pair{0, 0}, {4, 0}, {4, 4}, {0, 4}, {2, 0}, {4, 2}, {2, 4}, {0, 2}, {2, 2}})
         addNode(mesh, x, y);
     addElement(mesh, 9, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    mesh.highResolution = true;
     Results results = nodeResults(mesh, [](double x, double y) {
         return x == 2 && y == 2 ? 9.0 : x == 2 || y == 2 ? 1.0 : 0.0;
     });
-    const auto at = [&](double x, double y) { return gridded(mesh, results, header(1, 1, x - 0.5, y - 0.5, 1.0))[0]; };
+    const auto at = [&](double x, double y) {
+        const float value = gridded(mesh, results, header(1, 1, x - 0.5, y - 0.5, 1.0))[0];
+        CHECK(SAMPLE_POINT(INDEX_ELEMENTS(mesh, PlanKind::Nodes), mesh, results.x, {}, x, y).value == value);
+        return value;
+    };
     CHECK(at(2, 2) == 9.0F);
     CHECK(at(2, 0) == 1.0F);
     CHECK(at(3, 2) == 5.0F);                                                  // half way from the centre to a mid-side
     CHECK(at(3, 3) == doctest::Approx((0.5 * (9 + 0) + 0.5 * (1 + 1)) / 2));  // the middle of a sub-quad
-    mesh.elements[1].nodes[6] = 0;
-    CHECK(at(2, 2) == 0.0F);  // a slot is missing: the corners alone
-    mesh.elements[1].nodes[6] = 7;
+    results.x[7] = NO_VALUE;
+    CHECK(at(2, 2) == 0.0F);  // a value is missing: the corners alone
     mesh.nodes[9].z = 9.0F;
     ConsoleCapture quiet;
     GridRun run = START_GRID(header(1, 1, 1.5, 1.5, 1.0), PlanKind::Corners, false, false);

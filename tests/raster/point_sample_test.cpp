@@ -1,5 +1,6 @@
 #include "raster/point_sample.h"
 
+#include "inputs/one_d_triangles.h"
 #include "raster/lattice_mesh.h"
 
 #include <doctest/doctest.h>
@@ -80,6 +81,8 @@ TEST_CASE("SAMPLE_POINT takes triangles of 1D water-level lines whatever their f
     addElement(mesh, 3, {first, first + 1, first + 2});
     const std::vector<float> level(mesh.nodes.size(), 2.0F);
     const std::vector<std::uint8_t> dry(mesh.elements.size(), 0);
+    CHECK(SAMPLE_POINT(INDEX_ELEMENTS(mesh, PlanKind::Nodes), mesh, level, dry, 31, 1).element == 0);  // with -no1d
+    mesh.oneD = ONE_D_TRIANGLES(mesh);
     const PointIndex index = INDEX_ELEMENTS(mesh, PlanKind::Nodes);
     CHECK(SAMPLE_POINT(index, mesh, level, dry, 31, 1).element == mesh.elementCount);
     CHECK(SAMPLE_POINT(index, mesh, level, dry, 5, 5).element == 0);
