@@ -6,12 +6,16 @@
 #include <cstdint>
 #include <vector>
 
-/// Per element, numbered from 1: 1 for a triangle of a 1D water-level line, 0 for every 2D element. Empty when the mesh
-/// has none. Such triangles are laid along 1D channels beside a grid of quads, and the model writes them behind all 2D
-/// elements. So in a mesh that is not QL and has quads, a group of triangles connected by shared nodes is 1D when each
-/// of them has a higher id than the last quad and none touches a quad's node. Every other triangle is a 2D element like
-/// the quads.
+/// The rule: per element, numbered from 1, 1 for a triangle of a 1D water-level line, 0 for every 2D element; empty
+/// when the mesh has none. Such triangles are laid along 1D channels in or beside a domain of quads and are no part of
+/// it. So in a mesh that is not QL and has quads every triangle is 1D, unless a triangle shares a side (two nodes) with
+/// a quad: then triangles are 2D elements like the quads.
 std::vector<std::uint8_t> ONE_D_TRIANGLES(const Mesh& mesh);
 
-/// Per node, numbered from 1: 1 for a node of such a triangle. oneD: of ONE_D_TRIANGLES; empty gives an empty table.
-std::vector<std::uint8_t> ONE_D_NODES(const Mesh& mesh, const std::vector<std::uint8_t>& oneD);
+/// Settles MESH().oneD by that rule, or as empty with allTwoD (-no1d), and says how many triangles are 1D. Called once
+/// a run, after the mesh has been read, where the output tells them from cells or nodes; grids do not.
+void SETTLE_ONE_D_TRIANGLES(bool allTwoD);
+
+/// Per node, numbered from 1: 1 for a node of a triangle of mesh.oneD that no quad uses; empty when there are no such
+/// triangles.
+std::vector<std::uint8_t> ONE_D_NODES(const Mesh& mesh);

@@ -3,7 +3,9 @@
 #include "gis/layers.h"
 #include "inputs/mesh.h"
 #include "inputs/mesh_reader.h"
+#include "inputs/one_d_triangles.h"
 #include "inputs/results.h"
+#include "raster/odd_quads.h"
 #include "run_control/arguments.h"
 #include "run_control/convert_dat.h"
 #include "run_control/convert_xmdf.h"
@@ -69,6 +71,11 @@ void readMesh() {
     CLOSE_FILE(file);
 }
 
+/// Water level lines belong into a grid; every other output tells them from the cells.
+void settleOneD() {
+    if (!OPTIONS().raster()) SETTLE_ONE_D_TRIANGLES(OPTIONS().no1d);
+}
+
 /// The mesh reader has already marked what -rmp leaves out; this tells the user that it counts.
 void reportRemovedNodes() {
     if (OPTIONS().keepAllMeshParts) return;
@@ -104,6 +111,8 @@ int CONVERT(int argc, const char* const argv[]) {
     if (INPUT_FILES().kind == InputKind::Xmdf) IDENTIFY_XMDF();
     FIND_MESH_FILE();
     readMesh();
+    REPORT_ODD_QUADS(MESH());
+    settleOneD();
     CHOOSE_GRID();
     REPORT("Allocating results storage...");
     reportRemovedNodes();

@@ -252,6 +252,7 @@ constexpr Switch TABLE[] = {
     {"flt", set<&O::flt>},  // last, so that no other switch changes its meaning
     {"like", takeName<&O::likeGrid>, NEXT},
     {"prjwarn", set<&O::projectionWarning>},
+    {"no1d", set<&O::no1d>},
 };
 
 }  // namespace

@@ -64,6 +64,7 @@ struct RunOptions {
     // Mesh
     bool keepAllMeshParts = true;
     std::vector<std::string> removedParts;  ///< -rmp, in the order given, at most MOST_REMOVED_PARTS
+    bool no1d = false;                      ///< -no1d: no triangle is a 1D water level line
     bool cellCentred = false;               ///< -cc
     bool region = false;
     std::string pointTypes = "ALL";  ///< -pts, up to 10 characters

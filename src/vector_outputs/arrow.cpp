@@ -131,11 +131,11 @@ ArrowRules ARROW_RULES(const RunOptions& options, double cellSize, double defaul
     return rules;
 }
 
-std::optional<double> MEDIAN_CELL_SIZE(const Mesh& mesh, const std::vector<std::uint8_t>& oneD) {
+std::optional<double> MEDIAN_CELL_SIZE(const Mesh& mesh) {
     std::vector<double> sizes;
     for (std::size_t id = 1; id < mesh.elements.size(); ++id) {
         const MeshElement& element = mesh.elements[id];
-        if (element.shape == 0 || element.removed || (!oneD.empty() && oneD[id] != 0)) continue;
+        if (element.shape == 0 || element.removed || (!mesh.oneD.empty() && mesh.oneD[id] != 0)) continue;
         if (const double size = sizeOf(mesh, element); size > 0.0) sizes.push_back(size);
     }
     if (sizes.empty()) return {};

@@ -30,8 +30,8 @@ struct ArrowRules {
 ArrowRules ARROW_RULES(const RunOptions& options, double cellSize, double defaultCap);
 
 /// The length of a cell: median over the 2D elements that are neither removed nor flat of the square root of the area
-/// (the mean of the middle two). oneD: of ONE_D_TRIANGLES. Nothing when there is no such element.
-std::optional<double> MEDIAN_CELL_SIZE(const Mesh& mesh, const std::vector<std::uint8_t>& oneD);
+/// (the mean of the middle two). 1D triangles do not count. Nothing when there is no such element.
+std::optional<double> MEDIAN_CELL_SIZE(const Mesh& mesh);
 
 enum class Drawn : std::uint8_t { Object, Nothing, Invalid };
 

@@ -138,12 +138,13 @@ bool NEXT_ITEM(ItemSource& source, MapItem& item) {
     return false;
 }
 
-std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet,
-                                    std::span<const std::uint8_t> oneD) {
+std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet) {
     std::vector<std::uint8_t> cells(mesh.elements.size(), 0);
     for (std::size_t id = 1; id < cells.size(); ++id)
         cells[id] =
-            takesPart(mesh.elements[id]) && (wet.empty() || wet[id] != 0) && (oneD.empty() || oneD[id] == 0) ? 1 : 0;
+            takesPart(mesh.elements[id]) && (wet.empty() || wet[id] != 0) && (mesh.oneD.empty() || mesh.oneD[id] == 0)
+                ? 1
+                : 0;
     return cells;
 }
 

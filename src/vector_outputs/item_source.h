@@ -43,9 +43,8 @@ struct ItemSource {
 bool NEXT_ITEM(ItemSource& source, MapItem& item);
 
 /// Per cell, numbered from 1: 1 for a 2D cell that is wet, takes part in outputs and is not removed.
-/// wet: flags per cell, numbered from 1; empty when all are wet. oneD: of ONE_D_TRIANGLES.
-std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet,
-                                    std::span<const std::uint8_t> oneD);
+/// wet: flags per cell, numbered from 1; empty when all are wet.
+std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet);
 /// Per node, numbered from 1: 1 for a node that a wet element uses, 1D triangles included.
 std::vector<std::uint8_t> WET_NODES(const Mesh& mesh, std::span<const std::uint8_t> wet);
 /// Per node, numbered from 1: the material of the last element in numbering order that uses it and is not removed; 0

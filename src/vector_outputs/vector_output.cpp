@@ -28,7 +28,7 @@ double defaultCap() { return LOWERCASE(TRIMF(OPTIONS().inputFile)).ends_with("_v
 
 double arrowCellSize(const VectorRun& run) {
     if (run.gridded) return run.grid.run.grid.cellSize;
-    const std::optional<double> size = MEDIAN_CELL_SIZE(*run.mesh, run.oneDTriangles);
+    const std::optional<double> size = MEDIAN_CELL_SIZE(*run.mesh);
     if (!size) STOP_RUN("ERROR - The mesh has no cells to scale arrows by.");
     REPORT("Arrow cell size = " + AREAL8(*size));
     return *size;
@@ -69,7 +69,7 @@ Cutoff cutoffOf(const VectorRun& run, const Results& results) {
 
 /// The nodes or cells that may be written, numbered from 1. wet: empty when all are.
 std::vector<std::uint8_t> chosenOf(const VectorRun& run, ItemKind items, std::span<const std::uint8_t> wet) {
-    if (items == ItemKind::Cell) return WET_CELLS(*run.mesh, wet, run.oneDTriangles);
+    if (items == ItemKind::Cell) return WET_CELLS(*run.mesh, wet);
     std::vector<std::uint8_t> nodes = WET_NODES(*run.mesh, wet);
     for (std::size_t id = 1; id < nodes.size(); ++id)
         if (nodes[id] != 0 && !PASSES(run.pointTypes, run.mesh->nodes[id].kind)) nodes[id] = 0;
@@ -91,9 +91,9 @@ std::vector<Column> textColumns(const LayerKind& kind) {
 void gridResults(VectorRun& run, const Results& results, const LayerKind& kind, ItemSource& source) {
     REPORT("Writing gridded .mif or .shp files...");
     GriddedValues& grid = run.grid;
-    if (grid.bed.empty() && (kind.waterLevel || OPTIONS().verbose)) GRID_BED(grid, *run.mesh);
-    if (grid.materials.empty() && OPTIONS().verbose) GRID_MATERIALS(grid, *run.mesh);
     GRID_VALUES(grid, *run.mesh, results);
+    if (kind.waterLevel || OPTIONS().verbose) GRID_BED(grid, *run.mesh, results);
+    if (grid.materials.empty() && OPTIONS().verbose) GRID_MATERIALS(grid, *run.mesh);
     source.grid = &grid.run.grid;
     source.x = grid.x;
     if (results.vector) source.y = grid.y;
@@ -158,8 +158,7 @@ VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, bool vector
     VectorRun run;
     run.mesh = &mesh;
     run.pointTypes = READ_POINT_TYPES(options.pointTypes);
-    run.oneDTriangles = ONE_D_TRIANGLES(mesh);
-    run.oneDNodes = ONE_D_NODES(mesh, run.oneDTriangles);
+    run.oneDNodes = ONE_D_NODES(mesh);
     if (options.verbose) run.nodeMaterials = NODE_MATERIALS(mesh);
     if (cellCentred && !run.pointTypes.all) DMESSAGE("WARNING - The -pts option is ignored with cell centred results.");
     if (options.txt) {

@@ -20,8 +20,8 @@
 struct VectorRun {
     const Mesh* mesh = nullptr;
     PointTypes pointTypes;
-    std::vector<std::uint8_t> oneDTriangles, oneDNodes;  ///< numbered from 1; empty when the mesh has none
-    std::vector<std::int32_t> nodeMaterials;             ///< numbered from 1; with -verbose only
+    std::vector<std::uint8_t> oneDNodes;      ///< numbered from 1; empty when the mesh has none
+    std::vector<std::int32_t> nodeMaterials;  ///< numbered from 1; with -verbose only
     bool gridded = false;
     GriddedValues grid;          ///< of a gridded run
     ArrowRules arrows;           ///< of a run with -vector

@@ -63,6 +63,19 @@ row 0 "basin_g400.asc"                                         -b -asc -grid400 
 said 'WARNING - Meshpart "west bank" was not found in .2dm file and cannot be removed.'
 info basin_g400.asc "Size is 21, 21"
 
+# Triangles of a second domain beside quads: 1D water level lines, unless told otherwise. Grids hold them either way.
+printf '%s\n' "MESH2D    0 0 0 0 0 0 0" "ND 1 0 0 1" "ND 2 9 0 1" "ND 3 9 5 1" "ND 4 0 5 1" "ND 5 20 0 1" "ND 6 29 0 1" "ND 7 20 5 7" \
+    "E4Q 1 1 2 3 4 1 0 0" "E3T 2 5 6 7 1 0 0" >two.2dm
+row 0 "two.mif two.mid"                                        -b -mif -region two.2dm
+said "WARNING - 1 triangles share no edge with a quad and are taken as 1D water level lines; -no1d takes them as 2D cells." "1 objects written."
+row 0 "two.mif two.mid"                                        -b -mif -region -no1d two.2dm
+said "2 objects written."
+did_not_say "1D water level lines"
+row 0 "two_g001.asc"                                           -b -asc -grid1 two.2dm
+did_not_say "1D water level lines"
+value_at two_g001.asc 21.5 2.5 4 0.001
+rm two.2dm
+
 # The projection of the folder goes with the grid.
 echo 'PROJCS["somewhere",UNIT["metre",1]]' >Header.prj
 row 0 "basin_g400.asc basin_g400.prj"                          -b -asc -grid400 basin.2dm

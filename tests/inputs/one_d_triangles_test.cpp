@@ -29,18 +29,17 @@ std::string oneDOf(std::initializer_list<Element> elements, bool qlMesh = false)
 
 }  // namespace
 
-TEST_CASE("A group of triangles behind the last quad that touches no quad is 1D") {
-    const Element quad{4, {1, 2, 3, 4}}, otherQuad{4, {3, 4, 5, 6}}, nineQuad{9, {1, 2, 3, 4, 5, 6, 7, 8, 9}};
-    const Element apart{3, {10, 11, 12}}, joined{3, {12, 13, 14}}, further{3, {14, 15, 16}}, touching{3, {4, 16, 17}},
-        other{3, {20, 21, 22}};
-    CHECK(oneDOf({quad, apart, joined}) == "011");
-    CHECK(oneDOf({nineQuad, apart}) == "01");
-    CHECK(oneDOf({nineQuad, {3, {9, 20, 21}}}) == "");              // the centre node counts as the quad's
-    CHECK(oneDOf({quad, apart, otherQuad}) == "");                  // written before the last quad
-    CHECK(oneDOf({apart, quad, joined}) == "");                     // its group was begun before it
-    CHECK(oneDOf({quad, apart, joined, further, touching}) == "");  // one end touches: the whole chain is 2D
-    CHECK(oneDOf({quad, further, joined, apart, other, touching}) == "000010");  // in whatever order the group is met
-    CHECK(oneDOf({apart, joined}) == "");                                        // no quads: a mesh of triangles
-    CHECK(oneDOf({quad, apart}, true) == "");                                    // QL
-    CHECK(oneDOf({quad, {0, {}}, apart}) == "001");                              // a refused card takes part in nothing
+TEST_CASE("Triangles are 1D in a mesh of quads none of which shares a side with any of them") {
+    const Element quad{4, {1, 2, 3, 4}}, nineQuad{9, {1, 2, 3, 4, 5, 6, 7, 8, 9}};
+    const Element apart{3, {10, 11, 12}}, joined{3, {12, 13, 14}}, touching{3, {14, 4, 17}}, beside{3, {20, 1, 4}};
+    CHECK(oneDOf({quad, apart, joined, touching}) == "0111");  // one corner snapped onto a quad's
+    CHECK(oneDOf({apart, quad, joined}) == "101");             // in whatever order they are written
+    CHECK(oneDOf({quad, apart, beside}) == "");                // the closing side of the quad: all are 2D
+    CHECK(oneDOf({quad, {3, {20, 3, 1}}}) == "01");            // a diagonal is no side
+    CHECK(oneDOf({nineQuad, {3, {20, 9, 5}}}) == "01");
+    CHECK(oneDOf({nineQuad, {3, {1, 20, 8}}}) == "");  // half a side
+    CHECK(oneDOf({nineQuad, {3, {20, 3, 2}}}) == "");  // a whole one
+    CHECK(oneDOf({apart, joined}) == "");              // no quads: a mesh of triangles
+    CHECK(oneDOf({quad, apart}, true) == "");          // QL
+    CHECK(oneDOf({quad, {0, {}}, apart}) == "001");    // a refused card takes part in nothing
 }

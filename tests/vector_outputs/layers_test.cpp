@@ -3,6 +3,7 @@
 
 #include "console_of.h"
 #include "gis/layers.h"
+#include "inputs/one_d_triangles.h"
 #include "services/files.h"
 #include "services/options.h"
 #include "services/projection.h"
@@ -44,6 +45,7 @@ Mesh smallMesh() {
     }
     mesh.nodeCount = 10;
     mesh.elementCount = 3;
+    mesh.oneD = ONE_D_TRIANGLES(mesh);
     return mesh;
 }
 
@@ -87,6 +89,10 @@ public:
         });
         return lines("out.mid");
     }
+    std::string tableOf(VectorRun& run, const Results& results) {
+        said = consoleOf([&] { WRITE_RESULTS_LAYER(run, results, folder_.name("out")); });
+        return lines("out.mid");
+    }
     std::string lines(const char* file) const {
         std::string text = folder_.read(file);
         for (char& c : text) c = c == '\n' ? ';' : c;
@@ -121,6 +127,10 @@ TEST_CASE("Nodes are written where a wet element uses them and they hold a value
     CHECK(run.tableOf(cut, resultsOf("Froude No", levels, {0, 1, 1, 0})) == "2,\"H\",1.0,5.0;5,\"H\",1.0,1.0;");
     CHECK(run.tableOf(mesh, resultsOf("Depth", {0, 0.009F, 0.01F, 1, 0.02F, 1, 1, 0.001F, 1, 1, 1}, {0, 1, 0, 1})) ==
           "2,\"H\",1.0,0.0;4,\"H\",0.0,0.0;5,\"H\",1.0,1.0;7,\"T\",5.0,0.0;8,\"T\",6.0,1.0;9,\"T\",5.0,1.0;");
+    Mesh snapped = mesh;
+    snapped.elements[3].nodes = {6, 8, 9};  // the quad's corner keeps its cutoff
+    CHECK(run.tableOf(snapped, resultsOf("Depth", {0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1}, {0, 1, 1, 1})) ==
+          "8,\"T\",6.0,0.0;9,\"T\",5.0,1.0;");
 
     Run filtered([](RunOptions& o) {
         o.pointTypes = "T";
@@ -148,6 +158,10 @@ TEST_CASE("Cells are written as points at their centroids or as regions, 1D tria
           "1,1,0.5,3.0,2.5;2,2,1.5,4.0,2.5;");
     CHECK(points.lines("out.mif").ends_with(
         "Data;Point         5.000000        5.000000;Point        15.000000        5.000000;"));
+    Mesh allTwoD = mesh;  // as with -no1d
+    allTwoD.oneD.clear();
+    CHECK(points.tableOf(allTwoD, resultsOf("Water Level", {0, 3, 4, 5.4F}, {0, 1, 1, 1}, true))
+              .ends_with(";3,3,5.3,5.4,0.1;"));
     // 5 mm deep; missing
     CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 0.505F, MISSING, 5}, {0, 1, 1, 1}, true)).empty());
 
@@ -227,4 +241,40 @@ TEST_CASE("Switches that rule each other out are dropped with a warning") {
               o.asc = o.grid = true;
               o.pointTypes = "C";
           }) == "GC");
+}
+
+TEST_CASE("A grid's bed lies over the nodes that the level is laid over at its time") {
+    Mesh mesh;  // two 9-node quads side by side, 4 m; bed 1 at the corners, 2 in the middle of the common side, else 0
+    mesh.highResolution = true;
+    mesh.nodes.resize(1);
+    Results all = resultsOf("Water Level", {0}, {0, 1, 1});
+    for (int i = 0; i < 15; ++i) {
+        const bool corner = i / 5 != 1 && i % 5 % 2 == 0;
+        MeshNode node;
+        node.x = 2.0 * (i % 5);
+        node.y = 2.0 * (i / 5);
+        node.z = i == 7 ? 2.0F : corner ? 1.0F : 0.0F;
+        mesh.nodes.push_back(node);
+        all.x.push_back(corner ? 3.0F : 5.0F);
+    }
+    mesh.elements.resize(3);
+    mesh.elements[1].nodes = {1, 3, 13, 11, 2, 8, 12, 6, 7};
+    mesh.elements[2].nodes = {3, 5, 15, 13, 4, 10, 14, 8, 9};
+    mesh.elements[1].shape = mesh.elements[2].shape = 9;
+    all.nodes = mesh.nodeCount = 15;
+    all.cells = mesh.elementCount = 2;
+    Results noCentre = all, halfDry = all;
+    noCentre.x[9] = halfDry.x[7] = MISSING;
+    for (const std::size_t dry : {4, 5, 9, 10, 14, 15}) halfDry.x[dry] = MISSING;
+    halfDry.wet[2] = 0;
+
+    Run run(oneDecimal);
+    const Grid header{3, 1, 1.0, 1.0, 2.0, {}};  // points at both centres and in the middle of the common side
+    VectorRun outputs;
+    consoleOf([&] { outputs = START_VECTOR_OUTPUTS(mesh, &header, false, false, true); });
+    const std::string whole = R"("R00001C00001",5.0,5.0;"R00001C00002",5.0,3.0;"R00001C00003",5.0,5.0;)";
+    CHECK(run.tableOf(outputs, all) == whole);
+    CHECK(run.tableOf(outputs, noCentre) == R"("R00001C00001",5.0,5.0;"R00001C00002",5.0,3.0;"R00001C00003",3.0,2.0;)");
+    CHECK(run.tableOf(outputs, halfDry) == R"("R00001C00001",3.0,2.0;"R00001C00002",3.0,2.0;)");
+    CHECK(run.tableOf(outputs, all) == whole);
 }
