@@ -87,3 +87,20 @@ void ADD_AS_UTF8(std::string& out, std::string_view codePage) {
         }
     }
 }
+
+bool TextDecoder::choose(int page) {
+    page_ = page;
+    converter_.reset();
+    if (page == PAGE_NOT_SAID || page == PAGE_LATIN_1 || page == PAGE_UTF_8) return true;
+    converter_.emplace(page);
+    if (converter_->known()) return true;
+    converter_.reset();
+    page_ = PAGE_NOT_SAID;
+    return false;
+}
+
+void TextDecoder::add(std::string& out, std::string_view text) const {
+    if (IS_ASCII(text) || (!converter_ && page_ != PAGE_LATIN_1 && IS_UTF8(text))) out += text;
+    else if (converter_) converter_->addAsUtf8(out, text);
+    else ADD_AS_UTF8(out, text);
+}

@@ -3,6 +3,7 @@
 #include "gis/fixed_text.h"
 #include "text_utils/text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -40,6 +41,16 @@ bool DataLine::nextQuoted(std::size_t first, DataValue& value) {
     }
     value.text = unquoted_;
     return true;
+}
+
+std::size_t VALUE_COUNT(std::string_view line, char delimiter) {
+    if (line.find('"') == std::string_view::npos)
+        return static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter)) + 1;
+    DataLine values(line, delimiter);
+    DataValue value;
+    std::size_t count = 0;
+    while (values.NEXT(value)) ++count;
+    return count;
 }
 
 namespace {

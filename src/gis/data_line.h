@@ -30,6 +30,9 @@ private:
     std::string unquoted_;
 };
 
+/// Number of values of a line, blank ones included.
+std::size_t VALUE_COUNT(std::string_view line, char delimiter = ',');
+
 // Each adds one value to the line under construction, behind a comma unless it is the first.
 /// In double quotes, quotes inside doubled; line breaks become blanks.
 void ADD_TEXT(std::string& line, std::string_view text);

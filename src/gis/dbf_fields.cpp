@@ -14,10 +14,15 @@ struct TypeRow {
     std::string_view word;
     char type;
     std::int32_t width, decimals;  ///< 0: as the attribute type says
+    bool alsoRead = false;         ///< a number field of this size is read as this type; others hold more than it does
 };
 constexpr TypeRow TYPES[] = {
     // GIS packages show a dBASE logical in their own words, a letter as it is
-    {"Char", 'C', 0, 0}, {"Logical", 'C', 1, 0}, {"Float", 'N', 16, 5}, {"Integer", 'N', 8, 0}, {"Decimal", 'N', 0, 0},
+    {"Char", 'C', 0, 0},          {"Logical", 'C', 1, 0}, {"Float", 'N', 16, 5, true},
+    {"Integer", 'N', 8, 0, true}, {"Decimal", 'N', 0, 0}, {"SmallInt", 'N', 6, 0},
+    {"LargeInt", 'N', 20, 0},     {"Date", 'D', 8, 0},  // YYYYMMDD in both formats
+    {"Time", 'C', 9, 0},                                // HHMMSSmmm; a table has no field for times
+    {"DateTime", 'C', 17, 0},                           // the two together
 };
 
 DbfField fieldOf(const GisAttribute& attribute) {
@@ -68,9 +73,10 @@ std::vector<DbfField> DBF_FIELDS_OF(const std::vector<GisAttribute>& attributes)
 
 std::string ATTRIBUTE_TYPE_OF(const DbfField& field) {
     if (field.type == 'L') return "Logical";
+    if (field.type == 'D') return "Date";
     const std::string width = std::to_string(field.width);
     if (!field.isNumber()) return "Char(" + width + ")";
     for (const TypeRow& row : TYPES)
-        if (row.type == 'N' && row.width == field.width && row.decimals == field.decimals) return std::string(row.word);
+        if (row.alsoRead && row.width == field.width && row.decimals == field.decimals) return std::string(row.word);
     return "Decimal(" + width + "," + std::to_string(field.decimals) + ")";
 }

@@ -1,7 +1,6 @@
 #include "gis/dbf_header.h"
 
 #include "gis/attributes.h"
-#include "gis/code_page.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -56,12 +55,11 @@ void readHeaderBytes(int file, char* to, std::size_t count) {
         stopReading(file, "", "ERROR 0404 - End of .dbf file encountered whilst reading header.");
 }
 
-DbfField fieldIn(const char* descriptor, bool nameIsUtf8) {
+DbfField fieldIn(const char* descriptor, const TextDecoder& text) {
     DbfField field;
     std::string_view name(descriptor, DBF_NAME_WIDTH);
     name = TRIMMED(name.substr(0, name.find('\0')));
-    if (nameIsUtf8) field.name = name;
-    else ADD_AS_UTF8(field.name, name);
+    text.add(field.name, name);
     field.type = descriptor[11];
     field.width = littleUnsigned<std::uint8_t>(descriptor + 16);
     field.decimals = field.isNumber() ? littleUnsigned<std::uint8_t>(descriptor + 17) : 0;
@@ -79,7 +77,7 @@ void checkField(int file, const DbfField& field) {
 }
 
 /// The descriptors up to the byte 13, or to the end of the header in files that leave the byte out.
-void readFields(int file, bool namesAreUtf8, DbfTable& table) {
+void readFields(int file, const TextDecoder& text, DbfTable& table) {
     std::array<char, DESCRIPTOR_BYTES> bytes{};
     for (std::size_t at = START_BYTES; at < static_cast<std::size_t>(table.headerBytes); at += DESCRIPTOR_BYTES) {
         readHeaderBytes(file, bytes.data(), 1);
@@ -87,7 +85,7 @@ void readFields(int file, bool namesAreUtf8, DbfTable& table) {
         if (table.fields.size() == MOST_DBF_FIELDS)
             stopReading(file, "", "ERROR 0401 - Exceeded maximum number of dbf Fields.");
         readHeaderBytes(file, bytes.data() + 1, DESCRIPTOR_BYTES - 1);
-        table.fields.push_back(fieldIn(bytes.data(), namesAreUtf8));
+        table.fields.push_back(fieldIn(bytes.data(), text));
         checkField(file, table.fields.back());
     }
     if (table.fields.empty()) stopReading(file, "", "ERROR 0319 - No attributes specified in .dbf file.");
@@ -122,14 +120,21 @@ std::string DBF_HEADER(const DbfTable& table) {
     return out;
 }
 
-DbfTable READ_DBF_HEADER(int file, bool namesAreUtf8) {
+int READ_DBF_PAGE(int file) {
+    std::array<char, START_BYTES> start{};
+    const bool whole = READ_BYTES(file, start.data(), start.size()) == static_cast<std::int64_t>(start.size());
+    if (!SEEK_FILE(file, 0)) stopReading(file, LAST_FILE_ERROR(file), "ERROR 0403 - Reading .dbf file header.");
+    return whole ? PAGE_OF_LANGUAGE(static_cast<unsigned char>(start[29])) : PAGE_NOT_SAID;
+}
+
+DbfTable READ_DBF_HEADER(int file, const TextDecoder& text) {
     std::array<char, START_BYTES> start{};
     readHeaderBytes(file, start.data(), start.size());
     DbfTable table;
     table.records = littleUnsigned<std::uint32_t>(start.data() + 4);
     table.headerBytes = littleUnsigned<std::uint16_t>(start.data() + 8);
     table.recordBytes = littleUnsigned<std::uint16_t>(start.data() + 10);
-    readFields(file, namesAreUtf8, table);
+    readFields(file, text, table);
     if (FILE_POSITION(file) > table.headerBytes)
         stopReading(file, "its fields are longer than its header.", "ERROR 0403 - Reading .dbf file header.");
     if (PLACE_FIELDS(table.fields) > table.recordBytes)

@@ -3,6 +3,7 @@
 // (0x57: code page 1252).
 #pragma once
 
+#include "gis/code_page.h"
 #include "gis/dbf_fields.h"
 
 #include <cstdint>
@@ -26,7 +27,10 @@ DbfTable DBF_TABLE_OF(std::vector<DbfField> fields);
 /// The header as bytes, dated today. Names are written over all 11 bytes, in code page 1252.
 std::string DBF_HEADER(const DbfTable& table);
 
-/// Reads header and descriptors of an open input and stands behind them, wherever the first record is. Names come back
-/// in UTF-8. Stops the run, naming the file: ERROR 0401 beyond 128 fields, 0402 for a width of 0, 0319 without a field,
-/// 0404 when the file ends early, 0403 when it cannot be read or its lengths contradict its fields.
-DbfTable READ_DBF_HEADER(int file, bool namesAreUtf8);
+/// The code page that the language byte of an open input means; PAGE_NOT_SAID when the file ends before it. Stands at
+/// the start of the file then.
+int READ_DBF_PAGE(int file);
+/// Reads header and descriptors of an open input from its start and stands behind them, wherever the first record is.
+/// Names come back in UTF-8. Stops the run, naming the file: ERROR 0401 beyond 128 fields, 0402 for a width of 0, 0319
+/// without a field, 0404 when the file ends early, 0403 when it cannot be read or its lengths contradict its fields.
+DbfTable READ_DBF_HEADER(int file, const TextDecoder& text);

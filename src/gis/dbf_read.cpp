@@ -36,20 +36,33 @@ DbfRecord loadedRecord(GisLayer& layer) {
     return shp.record[0] == DBF_NOT_DELETED ? DbfRecord::Loaded : DbfRecord::Unrecognised;
 }
 
-/// Numbers travel as they stand, blank ones too. One written with a decimal comma goes in quotes, so that it stays one
-/// value.
+/// What stands for no value: asterisks in a number, zeros in a date, a question mark in a logical.
+bool isNull(const DbfField& field, std::string_view value) {
+    const char mark = field.isNumber() ? '*' : field.type == 'D' ? '0' : field.type == 'L' ? '?' : '\0';
+    return value.find_first_not_of(mark) == std::string_view::npos;
+}
+
+std::string_view logical(std::string_view value) {
+    if (std::string_view("YyTt").find(value[0]) != std::string_view::npos) return "T";
+    return std::string_view("NnFf").find(value[0]) != std::string_view::npos ? "F" : "";
+}
+
+/// Numbers, dates and logicals travel as they stand, blank ones too. A number written with a decimal comma goes in
+/// quotes, so that it stays one value.
 void addField(ShpLayer& shp, const DbfField& field, std::string& line) {
     std::string_view value(&shp.record[field.offset], static_cast<std::size_t>(field.width));
     // some writers end a text with a zero byte and leave the rest as it was
     value = TRIMMED(value.substr(0, value.find('\0')));
     if (field.offset > 1) line += ',';
-    if (field.isNumber() && value.find_first_of(",\"") == std::string_view::npos) {
-        line += value;
+    const bool plain = field.isNumber() || field.type == 'D' || field.type == 'L';
+    if (plain && isNull(field, value)) return;
+    if (plain && value.find_first_of(",\"") == std::string_view::npos) {
+        line += field.type == 'L' ? logical(value) : value;
         return;
     }
-    if (!shp.utf8 && !IS_ASCII(value)) {
+    if (!IS_ASCII(value)) {
         shp.text.clear();
-        ADD_AS_UTF8(shp.text, value);
+        shp.decoder.add(shp.text, value);
         value = shp.text;
     }
     shp.quoted.clear();

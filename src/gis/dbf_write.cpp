@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -67,6 +68,7 @@ bool putValues(GisLayer& layer, char* record, std::string_view line, bool large)
 }  // namespace
 
 bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large) {
+    if (std::exchange(layer.shp->nullObject, false)) return true;
     GisFile& file = layer.files[DBF];
     const std::int32_t recordBytes = layer.shp->table.recordBytes;
     if (file.bytes == 0) gisFormatCheck("gisWriteRecord-dbf");  // the header has not been written

@@ -91,6 +91,12 @@ void gisReportProjection(std::string_view extension, const std::string& name, st
     EXITS();
 }
 
+void gisChoosePage(const GisLayer& layer, TextDecoder& text, int page) {
+    if (text.choose(page)) return;
+    DMESSAGE("WARNING - " + layer.path + " is in code page " + std::to_string(page) +
+             ", which this system does not have; its text is taken to be in UTF-8 or code page 1252.");
+}
+
 void gisWarnOfText(GisLayer& layer) {
     if (!layer.warnedOfText)
         DMESSAGE("WARNING - " + layer.path + " holds characters that code page 1252 lacks; they become \"?\".");

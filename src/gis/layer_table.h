@@ -1,6 +1,7 @@
 // Inside the library: the layer table, and what a format has to provide. Callers use gis/layers.h.
 #pragma once
 
+#include "gis/code_page.h"
 #include "gis/coord_sys.h"
 #include "gis/layers.h"
 
@@ -10,7 +11,6 @@
 #include <string>
 #include <string_view>
 
-enum class GisFormat : std::int32_t { Csv = -1, None = 0, Mif = 1, Shp = 2 };
 enum class GisMode : std::int32_t { Closed = -1, NotSet = 0, Input = 1, Output = 2 };
 
 /// One file of a layer. The format that opened it keeps it up to date.
@@ -77,6 +77,8 @@ bool gisHasBadCoordinate(const GisObject& o);
 /// than the run. extension: ".mif" or ".shp".
 void gisReportProjection(std::string_view extension, const std::string& name, std::string_view layers,
                          std::string_view runs);
+/// Takes a code page for the text of an input layer, with a WARNING when this system does not have it.
+void gisChoosePage(const GisLayer& layer, TextDecoder& text, int page);
 /// The one WARNING of a layer whose text holds characters that code page 1252 lacks.
 void gisWarnOfText(GisLayer& layer);
 /// "Should not be here [<check>].  Please contact <support>", the wording of the format checks of the write operations.

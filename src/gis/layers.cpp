@@ -189,6 +189,7 @@ GisHeader& gisHeader(std::int32_t gisID) { return dispatch(gisID, "gisHeader", G
 void gisReadHeader(std::int32_t gisID) {
     const auto [layer, format] = dispatch(gisID, "gisReadHeader", GisMode::Input);
     layer.header = GisHeader{};
+    layer.header.format = layer.format;
     layer.nextAttribute = 0;
     format.readHeader(layer);
 }

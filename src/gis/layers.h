@@ -35,6 +35,8 @@ struct GisAttribute {
     std::string type;  ///< MIF column syntax: "Integer", "Float", "Char(40)", "Decimal(10,4)", "Logical"
 };
 
+enum class GisFormat : std::int32_t { Csv = -1, None = 0, Mif = 1, Shp = 2 };
+
 /// The part of a layer that stands before its objects. A producer fills it between gisOpenLayer and gisWriteHeader;
 /// gisReadHeader fills it for an input layer.
 struct GisHeader {
@@ -45,6 +47,8 @@ struct GisHeader {
     GisShape shape = GisShape::Any;
     ///< valid while empty: with Any its first object decides
     std::vector<GisAttribute> attributes;  ///< in column order, at least one
+    std::string prj = {};                  ///< .prj text of a shapefile. Blank on output: the run's
+    GisFormat format = GisFormat::None;    ///< that it was read from; nothing to the writers
 };
 
 /// The coordinate system of the run, set before layers are opened.

@@ -47,7 +47,7 @@ std::size_t readColumnsCount(int handle) {
 }
 
 /// The definitions behind it, one a line; types without blanks ("Decimal(10,4)").
-std::vector<GisAttribute> readDefinitions(int handle, std::size_t count) {
+std::vector<GisAttribute> readDefinitions(int handle, std::size_t count, const TextDecoder& text) {
     std::vector<GisAttribute> attributes;
     while (attributes.size() < count) {
         std::string_view line;
@@ -59,7 +59,8 @@ std::vector<GisAttribute> readDefinitions(int handle, std::size_t count) {
                  read ? line : std::string_view("The file ends before them."));
         std::string type(values.REST());
         std::erase_if(type, [](char c) { return c == ' ' || c == '\t'; });
-        attributes.push_back({FITTED(name, ATTRIBUTE_NAME_WIDTH), FITTED(type, ATTRIBUTE_TYPE_WIDTH)});
+        attributes.push_back({{}, FITTED(type, ATTRIBUTE_TYPE_WIDTH)});
+        text.add(attributes.back().name, name.substr(0, ATTRIBUTE_NAME_WIDTH));
     }
     return attributes;
 }
@@ -98,10 +99,16 @@ void countHeaderLines(GisLayer& layer) {
 void readPreamble(GisLayer& layer) {
     const int handle = layer.files[0].handle;
     std::string_view line;
+    bool marked = false;  // a byte-order mark tells more than the header
     while (findLine(handle, line, [](std::string_view) { return true; }) && !isColumnsLine(line) && !isDataLine(line)) {
+        if (const std::string_view text = WITHOUT_MARK(line); text.size() < line.size()) {
+            marked = layer.mif->decoder.choose(PAGE_UTF_8);
+            line = text;
+        }
         if (layer.header.coordSys.empty() && FLAGEXISTS(line, "CoordSys"))
             layer.header.coordSys = FITTED(line, FILE_NAME_WIDTH);
-        if (BEGINS_WITH(line, "Charset")) layer.mif->codePage = ASAME(quotedWord(line), "WindowsLatin1");
+        if (BEGINS_WITH(line, "Charset") && !marked)
+            gisChoosePage(layer, layer.mif->decoder, PAGE_NAMED(quotedWord(line)));
         if (BEGINS_WITH(line, "Delimiter"))
             if (const std::string_view delimiter = quotedWord(line); delimiter.size() == 1)
                 layer.mif->delimiter = delimiter[0];
@@ -127,7 +134,7 @@ void mifReadHeader(GisLayer& layer) {
     const int handle = layer.files[0].handle;
     mifGotoBeginningOfFiles(layer);
     readPreamble(layer);
-    layer.header.attributes = readDefinitions(handle, readColumnsCount(handle));
+    layer.header.attributes = readDefinitions(handle, readColumnsCount(handle), layer.mif->decoder);
     std::string_view line;
     if (!findLine(handle, line, isDataLine))
         stop(handle, "ERROR 0313 - Could not find start of \"Data\" block in .mif file.");

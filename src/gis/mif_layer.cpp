@@ -36,6 +36,11 @@ void mifReportPlace(const GisFile& file) {
     REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(file.count));
 }
 
+void mifReportValues(const GisLayer& layer, std::size_t values) {
+    REPORT("   The line has " + std::to_string(values) + " of " + std::to_string(layer.header.attributes.size()) +
+           " values.");
+}
+
 void mifOpen(GisLayer& layer) {
     layer.mif = std::make_shared<MifLayer>();
     const std::string_view mode = layer.mode == GisMode::Input ? "I " : "O ";

@@ -36,8 +36,7 @@ private:
 struct MifLayer {
     // input
     char delimiter = '\t';  ///< of the .mid file; tab when the header does not say
-    /// the header says code page 1252; otherwise what is no UTF-8 is taken to be in that page
-    bool codePage = false;
+    TextDecoder decoder;
     std::int64_t dataOffset = 0;   ///< of the first object in the .mif file; 0 before the header was read
     std::int64_t headerLines = 0;  ///< lines before it
     std::string keywordLine;       ///< what follows the keyword on the line of the object about to be read
@@ -58,3 +57,5 @@ inline LineStatus mifNextLine(GisLayer& layer, std::string_view& line) {
 void mifGotoBeginningOfFiles(GisLayer& layer);
 /// "   <name of the file>, line <n>": where a message about a file of the layer points to.
 void mifReportPlace(const GisFile& file);
+/// Says that a line of the .mid file holds fewer values than there are attributes.
+void mifReportValues(const GisLayer& layer, std::size_t values);

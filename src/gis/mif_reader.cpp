@@ -178,32 +178,34 @@ GisRead readRegion(GisLayer& layer, GisObject& o) {
     return GisRead::Done;
 }
 
-/// Text in the program's encoding.
-void addDecoded(const GisLayer& layer, std::string& out, std::string_view text) {
-    if (IS_ASCII(text) || (!layer.mif->codePage && IS_UTF8(text))) {
-        out += text;
-    } else {
-        ADD_AS_UTF8(out, text);
-    }
-}
-
 GisRead readText(GisLayer& layer, GisObject& o) {
     std::string_view line = layer.mif->keywordLine;  // the text stands there or on the next line
     if (TRIMMED(line).empty() && objectLine(layer, line) != GisRead::Done) return GisRead::Failed;
     DataValue value;
     DataLine whole(line, '\0');
     whole.NEXT(value);
-    addDecoded(layer, o.text, value.text);
+    layer.mif->decoder.add(o.text, value.text);
     if (objectLine(layer, line) != GisRead::Done) return GisRead::Failed;
     return verticesOnLine(layer, line, 2, o);
 }
 
-/// A .mid file with records left when the objects end belongs to a .mif file that has lost its end. Known only to
-/// callers that read in pairs.
+/// Passes over the records of objects whose record the caller did not ask for, up to that of object `number`.
+LineStatus skipRecords(GisLayer& layer, std::int64_t number) {
+    std::string_view line;
+    LineStatus status = LineStatus::Read;
+    while (layer.mif->records < number - 1 && status == LineStatus::Read) {
+        status = READ_LINE(layer.files[1].handle, line);
+        ++layer.files[1].count;
+        ++layer.mif->records;
+    }
+    return status;
+}
+
+/// A .mid file with records left when the objects end belongs to a .mif file that has lost its end.
 bool recordsAreLeft(GisLayer& layer) {
     std::string_view line;
-    return layer.mif->records == layer.mif->objects && READ_LINE(layer.files[1].handle, line) == LineStatus::Read &&
-           !TRIMMED(line).empty();
+    return skipRecords(layer, layer.mif->objects + 1) == LineStatus::Read &&
+           READ_LINE(layer.files[1].handle, line) == LineStatus::Read && !TRIMMED(line).empty();
 }
 
 GisRead endOfObjects(GisLayer& layer, LineStatus status) {
@@ -277,23 +279,30 @@ GisRead mifReadObject(GisLayer& layer, GisObject& o) {
 GisRead mifReadRecord(GisLayer& layer, std::string& line) {
     GisFile& file = layer.files[1];
     std::string_view read;
+    LineStatus status = skipRecords(layer, layer.mif->objects);
+    if (status == LineStatus::Read) status = READ_LINE(file.handle, read);
     ++file.count;
-    const LineStatus status = READ_LINE(file.handle, read);
-    if (status != LineStatus::Read || read.size() >= LONGEST_LINE) {
+    if (const std::string_view text = WITHOUT_MARK(read); layer.mif->records == 0 && text.size() < read.size()) {
+        layer.mif->decoder.choose(PAGE_UTF_8);
+        read = text;
+    }
+    const std::size_t values = status == LineStatus::Read ? VALUE_COUNT(read, layer.mif->delimiter) : 0;
+    if (values < layer.header.attributes.size() || read.size() >= LONGEST_LINE) {
         mifReportPlace(file);
         if (status == LineStatus::EndOfFile) REPORT("   The file ends before the record of the last object.");
-        if (status == LineStatus::Read)
+        if (read.size() >= LONGEST_LINE)
             REPORT("   The line is longer than " + std::to_string(LONGEST_LINE) + " characters.");
+        else if (status == LineStatus::Read) mifReportValues(layer, values);
         return GisRead::Failed;
     }
     ++layer.mif->records;
     line.clear();
     if (layer.mif->delimiter == ',') {
-        addDecoded(layer, line, read);
+        layer.mif->decoder.add(line, read);
         return GisRead::Done;
     }
     layer.mif->line.clear();
     addWithCommas(layer.mif->line, read, layer.mif->delimiter);
-    addDecoded(layer, line, layer.mif->line);
+    layer.mif->decoder.add(line, layer.mif->line);
     return GisRead::Done;
 }

@@ -1,4 +1,5 @@
 #include "gis/code_page.h"
+#include "gis/data_line.h"
 #include "gis/fixed_text.h"
 #include "gis/mif_layer.h"
 #include "services/console.h"
@@ -122,6 +123,11 @@ bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large) {
     GisFile& file = layer.files[1];
     if (layer.mif->records + 1 != layer.mif->objects)
         SHOULD_NOT_BE_HERE(large ? "gisWriteRecordLarge" : "gisWriteRecord");
+    if (const std::size_t values = VALUE_COUNT(line); values < layer.header.attributes.size()) {
+        REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(layer.mif->records + 1));
+        mifReportValues(layer, values);
+        return false;
+    }
     std::string& text = layer.mif->line;
     text.clear();
     if (IS_ASCII(line)) {

@@ -2,10 +2,10 @@
 
 #include "gis/prj_file.h"
 #include "gis/shp_header.h"
-#include "gis/shp_index.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/projection_text.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 
@@ -38,15 +38,15 @@ void openCompanion(GisLayer& layer, std::size_t place, std::string_view kind) {
     openOne(layer, place, name, kind);
 }
 
-/// True when the .cpg file names UTF-8; every other table is taken to be in code page 1252.
-bool tableIsUtf8(const std::string& base) {
+/// The page that the .cpg file names.
+int pageOfCpg(const std::string& base) {
     const std::optional<std::string> name = FIND_FILE(base + ".cpg");
-    if (!name) return false;
+    if (!name) return PAGE_NOT_SAID;
     const int file = OPEN_FILE(*name, "I ", "cpg");
     std::string line;
     if (READLINE(file, line) == LineStatus::Error) EXITS();
     CLOSE_FILE(file);
-    return ASAME(line, "UTF-8") || ASAME(line, "UTF8") || ASAME(line, "65001");
+    return PAGE_NAMED(WITHOUT_MARK(line));
 }
 
 void readShpHeader(GisLayer& layer) {
@@ -119,7 +119,6 @@ void shpOpen(GisLayer& layer) {
         openCompanion(layer, DBF, "dbf");
     }
     if (layer.mode != GisMode::Input) return;
-    layer.shp->utf8 = tableIsUtf8(layer.shp->base);
     if (!layer.tableOnly) CHECK_PRJ(layer.shp->base);
 }
 
@@ -134,12 +133,15 @@ void shpReadHeader(GisLayer& layer) {
     const GisFile& dbf = layer.files[DBF];
     if (!layer.tableOnly) {
         readShpHeader(layer);
-        shp.indexed = READ_SHX_COUNT(layer.files[SHX].handle);
+        shp.index.open(layer.files[SHX].handle);
         layer.header.shape = shapeOf(shp.shapeType);
+        if (const auto prj = FIND_FILE(shp.base + ".prj")) layer.header.prj = READ_PRJ(*prj);
     }
     if (!SEEK_FILE(dbf.handle, 0))
         STOP_AT(layer, DBF, LAST_FILE_ERROR(dbf.handle), "ERROR 0403 - Reading .dbf file header.");
-    shp.table = READ_DBF_HEADER(dbf.handle, shp.utf8);
+    const int page = pageOfCpg(shp.base);
+    gisChoosePage(layer, shp.decoder, page != PAGE_NOT_SAID ? page : READ_DBF_PAGE(dbf.handle));
+    shp.table = READ_DBF_HEADER(dbf.handle, shp.decoder);
     shp.record.resize(static_cast<std::size_t>(shp.table.recordBytes));
     reportFields(shp.table);
     layer.header.attributes.clear();
@@ -155,7 +157,7 @@ void shpGotoBeginningOfData(GisLayer& layer) {
     for (GisFile& file : layer.files) file.count = 0;
     shp.recordState = DbfRecord::None;
     shp.shape = ShpRecord{};
-    shp.next = SHP_HEADER_BYTES;
+    if (!layer.tableOnly) shp.index.rewind();
     shp.position = -1;  // wherever the file stands, the next object looks for its place
     shp.endChecked = false;
     if (!SEEK_FILE(layer.files[DBF].handle, shp.table.headerBytes))

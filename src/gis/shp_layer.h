@@ -4,6 +4,7 @@
 #include "gis/dbf_header.h"
 #include "gis/layer_table.h"
 #include "gis/shp_block.h"
+#include "gis/shp_index.h"
 #include "gis/shp_names.h"
 
 #include <array>
@@ -29,21 +30,22 @@ struct ShpRecord {
 struct ShpLayer {
     std::string base;  ///< path without extension
     DbfTable table;
-    std::string text, quoted;  ///< one value on its way into or out of code page 1252, and into its quotes
+    std::string text, quoted;  ///< one value on its way into or out of its code page, and into its quotes
 
     // Output
     std::int32_t shapeType = SHP_NULL;  ///< of the layer; SHP_NULL until it is known
     std::array<OutputBlock, 3> blocks;  ///< by SHP, SHX, DBF
     bool warnedOfCut = false;
+    std::int64_t nullObjects = 0;  ///< objects without geometry, which are left out with their records
+    bool nullObject = false;       ///< the object just written was one of them
 
     // Input
     std::int64_t dataEnd = 0;   ///< bytes of the .shp file as its header says
-    std::int64_t next = 0;      ///< offset of the next .shp record
     std::int64_t position = 0;  ///< of the .shp file, kept here since asking for it costs a system call
-    std::int64_t indexed = 0;   ///< records that the .shx file lists
+    ShxIndex index;             ///< where the objects are
     bool endChecked = false;    ///< the three files have been compared at the end of the layer
     bool warnedOfEnd = false;   ///< WARNING 0405 has been given
-    bool utf8 = false;          ///< the .cpg file says so; else the table is in code page 1252
+    TextDecoder decoder;        ///< of the table
     ShpRecord shape;
     DbfRecord recordState = DbfRecord::None;
     std::vector<char> record;  ///< the .dbf record, flag included

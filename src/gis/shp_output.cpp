@@ -1,6 +1,7 @@
 // The headers of a shapefile set: provisional when it is begun, final when it is complete.
 #include "gis/shp_header.h"
 #include "gis/shp_layer.h"
+#include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/projection_text.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -70,7 +72,7 @@ void shpWriteHeader(GisLayer& layer) {
                 STOP_AT(layer, place, LAST_FILE_ERROR(layer.files[place].handle),
                         "ERROR 0437 - Writing .shp file header.");
         }
-        WRITE_PRJ(shp.base, gisProjection().prj);
+        WRITE_PRJ(shp.base, layer.header.prj.empty() ? gisProjection().prj : layer.header.prj);
     }
     if (!append(layer, DBF, DBF_HEADER(shp.table)))
         STOP_AT(layer, DBF, LAST_FILE_ERROR(layer.files[DBF].handle), "ERROR 0413 - Writing .dbf file header.");
@@ -82,6 +84,9 @@ void shpWriteEoF(GisLayer& layer) {
         if (layer.files[SHP].count != layer.files[DBF].count) SHOULD_NOT_BE_HERE("gisWriteEoF-shp");
         completeGeometry(layer, SHP);
         completeGeometry(layer, SHX);
+        if (const std::int64_t nulls = std::exchange(layer.shp->nullObjects, 0); nulls > 0)
+            DMESSAGE("WARNING - " + std::to_string(nulls) + " objects without geometry are left out of " + layer.path +
+                     ".");
     }
     completeTable(layer);
 }

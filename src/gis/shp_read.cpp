@@ -1,4 +1,4 @@
-// Reads the objects of a shapefile set, in the order of the .shp file.
+// Reads the objects of a shapefile set, in the order of the .shx file.
 // Layout: ESRI Shapefile Technical Description, July 1998, tables 2 to 6. No count of the file is believed before the
 // file can hold it.
 #include "gis/shp_header.h"
@@ -31,21 +31,32 @@ Bytes readBytes(GisLayer& layer, char* to, std::int64_t count) {
 
 std::string diskError(const GisLayer& layer) { return LAST_FILE_ERROR(layer.files[SHP].handle); }
 
+[[noreturn]] void stopAtIndex(const GisLayer& layer, std::string_view why) {
+    STOP_RUN("ERROR - " + GETNAM(layer.files[SHX].handle) + " disagrees with the .shp file on object " +
+             std::to_string(layer.files[SHP].count) + ": " + std::string(why));
+}
+
 /// Enters the next record, past its shape type. False behind the last.
 bool nextShape(GisLayer& layer) {
+    constexpr std::int64_t HEADER_BYTES = SHP_RECORD_HEADER_BYTES;
     ShpLayer& shp = *layer.shp;
     GisFile& file = layer.files[SHP];
-    if (shp.next >= shp.dataEnd) return false;
+    ShxEntry entry;
+    if (!shp.index.next(entry)) return false;
     ++file.count;
-    if (shp.position != shp.next && !SEEK_FILE(file.handle, shp.next)) STOP_AT(layer, SHP, diskError(layer), BAD_TYPE);
-    shp.position = shp.next;
+    if (entry.offset < static_cast<std::int64_t>(SHP_HEADER_BYTES) ||
+        entry.offset + HEADER_BYTES + entry.contentBytes > shp.dataEnd)
+        stopAtIndex(layer, "it does not lie within the length of the .shp file.");
+    if (shp.position != entry.offset && !SEEK_FILE(file.handle, entry.offset))
+        STOP_AT(layer, SHP, diskError(layer), BAD_TYPE);
+    shp.position = entry.offset;
     std::array<char, SHP_RECORD_HEADER_BYTES + TYPE_BYTES> start{};
     const Bytes read = readBytes(layer, start.data(), start.size());
     if (read == Bytes::End) STOP_AT(layer, SHP, "", NO_TYPE);
     if (read == Bytes::Error) STOP_AT(layer, SHP, diskError(layer), BAD_TYPE);
     shp.shape = ShpRecord{littleInt32(start.data() + 8), 0, 0, std::int64_t{2} * bigInt32(start.data() + 4)};
+    if (shp.shape.contentBytes != entry.contentBytes) stopAtIndex(layer, "the lengths of its record differ.");
     if (shp.shape.contentBytes < TYPE_BYTES) STOP_AT(layer, SHP, "the length of its record is too small.", BAD_TYPE);
-    shp.next += static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES) + shp.shape.contentBytes;
     return true;
 }
 
@@ -105,13 +116,10 @@ void startObject(GisLayer& layer, GisObject& o) {
     if (o.kind == GisKind::MultiPoint) o.sectionCount = shape.points;
 }
 
-/// At the end of the layer: the three files have to tell of the same objects.
+/// At the end of the layer: table and index have to tell of the same objects.
 void checkEnd(GisLayer& layer) {
     ShpLayer& shp = *layer.shp;
     if (std::exchange(shp.endChecked, true)) return;
-    if (layer.files[SHP].count != shp.indexed)
-        STOP_RUN("ERROR - " + GETNAM(layer.files[SHX].handle) + " lists " + std::to_string(shp.indexed) +
-                 " objects, but the .shp file holds " + std::to_string(layer.files[SHP].count) + ".");
     if (layer.files[DBF].count >= shp.table.records || LOAD_DBF_RECORD(layer) == DbfRecord::End) return;
     DMESSAGE("WARNING - " + GETNAM(layer.files[DBF].handle) + " holds more records than there are objects.");
 }

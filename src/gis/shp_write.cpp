@@ -123,8 +123,13 @@ void putIndex(GisLayer& layer, std::int64_t content) {
 }  // namespace
 
 void shpWriteObject(GisLayer& layer, const GisObject& o) {
-    const std::int32_t type = shapeTypeOf(o.kind);
     ShpLayer& shp = *layer.shp;
+    shp.nullObject = o.kind == GisKind::None;
+    if (shp.nullObject) {
+        ++shp.nullObjects;
+        return;
+    }
+    const std::int32_t type = shapeTypeOf(o.kind);
     if (shp.shapeType == SHP_NULL) shp.shapeType = type;
     const bool begun = layer.files[SHP].bytes > 0;  // not before the header, and not without a .shp file
     if (!begun || shp.shapeType != type) gisFormatCheck("gisWriteObject-shp");

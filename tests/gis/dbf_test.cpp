@@ -110,7 +110,7 @@ TEST_CASE("attributes that a .dbf file cannot hold end the run") {
          "ERROR 0412 - dbf field length of 256 is outside allowable range of 1 to 255 when writing dbf file."},
         {1, "Char", "ERROR 0412 - dbf field length of 0 is outside allowable range of 1 to 255 when writing dbf file."},
         {1, "Decimal(0,0)", "ERROR 0412 - dbf field length of 0 is"},
-        {1, "Date", "Should not be here [Unrecognised DBF field] - please contact "},
+        {1, "Blob", "Should not be here [Unrecognised DBF field] - please contact "},
         {1, "Decimal(10,256)", "Should not be here [i1u: i4 outside range] - please contact "},
         {128, "Char(255)", ""},
     };

@@ -62,6 +62,7 @@ TEST_CASE("what a record or header says wrongly is found, and what is odd is rea
     const std::string bad =
         "ERROR 0429 - Reading .shp file object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE "
         "MULTIPLE object in GIS layer.";
+    const std::string outside = "a.shx disagrees with the .shp file on object ";
     const std::string null = "|\n1,\"a\"|\n2,\"b\"|1 1,2 2,/3 3,4 4,5 5,/\n3,";
     struct {
         std::string_view file;
@@ -70,13 +71,17 @@ TEST_CASE("what a record or header says wrongly is found, and what is odd is rea
         std::string message;
     } const rows[] = {
         {"a.shp", 0, "0000270B", "ERROR 0427 - Reading .shp file header."},
-        {"a.shp", 24, "80000000", "ERROR 0427 - Reading .shp file header."},             // negative length
-        {"a.shp", 24, "00000032", "a.shx lists 3 objects, but the .shp file holds 0."},  // header never completed
-        {"a.shp", 24, "7FFFFFFF", "ERROR 0425 - End of .shp file encountered whilst reading object type."},
-        {"a.shp", 104, "00000001", "ERROR 0424 - Reading .shp file object type."},
-        {"a.shp", 104, "FFFFFFFF", "ERROR 0424 - Reading .shp file object type."},
-        {"a.shp", 104, "0000000A", "ERROR 0429 - Reading .shp file object coordinates."},  // no room for the counts
-        {"a.shp", 104, "00000040", bad},                                                   // two bytes short
+        {"a.shp", 24, "80000000", "ERROR 0427 - Reading .shp file header."},  // negative length
+        {"a.shp", 24, "00000032", outside + "1: it does not lie"},            // header never completed
+        {"a.shp", 104, "0000000A", outside + "1: the lengths of its record differ."},
+        {"a.shx", 116, "000000BF", outside + "3: it does not lie"},  // the third, one word on
+        {"a.shx", 108, "00000031", outside + "2: it does not lie"},  // within the header
+        {"a.shx", 108, "FFFFFFFF", outside + "2: it does not lie"},
+        {"both", 104, "00000001", "ERROR 0424 - Reading .shp file object type."},
+        {"both", 104, "FFFFFFFF", "ERROR 0424 - Reading .shp file object type."},
+        {"both", 104, "0000000A", "ERROR 0429 - Reading .shp file object coordinates."},  // no room for the counts
+        {"both", 104, "00000040", bad},                                                   // two bytes short
+        {"both", 24, "3FFFFFFF", "ERROR - Reading .shx file "},
         {"a.shp", 108, "0D000000",
          "ERROR 0423 - Unsupported .shp object type 13\n   Export the layer without Z and M values."},
         {"a.shp", 108, "02000000", "ERROR 0423 - Unsupported .shp object type 2\n\n"},
@@ -95,9 +100,6 @@ TEST_CASE("what a record or header says wrongly is found, and what is odd is rea
         {"a.shp", 148, "FFFFFF7F",
          "ERROR 0310 - Exceeded number of allowable nodes in a single .shp polyline or region.\nRequested "
          "2147483647\nLimit 50000000\n"},
-        {"a.shp", 104, "17D7841A 03000000 32*00 01000000 80F0FA02",  // 800 MB, and the record says so too
-         "ERROR 0430 - End of .shp file encountered whilst reading object coordinates.\nERROR 0253 - Failed to read "
-         "coordinates for a PLINE object"},
         {"a.shp", 152, "01000000", bad},  // first part not at 0
         {"a.shp", 156, "00000000", bad},
         {"a.shp", 156, "05000000", bad},
@@ -127,14 +129,20 @@ TEST_CASE("what a record or header says wrongly is found, and what is odd is rea
          "|\n1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/\n3,\"c\"|"},           // deleted with its object
         {"a.dbf", DBF_START + 1, "6*20 '1,", "|\n\"1,\",\"a\"|"},  // decimal comma
         {"a.dbf", DBF_START + 1, "8*20", "|\n,\"a\"|"},
+        {"a.dbf", DBF_START + 1, "8*2A", "|\n,\"a\"|"},  // a null as GDAL writes it
+        {"a.dbf", DBF_START + 9, "4*2A", "|\n1,\"****\"|"},
+        {"a.dbf", 75, "'L", "|\n1,|1 1"},                                    // no logical value
         {"a.dbf", DBF_START + 9, "'\" E9 00 'z", "|\n1,\"\"\"\xC3\xA9\"|"},  // text behind a zero byte is no text
     };
     for (const auto& r : rows) {
         const LayerTest test;
         writeThree(test, PLINE);
-        std::string whole = test.folder.read(r.file);
         const std::string bytes = shpBytesOf(r.bytes);
-        test.folder.write(r.file, whole.replace(r.at, bytes.size(), bytes));
+        for (const std::string_view file : {"a.shp", "a.shx", "a.dbf"}) {
+            if (r.file != file && (r.file != "both" || file == "a.dbf")) continue;
+            std::string whole = test.folder.read(file);
+            test.folder.write(file, whole.replace(r.at, bytes.size(), bytes));
+        }
         const std::string said = shpReadingOf(test);
         CAPTURE(r.file);
         CAPTURE(r.at);
@@ -166,6 +174,18 @@ TEST_CASE("a set cut at any byte is never read as whole") {
         }
 }
 
+TEST_CASE("objects are found through the index: moved ones, and none of what lies unused") {
+    const LayerTest test;
+    writeThree(test, POINT);
+    std::string shp = test.folder.read("a.shp");
+    const std::string moved = shp.substr(128, 28);  // the second, written again at the end, as editors do
+    shp.replace(128, 28, 28, '\xFF');
+    shp.replace(27, 1, 1, static_cast<char>((shp.size() + moved.size()) / 2));
+    test.folder.write("a.shp", shp + moved);
+    test.folder.write("a.shx", test.folder.read("a.shx").replace(108, 4, shpBytesOf("0000004E")));
+    CHECK(shpReadingOf(test) == "ID Integer;Name Char(4);|\n1,\"a\"|1 2,/\n2,\"b\"|1 2,/\n3,\"c\"|1 2,/");
+}
+
 TEST_CASE("companions that are missing or do not belong are told") {
     for (const std::string_view companion : {".shx", ".dbf"}) {
         const LayerTest test;
@@ -193,10 +213,39 @@ TEST_CASE("129 fields stop the reader") {
     CHECK(shpReadingOf(test).find("ERROR 0401 - Exceeded maximum number of dbf Fields.") != std::string::npos);
 }
 
-TEST_CASE("a table in UTF-8 keeps its letters") {
-    const LayerTest test;
-    test.writeLayer("a.shp", TWO_COLUMNS, {POINT},
-                    {"1,\"\xC3\x83\xC2\xA9\""});  // two letters of the code page that make one of UTF-8
-    test.folder.write("a.cpg", "UTF-8\r\n");
-    CHECK(shpReadingOf(test).find("1,\"\xC3\xA9\"") != std::string::npos);
+TEST_CASE("the .cpg file, else the language byte, else the text itself tells the code page of a table") {
+    struct {
+        std::string_view cpg, language, bytes, text;
+    } const rows[] = {
+        {"UTF-8\r\n", "57", "C3A9", "\xC3\xA9"},
+        {"\xEF\xBB\xBF"
+         "1250",
+         "57", "A3F3", "\xC5\x81\xC3\xB3"},
+        {"ANSI 1251", "00", "C6", "\xD0\x96"},
+        {"CP437", "00", "82", "\xC3\xA9"},
+        {"ISO-8859-2", "57", "A3", "\xC5\x81"},
+        {"ISO 88591", "C8", "A3", "\xC2\xA3"},
+        {"99999", "57", "E9", "\xC3\xA9"},  // no such page, with a warning
+        {"none", "C8", "A3", "\xC5\x81"},   // tells nothing: the language byte does
+        {"", "57", "C3A9", "\xC3\x83\xC2\xA9"},
+        {"", "64", "9D", "\xC5\x81"},
+        {"", "65", "86", "\xD0\x96"},
+        {"", "CB", "AA", "\xEF\xBF\xBD"},  // a byte that 1253 does not use
+        {"", "00", "C3A9", "\xC3\xA9"},
+        {"", "00", "E9", "\xC3\xA9"},
+    };
+    for (const auto& r : rows) {
+        const LayerTest test;
+        test.writeLayer("a.shp", TWO_COLUMNS, {POINT}, {"1,\"\""});
+        test.folder.write("a.cpg", r.cpg);
+        if (r.cpg.empty()) std::filesystem::remove(test.folder.name("a.cpg"));
+        const std::string bytes = shpBytesOf(r.bytes);
+        test.folder.write("a.dbf", test.folder.read("a.dbf")
+                                       .replace(29, 1, shpBytesOf(r.language))
+                                       .replace(DBF_START + 9, bytes.size(), bytes));
+        const std::string said = shpReadingOf(test);
+        CHECK_MESSAGE(said.find("1,\"" + std::string(r.text) + "\"|") != std::string::npos, said);
+        CHECK((said.find("code page 99999, which this system does not have") != std::string::npos) ==
+              (r.cpg == "99999"));
+    }
 }

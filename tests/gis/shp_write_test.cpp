@@ -163,6 +163,29 @@ TEST_CASE("no file passes the limit: the layer is completed with what fits, in p
     }
 }
 
+TEST_CASE("a copy keeps types and projection, and says what has no geometry") {
+    const LayerTest test;
+    GisHeader header = {
+        "", "", GisShape::Any, {{"D", "Date"}, {"S", "SmallInt"}, {"T", "Time"}, {"N", "Decimal(9,2)"}}};
+    header.prj = "PROJCS[\"kept\"]";
+    const std::string record = "20240229,-32768,\"093000000\",1.50";
+    const std::string said =
+        test.writeLayer("a.shp", header, {POINT, objectOf(GisKind::None, {}), POINT}, {record, "lost", record});
+    CHECK(said.find("WARNING - 1 objects without geometry are left out of ") != std::string::npos);
+    std::vector<GisObject> objects;
+    std::vector<std::string> records;
+    test.readLayer("a.shp", objects, records, header);
+    CHECK((header.format == GisFormat::Shp && records == std::vector<std::string>{record, record}));
+    gisSetProjection({"", "PROJCS[\"the run's\"]", false});
+    test.writeLayer("b.shp", header, objects, records);
+    for (const char* extension : {".shp", ".shx", ".dbf", ".prj"})
+        CHECK(test.folder.read("b" + std::string(extension)) == test.folder.read("a" + std::string(extension)));
+    test.writeLayer("b.mif", header, objects, records);
+    CHECK(test.folder.read("b.mif").find("\n  D Date\n  S Decimal(6,0)\n  T Char(9)\n  N Decimal(9,2)\n") !=
+          std::string::npos);
+    CHECK(test.folder.read("b.mid") == record + "\n" + record + "\n");
+}
+
 TEST_CASE("the .prj file of an output is the run's text, whole, and that of an input is compared with it") {
     const LayerTest output;
     const std::string text = "PROJCS[\"" + std::string(3000, 'x') + "\",GEOGCS[\"\xC3\xA9\"]]";
