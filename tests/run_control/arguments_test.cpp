@@ -7,6 +7,7 @@
 
 #include <doctest/doctest.h>
 
+#include <sstream>
 #include <string>
 
 namespace {
@@ -31,67 +32,26 @@ TEST_CASE("The banner counts the arguments; without any the usage text is due") 
 }
 
 TEST_CASE("The leading characters choose a switch, in the order of the table") {
-    struct {
-        const char *text, *keyword;
-    } const rows[] = {
-        {"sec", "sec"},
-        {"s3", "s"},
-        {"sgs", "sgs"},
-        {"sf-2", "sf"},
-        {"slant5", "slant"},
-        {"shp", "shp"},
-        {"cd.05", "cd"},
-        {"cpsd50", "cpsd"},
-        {"cp", "cp"},
-        {"cc", "cc"},
-        {"compass", "compass"},
-        {"lpmd5", "lpmd"},
-        {"lp", "lp"},
-        {"like", "like"},
-        {"ttf1", "ttf"},
-        {"tmax", "tmax"},
-        {"TALL", "tAll"},
-        {"typeAll", "type"},
-        {"txt", "txt"},
-        {"t5", "t"},
-        {"vector", "vector"},
-        {"verbose", "verbose"},
-        {"v2", "v"},
-        {"vx", "vx"},
-        {"vdir", "vdir"},
-        {"vmax3", "vmax"},
-        {"max", "max"},
-        {"mif", "mif"},
-        {"fso", "fso"},
-        {"folderMaximums", "folder"},
-        {"FLT", "flt"},
-        {"asciigrid", "asc"},
-        {"batch", "b"},
-        {"path/a", "path"},
-    };
-    for (const auto& r : rows) {
-        CAPTURE(r.text);
-        const Switch* row = FIND_SWITCH(r.text);
+    std::istringstream rows(  // what is typed, the keyword of its row
+        "sec sec  s3 s  sgs sgs  sf-2 sf  slant5 slant  shp shp  cd.05 cd  cpsd50 cpsd  cp cp  cc cc  compass "
+        "compass  lpmd5 lpmd  lp lp  like like  ttf1 ttf  tmax tmax  TALL tAll  typeAll type  txt txt  t5 t "
+        "vector vector  verbose verbose  v2 v  vx vx  vdir vdir  vmax3 vmax  max max  mif mif  fso fso "
+        "folderMaximums folder  FLT flt  asciigrid asc  batch b  path/a path ");
+    for (std::string text, keyword; rows >> text >> keyword;) {
+        CAPTURE(text);
+        const Switch* row = FIND_SWITCH(text);
         REQUIRE(row != nullptr);
-        CHECK(row->keyword == r.keyword);
+        CHECK(row->keyword == keyword);
     }
     for (const char* unknown : {"", "zzz", "as", "lik", "h"}) CHECK(FIND_SWITCH(unknown) == nullptr);
 }
 
 TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encoding") {
-    for (const char* argument : {"-asc", "-ASC", "/asc",
-                                 "\x96"
-                                 "asc",
-                                 "\xE2\x80\x93"
-                                 "asc",
-                                 "-ascx"})
+    // both encodings of the en dash in octal, which ends behind three digits
+    for (const char* argument : {"-asc", "-ASC", "/asc", "\226asc", "\342\200\223asc", "-ascx"})
         CHECK(after({argument}).asc);
-    CHECK(after({"\xE2\x80\x93"
-                 "grid2.5"})
-              .gridSpacing == 2.5);  // the dash counts as one character
-    CHECK(after({"\x96"
-                 "t20"})
-              .timeText == "t20");
+    CHECK(after({"\342\200\223grid2.5"}).gridSpacing == 2.5);  // the dash counts as one character
+    CHECK(after({"\226t20"}).timeText == "t20");
     CHECK(after({"-unknown", "x.2dm"}).inputFile == "x.2dm");
     CHECK_FALSE(OPTIONS().inputError);
 }
