@@ -28,6 +28,9 @@ void openFile(XmdfEntry& entry) {
     if (xfopenfile_f(entry.fileName, entry.file) < 0)
         STOP_XMDF("ERROR - Could not open XMDF file " + XMDF_QUOTED(entry.fileName));
     NOTE_FILE_USED(entry.fileName);
+    if (XMDF_UNLOCKED(*entry.file))
+        DMESSAGE("WARNING - XMDF file " + XMDF_QUOTED(entry.fileName) +
+                 " is open in another program, it is read without locking: what that still writes may be missing.");
     REPORT("Done.");
     float version = 0.0F;
     if (xfgetlibraryversion_f(version) < 0) STOP_XMDF("ERROR - Determining XMDF Library Version.");

@@ -72,8 +72,19 @@ bool XmdfChoice::lacks(std::string what) {
     return false;
 }
 
+bool XmdfChoice::readable(const std::string& path, XmdfFacts& facts) {
+    try {
+        facts = READ_XMDF_FACTS(entry_, path);
+        return true;
+    } catch (const XmdfUnreadable& unreadable) {
+        unreadable_.insert({path, unreadable});
+        return false;
+    }
+}
+
 bool XmdfChoice::add(XmdfKind kind, std::int32_t number, XmdfRead read) {
-    return add(kind, number, read, READ_XMDF_FACTS(entry_, entry_.of(kind).path(number)));
+    XmdfFacts facts;
+    return !readable(entry_.of(kind).path(number), facts) || add(kind, number, read, std::move(facts));
 }
 
 bool XmdfChoice::add(XmdfKind kind, std::int32_t number, XmdfRead read, XmdfFacts facts, std::int32_t step) {
@@ -120,7 +131,8 @@ bool XmdfChoice::addPeak(std::string_view quantity) {
 
 bool XmdfChoice::addClosestTime(XmdfKind kind, std::int32_t number, bool stopsRun) {
     const std::string& path = entry_.of(kind).path(number);
-    XmdfFacts facts = READ_XMDF_FACTS(entry_, path);
+    XmdfFacts facts;
+    if (!readable(path, facts)) return true;
     const int decimals = TIME_DECIMALS(facts.times, options_.seconds);
     const std::string wanted = TIME_TEXT({options_.outputTime.hours}, decimals, options_.seconds);
     REPORT("Searching XMDF dataset for specified output time: " + wanted);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "inputs/xmdf_items.h"
+#include "inputs/xmdf_messages.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,7 +22,7 @@ std::string XMDF_PEAK_OF(std::string_view type);
 std::string XMDF_QUANTITY_KEY(std::string_view path);
 
 /// Collects the items of one file. Each add routine returns false, and adds nothing, where there is no such output;
-/// missing() says what is.
+/// missing() says what is. A dataset that cannot be read is there, though: it is noted among the unreadable ones.
 class XmdfChoice {
 public:
     XmdfChoice(XmdfEntry& entry, std::size_t file, const RunOptions& options, XmdfWanted wanted)
@@ -40,11 +42,14 @@ public:
     /// What the last dataset refused lacks: "no minimums".
     const std::string& missing() const { return missing_; }
     XmdfEntry& entry() { return entry_; }
-    bool empty() const { return items_.empty(); }
+    bool empty() const { return items_.empty() && unreadable_.empty(); }
+    const std::vector<XmdfItem>& items() const { return items_; }
+    const std::map<std::string, XmdfUnreadable>& unreadable() const { return unreadable_; }  ///< by path
     std::vector<XmdfItem> take() { return std::move(items_); }
 
 private:
     bool lacks(std::string what);
+    bool readable(const std::string& path, XmdfFacts& facts);
     bool add(XmdfKind kind, std::int32_t number, XmdfRead read);
     bool add(XmdfKind kind, std::int32_t number, XmdfRead read, XmdfFacts facts, std::int32_t step = 0);
     bool addStored(XmdfKind kind, std::int32_t number);
@@ -59,6 +64,7 @@ private:
     const RunOptions& options_;
     XmdfWanted wanted_;
     std::vector<XmdfItem> items_;
+    std::map<std::string, XmdfUnreadable> unreadable_;
     std::string missing_;
     bool warned_ = false;
 };

@@ -18,8 +18,8 @@ std::span<float> numberedFromOne(std::vector<float>& table) { return std::span(t
 void readFlags(XmdfReading& reading, std::int32_t step, std::vector<std::uint8_t>& wet) {
     if (reading.item->facts.flags == 0) return;  // a dataset without flags: every cell is wet
     if (xfreadactivitytimestep_f(*reading.group, step, std::span(wet).subspan(1)) < 0)
-        STOP_XMDF("ERROR - Reading cell/wet dry flags [XF_READ_ACTIVITY_TIMESTEP] while reading " +
-                  reading.entry->fileName);
+        XMDF_UNREADABLE("ERROR - Reading cell/wet dry flags [XF_READ_ACTIVITY_TIMESTEP] while reading " +
+                        reading.entry->fileName);
 }
 
 XmdfStatus readVectors(XmdfReading& reading, std::int32_t step, std::vector<float>& x, std::vector<float>& y) {
@@ -39,9 +39,9 @@ void readStep(XmdfReading& reading, std::int32_t step, const char* what, std::ve
     const XmdfStatus status = vector ? readVectors(reading, step, x, y)
                                      : xfreadscalarvaluestimestep_f(*reading.group, step, numberedFromOne(x));
     if (status < 0)
-        STOP_XMDF("ERROR - Reading " + std::string(what) +
-                  (vector ? " [XF_READ_VECTOR_VALUES_TIMESTEP]" : " [XF_READ_SCALAR_VALUES_TIMESTEP]") +
-                  " while reading " + reading.entry->fileName);
+        XMDF_UNREADABLE("ERROR - Reading " + std::string(what) +
+                        (vector ? " [XF_READ_VECTOR_VALUES_TIMESTEP]" : " [XF_READ_SCALAR_VALUES_TIMESTEP]") +
+                        " while reading " + reading.entry->fileName);
     readFlags(reading, step, wet);
 }
 
@@ -52,11 +52,11 @@ void readIntoResults(XmdfReading& reading, std::int32_t step, const char* what) 
 
 void openGroup(XmdfReading& reading) {
     if (xfopengroup_f(*reading.entry->file, reading.item->path, reading.group) < 0)
-        STOP_XMDF("ERROR - Unable to open group [XF_OPEN_GROUP]");
+        XMDF_UNREADABLE("ERROR - Unable to open group [XF_OPEN_GROUP]");
 }
 
 void closeGroup(XmdfReading& reading) {
-    if (xfclosegroup_f(reading.group) < 0) STOP_XMDF("ERROR - Closing group [XF_CLOSE_GROUP]");
+    if (xfclosegroup_f(reading.group) < 0) XMDF_UNREADABLE("ERROR - Closing group [XF_CLOSE_GROUP]");
 }
 
 void closeAndSaySo(XmdfReading& reading) {
@@ -86,15 +86,30 @@ void readSingleOutput(XmdfReading& reading) {
     openGroup(reading);
     std::int32_t times = 0;
     if (xfgetdatasetnumtimes_f(*reading.group, times) < 0)
-        STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
-    if (times > 1) {
-        DMESSAGE("ERROR - Multiple output times exits, expecting 1.");
-        REPORT("Contact " + std::string(SUPPORT_CONTACT));
-        EXITS();
-    }
+        XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    if (times > 1)
+        throw XmdfUnreadable{"ERROR - Multiple output times exits, expecting 1.",
+                             "Contact " + std::string(SUPPORT_CONTACT)};
     readIntoResults(reading, 1, "data");
     closeAndSaySo(reading);
     convertTimes(*reading.item);
+}
+
+/// The times behind one that was never written whole are not taken. Where that is the first, reading it tells why.
+void findLastTime(XmdfReading& reading) {
+    const XmdfItem& item = *reading.item;
+    std::int32_t whole = 0;
+    if (XMDF_WHOLE_TIMES(*reading.group, whole) < 0)
+        XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    if (item.facts.cut || whole < reading.last) NOTE_INCOMPLETE();
+    if (whole == 0 || whole >= reading.last) return;
+    const OutputTime& missing = item.facts.times[static_cast<std::size_t>(whole)];
+    const bool seconds = OPTIONS().seconds;
+    const std::string time = TIME_TEXT(missing, TIME_DECIMALS(item.facts.times, seconds), seconds);
+    DMESSAGE("WARNING - Dataset " + XMDF_QUOTED(item.path) + " in " + reading.entry->fileName +
+             " was not written whole at time number " + AINTEGER(whole + 1) + " (time " + time + "). Only the " +
+             AINTEGER(whole) + " before it can be used.");
+    reading.last = whole;
 }
 
 void readTime(XmdfReading& reading, std::int32_t step) {
@@ -105,13 +120,14 @@ void readTime(XmdfReading& reading, std::int32_t step) {
         REPORT("Opening Group.");
         openGroup(reading);
         REPORT("Done.");
+        if (reading.item->read == XmdfRead::AllTimes) findLastTime(reading);
     }
     const bool vector = reading.item->kind == XmdfKind::Vector;
     REPORT((vector ? "Reading vector data at timestep " : "Reading scalar data at timestep ") + AINTEGER(step));
     readIntoResults(reading, step, vector ? "data from timestep" : "data");
     const std::vector<OutputTime>& times = reading.item->facts.times;
     RESULTS_TO_FILL().time = times[static_cast<std::size_t>(step - 1)];
-    if (static_cast<std::size_t>(step) < times.size()) return;
+    if (step < reading.last) return;
     REPORT("Processing final timestep... closing group");
     closeGroup(reading);
 }
@@ -160,6 +176,7 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
     XmdfReading reading;
     reading.entry = &entry;
     reading.item = &item;
+    reading.last = static_cast<std::int32_t>(item.facts.times.size());
     return reading;
 }
 
@@ -168,7 +185,7 @@ bool NEXT_XMDF_OUTPUT(XmdfReading& reading) {
     const XmdfItem& item = *reading.item;
     if (item.read == XmdfRead::AllTimes) {
         readTime(reading, reading.next);
-        reading.done = static_cast<std::size_t>(reading.next++) == item.facts.times.size();
+        reading.done = reading.next++ == reading.last;
     } else {
         readTheOne(reading);
         reading.done = true;

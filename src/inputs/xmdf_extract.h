@@ -9,6 +9,7 @@ struct XmdfReading {
     const XmdfItem* item = nullptr;
     XmdfGroup group;        ///< open from the first output to the last
     std::int32_t next = 1;  ///< AllTimes: number of the time that is read next
+    std::int32_t last = 0;  ///< number of the last time that can be read
     bool done = false;
     std::vector<float> components;  ///< working table: x and y of each node in turn
 };
@@ -18,6 +19,7 @@ struct XmdfReading {
 XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred);
 
 /// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False,
-/// and nothing read, when none is left. The values of a /Times/ dataset become hours, or seconds with -sec. Stops the
-/// run on a failure of the library.
+/// and nothing read, when none is left. The values of a /Times/ dataset become hours, or seconds with -sec. AllTimes
+/// ends with a WARNING, and the run counts as incomplete, before a time that was never written whole. Throws
+/// XmdfUnreadable on a failure of the library.
 bool NEXT_XMDF_OUTPUT(XmdfReading& reading);

@@ -15,24 +15,28 @@ struct TimeUnit {
     std::string_view name;
     double seconds;
 };
-constexpr TimeUnit UNITS[] = {{"Hours", 3600.0}, {"Minutes", 60.0}, {"Seconds", 1.0}, {"Days", 86400.0}};
+constexpr TimeUnit UNITS[] = {
+    {"hour", 3600.0}, {"hr", 3600.0}, {"h", 3600.0}, {"minute", 60.0}, {"min", 60.0},
+    {"second", 1.0},  {"sec", 1.0},   {"s", 1.0},    {"day", 86400.0}, {"d", 86400.0},
+};
 
 const TimeUnit* unitOf(std::string_view name) {
-    const auto* row =
-        std::find_if(std::begin(UNITS), std::end(UNITS), [&](const TimeUnit& unit) { return ASAME(unit.name, name); });
+    const auto* row = std::find_if(std::begin(UNITS), std::end(UNITS), [&](const TimeUnit& unit) {
+        return ASAME(unit.name, name) || ASAME(std::string(unit.name) + "s", name);
+    });
     return row == std::end(UNITS) ? nullptr : row;
 }
 
 std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
     if (xfgetdatasetnumvals_f(group, facts.values) < 0)
-        STOP_XMDF("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
+        XMDF_UNREADABLE("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
     REPORT("Number of nodes: " + AINTEGER(facts.values));
     if (xfgetdatasetnumactive_f(group, facts.flags) < 0)
-        STOP_XMDF("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
+        XMDF_UNREADABLE("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
     REPORT("Number of cells: " + AINTEGER(facts.flags));
     std::string unit;
     if (xfgetdatasettimeunits_f(group, unit) < 0)
-        STOP_XMDF("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
+        XMDF_UNREADABLE("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
     REPORT("Time Units: " + unit);
     return unit;
 }
@@ -41,11 +45,20 @@ std::vector<double> readTimes(XmdfGroupState& group, const std::string& fileName
     REPORT("Extracting number of outputs for temporal data in " + XMDF_QUOTED(fileName));
     std::int32_t count = 0;
     if (xfgetdatasetnumtimes_f(group, count) < 0)
-        STOP_XMDF("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+        XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
     std::vector<double> times;
     if (xfgetdatasettimes_f(group, times) < 0)
-        STOP_XMDF("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
+        XMDF_UNREADABLE("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
     return times;
+}
+
+/// A run that was stopped while it wrote leaves one member longer than another.
+void warnOfTimesLeftOut(XmdfGroupState& group, const std::string& path, XmdfFacts& facts) {
+    const std::string counts = XMDF_TIMES_LEFT_OUT(group);
+    facts.cut = !counts.empty();
+    if (!facts.cut) return;
+    DMESSAGE("WARNING - Dataset " + XMDF_QUOTED(path) + " was not written to its end: " + counts + ". Only the first " +
+             std::to_string(facts.times.size()) + " can be used.");
 }
 
 }  // namespace
@@ -54,7 +67,7 @@ XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
     REPORT("Getting time units, number of cells and nodes from XMDF file " + XMDF_QUOTED(entry.fileName));
     XmdfGroup group;
     if (xfopengroup_f(*entry.file, path, group) < 0)
-        STOP_XMDF("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
+        XMDF_UNREADABLE("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
     XmdfFacts facts;
     const std::string unitName = readCounts(*group, facts);
     const std::vector<double> stored = readTimes(*group, entry.fileName);
@@ -62,6 +75,7 @@ XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
     const TimeUnit* unit = unitOf(unitName);
     if (unit != nullptr) facts.secondsPerUnit = unit->seconds;
     facts.times = OUTPUT_TIMES(stored, facts.secondsPerUnit, derived ? TimeMarkers::All : TimeMarkers::Extremes);
+    warnOfTimesLeftOut(*group, path, facts);
     const auto ordinary = [](const OutputTime& time) { return time.ordinary(); };
     if (unit == nullptr && (derived || std::any_of(facts.times.begin(), facts.times.end(), ordinary)))
         DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(unitName) + " of " + XMDF_QUOTED(path) +

@@ -12,11 +12,12 @@ struct XmdfFacts {
     std::int32_t flags = 0;          ///< wet/dry flags per time; 0: none, every cell is wet
     double secondsPerUnit = 3600.0;  ///< of the file's time unit
     std::vector<OutputTime> times;   ///< in file order; never empty
+    bool cut = false;                ///< the file holds parts of further times
 };
 
 /// Reads and reports them. An unknown time unit is taken as hours, with a WARNING where the dataset has a time that
-/// depends on it. Stops the run, naming the file and the dataset, when something is missing, of the wrong shape or no
-/// number.
+/// depends on it. Where Times, Values and Active differ in length the times that they share count, with a WARNING.
+/// Throws XmdfUnreadable, naming the file and the dataset, when something is missing, of the wrong shape or no number.
 XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path);
 
 /// Number (from 1) of the time closest to the wanted one, the earliest of equally close ones, when it lies within the

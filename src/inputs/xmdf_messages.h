@@ -1,4 +1,4 @@
-// How the .xmdf steps speak: quoted names, and the end of a run on a failed library operation.
+// How the .xmdf steps speak: quoted names, and what a failed library operation ends.
 #pragma once
 
 #include <string>
@@ -9,3 +9,16 @@ std::string XMDF_QUOTED(std::string_view name);
 
 /// The message, which names the operation, the library's reason on a second line, and the end of the run.
 [[noreturn]] void STOP_XMDF(std::string_view message);
+
+/// A dataset that cannot be read. Thrown by READ_XMDF_FACTS and NEXT_XMDF_OUTPUT: it ends a run of one dataset, and is
+/// left out of a run of several, so that one damaged table costs no night's work.
+struct XmdfUnreadable {
+    std::string message;  ///< "ERROR - ...", which names the operation
+    std::string reason;   ///< the second line
+};
+/// Throws it with the library's reason.
+[[noreturn]] void XMDF_UNREADABLE(std::string_view message);
+/// Reports it as the end of the run.
+[[noreturn]] void STOP_XMDF(const XmdfUnreadable& unreadable);
+/// "WARNING - Dataset <path> could not be read ...", and the run counts as incomplete.
+void LEAVE_XMDF_OUT(std::string_view path, const XmdfUnreadable& unreadable);

@@ -102,6 +102,11 @@ XmdfFolder XMDF_FOLDER_OF(std::string_view path) {
 // npos + 1 is the whole name
 std::string_view XMDF_LAST_PART(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
+bool XMDF_ONLY_IN_FOLDER(std::string_view path, std::string_view text) {
+    const std::size_t at = LOWERCASE(path).rfind(LOWERCASE(text));
+    return at != std::string::npos && at + text.size() <= path.size() - XMDF_LAST_PART(path).size();
+}
+
 void FIND_XMDF_TYPE(XmdfEntry& entry, const std::string& type) {
     search(
         entry, type, [&](const std::string& path) { return contains(path, TRIMMED(type)); },

@@ -12,6 +12,9 @@ XmdfFolder XMDF_FOLDER_OF(std::string_view path);
 /// What stands behind the last "/": "/run/Temporal/Depth" -> "Depth".
 std::string_view XMDF_LAST_PART(std::string_view path);
 
+/// True when the path contains the text, letter case ignored, but only before its last part.
+bool XMDF_ONLY_IN_FOLDER(std::string_view path, std::string_view text);
+
 /// Notes the dataset of the type in each results folder, for scalars and vectors: those whose path contains the name,
 /// letter case ignored; a later one replaces an earlier one, unless the earlier one's last part is the name and the
 /// later one's is not. Stops the run on a match outside the results folders, and when nothing is found.

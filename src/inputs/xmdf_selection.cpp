@@ -26,7 +26,29 @@ void skip(const std::string& path, const std::string& missing) {
     DMESSAGE("Warning - Dataset " + XMDF_QUOTED(path) + " skipped: " + missing);
 }
 
+void warnOfFolderMatch(const std::string& path, std::string_view name) {
+    if (XMDF_ONLY_IN_FOLDER(path, name))
+        DMESSAGE("WARNING - " + XMDF_QUOTED(name) + " is only in the folder part of the dataset " + XMDF_QUOTED(path) +
+                 ".");
+}
+
 // ---- by type ----
+
+/// Models that write no velocity vectors often write their lengths: -typev takes those, but not for arrows.
+std::string typeIn(const XmdfEntry& entry, const RunOptions& options, const std::string& typeName) {
+    constexpr std::string_view VECTORS = "Vector Velocity", LENGTHS = "Velocity";
+    if (options.vector || !ASAME(TRIMMED(options.typeText), "v") || !ASAME(typeName, VECTORS)) return typeName;
+    for (const XmdfDatasets& datasets : entry.sorts)
+        for (const std::string& path : datasets.paths)
+            if (FLAGEXISTS(path, VECTORS)) return typeName;
+    for (const std::string& path : entry.of(XmdfKind::Scalar).paths) {
+        if (!ASAME(XMDF_LAST_PART(path), LENGTHS)) continue;
+        DMESSAGE("WARNING - No datasets of type " + XMDF_QUOTED(VECTORS) + " in " + entry.fileName +
+                 ", taking the scalar type " + XMDF_QUOTED(LENGTHS) + ".");
+        return std::string(LENGTHS);
+    }
+    return typeName;
+}
 
 /// What the search finds, one dataset of each folder and kind, by the time that is wanted.
 void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wanted) {
@@ -42,6 +64,7 @@ void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wante
     for (const XmdfKind kind : lacking)
         DMESSAGE("Warning - " + std::string(kind == XmdfKind::Scalar ? "Scalar" : "Vector") + " datasets of type " +
                  XMDF_QUOTED(type) + " skipped: " + choice.missing());
+    for (const XmdfItem& item : choice.items()) warnOfFolderMatch(item.path, TRIMMED(type));
 }
 
 // ---- one by one ----
@@ -49,8 +72,12 @@ void addByType(XmdfChoice& choice, const std::string& typeName, XmdfWanted wante
 std::vector<Chosen> byPath(XmdfEntry& entry, const std::string& path) {
     FIND_XMDF_PATH(entry, path);
     std::vector<Chosen> chosen;
-    for (const XmdfKind kind : KINDS)
-        if (entry.of(kind).found.path > 0) chosen.push_back({kind, entry.of(kind).found.path});
+    for (const XmdfKind kind : KINDS) {
+        const std::int32_t number = entry.of(kind).found.path;
+        if (number == 0) continue;
+        warnOfFolderMatch(entry.of(kind).path(number), path);
+        chosen.push_back({kind, number});
+    }
     return chosen;
 }
 
@@ -151,6 +178,7 @@ std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOpt
     const bool byNumber = options.scalarIdGiven || options.vectorIdGiven;
     const XmdfWanted wanted = XMDF_WANTED(options);
     std::vector<XmdfItem> items;
+    std::map<std::string, XmdfUnreadable> unreadable;
     REPORT("Determing possible outputs in each .xmdf file.");
     if (wanted == XmdfWanted::Time) REPORT("Searching XMDF files for specified output time:");
     for (std::size_t i = 0; i < catalogue.size(); ++i) {
@@ -161,11 +189,15 @@ std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOpt
         if (options.xmdfPathGiven) addChosen(choice, byPath(entry, options.xmdfPath));
         else if (byNumber) addChosen(choice, numbered(entry, options));
         else if (options.folderGiven)
-            addChosen(choice, byFolder(entry, options.folder, options.typeGiven && !options.allTypes ? typeName : ""));
+            addChosen(choice, byFolder(entry, options.folder,
+                                       options.typeGiven && !options.allTypes ? typeIn(entry, options, typeName) : ""));
         else if (options.allTypes) addAll(choice);
-        else addByType(choice, typeName, wanted);
+        else addByType(choice, typeIn(entry, options, typeName), wanted);
+        unreadable.insert(choice.unreadable().begin(), choice.unreadable().end());
         for (XmdfItem& item : choice.take()) items.push_back(std::move(item));
     }
+    if (items.empty() && !unreadable.empty()) STOP_XMDF(unreadable.begin()->second);
+    for (const auto& [path, why] : unreadable) LEAVE_XMDF_OUT(path, why);
     REPORT("Determine xmdf paths to be outputted...");
     checkLimits(items);
     NAME_XMDF_ITEMS(items);

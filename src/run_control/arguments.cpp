@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view HYPHEN = "-";
 // code page 1252 and UTF-8: word processors put them into batch files
 constexpr std::string_view EN_DASHES[] = {"\x96", "\xE2\x80\x93"};
-constexpr std::string_view KNOWN_INPUTS[] = {".2dm", ".dat", ".xmdf", ".tab", ".txt"};
+constexpr std::string_view KNOWN_INPUTS[] = {".2dm", ".dat", ".xmdf", ".h5", ".tab", ".txt"};
 
 bool isExistingFile(std::string_view name) {
     std::error_code error;

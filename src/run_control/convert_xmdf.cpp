@@ -4,6 +4,7 @@
 #include "inputs/output_types.h"
 #include "inputs/results.h"
 #include "inputs/xmdf_extract.h"
+#include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_selection.h"
 #include "run_control/input_files.h"
 #include "run_control/mesh_match.h"
@@ -70,16 +71,26 @@ bool prepareNames(const std::vector<XmdfItem>& items) {
     return outputs > 1;
 }
 
-void convertItem(XmdfEntry& entry, const XmdfItem& item, bool cellCentred) {
+/// Number of outputs. A dataset that turns out to be unreadable ends the run only when it is the one that was asked
+/// for.
+int convertItem(XmdfEntry& entry, const XmdfItem& item, bool cellCentred, bool alone) {
     OutputLabel label;
     label.base = FILENAMEPATH(entry.fileName) + item.tag;
-    XmdfReading reading = BEGIN_XMDF_READING(entry, item, cellCentred);
-    while (NEXT_XMDF_OUTPUT(reading)) OUTPUT_RESULTS(RESULTS(), label);
+    int outputs = 0;
+    try {
+        XmdfReading reading = BEGIN_XMDF_READING(entry, item, cellCentred);
+        for (; NEXT_XMDF_OUTPUT(reading); ++outputs) OUTPUT_RESULTS(RESULTS(), label);
+    } catch (const XmdfUnreadable& unreadable) {
+        if (alone) STOP_XMDF(unreadable);
+        LEAVE_XMDF_OUT(item.path, unreadable);
+    }
+    return outputs;
 }
 
-/// The datasets of one kind. The grid is planned once for all that are alike.
-void convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, XmdfKind kind,
-                 const std::vector<bool>& cellCentred, bool several) {
+/// The datasets of one kind; returns the number of outputs. The grid is planned once for all that are alike.
+int convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, XmdfKind kind,
+                const std::vector<bool>& cellCentred, bool several) {
+    int outputs = 0;
     bool begun = false;
     bool begunCellCentred = false;
     for (std::size_t i = 0; i < items.size(); ++i) {
@@ -88,8 +99,9 @@ void convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, X
             BEGIN_OUTPUTS(kind == XmdfKind::Vector, cellCentred[i], several);
         begun = true;
         begunCellCentred = cellCentred[i];
-        convertItem(catalogue[items[i].file], items[i], cellCentred[i]);
+        outputs += convertItem(catalogue[items[i].file], items[i], cellCentred[i], items.size() == 1);
     }
+    return outputs;
 }
 
 [[noreturn]] void stopWithoutOutput() {
@@ -119,8 +131,9 @@ void CONVERT_XMDF() {
     const std::vector<bool> cellCentred = matchToMesh(items);
     const bool several = prepareNames(items);
     REPORT("Processing Scalar Datasets...");
-    convertKind(catalogue, items, XmdfKind::Scalar, cellCentred, several);
+    int outputs = convertKind(catalogue, items, XmdfKind::Scalar, cellCentred, several);
     REPORT("Processing Vector Datasets...");
-    convertKind(catalogue, items, XmdfKind::Vector, cellCentred, several);
+    outputs += convertKind(catalogue, items, XmdfKind::Vector, cellCentred, several);
+    if (outputs == 0) stopWithoutOutput();
     REPORT("Finished processing xmdf file.");
 }

@@ -60,14 +60,15 @@ void FIND_INPUT_KIND() {
     constexpr struct {
         const char* extension;
         InputKind kind;
-    } KINDS[] = {{".2dm", InputKind::Mesh}, {".dat", InputKind::Dat}, {".xmdf", InputKind::Xmdf}};
+    } KINDS[] = {
+        {".2dm", InputKind::Mesh}, {".dat", InputKind::Dat}, {".xmdf", InputKind::Xmdf}, {".h5", InputKind::Xmdf}};
     for (const auto& row : KINDS)
         if (extension == row.extension) {
             files.kind = row.kind;
             return;
         }
     if (extension == ".txt") STOP_RUN("ERROR - .txt extension not a valid results file.");
-    STOP_RUN("ERROR - " + files.input + " is not a .2dm, .dat or .xmdf file.");
+    STOP_RUN("ERROR - " + files.input + " is not a .2dm, .dat, .xmdf or .h5 file.");
 }
 
 void FIND_MESH_FILE() {

@@ -72,6 +72,7 @@ void CHECK_OUTPUT_STAGE() {
 void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
     if (IS_VECTOR_OUTPUT()) return startVectorRun(vector, cellCentred, severalTimes);
     const PlanKind kind = cellCentred ? PlanKind::Cells : PlanKind::Nodes;
+    gridRun = GridRun{};  // a grid may take most of the memory, so that the old one goes before the next is made
     gridRun = START_GRID(GRID_HEADER(cellCentred), kind, vector, severalTimes);
 }
 

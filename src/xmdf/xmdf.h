@@ -29,8 +29,10 @@ using XmdfGroup = std::unique_ptr<XmdfGroupState, XmdfGroupCloser>;
 /// Why the last failed operation failed, naming the file, the dataset and what the HDF5 library says.
 const std::string& XMDF_REASON();
 
-/// Opens read-only.
+/// Opens read-only, without a lock where another program holds one.
 XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file);
+/// True when another program has the file open for writing, so that it is read without a lock.
+bool XMDF_UNLOCKED(const XmdfFileState& file);
 XmdfStatus xfclosefile_f(XmdfFile& file);
 /// Version of the XMDF layout that is read: 2.1.
 XmdfStatus xfgetlibraryversion_f(float& version);
@@ -58,12 +60,18 @@ XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState& group, std::int32_t& count);
 XmdfStatus xfgetdatasetnumactive_f(XmdfGroupState& group, std::int32_t& count);
 /// The attribute TimeUnits as it stands, blank when absent.
 XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState& group, std::string& units);
+/// The times that Times, Values and Active all have, and that were written.
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count);
-/// All times in the file's unit. A time that is not a finite number is a failure.
+/// What of the file is beyond those times ("Times has 3 times, Values has 2 times"), blank where nothing is.
+std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState& group);
+/// How many of those times, from the first one on, have all values and flags; a time of which some were never written
+/// holds no results, but in a dataset whose own fill value says that nothing is wet. Looks at the storage of each time.
+XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState& group, std::int32_t& count);
+/// Those times in the file's unit. A time that is not a finite number is a failure.
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times);
 
 /// One time step, numbered from 1, of any integer or float type in the file. values: exactly one per node, or x and y
-/// per node in turn.
+/// per node in turn. A time that is not whole is a failure, as is storage that does not fit the shape of the table.
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values);
 XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values);
 /// The active flags of a time step, exactly one per cell. Only for a dataset that has them.

@@ -11,6 +11,7 @@ XmdfStatus absent() { return xmdfFailed("This build reads no .xmdf files: it was
 }  // namespace
 
 XmdfStatus xfopenfile_f(const std::string&, XmdfFile&) { return absent(); }
+bool XMDF_UNLOCKED(const XmdfFileState&) { return false; }
 XmdfStatus xfclosefile_f(XmdfFile&) { return absent(); }
 XmdfStatus xfgetlibraryversion_f(float&) { return absent(); }
 XmdfStatus xfgetscalardatasetsinfo_f(XmdfFileState&, std::int32_t&, std::int32_t&) { return absent(); }
@@ -27,6 +28,8 @@ XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState&, std::int32_t&) { return absent
 XmdfStatus xfgetdatasetnumactive_f(XmdfGroupState&, std::int32_t&) { return absent(); }
 XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState&, std::string&) { return absent(); }
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState&, std::int32_t&) { return absent(); }
+std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState&) { return {}; }
+XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState&, std::int32_t&) { return absent(); }
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState&, std::vector<double>&) { return absent(); }
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
 XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }

@@ -1,7 +1,9 @@
 #include "xmdf/h5_text.h"
+#include "xmdf/xmdf_chunks.h"
 #include "xmdf/xmdf_reason.h"
 #include "xmdf/xmdf_state.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -15,12 +17,6 @@ bool failed(std::string reason) { return xmdfFailed(std::move(reason)) >= 0; }
 bool countFits(const H5Table& table, int dimension, hsize_t least, hsize_t most, const char* what) {
     const hsize_t count = table.extent[static_cast<std::size_t>(dimension)];
     return (count >= least && count <= most) || failed(table.name + " has " + std::to_string(count) + " " + what);
-}
-
-bool sameTimes(const H5Table& table, const H5Table& other) {
-    return table.extent[0] == other.extent[0] ||
-           failed(table.name + " has " + std::to_string(table.extent[0]) + " times, but " + other.name + " has " +
-                  std::to_string(other.extent[0]));
 }
 
 bool openValues(XmdfGroupState& g) {
@@ -39,7 +35,6 @@ bool openTimes(XmdfGroupState& g) {
     H5Table table;
     if (!h5OpenTable(g.group.id(), g.name, "Times", 1, table) || !countFits(table, 0, 1, MOST_TIMES, "times"))
         return false;
-    if (!openValues(g) || !sameTimes(table, g.values)) return false;
     g.times = std::move(table);
     return true;
 }
@@ -48,19 +43,52 @@ bool openTimes(XmdfGroupState& g) {
 bool openActive(XmdfGroupState& g) {
     if (g.active.isOpen() || H5Lexists(g.group.id(), "Active", H5P_DEFAULT) <= 0) return true;
     H5Table table;
-    if (!h5OpenTable(g.group.id(), g.name, "Active", 2, table) ||
+    if (!h5OpenTable(g.group.id(), g.name, "Active", 2, table) || !countFits(table, 0, 1, MOST_TIMES, "times") ||
         !countFits(table, 1, 0, MOST_COUNTED, "flags per time"))
         return false;
-    if (!openValues(g) || !sameTimes(table, g.values)) return false;
     g.active = std::move(table);
     return true;
+}
+
+/// Opens all members and settles the times that they share: a run that is stopped while it writes leaves one longer
+/// than another, or times that were never filled in.
+bool shareTimes(XmdfGroupState& g) {
+    if (g.sharedTimes > 0) return true;
+    if (!openValues(g) || !openTimes(g) || !openActive(g) || !h5CheckStored(g.times)) return false;
+    hsize_t shared = std::min(g.times.extent[0], g.values.extent[0]);
+    if (g.active.isOpen()) shared = std::min(shared, g.active.extent[0]);
+    hsize_t written = 0;
+    while (written < shared && h5RowStored(g.times, written + 1) == H5Stored::Written) ++written;
+    if (written == 0) return failed(g.times.name + " was never written");
+    g.sharedTimes = written;
+    return true;
+}
+
+/// Where a time without values is a legal one, it has no flags either: all cells are dry.
+bool timeIsWhole(const XmdfGroupState& g, hsize_t step) {
+    const H5Stored values = h5RowStored(g.values, step);
+    if (values != H5Stored::Written) return values == H5Stored::Filled;
+    return !g.active.isOpen() || h5RowStored(g.active, step) == H5Stored::Written;
+}
+
+bool timesAreChecked(XmdfGroupState& g) {
+    return openValues(g) && openActive(g) && h5CheckStored(g.values) && (!g.active.isOpen() || h5CheckStored(g.active));
+}
+
+/// One time of Values or Active.
+bool readTime(XmdfGroupState& g, const H5Table& table, std::int32_t step, hid_t memoryType, void* to,
+              std::size_t count) {
+    if (!timesAreChecked(g)) return false;
+    const auto row = static_cast<hsize_t>(step);
+    if (row <= table.extent[0] && !timeIsWhole(g, row))
+        return failed(table.name + ", time number " + std::to_string(step) + ", was never written");
+    return h5ReadRows(table, {row, 1}, memoryType, to, count);
 }
 
 XmdfStatus readValues(XmdfGroupState& g, bool vector, std::int32_t step, std::span<float> values) {
     if (g.vector != vector) return xmdfFailed(g.name + (vector ? " is no vector dataset" : " is no scalar dataset"));
     if (step < 1) return xmdfFailed(g.name + " has no time number " + std::to_string(step));
-    if (!openValues(g)) return -1;
-    return h5ReadRow(g.values, static_cast<hsize_t>(step), H5T_NATIVE_FLOAT, values.data(), values.size()) ? 0 : -1;
+    return readTime(g, g.values, step, H5T_NATIVE_FLOAT, values.data(), values.size()) ? 0 : -1;
 }
 
 }  // namespace
@@ -84,16 +112,36 @@ XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState& group, std::string& units) {
 }
 
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count) {
-    if (!openTimes(group)) return -1;
-    count = static_cast<std::int32_t>(group.times.extent[0]);
+    if (!shareTimes(group)) return -1;
+    count = static_cast<std::int32_t>(group.sharedTimes);
+    return 0;
+}
+
+std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState& group) {
+    if (!shareTimes(group)) return {};
+    const auto text = [](const char* name, const H5Table& table) {
+        return std::string(name) + " has " + std::to_string(table.extent[0]) + " times";
+    };
+    const hsize_t shared = group.sharedTimes;
+    const bool whole = group.times.extent[0] == shared && group.values.extent[0] == shared &&
+                       (!group.active.isOpen() || group.active.extent[0] == shared);
+    if (whole) return {};
+    return text("Times", group.times) + ", " + text("Values", group.values) +
+           (group.active.isOpen() ? ", " + text("Active", group.active) : "");
+}
+
+XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState& group, std::int32_t& count) {
+    if (!shareTimes(group) || !timesAreChecked(group)) return -1;
+    hsize_t whole = 0;
+    while (whole < group.sharedTimes && timeIsWhole(group, whole + 1)) ++whole;
+    count = static_cast<std::int32_t>(whole);
     return 0;
 }
 
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times) {
-    if (!openTimes(group)) return -1;
-    times.assign(static_cast<std::size_t>(group.times.extent[0]), 0.0);
-    if (H5Dread(group.times.data.id(), H5T_NATIVE_DOUBLE, H5S_ALL, H5S_ALL, H5P_DEFAULT, times.data()) < 0)
-        return xmdfFailed(group.times.name + " could not be read" + h5Reason());
+    if (!shareTimes(group)) return -1;
+    times.assign(static_cast<std::size_t>(group.sharedTimes), 0.0);
+    if (!h5ReadRows(group.times, {1, group.sharedTimes}, H5T_NATIVE_DOUBLE, times.data(), times.size())) return -1;
     for (std::size_t i = 0; i < times.size(); ++i)
         if (!std::isfinite(times[i]))
             return xmdfFailed(group.times.name + ", number " + std::to_string(i + 1) + ", is not a finite number");
@@ -111,5 +159,5 @@ XmdfStatus xfreadactivitytimestep_f(XmdfGroupState& group, std::int32_t step, st
     if (step < 1) return xmdfFailed(group.name + " has no time number " + std::to_string(step));
     if (!openActive(group)) return -1;
     if (!group.active.isOpen()) return xmdfFailed(group.name + " has no active flags");
-    return h5ReadRow(group.active, static_cast<hsize_t>(step), H5T_NATIVE_UINT8, flags.data(), flags.size()) ? 0 : -1;
+    return readTime(group, group.active, step, H5T_NATIVE_UINT8, flags.data(), flags.size()) ? 0 : -1;
 }

@@ -5,7 +5,17 @@
 
 namespace {
 constexpr float LAYOUT_VERSION = 2.1F;
+
+/// A model that still writes its results holds a lock on them.
+H5File openUnlocked(const std::string& name) {
+#if H5_VERSION_GE(1, 12, 1) || (H5_VERSION_GE(1, 10, 7) && !H5_VERSION_GE(1, 12, 0))
+    const H5Properties access(H5Pcreate(H5P_FILE_ACCESS));
+    if (H5Pset_file_locking(access.id(), false, true) >= 0)
+        return H5File(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()));
+#endif
+    return H5File();
 }
+}  // namespace
 
 void XmdfFileCloser::operator()(XmdfFileState* state) const { delete state; }
 void XmdfGroupCloser::operator()(XmdfGroupState* state) const { delete state; }
@@ -17,9 +27,14 @@ XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file) {
     file->file = H5File(H5Fopen(name.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT));
     if (file->file.valid()) return 0;
     std::string reason = "\"" + name + "\" could not be opened" + h5Reason();
+    file->file = openUnlocked(name);
+    file->unlocked = file->file.valid();
+    if (file->unlocked) return 0;
     file.reset();
     return xmdfFailed(std::move(reason));
 }
+
+bool XMDF_UNLOCKED(const XmdfFileState& file) { return file.unlocked; }
 
 XmdfStatus xfclosefile_f(XmdfFile& file) {
     const XmdfFile closing = std::move(file);

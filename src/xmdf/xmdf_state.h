@@ -8,7 +8,8 @@
 struct XmdfFileState {
     H5File file;
     std::string name;
-    bool listed = false;  ///< the three lists below are filled
+    bool unlocked = false;  ///< another program has it open for writing
+    bool listed = false;    ///< the three lists below are filled
     std::vector<std::string> scalarPaths, vectorPaths;
     std::vector<std::string> skipped;
 };
@@ -18,6 +19,7 @@ struct XmdfGroupState {
     std::string name;  ///< for messages: "x.xmdf": /run/Temporal/Depth
     bool vector = false;
     H5Table values, times, active;  ///< opened on first use
+    hsize_t sharedTimes = 0;        ///< times that all of them have; 0 until it is settled
 };
 
 enum class XmdfGroupKind { Folder, Scalar, Vector };

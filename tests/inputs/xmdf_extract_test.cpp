@@ -2,6 +2,7 @@
 #include "console_of.h"
 #include "inputs/dat_reader.h"
 #include "inputs/results.h"
+#include "inputs/xmdf_messages.h"
 #include "inputs/xmdf_selection.h"
 #include "run_control/read_switches.h"
 #include "services/files.h"
@@ -42,7 +43,11 @@ std::string readAll(const std::string& file, const std::vector<const char*>& swi
         XmdfCatalogue catalogue = OPEN_XMDF_FILES({file});
         for (const XmdfItem& item : SELECT_XMDF_OUTPUTS(catalogue, OPTIONS(), type)) {
             XmdfReading reading = BEGIN_XMDF_READING(catalogue[item.file], item, false);
-            while (NEXT_XMDF_OUTPUT(reading)) take(RESULTS());
+            try {
+                while (NEXT_XMDF_OUTPUT(reading)) take(RESULTS());
+            } catch (const XmdfUnreadable& unreadable) {
+                STOP_XMDF(unreadable);
+            }
         }
     });
 }
@@ -107,7 +112,7 @@ TEST_CASE("each way of reading fills the record with the right values, flags and
     const std::string two =
         readAll(file, {"-path/r/Times/Two"}, "", [](const Results&) { FAIL("two times of one output"); });
     CHECK(
-        two.ends_with("ERROR - Multiple output times exits, expecting 1.\nContact the maintainers (see "
+        two.ends_with("ERROR - Multiple output times exits, expecting 1.\n        Contact the maintainers (see "
                       "README)\n\nPress Enter to Close\n<stopped>"));
     CHECK(openHandles() == 0);
 }

@@ -213,6 +213,64 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
     }
 }
 
+TEST_CASE("names that are not quite those of the datasets, and datasets that would share a name") {
+    const struct {
+        std::vector<TestDataset> datasets;
+        std::vector<const char*> switches;
+        const char* type;
+        const char* items;
+        const char* console;
+    } rows[] = {
+        {{dataset("/r/Temporal/Velocity", {0})},
+         {"-typeV", "-tAll"},
+         "Vector Velocity",
+         "/r/Temporal/Velocity all 0. _v;",
+         "WARNING - No datasets of type \"Vector Velocity\" in FILE, taking the scalar type \"Velocity\".\n"},
+        {{dataset("/r/Temporal/Velocity", {0})},
+         {"-typeV", "-vector", "-tAll"},
+         "Vector Velocity",
+         "",
+         "ERROR - No datasets found of type \"Vector Velocity\""},
+        {{dataset("/r/Temporal/Velocity", {0})},
+         {"-FolderTemporal", "-typev"},
+         "Vector Velocity",
+         "/r/Temporal/Velocity time1 0. _v;",
+         ""},
+        {{dataset("/r/Maximums/Depth", {99999})},
+         {"-max"},
+         "max",
+         "/r/Maximums/Depth max 99999. _d;",
+         "WARNING - \"max\" is only in the folder part of the dataset \"/r/Maximums/Depth\".\n"},
+        {{dataset("/r/x/Depth", {0})},
+         {"-pathr/x"},
+         "",
+         "/r/x/Depth time1 0. _d;",
+         "WARNING - \"r/x\" is only in the folder part of the dataset \"/r/x/Depth\".\n"},
+        {{dataset("/a/Temporal/Depth", {0, 1}), dataset("/b/Temporal/Depth", {1, 2}),
+          dataset("/b/Temporal/Höhe %", {0})},
+         {"-typeAll", "-tAll"},
+         "",
+         "/a/Temporal/Depth all 0. _a_Temporal_d;/b/Temporal/Depth all 0. _b_Temporal_d;/b/Temporal/Höhe % all 0. "
+         "_Höhe__;",
+         ""},
+        {{dataset("/a/Temporal/Depth", {0, 1}), dataset("/b/Temporal/Depth", {2, 3})},
+         {"-typeAll", "-tAll"},
+         "",
+         "/a/Temporal/Depth all 0. _d;/b/Temporal/Depth all 0. _d;",
+         ""},  // told apart by their times
+    };
+    for (const auto& row : rows) {
+        const TemporaryFolder folder;
+        const std::string file = folder.name("x.xmdf");
+        makeXmdf(file, row.datasets);
+        const Selected result = selected(file, row.switches, row.type);
+        CHECK(result.items == row.items);
+        std::string expected = row.console;
+        if (const std::size_t at = expected.find("FILE"); at != std::string::npos) expected.replace(at, 4, file);
+        CHECK_MESSAGE(holds(result.console, expected), result.console);
+    }
+}
+
 TEST_CASE("bad files end the run with the operation, the file and the dataset, every handle closed") {
     const TemporaryFolder folder;
     const struct {
@@ -282,11 +340,19 @@ TEST_CASE("times become hours by the file's unit; markers and unknown units") {
         double time, hours;
         bool warned;
     } rows[] = {
-        {"/r/Temporal/d", "MINUTES", 90.0, 1.5, false},        {"/r/Temporal/d", "days", 2.0, 48.0, false},
+        {"/r/Temporal/d", "MINUTES", 90.0, 1.5, false},
+        {"/r/Temporal/d", "days", 2.0, 48.0, false},
         {"/r/Temporal/d", "Seconds", 100800.0, 28.0, false},    // above every marker's start, yet a time
         {"/r/Temporal/d", "Seconds", 99999.0, 99999.0, false},  // stored maximums among the times
         {"/r/Times/d", "Seconds", 100800.0, 100800.0, false},   // below Times a threshold
-        {"/r/Temporal/d", "fortnights", 2.0, 2.0, true},       {"/r/Temporal/d", "", 2.0, 2.0, true},
+        {"/r/Temporal/d", "s", 7200.0, 2.0, false},
+        {"/r/Temporal/d", "SECS", 7200.0, 2.0, false},
+        {"/r/Temporal/d", "min", 90.0, 1.5, false},
+        {"/r/Temporal/d", "hrs", 2.0, 2.0, false},
+        {"/r/Temporal/d", "h", 2.0, 2.0, false},
+        {"/r/Temporal/d", "d", 2.0, 48.0, false},
+        {"/r/Temporal/d", "fortnights", 2.0, 2.0, true},
+        {"/r/Temporal/d", "", 2.0, 2.0, true},
         {"/r/Maximums/d", "", 99999.0, 99999.0, false},  // no time depends on the unit
     };
     for (const auto& row : rows) {

@@ -1,5 +1,9 @@
 #include "xmdf/make_xmdf.h"
 
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
 namespace {
 
 H5Properties withParents() {
@@ -9,15 +13,20 @@ H5Properties withParents() {
 }
 
 void writeTable(hid_t group, const char* name, hid_t storedAs, hid_t inMemory, const std::vector<hsize_t>& shape,
-                const void* data, const std::vector<hsize_t>& chunk = {}) {
+                const void* data, const TestDataset& as = {}) {
     const H5Space space(H5Screate_simple(static_cast<int>(shape.size()), shape.data(), nullptr));
     const H5Properties layout(H5Pcreate(H5P_DATASET_CREATE));
-    if (!chunk.empty()) {
-        H5Pset_chunk(layout.id(), static_cast<int>(chunk.size()), chunk.data());
-        H5Pset_deflate(layout.id(), 1);
-    }
+    if (!as.chunk.empty()) H5Pset_chunk(layout.id(), static_cast<int>(as.chunk.size()), as.chunk.data());
+    if (!as.chunk.empty() && as.compressed) H5Pset_deflate(layout.id(), 1);
+    if (as.fill) H5Pset_fill_value(layout.id(), H5T_NATIVE_FLOAT, &*as.fill);
     const H5Dataset table(H5Dcreate2(group, name, storedAs, space.id(), H5P_DEFAULT, layout.id(), H5P_DEFAULT));
-    H5Dwrite(table.id(), inMemory, H5S_ALL, H5S_ALL, H5P_DEFAULT, data);
+    const std::vector<hsize_t> start(shape.size(), 0);
+    std::vector<hsize_t> written = shape;
+    written[0] = std::min(shape[0], as.written);
+    if (written[0] == 0) return;
+    const H5Space memory(H5Screate_simple(static_cast<int>(shape.size()), written.data(), nullptr));
+    H5Sselect_hyperslab(space.id(), H5S_SELECT_SET, start.data(), nullptr, written.data(), nullptr);
+    H5Dwrite(table.id(), inMemory, memory.id(), space.id(), H5P_DEFAULT, data);
 }
 
 }  // namespace
@@ -50,9 +59,10 @@ TestXmdf& TestXmdf::add(const TestDataset& d) {
         writeTable(group.id(), "Times", H5T_IEEE_F64LE, H5T_NATIVE_DOUBLE, {d.times.size()}, d.times.data());
     if (!d.values.empty())
         writeTable(group.id(), "Values", d.storedAs < 0 ? H5T_IEEE_F32LE : d.storedAs, H5T_NATIVE_FLOAT, d.shape,
-                   d.values.data(), d.chunk);
+                   d.values.data(), d);
+    const hsize_t flagged = d.flaggedTimes > 0 ? d.flaggedTimes : d.shape[0];
     if (!d.flags.empty())
-        writeTable(group.id(), "Active", H5T_STD_U8LE, H5T_NATIVE_UINT8, {d.shape[0], d.flags.size() / d.shape[0]},
+        writeTable(group.id(), "Active", H5T_STD_U8LE, H5T_NATIVE_UINT8, {flagged, d.flags.size() / flagged},
                    d.flags.data());
     return *this;
 }
@@ -62,6 +72,20 @@ void makeXmdf(const std::string& name, const std::vector<TestDataset>& datasets,
     TestXmdf file(name);
     for (const TestDataset& d : datasets) file.add(d);
     if (more) more(file.id());
+}
+
+void replaceBytes(const std::string& name, const std::string& bytes, const std::string& by) {
+    std::fstream file(name, std::ios::binary | std::ios::in | std::ios::out);
+    const std::string all{std::istreambuf_iterator<char>(file), {}};
+    file.seekp(static_cast<std::streamoff>(all.find(bytes)));
+    file.write(by.data(), static_cast<std::streamsize>(by.size()));
+}
+
+std::string littleEndian(const std::vector<unsigned>& numbers) {
+    std::string bytes;
+    for (const unsigned number : numbers)
+        for (unsigned shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(number >> shift & 255U);
+    return bytes;
 }
 
 std::int64_t openHandles() { return H5Fget_obj_count(H5F_OBJ_ALL, H5F_OBJ_ALL); }
