@@ -1,5 +1,6 @@
 #include "xmdf/xmdf_table.h"
 
+#include "xmdf/h5_layout.h"
 #include "xmdf/h5_text.h"
 #include "xmdf/xmdf_chunks.h"
 #include "xmdf/xmdf_reason.h"
@@ -14,7 +15,8 @@ constexpr std::size_t WIDEST_NUMBER = 16;  // bytes; the library itself believes
 
 bool holdsNumbers(const H5Dataset& data) {
     const H5Type type(H5Dget_type(data.id()));
-    if (H5Tget_size(type.id()) > WIDEST_NUMBER) return false;
+    const std::size_t width = H5Tget_size(type.id());
+    if (width == 0 || width > WIDEST_NUMBER) return false;
     const H5T_class_t kind = H5Tget_class(type.id());
     // flags are often an enumeration of FALSE and TRUE
     return kind == H5T_INTEGER || kind == H5T_FLOAT || kind == H5T_ENUM;
@@ -56,6 +58,7 @@ bool openWithCache(hid_t group, const char* member, const H5CacheSize& cache, H5
 
 bool openTable(hid_t group, const char* member, int rank, H5Table& table) {
     if (!h5HasMember(group, member)) return failed(table.name + " does not exist");
+    if (!h5LayoutIsSound(group, member)) return failed(table.name + " is damaged: chunks of no size");
     if (!openWithCache(group, member, H5CacheSize{}, table)) return false;
     if (!holdsNumbers(table.data)) return failed(table.name + " does not hold numbers");
     if (!readExtent(table, rank)) return false;

@@ -10,6 +10,12 @@
 
 #include <doctest/doctest.h>
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
 TestDataset dataset(const std::string& path, std::vector<double> times, bool vector = false,
@@ -270,6 +276,20 @@ TEST_CASE("names that are not quite those of the datasets, and datasets that wou
         CHECK_MESSAGE(holds(result.console, expected), result.console);
     }
 }
+
+#ifndef _WIN32
+TEST_CASE("a file that another program holds locked is read without a lock, which is said") {
+    const TemporaryFolder folder;
+    const std::string file = folder.name("x.xmdf");
+    makeXmdf(file, {dataset("/r/Maximums/Depth", {99999})});
+    const int other = open(file.c_str(), O_RDWR);
+    REQUIRE(flock(other, LOCK_EX) == 0);
+    const Selected result = selected(file, {"-max"}, "Depth");
+    close(other);
+    CHECK(result.items == "/r/Maximums/Depth max 99999. _d;");
+    CHECK(holds(result.console, "WARNING - XMDF file \"" + file + "\" is open in another program"));
+}
+#endif
 
 TEST_CASE("bad files end the run with the operation, the file and the dataset, every handle closed") {
     const TemporaryFolder folder;

@@ -225,6 +225,7 @@ TEST_CASE("a bad dataset is refused with the file, its path and what is wrong; n
              H5Dwrite_chunk(data.id(), H5P_DEFAULT, 1, second, 7, "damaged");
          }},
         // damaged sizes of chunks, compressed or not: the library believes them
+        {scalar("/d"), chunked({1, 3}, true), "/d/Values ", {}, sizes({1, 3, 4}, {1, 0, 4})},
         {scalar("/d"),
          chunked({1, 3}, true),
          "/d/Values is damaged: chunks of 4 in a dimension of 3",
