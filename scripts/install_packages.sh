@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran compiler, pkg-config), fuzz (clang with its
+# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran
+# compiler, pkg-config), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
 # fuzzer), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
@@ -30,6 +31,9 @@ missing_packages() {
                 command -v awk >/dev/null || echo mawk
                 [ -n "${FC:-}" ] || command -v gfortran >/dev/null || echo gfortran
                 command -v pkg-config >/dev/null || echo pkg-config
+                ;;
+            gdal)
+                have_file /usr/include/gdal/gdal.h /usr/include/gdal.h /usr/local/include/gdal.h || echo libgdal-dev
                 ;;
             fuzz)
                 command -v clang++ >/dev/null || echo clang

@@ -1,0 +1,43 @@
+#include "gdal_outputs/gdal_module.h"
+
+#include "services/exits.h"
+
+#include <system_error>
+
+namespace {
+
+[[noreturn]] void stopWithout(std::string_view neededBy) {
+    const std::string needer(neededBy);
+    STOP_RUN(ON_WINDOWS
+                 ? "ERROR - The Windows build has no GDAL module; " + needer + " needs the Linux build."
+                 : "ERROR - No GDAL module found; " + needer + " needs it (Debian: package vorant-to-gis-gdal).");
+}
+
+std::filesystem::path findModule(const std::filesystem::path& programFolder) {
+    const std::string name = SHARED_LIBRARY_NAME("vorant_gdal");
+    for (const auto& folder : {programFolder, programFolder.parent_path() / "lib" / "vorant-to-gis"}) {
+        std::error_code ignored;
+        if (std::filesystem::is_regular_file(folder / name, ignored)) return folder / name;
+    }
+    return {};
+}
+
+}  // namespace
+
+const GdalTable& GDAL_MODULE(std::string_view neededBy, const std::filesystem::path& programFolder) {
+    const std::filesystem::path file = findModule(programFolder);
+    if (file.empty()) stopWithout(neededBy);
+    std::string reason;
+    void* library = LOAD_SHARED_LIBRARY(file, reason);
+    if (library == nullptr) STOP_RUN("ERROR - The GDAL module cannot be loaded: " + reason);
+    const auto table = reinterpret_cast<GdalTableFunction>(SHARED_LIBRARY_SYMBOL(library, GDAL_TABLE_FUNCTION));
+    const GdalTable* found = table != nullptr ? table(GDAL_TABLE_VERSION) : nullptr;
+    if (found == nullptr || found->version != GDAL_TABLE_VERSION || found->bytes != sizeof(GdalTable))
+        STOP_RUN("ERROR - The GDAL module " + file.string() + " is of another version than this program.");
+    return *found;
+}
+
+void CHECK_GDAL_OPTIONS(const GdalTable& gdal, const std::string& driver, const std::vector<std::string>& options) {
+    if (!gdal.checkOptions(driver.c_str(), TextsView(options).get()))
+        STOP_RUN("ERROR - -co: " + std::string(gdal.reason()) + ".");
+}
