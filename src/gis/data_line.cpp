@@ -3,7 +3,6 @@
 #include "gis/fixed_text.h"
 #include "text_utils/text.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -44,12 +43,22 @@ bool DataLine::nextQuoted(std::size_t first, DataValue& value) {
 }
 
 std::size_t VALUE_COUNT(std::string_view line, char delimiter) {
-    if (line.find('"') == std::string_view::npos)
-        return static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter)) + 1;
-    DataLine values(line, delimiter);
-    DataValue value;
-    std::size_t count = 0;
-    while (values.NEXT(value)) ++count;
+    std::size_t count = 1;
+    bool quoted = false;
+    bool opens = true;  // a quote here begins a quoted text, or goes on with it behind a doubled one
+    for (const char c : line) {
+        if (quoted) {
+            if (c == '"') quoted = false;
+            opens = !quoted;
+        } else if (c == delimiter) {
+            ++count;
+            opens = true;
+        } else if (c == '"' && opens) {
+            quoted = true;
+        } else if (c != ' ' && c != '\t') {
+            opens = false;
+        }
+    }
     return count;
 }
 

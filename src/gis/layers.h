@@ -114,8 +114,9 @@ bool gisObjectType(std::int32_t gisID, GisObject& o);
 /// with WARNING 0318 (after gisDropShortRegions); its record still follows and is to be read. A region of fewer than 5
 /// points a ring (MIF) stops otherwise. ERROR 0253 after the reason when the file does not hold the object.
 bool gisReadObject(std::int32_t gisID, GisObject& o);
-/// The next record as a data line. False only behind the last record of a table-only layer: elsewhere a missing record
-/// is ERROR 0254.
+/// The next record as a data line, of as many values as there are attributes: what a .mid line holds beyond them is
+/// dropped, one that holds fewer is ERROR 0254. False only behind the last record of a table-only layer: elsewhere a
+/// missing record is ERROR 0254.
 bool gisReadRecord(std::int32_t gisID, std::string& line);
 /// From here on this input layer drops short regions instead of stopping: for the profile and point readers, which do
 /// not need them.

@@ -218,13 +218,13 @@ GisRead endOfObjects(GisLayer& layer, LineStatus status) {
     return GisRead::Failed;
 }
 
-/// The record with commas between its values, whatever stands between them in the file.
-void addWithCommas(std::string& out, std::string_view line, char delimiter) {
+/// The first `count` values of a record with commas between them, whatever stands between them in the file.
+void addWithCommas(std::string& out, std::string_view line, char delimiter, std::size_t count) {
     DataLine values(line, delimiter);
     DataValue value;
     std::string one;
-    for (bool first = true; values.NEXT(value); first = false) {
-        if (!first) out += ',';
+    for (std::size_t i = 0; i < count && values.NEXT(value); ++i) {
+        if (i > 0) out += ',';
         one.clear();
         const bool needsQuotes = value.quoted || value.text.find_first_of(",\"") != std::string_view::npos;
         if (needsQuotes) ADD_TEXT(one, value.text);
@@ -297,12 +297,12 @@ GisRead mifReadRecord(GisLayer& layer, std::string& line) {
     }
     ++layer.mif->records;
     line.clear();
-    if (layer.mif->delimiter == ',') {
+    if (layer.mif->delimiter == ',' && values == layer.header.attributes.size()) {
         layer.mif->decoder.add(line, read);
         return GisRead::Done;
     }
     layer.mif->line.clear();
-    addWithCommas(layer.mif->line, read, layer.mif->delimiter);
+    addWithCommas(layer.mif->line, read, layer.mif->delimiter, layer.header.attributes.size());
     layer.mif->decoder.add(line, layer.mif->line);
     return GisRead::Done;
 }

@@ -104,6 +104,7 @@ int CONVERT(int argc, const char* const argv[]) {
     CHECK_OUTPUT_STAGE();
     FIND_INPUT_FILE();
     FIND_PROJECTION();
+    gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
     CHECK_GRID_SWITCHES();
     FIND_INPUT_KIND();
     checkDatasetSwitches();

@@ -41,7 +41,6 @@ void startArrows(VectorRun& run) {
 }
 
 void startLayerLibrary(const Mesh& mesh) {
-    gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
     if (mesh.xmin <= mesh.xmax) gisSetExtent(mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax);
 }
 

@@ -183,22 +183,23 @@ TEST_CASE("profile readers drop short regions with their records") {
 TEST_CASE("records keep their values whatever the delimiter and the character set") {
     const LayerTest test;
     struct {
-        std::string header, record, line;
+        std::string header, columns, record, line;
     } const rows[] = {
-        {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
-        {"Charset \"Neutral\"\nDelimiter \",\"\n", "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
-        {"Charset \"WindowsLatin2\"\nDelimiter \",\"\n", "\"\xA3\"", "\"\xC5\x81\""},
-        {"Charset \"CodePage866\"\nDelimiter \",\"\n", "\"\x86\"", "\"\xD0\x96\""},
-        {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "\xEF\xBB\xBF\"\xC5\x81\"", "\"\xC5\x81\""},  // a mark
-        {"Charset \"Neutral\"\nDelimiter \";\"\n", "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
-        {"Delimiter \",\"\nColumns 2\n", "1", ""},  // a value is missing
-        {"Delimiter \",\"\nColumns 2\n", "1,", "1,"},
-        {"", "\t\"say \"\"hi\"\"\"\t2", ",\"say \"\"hi\"\"\",2"},  // a tab when the header does not say
+        {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "2", "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
+        {"Charset \"Neutral\"\nDelimiter \",\"\n", "1", "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
+        {"Charset \"WindowsLatin2\"\nDelimiter \",\"\n", "1", "\"\xA3\"", "\"\xC5\x81\""},
+        {"Charset \"CodePage866\"\nDelimiter \",\"\n", "1", "\"\x86\"", "\"\xD0\x96\""},
+        {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "1", "\xEF\xBB\xBF\"\xC5\x81\"", "\"\xC5\x81\""},  // a mark
+        {"Charset \"Neutral\"\nDelimiter \";\"\n", "3", "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
+        {"Delimiter \",\"\n", "2", "1", ""},                             // a value is missing
+        {"Delimiter \",\"\n", "2", "\"a,\"\"b\",,3,4", "\"a,\"\"b\","},  // two too many
+        {"", "3", "\t\"say \"\"hi\"\"\"\t2", ",\"say \"\"hi\"\"\",2"},   // a tab when the header does not say
     };
     for (const auto& r : rows) {
-        const bool two = r.header.find("Columns 2") != std::string::npos;
-        test.folder.write("x.mif", "Version 300\n" + r.header + (two ? "  A Integer\n" : "Columns 1\n") +
-                                       "  ID Integer\nData\nnone\n");
+        const std::string definitions =
+            std::string("  C Integer\n  B Integer\n  A Integer\n").substr(36 - 12 * std::stoul(r.columns));
+        test.folder.write("x.mif",
+                          "Version 300\n" + r.header + "Columns " + r.columns + "\n" + definitions + "Data\nnone\n");
         test.folder.write("x.mid", r.record + "\n");
         std::vector<GisObject> objects;
         std::vector<std::string> records;

@@ -6,6 +6,7 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -100,7 +101,11 @@ TEST_CASE("a data line splits at commas outside quotes") {
         {R"("a" junk,1)", "T<a><1>"},
         {"1\t\t\"a\tb\"", "<1><>T<a\tb>", '\t'},  // the tab separates and is no blank
     };
-    for (const auto& r : rows) CHECK(valuesOf(r.line, r.delimiter) == r.values);
+    for (const auto& r : rows) {
+        CHECK(valuesOf(r.line, r.delimiter) == r.values);
+        const auto count = static_cast<std::size_t>(std::count(r.values.begin(), r.values.end(), '<'));
+        CHECK_MESSAGE(VALUE_COUNT(r.line, r.delimiter) == count, r.line);
+    }
     std::string line;
     ADD_TEXT(line, "say \"hi\",\nbye");
     ADD_INTEGER(line, -5);
