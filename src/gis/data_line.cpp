@@ -43,20 +43,19 @@ bool DataLine::nextQuoted(std::size_t first, DataValue& value) {
 }
 
 std::size_t VALUE_COUNT(std::string_view line, char delimiter) {
+    enum class Place { Start, Quoted, QuoteEnded, Inside };
     std::size_t count = 1;
-    bool quoted = false;
-    bool opens = true;  // a quote here begins a quoted text, or goes on with it behind a doubled one
+    Place place = Place::Start;
     for (const char c : line) {
-        if (quoted) {
-            if (c == '"') quoted = false;
-            opens = !quoted;
+        if (place == Place::Quoted) {
+            if (c == '"') place = Place::QuoteEnded;
         } else if (c == delimiter) {
             ++count;
-            opens = true;
-        } else if (c == '"' && opens) {
-            quoted = true;
-        } else if (c != ' ' && c != '\t') {
-            opens = false;
+            place = Place::Start;
+        } else if (c == '"' && place != Place::Inside) {
+            place = Place::Quoted;  // behind a quote that seemed to end it, this one doubles that
+        } else if (place == Place::QuoteEnded || (c != ' ' && c != '\t')) {
+            place = Place::Inside;
         }
     }
     return count;

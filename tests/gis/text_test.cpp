@@ -98,7 +98,7 @@ TEST_CASE("a data line splits at commas outside quotes") {
         {R"("open, to the end)", "T<open, to the end>"},  // never closed
         {R"(5'6",7)", R"(<5'6"><7>)"},                    // a quote inside a value is no opening quote
         {R"("""",1)", R"(T<"><1>)"},
-        {R"("a" junk,1)", "T<a><1>"},
+        {R"("a" "junk,1)", "T<a><1>"},
         {"1\t\t\"a\tb\"", "<1><>T<a\tb>", '\t'},  // the tab separates and is no blank
     };
     for (const auto& r : rows) {

@@ -118,6 +118,7 @@ TEST_CASE("Glued values are read behind their keyword") {
     CHECK((o.xmdfPathGiven && o.xmdfPath == "/a/b" && o.folderGiven && o.folder == "Maximums"));
     CHECK((o.datasetByNumber && o.scalarIdGiven && o.scalarId == 3 && o.vectorIdGiven && o.vectorId == 4));
     CHECK((o.scaleFactor == 0.5F && !o.fixedVectorLength));
+    CHECK(after({"-PrjWarn"}).projectionWarning);
     CHECK((after({"-grid", "-typeALL"}).allTypes && OPTIONS().grid && !OPTIONS().gridSpacingGiven));
 }
 
