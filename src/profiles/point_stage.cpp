@@ -60,10 +60,6 @@ PointColumns columnsOf(PointStage& stage, const Results& results, const TimeText
     return columns;
 }
 
-std::string layerName(const PointStage& stage, std::string_view base) {
-    return std::string(base) + "_cp" + (FILEEXT(stage.points->file) == ".shp" ? ".shp" : ".mif");
-}
-
 void writeLayer(const PointStage& stage, const PointColumns& columns, std::string_view base) {
     std::vector<AppendedColumn> appended;
     if (!columns.value.empty()) appended.push_back({VALUE_COLUMN_NAME(stage.facts), columns.value, {}});
@@ -71,8 +67,8 @@ void writeLayer(const PointStage& stage, const PointColumns& columns, std::strin
     if (stage.rules.verbose) appended.push_back({"SMS_ID", {}, columns.element});
     if (stage.rules.verbose || columns.value.empty()) appended.push_back({"Elevation", stage.elevation, {}});
     if (!columns.difference.empty()) appended.push_back({"Difference", columns.difference, {}});
-    WRITE_POINT_LAYER(layerName(stage, base), *stage.points, appended, stage.rules.valueWidth,
-                      stage.rules.valueDecimals);
+    WRITE_POINT_LAYER(std::string(base) + std::string(POINT_LAYER_FILES(*stage.points).front()), *stage.points,
+                      appended, stage.rules.valueWidth, stage.rules.valueDecimals);
 }
 
 void reportValues(const PointStage& stage, const PointColumns& columns) {
@@ -86,6 +82,11 @@ void reportValues(const PointStage& stage, const PointColumns& columns) {
 }
 
 }  // namespace
+
+std::vector<std::string_view> POINT_LAYER_FILES(const CalibrationPoints& points) {
+    if (FILEEXT(points.file) != ".shp") return {"_cp.mif", "_cp.mid"};
+    return {"_cp.shp", "_cp.shx", "_cp.dbf", "_cp.prj", "_cp.cpg"};
+}
 
 PointStage START_POINTS(const Mesh& mesh, const PointIndex& index, const CalibrationPoints& points,
                         const PointRules& rules) {

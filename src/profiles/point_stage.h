@@ -50,6 +50,9 @@ struct PointStage {
     PointValues values;
 };
 
+/// The endings of the files that a copy of the layer consists of: "_cp.mif", "_cp.mid".
+std::vector<std::string_view> POINT_LAYER_FILES(const CalibrationPoints& points);
+
 /// Warns when no point lies within the mesh. A field of -obs that the layer lacks stops the run.
 PointStage START_POINTS(const Mesh& mesh, const PointIndex& index, const CalibrationPoints& points,
                         const PointRules& rules);

@@ -1,5 +1,6 @@
 #include "profiles/stations.h"
 
+#include "gis/fixed_text.h"
 #include "services/exits.h"
 #include "text_utils/numbers.h"
 
@@ -64,8 +65,10 @@ void CHECK_MARKERS(const std::vector<ProfileLine>& lines, double markerDistance)
     double count = 0.0;
     for (const ProfileLine& line : lines) count += markerCount(line, markerDistance);
     if (count <= MOST_MARKERS) return;
+    RealText text;
     STOP_RUN("ERROR - Markers every " + AREAL8(markerDistance) + " along the profiles (-lpmd) would be " +
-             AREAL8(count) + " in number; at most " + AREAL8(MOST_MARKERS) + " are laid.");
+             std::string(REAL_TEXT(text, count, 0)) + " in number; at most " +
+             AINTEGER8(static_cast<std::int64_t>(MOST_MARKERS)) + " are laid.");
 }
 
 Station STATION_AT(const ProfileLine& line, double chainage, double mergeDistance) {

@@ -123,8 +123,6 @@ void IDENTIFY_XMDF() {
 
 void CONVERT_XMDF() {
     const RunOptions& options = OPTIONS();
-    if (options.lp && MESH().highResolution)
-        DMESSAGE("WARNING - High Res Results not fully tested with long profiles. Please check results.");
     XmdfCatalogue catalogue = OPEN_XMDF_FILES({INPUT_FILES().input});
     const std::vector<XmdfItem> items = SELECT_XMDF_OUTPUTS(catalogue, options, options.datasetName);
     if (items.empty()) stopWithoutOutput();

@@ -90,6 +90,7 @@ void convertInput() {
         case InputKind::Dat: CONVERT_DAT(); break;
         case InputKind::Xmdf: CONVERT_XMDF(); break;
     }
+    FINISH_OUTPUTS();
 }
 
 }  // namespace

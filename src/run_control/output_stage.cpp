@@ -5,6 +5,7 @@
 #include "raster/mesh_to_grid.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
+#include "run_control/sample_stage.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/options.h"
@@ -12,6 +13,7 @@
 #include "text_utils/paths.h"
 #include "vector_outputs/vector_output.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,7 @@ namespace {
 // They live from the first output to the end: the cells of each element are found once.
 GridRun gridRun;
 VectorRun vectorRun;
+std::optional<SampleStage> sampleStage;  // of a run with -lp or -cp
 
 GridFormat rasterFormat() { return OPTIONS().flt ? GridFormat::Float : GridFormat::Ascii; }
 
@@ -64,12 +67,13 @@ void vectorBathymetry(const OutputLabel& label) {
 
 void CHECK_OUTPUT_STAGE() {
     const RunOptions& options = OPTIONS();
-    if (options.cp || options.lp)
-        STOP_RUN("ERROR - Long profile (-lp) and calibration point (-cp) outputs are not supported by this build.");
+    sampleStage.reset();
+    if (options.cp || options.lp) sampleStage.emplace(options);
     if (IS_VECTOR_OUTPUT()) CHECK_VECTOR_SWITCHES();
 }
 
 void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
+    if (sampleStage) return;  // it takes what comes
     if (IS_VECTOR_OUTPUT()) return startVectorRun(vector, cellCentred, severalTimes);
     const PlanKind kind = cellCentred ? PlanKind::Cells : PlanKind::Nodes;
     gridRun = GridRun{};  // a grid may take most of the memory, so that the old one goes before the next is made
@@ -80,6 +84,7 @@ void OUTPUT_RESULTS(const Results& results, OutputLabel label) {
     label.time = results.time;
     label.vector = results.vector;
     label.quantity = results.quantity;
+    if (sampleStage) return sampleStage->take(MESH(), results, std::move(label));
     if (IS_VECTOR_OUTPUT()) {
         if (OPTIONS().grid) label.gridSize = OPTIONS().gridSpacing;
         return WRITE_RESULTS_LAYER(vectorRun, results, OUTPUT_NAME(label, VECTOR_FILES()));
@@ -92,6 +97,12 @@ void OUTPUT_BATHYMETRY() {
     OutputLabel label;
     label.base = FILENAMEPATH(INPUT_FILES().input);
     label.timed = false;
+    if (sampleStage) return sampleStage->takeMesh(MESH(), label);
     if (IS_VECTOR_OUTPUT()) return vectorBathymetry(label);
     rasterBathymetry(std::move(label));
+}
+
+void FINISH_OUTPUTS() {
+    if (sampleStage) sampleStage->finish(FILENAMEPATH(INPUT_FILES().input));
+    sampleStage.reset();
 }

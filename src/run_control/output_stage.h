@@ -17,3 +17,6 @@ void OUTPUT_RESULTS(const Results& results, OutputLabel label);
 
 /// Writes the bed elevations of the mesh alone.
 void OUTPUT_BATHYMETRY();
+
+/// After the last output: what was collected is written.
+void FINISH_OUTPUTS();

@@ -95,14 +95,16 @@ void setGrid(RunOptions& options, const SwitchArgument& given) {
 
 /// Markers are laid along a profile at this distance, so it has to move ahead.
 void setMarkerDistance(RunOptions& options, const SwitchArgument& given) {
-    options.lpMarkerDistance = gluedReal<float>(given);
-    requireAbove(options.lpMarkerDistance > 0.0F, given, "above zero");
+    options.lpMarkerDistance = gluedReal<double>(given);
+    requireAbove(options.lpMarkerDistance > 0.0, given, "above zero");
 }
 
 void setSearchDistance(RunOptions& options, const SwitchArgument& given) {
-    options.cpSearchDistance = gluedReal<float>(given);
-    requireAbove(options.cpSearchDistance >= 0.0F, given, "zero or above");
+    options.cpSearchDistance = gluedReal<double>(given);
+    requireAbove(options.cpSearchDistance >= 0.0, given, "zero or above");
 }
+
+void setRecordedField(RunOptions& options, const SwitchArgument& given) { options.recordedField = gluedText(given); }
 
 void setPrecision(RunOptions& options, const SwitchArgument& given) {
     const Precision precision = READ_PRECISION(given.behind);
@@ -253,6 +255,7 @@ constexpr Switch TABLE[] = {
     {"like", takeName<&O::likeGrid>, NEXT},
     {"prjwarn", set<&O::projectionWarning>},
     {"no1d", set<&O::no1d>},
+    {"obs", setRecordedField},
 };
 
 }  // namespace

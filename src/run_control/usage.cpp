@@ -60,6 +60,8 @@ constexpr std::string_view USAGE[] = {
     "    lp_file contains polyline(s) representing the lp alignment(s).",
     "    The first and only attribute is a char(100) containing the lp name.",
     "    One <lp_name>.csv file for each polyline is produced.",
+    "   -obs<field> compares results with the recorded values in this field of the cp_file.",
+    "    Default for water levels: obs, observed, wl, level, h or rl.",
     "   -fso (free surface only) to set 1D water levels in pipes to the",
     "    obvert/soffit level if running full.",
     "",

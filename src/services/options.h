@@ -29,8 +29,9 @@ struct RunOptions {
     bool freeSurfaceOnly = false;  ///< -fso
     bool cp = false, lp = false;
     std::string cpFile, lpFile;
-    float cpSearchDistance = 100.0F;  ///< metres
-    float lpMarkerDistance = 100.0F;  ///< metres
+    double cpSearchDistance = 100.0;  ///< map units
+    double lpMarkerDistance = 100.0;  ///< map units
+    std::string recordedField;        ///< -obs; blank: looked for by its usual names
 
     // Numbers
     bool seconds = false;       ///< -sec: times are shown and entered in seconds

@@ -1,0 +1,131 @@
+#include "run_control/sample_stage.h"
+
+#include "gis/layers.h"
+#include "profiles/line_layer.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
+#include "services/projection.h"
+#include "text_utils/paths.h"
+#include "text_utils/text.h"
+
+#include <utility>
+
+namespace {
+
+constexpr double MERGE_METRES = 0.001, MERGE_DEGREES = 0.00000001;
+constexpr int METRE_DECIMALS = 3, DEGREE_DECIMALS = 8;
+
+void checkLayer(const std::string& file, const std::string& what, const std::string& keyword) {
+    if (TRIMMED(file).empty()) STOP_RUN("ERROR - No layer specified after " + keyword + ".");
+    const std::string name = FILEEXT(file).empty() ? file + ".mif" : file;
+    if (!FIND_FILE(name)) STOP_RUN("ERROR - " + what + " layer " + name + " (" + keyword + ") does not exist.");
+}
+
+/// "t020.00" is shown as 20.00, an extreme by its own name.
+TimeText timeText(const OutputLabel& label, bool seconds) {
+    TimeText text;
+    text.tag = text.shown = TIME_TAG(label.time, label.quantity, seconds);
+    if (!label.time.ordinary()) return text;
+    text.shown.erase(0, 1);
+    const bool negative = text.shown.starts_with('-');
+    std::size_t zeros = negative ? 1 : 0;
+    while (zeros + 1 < text.shown.size() && text.shown[zeros] == '0' && text.shown[zeros + 1] != '.') ++zeros;
+    text.shown = (negative ? "-" : "") + text.shown.substr(zeros);
+    return text;
+}
+
+ProfileRules profileRules(const RunOptions& options) {
+    const bool degrees = PROJECTION().geographic();
+    ProfileRules rules;
+    rules.stations = {options.lpMarkerDistance, degrees ? MERGE_DEGREES : MERGE_METRES};
+    rules.searchDistance = options.cpSearchDistance;
+    rules.coordinateDecimals = degrees ? DEGREE_DECIMALS : METRE_DECIMALS;
+    rules.valueDecimals = options.precisionDecimals;
+    return rules;
+}
+
+PointRules pointRules(const RunOptions& options, int coordinateDecimals) {
+    return {coordinateDecimals, options.precisionWidth, options.precisionDecimals, options.verbose,
+            options.recordedField};
+}
+
+void startLayerLibrary(const RunOptions& options, const Mesh& mesh) {
+    gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, options.projectionWarning});
+    if (mesh.xmin <= mesh.xmax) gisSetExtent(mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax);
+    if (options.verbose) gisOpenInputLog(FILENAMEPATH(options.inputFile));
+}
+
+}  // namespace
+
+SampleStage::SampleStage(const RunOptions& options) : options_(options) {
+    if (options.lp) checkLayer(options.lpFile, "Long profile", "-lp");
+    if (options.cp) checkLayer(options.cpFile, "Calibration point", "-cp");
+    if (options.freeSurfaceOnly) DMESSAGE("WARNING - Obvert levels not available, -fso has no effect.");
+}
+
+void SampleStage::start(const Mesh& mesh) {
+    if (std::exchange(started_, true)) return;
+    if (options_.lp && mesh.highResolution)
+        DMESSAGE("WARNING - High Res Results not fully tested with long profiles. Please check results.");
+    startLayerLibrary(options_, mesh);
+    const ProfileRules rules = profileRules(options_);
+    std::vector<ProfileLine> lines;
+    if (options_.lp) lines = READ_PROFILE_LINES(options_.lpFile);
+    if (options_.cp) marks_ = READ_CALIBRATION_POINTS(options_.cpFile);
+    const PointIndex index = INDEX_ELEMENTS(mesh, PlanKind::Nodes);
+    if (options_.lp) profiles_ = START_PROFILES(mesh, index, std::move(lines), options_.cp ? &marks_ : nullptr, rules);
+    if (options_.cp) points_ = START_POINTS(mesh, index, marks_, pointRules(options_, rules.coordinateDecimals));
+}
+
+void SampleStage::beginDataset(const Results& results, const OutputLabel& label) {
+    endDataset();
+    datasets_.insert(label.base);
+    DatasetFacts facts;
+    facts.kind = results.cellCentred ? PlanKind::Cells : PlanKind::Nodes;
+    facts.vector = results.vector;
+    facts.quantity = results.quantity;
+    facts.times = options_.allTimes ? results.times.size() : 1;
+    if (profiles_) BEGIN_PROFILES(*profiles_, facts);
+    if (points_) BEGIN_POINTS(*points_, facts);
+}
+
+void SampleStage::endDataset() {
+    if (outputs_ == 0 || !points_) return;
+    OutputLabel label = last_;
+    label.timed = false;
+    END_POINTS(*points_, OUTPUT_NAME(label, {"_cp.csv"}));
+}
+
+void SampleStage::take(const Mesh& mesh, const Results& results, OutputLabel label) {
+    start(mesh);
+    label.vector = false;  // whole vectors, whatever component was asked for
+    if (outputs_ == 0 || last_.base != label.base || last_.quantity != label.quantity) beginDataset(results, label);
+    last_ = label;
+    ++outputs_;
+    const TimeText time = timeText(label, options_.seconds);
+    if (profiles_) TAKE_PROFILES(*profiles_, results, time.tag);
+    if (points_) TAKE_POINTS(*points_, results, time, OUTPUT_NAME(label, POINT_LAYER_FILES(marks_)));
+}
+
+void SampleStage::takeMesh(const Mesh& mesh, const OutputLabel& label) {
+    start(mesh);
+    last_ = label;
+    std::vector<std::string_view> files = POINT_LAYER_FILES(marks_);
+    files.push_back("_cp.csv");
+    if (points_) WRITE_BED_POINTS(*points_, OUTPUT_NAME(label, files));
+}
+
+/// One output is named after its time, several times after their dataset, several datasets after the run.
+std::string SampleStage::profileBase(const std::string& runBase) const {
+    if (datasets_.size() > 1) return runBase;
+    OutputLabel label = last_;
+    label.timed = label.timed && outputs_ == 1 && !options_.allTimes;
+    return OUTPUT_NAME(label, {});
+}
+
+void SampleStage::finish(const std::string& runBase) {
+    endDataset();
+    if (profiles_) FINISH_PROFILES(*profiles_, profileBase(runBase));
+    gisCloseAllLayers();
+}

@@ -1,0 +1,43 @@
+// Results along the lines of a layer (-lp) and at the points of one (-cp): the switches in the terms of src/profiles/.
+#pragma once
+
+#include "inputs/mesh.h"
+#include "inputs/results.h"
+#include "profiles/point_stage.h"
+#include "profiles/profile_stage.h"
+#include "run_control/output_names.h"
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+
+/// Takes every dataset and time of a run. Layers of points are written as the times come, tables at the end of a
+/// dataset, profiles at the end of the run, so that nothing looks complete after a run that stopped.
+class SampleStage {
+public:
+    /// Stops the run when a layer that was asked for is not there. options: must live as long as the stage.
+    explicit SampleStage(const RunOptions& options);
+
+    /// One dataset at one output time. label: base and dataset tag.
+    void take(const Mesh& mesh, const Results& results, OutputLabel label);
+    /// The bed of a mesh that is converted alone.
+    void takeMesh(const Mesh& mesh, const OutputLabel& label);
+    /// After the last one. runBase: folder and name of outputs that hold several datasets, without extension.
+    void finish(const std::string& runBase);
+
+private:
+    void start(const Mesh& mesh);
+    void beginDataset(const Results& results, const OutputLabel& label);
+    void endDataset();
+    std::string profileBase(const std::string& runBase) const;
+
+    const RunOptions& options_;
+    bool started_ = false;
+    CalibrationPoints marks_;
+    std::optional<ProfileStage> profiles_;
+    std::optional<PointStage> points_;
+    std::set<std::string> datasets_;  ///< bases of those that came
+    std::size_t outputs_ = 0;
+    OutputLabel last_;
+};
