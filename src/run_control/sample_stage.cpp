@@ -51,7 +51,6 @@ PointRules pointRules(const RunOptions& options, int coordinateDecimals) {
 }
 
 void startLayerLibrary(const RunOptions& options, const Mesh& mesh) {
-    gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, options.projectionWarning});
     if (mesh.xmin <= mesh.xmax) gisSetExtent(mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax);
     if (options.verbose) gisOpenInputLog(FILENAMEPATH(options.inputFile));
 }
