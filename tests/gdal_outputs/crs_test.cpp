@@ -17,6 +17,7 @@ TEST_CASE("CoordSys lines are exact or refused") {
     } rows[] = {
         {"EPSG:28355", around(5e5, 6e6), R"(CoordSys Earth Projection 8, 116, "m", 147, 0, 0.9996, 500000, 10000000)"},
         {"EPSG:32610", around(6e5, 4.2e6), R"(CoordSys Earth Projection 8, 104, "m", -123, 0, 0.9996, 500000, 0)"},
+        {"EPSG:32610", around(0, 0), R"(CoordSys Earth Projection 8, 104, "m", -123, 0, 0.9996, 500000, 0)"},  // local
         {"EPSG:4326", {144.0, -38.0, 145.0, -37.0}, "CoordSys Earth Projection 1, 104"},
         {"EPSG:3035", around(4321000, 3210000), nullptr},  // without its false origin
         {"EPSG:3413", around(0, -1000000), nullptr},       // none but NonEarth

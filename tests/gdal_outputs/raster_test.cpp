@@ -213,6 +213,8 @@ TEST_CASE("A raster that cannot be completed leaves nothing behind") {
     RasterFile file = fileOf(folder, 1);
     file.path = folder.name("none/out.tif");
     CHECK(stopOf([&] { write(file, ROWS); }).starts_with("ERROR - Could not write " + file.path + ": "));
+    file.crs = "+proj=isea +ellps=WGS84";
+    CHECK(stopOf([&] { write(file, ROWS); }).ends_with("none/out.tif: a GeoTIFF cannot hold its coordinate system."));
 }
 
 TEST_CASE("Options of the driver are checked, and win") {

@@ -30,7 +30,8 @@ struct TemporaryFile {
 
 class CogOutput final : public GdalRasterOutput {
 public:
-    explicit CogOutput(const GdalRasterFacts& given);
+    explicit CogOutput(const GdalRasterFacts& given) : GdalRasterOutput(given) {}
+    void open() override;
     void abandon() override;
 
 private:
@@ -48,7 +49,7 @@ private:
     std::optional<TileRows> tiles_;
 };
 
-CogOutput::CogOutput(const GdalRasterFacts& given) : GdalRasterOutput(given) {
+void CogOutput::open() {
     if (facts.bands.size() != 1) throw GdalFailure{"a COG is written with one band"};
     const ConfigScope noSideFiles("GDAL_PAM_ENABLED", "NO");
     VSIUnlink(facts.path.c_str());
@@ -131,4 +132,6 @@ void CogOutput::abandon() {
 
 }  // namespace
 
-std::unique_ptr<GdalRasterOutput> OPEN_COG(const GdalRasterFacts& facts) { return std::make_unique<CogOutput>(facts); }
+std::unique_ptr<GdalRasterOutput> COG_OUTPUT(const GdalRasterFacts& facts) {
+    return std::make_unique<CogOutput>(facts);
+}

@@ -15,7 +15,8 @@ constexpr std::int32_t TILE = 512;
 
 class MultibandOutput final : public GdalRasterOutput {
 public:
-    explicit MultibandOutput(const GdalRasterFacts& given);
+    explicit MultibandOutput(const GdalRasterFacts& given) : GdalRasterOutput(given) {}
+    void open() override;
     void abandon() override;
 
 private:
@@ -28,7 +29,7 @@ private:
     std::int32_t tile_ = TILE;
 };
 
-MultibandOutput::MultibandOutput(const GdalRasterFacts& given) : GdalRasterOutput(given) {
+void MultibandOutput::open() {
     const ConfigScope noSideFiles("GDAL_PAM_ENABLED", "NO");
     VSIUnlink(facts.path.c_str());
     CPLStringList options = createOptions();
@@ -74,6 +75,6 @@ void MultibandOutput::abandon() {
 
 }  // namespace
 
-std::unique_ptr<GdalRasterOutput> OPEN_MULTIBAND(const GdalRasterFacts& facts) {
+std::unique_ptr<GdalRasterOutput> MULTIBAND_OUTPUT(const GdalRasterFacts& facts) {
     return std::make_unique<MultibandOutput>(facts);
 }

@@ -4,6 +4,8 @@
 #include "gdal_outputs/module/driver_options.h"
 #include "gdal_outputs/module/failures.h"
 
+#include <cpl_vsi.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -19,19 +21,18 @@ void setMetadata(GDALMajorObjectH object, const CPLStringList& metadata) {
     }
 }
 
-/// Fills each overview from the one before.
-void averageLevels(GDALRasterBandH band, const char* resampling) {
-    const double noData = GDALGetRasterNoDataValue(band, nullptr);
-    GDALRasterBandH from = band;
-    for (int level = 0; level < GDALGetOverviewCount(band); ++level) {
-        GDALRasterBandH to = GDALGetOverview(band, level);
-        int there = 0;
-        GDALGetRasterNoDataValue(to, &there);
-        if (there == 0) GDALSetRasterNoDataValue(to, noData);
-        if (GDALRegenerateOverviews(from, 1, &to, resampling, GDALDummyProgress, nullptr) != CE_None)
-            FAIL("the overviews could not be made");
-        from = to;
-    }
+/// The keys of a GeoTIFF lack some projections; such a system would be missing from the file without a word.
+void checkKept(OGRSpatialReferenceH crs) {
+    const std::string name = "/vsimem/vorant_gdal_crs.tif";
+    DatasetHandle probe(GDALCreate(DRIVER("GTiff"), name.c_str(), 1, 1, 1, GDT_Byte, nullptr));
+    if (!probe) FAIL("a GeoTIFF could not be created");
+    GDALSetSpatialRef(probe.get(), crs);
+    probe.reset();
+    probe.reset(GDALOpenEx(name.c_str(), GDAL_OF_RASTER, nullptr, nullptr, nullptr));
+    const bool kept = probe && GDALGetSpatialRef(probe.get()) != nullptr;
+    probe.reset();
+    VSIUnlink(name.c_str());
+    if (!kept) throw GdalFailure{"a GeoTIFF cannot hold its coordinate system"};
 }
 
 void setNumber(GDALRasterBandH band, const char* key, double value, const char* format) {
@@ -51,9 +52,25 @@ RasterFacts::RasterFacts(const GdalRasterFacts& given)
       memory(given.memory) {
     if (columns < 1 || rows < 1 || given.bandCount < 1) throw GdalFailure{"the raster has no cells"};
     std::copy_n(given.geoTransform, 6, geoTransform.begin());
-    if (*given.crs != '\0') crs = SRS_OF(given.crs);
+    if (*given.crs != '\0') {
+        const ConfigScope noSideFiles("GDAL_PAM_ENABLED", "NO");
+        crs = SRS_OF(given.crs);
+        checkKept(crs.get());
+    }
     for (std::int32_t i = 0; i < given.bandCount; ++i)
         bands.push_back({given.bands[i].description, given.bands[i].unit, OPTIONS_OVER({}, given.bands[i].metadata)});
+}
+
+std::unique_ptr<GdalRasterOutput> OPEN_RASTER(const GdalRasterFacts& facts) {
+    std::unique_ptr<GdalRasterOutput> output =
+        facts.kind == GdalMultiband ? MULTIBAND_OUTPUT(facts) : COG_OUTPUT(facts);
+    try {
+        output->open();
+    } catch (...) {
+        output->abandon();
+        throw;
+    }
+    return output;
 }
 
 GdalRasterOutput::GdalRasterOutput(const GdalRasterFacts& given)
@@ -139,20 +156,4 @@ void CHECK_DISK_SPACE(const std::string& path, std::int64_t bytes) {
     if (left >= 0 && left < bytes)
         throw GdalFailure{std::to_string(bytes) + " bytes are needed on the disk, and " + std::to_string(left) +
                           " are free"};
-}
-
-void BUILD_OVERVIEWS(GDALDatasetH dataset, std::int32_t tile, const char* resampling, std::int32_t threads) {
-    // Averages of odd sizes depend on the rows that GDAL takes at a time, which follow from the height of the blocks:
-    // these are as high on the disk as in memory (above 256 and below 16 rows count alike).
-    const ConfigScope blocks("GDAL_TIFF_OVR_BLOCKSIZE", "512");
-    const ConfigScope workers("GDAL_NUM_THREADS", std::to_string(threads));
-    std::vector<int> factors;
-    const int longest = std::max(GDALGetRasterXSize(dataset), GDALGetRasterYSize(dataset));
-    for (int factor = 2; (longest - 1) / (factor / 2) + 1 > tile; factor *= 2) factors.push_back(factor);
-    if (factors.empty()) return;
-    const auto levels = static_cast<int>(factors.size());
-    if (GDALBuildOverviews(dataset, "NONE", levels, factors.data(), 0, nullptr, GDALDummyProgress, nullptr) != CE_None)
-        FAIL("the overviews could not be made");
-    for (int band = 1; band <= GDALGetRasterCount(dataset); ++band)
-        averageLevels(GDALGetRasterBand(dataset, band), resampling);
 }

@@ -39,6 +39,8 @@ struct GdalRasterOutput {
     GdalRasterOutput(const GdalRasterOutput&) = delete;
     GdalRasterOutput& operator=(const GdalRasterOutput&) = delete;
 
+    /// Creates what is needed, or throws; `abandon` is then still to be called.
+    virtual void open() = 0;
     /// As rasterRows of the table.
     void rows(std::int32_t band, std::int32_t firstRow, std::int32_t count, const float* values);
     /// Completes the file, or throws; `abandon` is then still to be called.
@@ -68,8 +70,11 @@ private:
     std::vector<float> clean_;
 };
 
-std::unique_ptr<GdalRasterOutput> OPEN_COG(const GdalRasterFacts& facts);
-std::unique_ptr<GdalRasterOutput> OPEN_MULTIBAND(const GdalRasterFacts& facts);
+// One of each kind, not open yet.
+std::unique_ptr<GdalRasterOutput> COG_OUTPUT(const GdalRasterFacts& facts);
+std::unique_ptr<GdalRasterOutput> MULTIBAND_OUTPUT(const GdalRasterFacts& facts);
+/// As rasterOpen of the table.
+std::unique_ptr<GdalRasterOutput> OPEN_RASTER(const GdalRasterFacts& facts);
 
 /// True when the compression that the options name takes a predictor.
 bool HAS_PREDICTOR(const CPLStringList& options);

@@ -58,9 +58,7 @@ bool checkOptions(const char* driver, GdalTexts options) {
 }
 
 GdalRasterOutput* rasterOpen(const GdalRasterFacts* facts) {
-    return guarded(static_cast<GdalRasterOutput*>(nullptr), [&] {
-        return (facts->kind == GdalMultiband ? OPEN_MULTIBAND(*facts) : OPEN_COG(*facts)).release();
-    });
+    return guarded(static_cast<GdalRasterOutput*>(nullptr), [&] { return OPEN_RASTER(*facts).release(); });
 }
 
 bool rasterRows(GdalRasterOutput* raster, std::int32_t band, std::int32_t firstRow, std::int32_t count,
