@@ -78,7 +78,7 @@ void addFolders(const std::vector<XmdfItem*>& alike) {
         if (told.size() < alike.size()) continue;
         for (XmdfItem* item : alike)
             if (const std::string_view folders = lastFolders(item->path, count); !folders.empty())
-                item->tag = cleaned("_" + std::string(folders)) + item->tag;
+                item->tag = cleaned(std::string("_").append(folders)) + item->tag;
         return;
     }
 }
