@@ -87,6 +87,6 @@ void ADD_INTEGER(std::string& line, std::int64_t value) {
 
 void ADD_REAL(std::string& line, double value, int decimals) {
     addComma(line);
-    std::array<char, LONGEST_FIXED> digits;
-    line.append(digits.data(), PUT_FIXED(digits.data(), value, decimals));
+    RealText buffer;
+    line += REAL_TEXT(buffer, value, decimals);
 }

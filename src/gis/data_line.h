@@ -37,6 +37,5 @@ std::size_t VALUE_COUNT(std::string_view line, char delimiter = ',');
 /// In double quotes, quotes inside doubled; line breaks become blanks.
 void ADD_TEXT(std::string& line, std::string_view text);
 void ADD_INTEGER(std::string& line, std::int64_t value);
-/// Fixed notation with 0 to 9 decimals, rounded as printf rounds; no decimals, no point: (2.5, 2) -> 2.50, (2.5, 0)
-/// -> 2.
+/// The text of REAL_TEXT: (2.5, 2) -> 2.50, (2.5, 0) -> 2.
 void ADD_REAL(std::string& line, double value, int decimals);

@@ -20,7 +20,11 @@ namespace {
 class MeshPass {
 public:
     MeshPass(int file, const RunOptions& options, Mesh& mesh)
-        : file_(file), options_(options), mesh_(mesh), nodeRead_(mesh.nodes.size(), 0), progress_("Element: ") {}
+        : file_(file),
+          options_(options),
+          mesh_(mesh),
+          nodeRead_(mesh.nodes.size(), 0),
+          progress_("Element: ", mesh.elementCount) {}
 
     void readCards() {
         while (nextMeshLine(file_, line_)) {

@@ -9,7 +9,9 @@
 #endif
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <cstdlib>
 #include <fstream>
 #include <limits>
 #include <string>
@@ -21,6 +23,7 @@
 bool INPUT_IS_TERMINAL() { return _isatty(_fileno(stdin)) != 0; }
 bool OUTPUT_IS_TERMINAL() { return _isatty(_fileno(stdout)) != 0; }
 void SURVIVE_CLOSED_PIPES() {}
+bool HELD_BY_ANOTHER_PROGRAM(int) { return _doserrno == ERROR_SHARING_VIOLATION || _doserrno == ERROR_LOCK_VIOLATION; }
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return _fseeki64(file, offset, SEEK_SET) == 0; }
 std::int64_t TELL_64(std::FILE* file) { return _ftelli64(file); }
 
@@ -35,6 +38,7 @@ std::uint64_t AVAILABLE_MEMORY() {
 bool INPUT_IS_TERMINAL() { return isatty(STDIN_FILENO) != 0; }
 bool OUTPUT_IS_TERMINAL() { return isatty(STDOUT_FILENO) != 0; }
 void SURVIVE_CLOSED_PIPES() { std::signal(SIGPIPE, SIG_IGN); }
+bool HELD_BY_ANOTHER_PROGRAM(int error) { return error == EBUSY || error == ETXTBSY; }
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0; }
 std::int64_t TELL_64(std::FILE* file) { return ftello(file); }
 

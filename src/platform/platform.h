@@ -13,6 +13,9 @@ bool OUTPUT_IS_TERMINAL();
 /// ending the process in the middle of an output file.
 void SURVIVE_CLOSED_PIPES();
 
+/// True when a file could not be opened because another program holds it: `error` is errno right behind the attempt.
+/// Elsewhere than on Windows a lock never stands in the way, and EACCES is a matter of permission.
+bool HELD_BY_ANOTHER_PROGRAM(int error);
 /// Moves a file to a byte offset from its start; files beyond 2 GiB are reached. False when the move fails.
 bool SEEK_64(std::FILE* file, std::int64_t offset);
 /// Offset of the next byte from the start of the file; -1 when it cannot be told.

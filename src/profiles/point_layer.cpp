@@ -5,6 +5,7 @@
 #include "gis/fixed_text.h"
 #include "gis/layers.h"
 #include "services/console.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
@@ -57,6 +58,7 @@ std::int32_t openCopy(const std::string& file, const CalibrationPoints& points,
 
 void WRITE_POINT_LAYER(const std::string& file, const CalibrationPoints& points,
                        const std::vector<AppendedColumn>& columns, int width, int decimals) {
+    BEGIN_OUTPUT(file);
     const std::int32_t layer = openCopy(file, points, columns, width, decimals);
     GisObject o;
     std::string line;
@@ -78,4 +80,5 @@ void WRITE_POINT_LAYER(const std::string& file, const CalibrationPoints& points,
     if (withoutFormat > 0)
         DMESSAGE("WARNING - " + AINTEGER(withoutFormat) +
                  " ellipses, rectangles and arcs of the CP layer keep their records only.");
+    FINISH_OUTPUT(file);
 }

@@ -49,6 +49,7 @@ std::string VALUE_COLUMN_NAME(const DatasetFacts& facts) {
 void WRITE_POINT_TABLE(const std::string& file, const PointStage& stage) {
     if (stage.taken.empty()) return;
     REPORT("Writing " + file + "...");
+    BEGIN_OUTPUT(file);
     const int handle = OPEN_FILE(file, "O ", "csv");
     CsvText csv;
     addHeader(csv, stage, stage.taken.front());
@@ -60,4 +61,5 @@ void WRITE_POINT_TABLE(const std::string& file, const PointStage& stage) {
     }
     WRITE_OR_STOP(handle, csv.text());
     CLOSE_FILE(handle);
+    FINISH_OUTPUT(file);
 }

@@ -125,6 +125,7 @@ std::string PROFILE_FILE_NAME(const std::string& base, const std::string& lineNa
 void WRITE_PROFILE(const std::string& file, const ProfileSet& set, std::size_t line, const CalibrationPoints* points,
                    const ProfileRules& rules) {
     REPORT("Writing " + file + "...");
+    BEGIN_OUTPUT(file);
     const int handle = OPEN_FILE(file, "O ", "csv");
     CsvText csv;
     addHeader(csv, set, points);
@@ -136,4 +137,5 @@ void WRITE_PROFILE(const std::string& file, const ProfileSet& set, std::size_t l
     }
     WRITE_OR_STOP(handle, csv.text());
     CLOSE_FILE(handle);
+    FINISH_OUTPUT(file);
 }

@@ -41,7 +41,9 @@ void writeRows(int file, const Grid& grid, GridPrecision precision, std::vector<
         WRITE_OR_STOP(file, {buffer.data(), static_cast<std::size_t>(to - buffer.data())});
         to = buffer.data();
     };
+    Progress progress("", grid.nrows);
     for (std::int32_t row = grid.nrows; row > 0; --row) {
+        progress.show(grid.nrows - row);
         const std::span<const float> values(&grid.values[CELL_INDEX(grid, 1, row)], columns);
         for (std::size_t first = 0; first < columns; first += VALUES_AT_ONCE) {
             to = PUT_FIXED_FIELDS(to, values.subspan(first, std::min(VALUES_AT_ONCE, columns - first)), precision.width,

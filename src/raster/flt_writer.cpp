@@ -48,7 +48,9 @@ void writeRows(int file, const Grid& grid, std::vector<char>& buffer) {
         written += used;
         used = 0;
     };
+    Progress progress("", grid.nrows);
     for (std::int32_t row = grid.nrows; row > 0; --row) {
+        progress.show(grid.nrows - row);
         const float* values = &grid.values[CELL_INDEX(grid, 1, row)];
         for (std::size_t first = 0; first < columns;) {
             const std::size_t count = std::min(BUFFER_VALUES - used, columns - first);

@@ -192,7 +192,7 @@ std::vector<std::uint8_t> CORNER_QUADS(const Mesh& mesh, std::span<const float> 
 
 void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid) {
     std::fill(grid.values.begin(), grid.values.end(), NO_VALUE);
-    Progress progress("Element: ");
+    Progress progress("Element: ", mesh.elementCount);
     if (input.cornerQuads.empty()) fillPlanned(plan, mesh, input, grid, progress);
     else fillWithCornerQuads(plan, mesh, input, grid, progress);
     progress.finish(mesh.elementCount);

@@ -6,6 +6,7 @@
 #include "raster/flt_writer.h"
 #include "services/console.h"
 #include "services/exits.h"
+#include "services/files.h"
 #include "services/options.h"
 #include "services/projection_text.h"
 #include "text_utils/numbers.h"
@@ -66,9 +67,12 @@ GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
 void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, GridPrecision precision,
                 std::string_view projection) {
     if (grid.ncols < 1 || grid.nrows < 1 || grid.values.size() != CELL_COUNT(grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
+    const std::string name = base + (format == GridFormat::Float ? ".flt" : ".asc");
+    BEGIN_OUTPUT(name);
     switch (format) {
         case GridFormat::Ascii: WRITE_ASC(base, grid, precision); break;
         case GridFormat::Float: WRITE_FLT(base, grid); break;
     }
     if (!TRIMMED(projection).empty()) WRITE_PRJ(base, std::string(TRIMF(projection)) + "\n");
+    FINISH_OUTPUT(name);
 }

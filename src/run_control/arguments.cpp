@@ -62,7 +62,7 @@ std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at
     if (row == nullptr) return at + 1;
     given.behind = given.text.substr(row->keyword.size());
     const bool hasNext = at + 1 < arguments.size();
-    if (row->takesNext && hasNext) given.next = arguments[at + 1];
+    if (hasNext) given.next = arguments[at + 1];
     if (row->takesNext && TRIMMED(given.next).empty()) DMESSAGE("WARNING - Nothing specified after " + given.argument);
     row->apply(OPTIONS_TO_FILL(), given);
     return at + (row->takesNext && hasNext ? 2 : 1);

@@ -11,7 +11,6 @@
 #include "run_control/output_names.h"
 #include "run_control/output_stage.h"
 #include "services/console.h"
-#include "services/exits.h"
 #include "services/options.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
@@ -71,26 +70,22 @@ bool prepareNames(const std::vector<XmdfItem>& items) {
     return outputs > 1;
 }
 
-/// Number of outputs. A dataset that turns out to be unreadable ends the run only when it is the one that was asked
-/// for.
-int convertItem(XmdfEntry& entry, const XmdfItem& item, bool cellCentred, bool alone) {
+/// A dataset that turns out to be unreadable ends the run only when it is the one that was asked for.
+void convertItem(XmdfEntry& entry, const XmdfItem& item, bool cellCentred, bool alone) {
     OutputLabel label;
     label.base = FILENAMEPATH(entry.fileName) + item.tag;
-    int outputs = 0;
     try {
         XmdfReading reading = BEGIN_XMDF_READING(entry, item, cellCentred);
-        for (; NEXT_XMDF_OUTPUT(reading); ++outputs) OUTPUT_RESULTS(RESULTS(), label);
+        while (NEXT_XMDF_OUTPUT(reading)) OUTPUT_RESULTS(RESULTS(), label);
     } catch (const XmdfUnreadable& unreadable) {
         if (alone) STOP_XMDF(unreadable);
         LEAVE_XMDF_OUT(item.path, unreadable);
     }
-    return outputs;
 }
 
-/// The datasets of one kind; returns the number of outputs. The grid is planned once for all that are alike.
-int convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, XmdfKind kind,
-                const std::vector<bool>& cellCentred, bool several) {
-    int outputs = 0;
+/// The datasets of one kind. The grid is planned once for all that are alike.
+void convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, XmdfKind kind,
+                 const std::vector<bool>& cellCentred, bool several) {
     bool begun = false;
     bool begunCellCentred = false;
     for (std::size_t i = 0; i < items.size(); ++i) {
@@ -99,15 +94,8 @@ int convertKind(XmdfCatalogue& catalogue, const std::vector<XmdfItem>& items, Xm
             BEGIN_OUTPUTS(kind == XmdfKind::Vector, cellCentred[i], several);
         begun = true;
         begunCellCentred = cellCentred[i];
-        outputs += convertItem(catalogue[items[i].file], items[i], cellCentred[i], items.size() == 1);
+        convertItem(catalogue[items[i].file], items[i], cellCentred[i], items.size() == 1);
     }
-    return outputs;
-}
-
-[[noreturn]] void stopWithoutOutput() {
-    DMESSAGE("ERROR - No data processed - check that dataset and timestep exist in file.");
-    REPORT("   E.g. if specifying a maximum (-max or -t99999) check that maximums are written.");
-    EXITS();
 }
 
 }  // namespace
@@ -125,13 +113,12 @@ void CONVERT_XMDF() {
     const RunOptions& options = OPTIONS();
     XmdfCatalogue catalogue = OPEN_XMDF_FILES({INPUT_FILES().input});
     const std::vector<XmdfItem> items = SELECT_XMDF_OUTPUTS(catalogue, options, options.datasetName);
-    if (items.empty()) stopWithoutOutput();
+    if (items.empty()) STOP_WITHOUT_OUTPUT();
     const std::vector<bool> cellCentred = matchToMesh(items);
     const bool several = prepareNames(items);
     REPORT("Processing Scalar Datasets...");
-    int outputs = convertKind(catalogue, items, XmdfKind::Scalar, cellCentred, several);
+    convertKind(catalogue, items, XmdfKind::Scalar, cellCentred, several);
     REPORT("Processing Vector Datasets...");
-    outputs += convertKind(catalogue, items, XmdfKind::Vector, cellCentred, several);
-    if (outputs == 0) stopWithoutOutput();
+    convertKind(catalogue, items, XmdfKind::Vector, cellCentred, several);
     REPORT("Finished processing xmdf file.");
 }

@@ -9,6 +9,7 @@
 #include "run_control/arguments.h"
 #include "run_control/convert_dat.h"
 #include "run_control/convert_xmdf.h"
+#include "run_control/file_questions.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
 #include "run_control/output_stage.h"
@@ -20,7 +21,12 @@
 #include "services/files.h"
 #include "services/options.h"
 #include "services/projection.h"
+#include "text_utils/numbers.h"
 #include "vector_outputs/vector_output.h"
+
+#include <chrono>
+#include <cstddef>
+#include <string>
 
 namespace {
 
@@ -28,6 +34,7 @@ void initialiseRun() {
     INITIALISE_CONSOLE();
     INITIALISE_EXITS();
     INITIALISE_FILES();
+    SET_FILE_QUESTIONS(CONSOLE_FILE_QUESTIONS());
     INITIALISE_MESH();
     INITIALISE_RESULTS();
     gisInitialise();
@@ -39,15 +46,28 @@ void explainWrongSwitches() {
     EXITS(STATUS_USAGE);
 }
 
+std::string counted(int count, const std::string& what) {
+    return AINTEGER(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+/// What the run has come to. The time it took differs from run to run, so it is told only when asked for.
+void reportCounts(std::chrono::steady_clock::time_point start) {
+    const int warnings = MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(MessageLevel::Warning)];
+    REPORT(counted(OUTPUTS_WRITTEN(), "output"));
+    if (warnings > 0) REPORT(counted(warnings, "warning"));
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    if (OPTIONS().verbose) REPORT(AREALD8(taken.count(), 1) + " seconds");
+}
+
 /// The normal end: with -b at once, else behind the closing pause.
 int finish() {
-    REPORT_WARNING_COUNT();
     if (!OPTIONS().batch) EXITS(FINISHED_STATUS());
     FLUSH_CONSOLE();
     return FINISHED_STATUS();
 }
 
 int convertWorldFile() {
+    FIND_INPUT_FILE(" Please enter the MapInfo .tab file -> ");
     if (!MAKE_WORLD_FILE()) EXITS();
     return finish();
 }
@@ -60,6 +80,14 @@ void checkDatasetSwitches() {
         DMESSAGE(
             "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non XMDF "
             "files");
+}
+
+/// A layer's spacing is asked for behind the input, whose folder says what its units are; a raster's comes first.
+void askInGoodOrder() {
+    const bool layer = OPTIONS().mif || OPTIONS().shp;
+    if (!layer) CHECK_GRID_SWITCHES();
+    FIND_INPUT_FILE();
+    if (layer) CHECK_GRID_SWITCHES();
 }
 
 void readMesh() {
@@ -96,6 +124,7 @@ void convertInput() {
 }  // namespace
 
 int CONVERT(int argc, const char* const argv[]) {
+    const auto start = std::chrono::steady_clock::now();
     initialiseRun();
     READ_ARGUMENTS(argc, argv);
     explainWrongSwitches();
@@ -103,10 +132,11 @@ int CONVERT(int argc, const char* const argv[]) {
     explainWrongSwitches();
     if (OPTIONS().wld) return convertWorldFile();
     CHECK_OUTPUT_STAGE();
-    FIND_INPUT_FILE();
+    askInGoodOrder();
+    if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
     FIND_PROJECTION();
     gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
-    CHECK_GRID_SWITCHES();
+    TAKE_OVER_TEMPLATE_GRID();
     FIND_INPUT_KIND();
     checkDatasetSwitches();
     if (INPUT_FILES().kind == InputKind::Dat) IDENTIFY_DAT();
@@ -120,6 +150,8 @@ int CONVERT(int argc, const char* const argv[]) {
     reportRemovedNodes();
     if (IS_VECTOR_OUTPUT()) REPORT_POINT_FILTER(MESH());
     convertInput();
+    if (OUTPUTS_WRITTEN() == 0) STOP_WITHOUT_OUTPUT();
+    reportCounts(start);
     REPORT("Finished.");
     return finish();
 }

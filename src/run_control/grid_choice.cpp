@@ -18,13 +18,20 @@ namespace {
 
 Grid templateGrid;
 
-/// Asks until the answer is a number above zero.
+/// One number above zero and nothing else: the "12" of 12,5 would be a spacing that nobody meant.
+std::optional<double> spacingOf(std::string_view answer) {
+    double spacing = 0.0;
+    FreeForm text(answer);
+    const bool read = text.NEXT_REAL(spacing) == FreeForm::Read::Value && text.ENDED();
+    if (!read || answer.find(',') != std::string_view::npos || !std::isfinite(spacing) || spacing <= 0.0) return {};
+    return spacing;
+}
+
 double askSpacing(std::string_view prompt) {
     for (;;) {
         const std::string answer = ASK(prompt);
-        double spacing = 0.0;
-        if (FreeForm(answer).NEXT_REAL(spacing) == FreeForm::Read::Value && spacing > 0.0 && std::isfinite(spacing))
-            return spacing;
+        if (const std::optional<double> spacing = spacingOf(answer)) return *spacing;
+        REPORT("   \"" + answer + "\" is not one number above zero, such as 12.5");
     }
 }
 
@@ -38,13 +45,16 @@ void takeOverTemplate(const RunOptions& options) {
 
 void CHECK_GRID_SWITCHES() {
     const RunOptions& options = OPTIONS();
-    templateGrid = Grid{};
-    if (!options.likeGrid.empty()) return takeOverTemplate(options);
-    if (!options.grid) return;
+    if (!options.grid || !options.likeGrid.empty()) return;
     if (!options.raster() && !options.shp && !options.mif)
         STOP_RUN("ERROR - -grid option must only be specified with -asc, -shp or -mif option");
     if (!options.gridSpacingGiven)
         SET_GRID_SPACING(askSpacing("No grid spacing specified after -grid option.  Enter spacing in metres -> "));
+}
+
+void TAKE_OVER_TEMPLATE_GRID() {
+    templateGrid = Grid{};
+    if (!OPTIONS().likeGrid.empty()) takeOverTemplate(OPTIONS());
 }
 
 void CHOOSE_GRID() {

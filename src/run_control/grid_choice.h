@@ -4,8 +4,11 @@
 #include "raster/grid.h"
 
 /// -grid needs an output that it applies to, and a spacing: asked for when it was not given. A template grid (-like)
-/// settles both.
+/// settles both. Looks at no file.
 void CHECK_GRID_SWITCHES();
+
+/// Reads the header of the template grid, if there is one. Its projection takes the place of the one found before.
+void TAKE_OVER_TEMPLATE_GRID();
 
 /// Settles the cell size of a raster output once the mesh is known: the template's, -grid's, the mesh's own, or asked
 /// for.

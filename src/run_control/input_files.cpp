@@ -1,5 +1,6 @@
 #include "run_control/input_files.h"
 
+#include "run_control/file_questions.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -16,9 +17,9 @@ namespace {
 
 InputFiles files;
 
-bool isFolder(const std::string& name) {
+void refuseFolder(const std::string& name) {
     std::error_code error;
-    return std::filesystem::is_directory(name, error);
+    if (std::filesystem::is_directory(name, error)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
 }
 
 /// Names under which the mesh of an input may stand, best first.
@@ -35,22 +36,45 @@ std::vector<std::string> meshCandidates(const std::string& input, InputKind kind
     }
 }
 
+/// Takes the name over when it is a file's; says that it is not.
+void takeMesh(const std::string& name) {
+    if (const std::optional<std::string> found = FIND_FILE(name)) {
+        files.mesh = *found;
+        return;
+    }
+    refuseFolder(name);
+    DMESSAGE("WARNING - Can''t find file " + name + ", try again");
+    REPORT_LOOKED_FOR({&name, 1});
+}
+
+void findMeshBesideInput() {
+    const std::vector<std::string> candidates = meshCandidates(files.input, files.kind);
+    for (const std::string& candidate : candidates)
+        if (const std::optional<std::string> found = FIND_FILE(candidate)) {
+            files.mesh = *found;
+            return;
+        }
+    DMESSAGE("WARNING - Can't find the mesh of " + files.input + "; -2dm names another one.");
+    REPORT_LOOKED_FOR(candidates);
+}
+
 }  // namespace
 
 const InputFiles& INPUT_FILES() { return files; }
 
-void FIND_INPUT_FILE() {
+void FIND_INPUT_FILE(std::string_view prompt) {
     files = InputFiles{};
     std::string name = OPTIONS().inputFile;
-    while (true) {
-        if (name.empty()) name = ASK(" Please enter the SMS .dat, .2dm or .xmdf file -> ");
+    for (;;) {
+        if (name.empty()) name = ASK(prompt);
         if (const std::optional<std::string> found = FIND_FILE(name)) {
             files.input = *found;
             SET_INPUT_FILE(*found);
             return;
         }
-        if (isFolder(name)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
+        refuseFolder(name);
         DMESSAGE("WARNING - File " + name + " does not exist, try again");
+        REPORT_LOOKED_FOR({&name, 1});
         name.clear();
     }
 }
@@ -72,23 +96,10 @@ void FIND_INPUT_KIND() {
 }
 
 void FIND_MESH_FILE() {
-    if (files.kind == InputKind::Mesh) {
-        files.mesh = files.input;
-    } else if (!OPTIONS().meshFile.empty()) {
-        if (const std::optional<std::string> found = FIND_FILE(OPTIONS().meshFile)) files.mesh = *found;
-        else DMESSAGE("WARNING - Can''t find file " + OPTIONS().meshFile + ", try again");
-    } else {
-        for (const std::string& candidate : meshCandidates(files.input, files.kind))
-            if (const std::optional<std::string> found = FIND_FILE(candidate)) {
-                files.mesh = *found;
-                break;
-            }
-    }
-    while (files.mesh.empty()) {
-        const std::string name = ASK(" Please enter the SMS .2dm file -> ");
-        if (const std::optional<std::string> found = FIND_FILE(name)) files.mesh = *found;
-        else DMESSAGE("WARNING - Can''t find file " + name + ", try again");
-    }
+    if (files.kind == InputKind::Mesh) files.mesh = files.input;
+    else if (!OPTIONS().meshFile.empty()) takeMesh(OPTIONS().meshFile);
+    else findMeshBesideInput();
+    while (files.mesh.empty()) takeMesh(ASK(" Please enter the SMS .2dm file -> "));
     REPORT("SMS .2dm Mesh File is " + files.mesh);
     REPORT("SMS data file is " + files.input);
 }

@@ -29,6 +29,9 @@ bool MATCH_RESULTS_TO_MESH(std::int32_t values, std::int32_t flags, std::string_
     if (flags != 0 && flags != mesh.elementCount) mismatch("cells", flags, mesh.elementCount, std::string(kind));
     // Where a mesh has as many cells as nodes the counts cannot tell: -cc decides.
     const bool cellCentred = fitsCells && (!fitsNodes || OPTIONS().cellCentred);
+    if (!cellCentred && OPTIONS().cellCentred)
+        DMESSAGE("WARNING - The values of the " + std::string(kind) +
+                 " file are at nodes, not at cell centres as -cc says.");
     if (!cellCentred) return false;
     REPORT("Number of cells matches number of nodes... assume cell centered QELDRA output");
     if (!OPTIONS().cellCentred) DMESSAGE("WARNING - Cell Centered flag not specified: use input flag \"-cc\".");

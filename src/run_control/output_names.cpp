@@ -110,6 +110,10 @@ std::string OUTPUT_EXTENSION(const RunOptions& options) {
     STOP_RUN("ERROR - Should not be here [adding extension type], contact " + std::string(SUPPORT_CONTACT));
 }
 
+bool MAY_WRITE_SEVERAL(const RunOptions& options) {
+    return options.allTimes || options.allTypes || options.folderGiven;
+}
+
 void IGNORE_OUTPUT_NAME() {
     if (!OPTIONS().outputNameGiven) return;
     DMESSAGE("WARNING - Several outputs are written, output filename (-out) ignored.");
@@ -119,7 +123,7 @@ void IGNORE_OUTPUT_NAME() {
 std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions) {
     const RunOptions& options = OPTIONS();
     std::string name;
-    if (options.outputNameGiven && !options.allTimes) {
+    if (options.outputNameGiven) {
         name = WITHOUT_EXTENSION(options.outputName, extensions.empty() ? std::string_view{} : extensions.front());
     } else {
         name = label.base;

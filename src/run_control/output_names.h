@@ -35,6 +35,9 @@ std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extensio
 /// Extension of the run's output format with its dot.
 std::string OUTPUT_EXTENSION(const RunOptions& options);
 
+/// True where only the input tells whether the run writes several outputs.
+bool MAY_WRITE_SEVERAL(const RunOptions& options);
+
 /// Drops -out with a WARNING when it was given: the run writes several outputs, which cannot share one name.
 void IGNORE_OUTPUT_NAME();
 

@@ -3,6 +3,7 @@
 #include "inputs/mesh.h"
 #include "raster/grid_writer.h"
 #include "raster/mesh_to_grid.h"
+#include "run_control/file_questions.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
 #include "run_control/sample_stage.h"
@@ -72,7 +73,14 @@ void CHECK_OUTPUT_STAGE() {
     if (IS_VECTOR_OUTPUT()) CHECK_VECTOR_SWITCHES();
 }
 
+void STOP_WITHOUT_OUTPUT() {
+    DMESSAGE("ERROR - No data processed - check that dataset and timestep exist in file.");
+    REPORT("   E.g. if specifying a maximum (-max or -t99999) check that maximums are written.");
+    EXITS();
+}
+
 void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes) {
+    PREPARE_OUTPUT_FOLDER();
     if (sampleStage) return;  // it takes what comes
     if (IS_VECTOR_OUTPUT()) return startVectorRun(vector, cellCentred, severalTimes);
     const PlanKind kind = cellCentred ? PlanKind::Cells : PlanKind::Nodes;

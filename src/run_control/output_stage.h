@@ -7,6 +7,9 @@
 /// Stops the run before any work when the output that was asked for does not exist.
 void CHECK_OUTPUT_STAGE();
 
+/// "ERROR - No data processed ...": the run has come to its end, or to where it sees it, without an output.
+[[noreturn]] void STOP_WITHOUT_OUTPUT();
+
 /// Says what the following outputs have in common, before the first of them. vector, cellCentred: what the results will
 /// be. severalTimes: more than one output time follows, so what serves them all is worth keeping.
 void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes);

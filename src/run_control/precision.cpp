@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::size_t TEXT_WIDTH = 16;
 // Beyond these a number holds nothing but noise, and each value of a grid would take hundreds of bytes.
 constexpr int MOST_UNITS = 99;
 constexpr int MOST_DECIMALS = 20;
@@ -38,12 +37,15 @@ std::optional<Precision> parsed(std::string_view text) {
 
 Precision READ_PRECISION(std::string text) {
     for (;;) {
-        if (const std::optional<Precision> precision = parsed(FITTED(text, TEXT_WIDTH))) {
+        if (const std::optional<Precision> precision = parsed(text)) {
             REPORT("Specified an output precision of " + AINTEGER(precision->units) + " units and " +
                    AINTEGER(precision->decimals) + " decimal places.");
             return *precision;
         }
         REPORT("Incorrect or no precision specification given.");
+        if (!text.empty())
+            REPORT("   \"" + text + "\" is not two whole numbers with a point between, up to " + AINTEGER(MOST_UNITS) +
+                   "." + AINTEGER(MOST_DECIMALS));
         text = ASK("Enter precision specification (eg. 5.3) then press Enter -> ");
     }
 }

@@ -8,6 +8,6 @@ struct Precision {
     int decimals = 0;  ///< digits behind it, 0 to 20
 };
 
-/// Reads "6.3", of which the first 16 characters count, and says what was understood. Asks on the console until it gets
-/// a pair of whole numbers within the limits. Zero units count as one.
+/// Reads "6.3", whole, and says what was understood. Asks on the console, and says why, until it gets a pair of whole
+/// numbers within the limits. Zero units count as one.
 Precision READ_PRECISION(std::string text);

@@ -1,6 +1,7 @@
 #include "run_control/sample_stage.h"
 
 #include "gis/layers.h"
+#include "inputs/coordinate_decimals.h"
 #include "profiles/line_layer.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -14,7 +15,6 @@
 namespace {
 
 constexpr double MERGE_METRES = 0.001, MERGE_DEGREES = 0.00000001;
-constexpr int METRE_DECIMALS = 3, DEGREE_DECIMALS = 8;
 
 void checkLayer(const std::string& file, const std::string& what, const std::string& keyword) {
     if (TRIMMED(file).empty()) STOP_RUN("ERROR - No layer specified after " + keyword + ".");
@@ -35,12 +35,12 @@ TimeText timeText(const OutputLabel& label, bool seconds) {
     return text;
 }
 
-ProfileRules profileRules(const RunOptions& options) {
+ProfileRules profileRules(const RunOptions& options, const Mesh& mesh) {
     const bool degrees = PROJECTION().geographic();
     ProfileRules rules;
     rules.stations = {options.lpMarkerDistance, degrees ? MERGE_DEGREES : MERGE_METRES};
     rules.searchDistance = options.cpSearchDistance;
-    rules.coordinateDecimals = degrees ? DEGREE_DECIMALS : METRE_DECIMALS;
+    rules.coordinateDecimals = COORDINATE_DECIMALS(mesh, PROJECTION().kind());
     rules.valueDecimals = options.precisionDecimals;
     return rules;
 }
@@ -68,7 +68,7 @@ void SampleStage::start(const Mesh& mesh) {
     if (options_.lp && mesh.highResolution)
         DMESSAGE("WARNING - High Res Results not fully tested with long profiles. Please check results.");
     startLayerLibrary(options_, mesh);
-    const ProfileRules rules = profileRules(options_);
+    const ProfileRules rules = profileRules(options_, mesh);
     std::vector<ProfileLine> lines;
     if (options_.lp) lines = READ_PROFILE_LINES(options_.lpFile);
     if (options_.cp) marks_ = READ_CALIBRATION_POINTS(options_.cpFile);

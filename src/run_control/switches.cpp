@@ -86,6 +86,10 @@ void setDatasetNumber(RunOptions& options, const SwitchArgument& given) {
 
 // ---- rows of their own ----
 void setGrid(RunOptions& options, const SwitchArgument& given) {
+    double apart = 0.0;
+    FreeForm next(given.next);
+    if (given.behind.empty() && next.NEXT_REAL(apart) == FreeForm::Read::Value && next.ENDED())
+        STOP_RUN("ERROR - The spacing is written without a blank behind the switch: -grid" + given.next);
     options.grid = true;
     if (given.behind.empty()) return;
     const auto spacing = gluedReal<double>(given);
@@ -198,7 +202,12 @@ void setTolerance(RunOptions& options, const SwitchArgument& given) {
 
 void setOutputName(RunOptions& options, const SwitchArgument& given) {
     options.outputName = TRIMMED(given.next);
+    // batch files made on Windows; there either separator serves
+    std::replace(options.outputName.begin(), options.outputName.end(), '\\', '/');
     options.outputNameGiven = !options.outputName.empty();
+    if (options.outputName.ends_with('/'))
+        STOP_RUN("ERROR - " + given.next + " is a folder: -out needs the name of a file, such as " +
+                 options.outputName + "result");
 }
 
 constexpr bool NEXT = true;

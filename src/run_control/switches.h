@@ -12,7 +12,7 @@ struct SwitchArgument {
     std::string argument;  ///< as typed, for messages
     std::string text;      ///< without its dash: "grid5"
     std::string behind;    ///< what is glued to the keyword: "5"
-    std::string next;      ///< the following argument where the switch takes it; blank when there is none
+    std::string next;      ///< the following argument, whether the switch takes it or not; blank when there is none
 };
 
 struct Switch {

@@ -183,9 +183,11 @@ void writeWorldFile(const std::string& name, const Placing& p) {
     for (const double size : {p.xByCol, p.yByCol, p.xByRow, p.yByRow}) lines += number(size, SIZE_DECIMALS);
     lines += number(p.xOrigin + 0.5 * (p.xByCol + p.xByRow), ORIGIN_DECIMALS);
     lines += number(p.yOrigin + 0.5 * (p.yByCol + p.yByRow), ORIGIN_DECIMALS);
+    BEGIN_OUTPUT(name);
     const int file = OPEN_FILE(name, "O ", "wld");
     WRITE_OR_STOP(file, lines);
     CLOSE_FILE(file);
+    FINISH_OUTPUT(name);
 }
 
 }  // namespace

@@ -2,48 +2,23 @@
 
 #include "platform/platform.h"
 #include "services/exits.h"
+#include "services/standard_console.h"
+#include "text_utils/text.h"
 
 #include <charconv>
-#include <cstdio>
 
 namespace {
 
-constexpr std::size_t FLUSH_SIZE = 1U << 15;
-
 struct Console {
-    std::string buffer;
+    ConsoleSink* sink = nullptr;  ///< nullptr: the standard input and output
     MessageCounts counts;
     bool batch = false;
-    bool captured = false;
-    bool countShown = false;  ///< a progress count stands on the line that is open
-    std::string answers;      ///< what is left to read while captured
 };
 Console console;
 
-/// Text begins on a line of its own, not behind a progress count.
-void put(std::string_view text) {
-    if (console.countShown) console.buffer += '\n';
-    console.countShown = false;
-    console.buffer += text;
-    if (!console.captured && console.buffer.size() >= FLUSH_SIZE) FLUSH_CONSOLE();
-}
-
-/// False at the end of the input.
-bool readAnswer(std::string& line) {
-    line.clear();
-    if (console.captured) {
-        if (console.answers.empty()) return false;
-        const std::size_t end = console.answers.find('\n');
-        line = console.answers.substr(0, end);
-        console.answers.erase(0, end == std::string::npos ? end : end + 1);
-        return true;
-    }
-    constexpr std::size_t LONGEST_ANSWER = 10000;
-    int c = std::getchar();
-    if (c == EOF) return false;
-    for (; c != EOF && c != '\n'; c = std::getchar())
-        if (line.size() < LONGEST_ANSWER) line.push_back(static_cast<char>(c));
-    return true;
+ConsoleSink& sink() {
+    static StandardConsole standard;
+    return console.sink != nullptr ? *console.sink : standard;
 }
 
 bool matchesBlindly(std::string_view text, std::size_t at, std::string_view word) {
@@ -62,6 +37,20 @@ std::size_t findWord(std::string_view head, std::string_view word) {
     return 0;
 }
 
+std::string_view withoutBlanks(std::string_view text) {
+    constexpr std::string_view BLANKS = " \t\r";
+    const std::size_t first = text.find_first_not_of(BLANKS);
+    return first == std::string_view::npos ? std::string_view{}
+                                           : text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
+}
+
+/// Files dragged into a terminal come in quotes, of one kind or the other.
+std::string_view withoutQuotes(std::string_view text) {
+    const bool quoted =
+        text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.front() == text.back();
+    return quoted ? withoutBlanks(text.substr(1, text.size() - 2)) : text;
+}
+
 }  // namespace
 
 void INITIALISE_CONSOLE() {
@@ -71,103 +60,83 @@ void INITIALISE_CONSOLE() {
     console.batch = false;
 }
 
-bool SOMEBODY_CAN_ANSWER() { return !console.captured && !console.batch && INPUT_IS_TERMINAL(); }
+ConsoleSink* SET_CONSOLE_SINK(ConsoleSink* next) {
+    FLUSH_CONSOLE();
+    ConsoleSink* const before = console.sink;
+    console.sink = next;
+    return before;
+}
+
+bool SOMEBODY_CAN_ANSWER() { return !console.batch && sink().somebodyAnswers(); }
 void SET_BATCH(bool batch) { console.batch = batch; }
 
-void REPORT(std::string_view line) {
-    put(line);
-    put("\n");
-}
+void REPORT(std::string_view line) { sink().line(line, MessageLevel::None); }
 
 void DMESSAGE(std::string_view text) {
     constexpr std::string_view WORDS[] = {"ERROR", "WARNING", "CHECK",
                                           "UNSTABLE"};  // a later word overrides an earlier
     const std::string_view head = text.substr(0, text.find(" - "));
-    int level = 0;
+    auto level = MessageLevel::None;
     console.counts.lastNumber = 0;
-    for (int i = 0; i < 4; ++i) {
+    for (std::uint8_t i = 0; i < 4; ++i) {
         std::size_t at = findWord(head, WORDS[i]);
         if (at == 0) continue;
-        level = i + 1;
+        level = static_cast<MessageLevel>(i + 1);
         while (at < head.size() && head[at] == ' ') ++at;
         std::from_chars(head.data() + at, head.data() + head.size(), console.counts.lastNumber);
     }
     ++console.counts.byLevel[static_cast<std::size_t>(level)];
-    REPORT(text);
-    FLUSH_CONSOLE();
+    if (level == MessageLevel::Error) console.counts.lastError = text;
+    sink().line(text, level);
 }
 
 const MessageCounts& MESSAGE_COUNTS() { return console.counts; }
 void DMESSAGERESETCOUNTERS() { console.counts = MessageCounts{}; }
 void DLINE() { REPORT(std::string(60, '_')); }
-
-void REPORT_WARNING_COUNT() {
-    const int warnings = console.counts.byLevel[static_cast<std::size_t>(MessageLevel::Warning)];
-    if (warnings > 0) REPORT(std::to_string(warnings) + (warnings == 1 ? " warning" : " warnings"));
-}
-
-void FLUSH_CONSOLE() {
-    if (console.captured || console.buffer.empty()) return;
-    // A console that cannot be written (a closed pipe) has nobody left to tell: the conversion goes on.
-    std::fwrite(console.buffer.data(), 1, console.buffer.size(), stdout);
-    std::fflush(stdout);
-    console.buffer.clear();
-}
+void FLUSH_CONSOLE() { sink().flush(); }
 
 std::string ASK(std::string_view prompt) {
-    put(prompt);
-    FLUSH_CONSOLE();
     std::string line;
-    if (!readAnswer(line)) {
-        REPORT("");
-        STOP_RUN("ERROR - End of input reached while waiting for an answer.");
+    for (;;) {
+        sink().prompt(prompt);
+        if (!sink().readAnswer(line)) {
+            REPORT("");
+            STOP_RUN("ERROR - End of input reached while waiting for an answer.");
+        }
+        if (const std::string_view answer = withoutQuotes(withoutBlanks(line)); !answer.empty())
+            return std::string(answer);
     }
-    const std::size_t first = line.find_first_not_of(" \t\r");
-    if (first == std::string::npos) return {};
-    return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
 }
 
 bool ASK_YES(std::string_view question) {
-    const bool answerWaits = console.captured && !console.batch && !console.answers.empty();
-    if (!answerWaits && !SOMEBODY_CAN_ANSWER()) {
+    if (!SOMEBODY_CAN_ANSWER()) {
         REPORT(question);
         return true;
     }
-    const std::string answer = ASK(std::string(question) + " ");
-    return !answer.empty() && (answer[0] == 'y' || answer[0] == 'Y');
+    for (;;) {
+        const std::string answer = ASK(std::string(question) + " (y/n) ");
+        if (ASAME(answer, "y") || ASAME(answer, "yes")) return true;
+        if (ASAME(answer, "n") || ASAME(answer, "no")) return false;
+        REPORT("   \"" + answer + "\" is neither y nor n.");
+    }
 }
 
-void PAUSE(std::string_view text) {
-    if (!text.empty()) REPORT(text);
-    FLUSH_CONSOLE();
-    if (!SOMEBODY_CAN_ANSWER()) return;
-    std::string line;
-    readAnswer(line);
-}
+void PAUSE(std::string_view text) { sink().pause(text, !console.batch); }
 
-Progress::Progress(std::string_view label) : label_(label), inPlace_(!console.captured && OUTPUT_IS_TERMINAL()) {}
+Progress::Progress(std::string_view label, std::int64_t total)
+    : label_(label), total_(total), shown_(sink().showsProgress()) {}
 
 void Progress::show(std::int64_t count) {
-    if (!inPlace_) return;
+    if (!shown_) return;
     const auto now = std::chrono::steady_clock::now();
     if (now < next_) return;
     next_ = now + std::chrono::milliseconds(100);
-    console.buffer += "\r" + label_ + std::to_string(count);
-    console.countShown = true;
-    FLUSH_CONSOLE();
+    sink().progress(label_, count, total_);
 }
 
-void Progress::finish(std::int64_t count) {
-    if (console.countShown) console.buffer += '\r';
-    console.countShown = false;
-    REPORT(label_ + std::to_string(count));
-}
+void Progress::finish(std::int64_t count) { REPORT(label_ + std::to_string(count)); }
 
-ConsoleCapture::ConsoleCapture(std::string answers) {
-    FLUSH_CONSOLE();
-    console = Console{};
-    console.captured = true;
-    console.answers = std::move(answers);
-}
-ConsoleCapture::~ConsoleCapture() { console = Console{}; }
-const std::string& ConsoleCapture::text() const { return console.buffer; }
+void ConsoleSink::progress(std::string_view, std::int64_t, std::int64_t) {}
+void ConsoleSink::prompt(std::string_view) {}
+bool ConsoleSink::readAnswer(std::string&) { return false; }
+void ConsoleSink::pause(std::string_view, bool) {}

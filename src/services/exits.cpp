@@ -6,23 +6,29 @@
 #include <string>
 
 namespace {
+
 bool incomplete = false;
+
+/// message: blank for the last ERROR.
+[[noreturn]] void leave(std::string message, int status) {
+    if (!CLOSE_FILES_ON_EXIT() && status != STATUS_USAGE) status = STATUS_STOPPED;
+    if (message.empty() && status != STATUS_DONE && status != STATUS_INCOMPLETE) message = MESSAGE_COUNTS().lastError;
+    REPORT("");
+    PAUSE("Press Enter to Close");
+    throw RunStopped(message, status);
 }
+
+}  // namespace
 
 void INITIALISE_EXITS() { incomplete = false; }
 void NOTE_INCOMPLETE() { incomplete = true; }
 int FINISHED_STATUS() { return incomplete ? STATUS_INCOMPLETE : STATUS_DONE; }
 
-void EXITS(int status) {
-    const bool allKept = CLOSE_FILES_ON_EXIT();
-    REPORT("");
-    PAUSE("Press Enter to Close");
-    throw RunStopped{!allKept && status != STATUS_USAGE ? STATUS_STOPPED : status};
-}
+void EXITS(int status) { leave({}, status); }
 
 void STOP_RUN(std::string_view message) {
     DMESSAGE(message);
-    EXITS();
+    leave(std::string(message), STATUS_STOPPED);
 }
 
 void SHOULD_NOT_BE_HERE(std::string_view routine) {
@@ -31,5 +37,5 @@ void SHOULD_NOT_BE_HERE(std::string_view routine) {
 
 void STOP_AT_ONCE(std::string_view message) {
     DMESSAGE(message);
-    throw RunStopped{STATUS_STOPPED};
+    throw RunStopped(std::string(message), STATUS_STOPPED);
 }

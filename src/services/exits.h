@@ -4,11 +4,16 @@
 
 #include "text_utils/support_contact.h"
 
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
-/// Thrown when the run ends early, or at its normal end without -b. The reason is already on the console.
-struct RunStopped {
-    int status = 1;  ///< exit status of the process
+/// Thrown when the run ends early, or at its normal end without -b. The reason is already on the console; what() is it
+/// once more, for a caller that embeds the readers and writers, and blank at the normal end.
+class RunStopped : public std::runtime_error {
+public:
+    RunStopped(const std::string& message, int exitStatus) : std::runtime_error(message), status(exitStatus) {}
+    int status;  ///< exit status of the process
 };
 
 constexpr int STATUS_DONE = 0;        ///< "Finished.", or a world file written
@@ -25,7 +30,7 @@ void NOTE_INCOMPLETE();
 int FINISHED_STATUS();
 
 /// The one end of a run: closes all files (once, however often it is called), prints an empty line and
-/// "Press Enter to Close", waits for Enter where somebody can press it, and throws RunStopped.
+/// "Press Enter to Close", waits for Enter where somebody can press it, and throws RunStopped with the last ERROR.
 [[noreturn]] void EXITS(int status = STATUS_STOPPED);
 
 /// Reports the message, which begins with its severity ("ERROR - ..."), then leaves through EXITS.

@@ -1,5 +1,6 @@
 #include "services/file_names.h"
 
+#include "services/console.h"
 #include "services/files.h"
 
 #include <algorithm>
@@ -11,7 +12,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::set<std::string> namesUsed;
+struct FileNames {
+    std::set<std::string> used;  ///< read or written by this run
+    int outputs = 0;             ///< completed
+};
+FileNames names;
 
 std::string lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -48,9 +53,20 @@ std::string COMPARABLE_NAME(std::string_view name) {
     return lower(path.generic_string());
 }
 
-void FORGET_FILE_NAMES() { namesUsed.clear(); }
-void NOTE_FILE_USED(std::string_view name) { namesUsed.insert(COMPARABLE_NAME(name)); }
-bool NAME_IN_USE(std::string_view name) { return namesUsed.contains(COMPARABLE_NAME(name)); }
+void FORGET_FILE_NAMES() { names = FileNames{}; }
+void NOTE_FILE_USED(std::string_view name) { names.used.insert(COMPARABLE_NAME(name)); }
+bool NAME_IN_USE(std::string_view name) { return names.used.contains(COMPARABLE_NAME(name)); }
+
+void BEGIN_OUTPUT(std::string_view name) {
+    if (isFile(fs::path(name)) && !NAME_IN_USE(name)) DMESSAGE("Check - Replacing " + std::string(name) + ".");
+}
+
+void FINISH_OUTPUT(std::string_view name) {
+    ++names.outputs;
+    REPORT("Wrote " + std::string(name));
+}
+
+int OUTPUTS_WRITTEN() { return names.outputs; }
 
 std::optional<std::string> FIND_FILE(std::string_view name) {
     std::string tried(name);

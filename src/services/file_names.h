@@ -1,4 +1,5 @@
-// Which files this run has touched, and under which name a file exists. The public face is services/files.h.
+// Which files this run has touched, which outputs it has completed, and under which name a file exists. The public face
+// is services/files.h.
 #pragma once
 
 #include <string>
@@ -7,5 +8,5 @@
 /// The absolute path in lower case with "/" between its parts: equal for two names that a case-blind file system may
 /// not tell apart.
 std::string COMPARABLE_NAME(std::string_view name);
-/// Forgets the names noted so far.
+/// Forgets the names noted and the outputs counted so far.
 void FORGET_FILE_NAMES();

@@ -1,5 +1,6 @@
 #include "services/files.h"
 
+#include "platform/platform.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/file_names.h"
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -25,6 +27,7 @@ struct FileTable {
     std::array<FixedSlot, FIXED_SLOTS + 1> slots;
     std::vector<OpenFile> files;  ///< entry 0 unused
     bool closing = false;         ///< guard: EXITS closes once
+    FileQuestions questions;
 };
 FileTable table;
 
@@ -46,23 +49,24 @@ int conflictingHandle(std::string_view name, bool output) {
     return 0;
 }
 
-void createFolderFor(const std::string& name) {
-    const std::filesystem::path folder = std::filesystem::path(name).parent_path();
-    std::error_code error;
-    if (folder.empty() || std::filesystem::exists(folder, error)) return;
-    REPORT(folder.string());
-    REPORT("Above folder does not exist!  Create?");
-    REPORT("Either create the folder yourself and press No,");
-    if (!ASK_YES("or press Yes to have the folder created for you.")) return;
-    std::filesystem::create_directories(folder, error);
-    if (!error) return;
-    REPORT("Could not create folder:");
-    REPORT(folder.string());
-    REPORT("Check permissions and/or sufficient disk space.");
-    STOP_RUN("ERROR - Could not create folder " + folder.string() + ": " + error.message());
+/// True when the answer to a question that somebody may have set is yes.
+bool asked(const std::function<bool(const std::string&)>& question, const std::string& about) {
+    return question && question(about);
 }
 
-[[noreturn]] void cannotOpen(const std::string& name, int error) {
+[[noreturn]] void noPermission(const std::string& name, bool output) {
+    std::error_code ignored;
+    const std::filesystem::path path(name);
+    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    if (output && !std::filesystem::exists(path, ignored))
+        STOP_RUN("ERROR - No permission to write files into folder " + folder.string() + " (for " + name + ").");
+    STOP_RUN("ERROR - No permission to " + std::string(output ? "write" : "read") + " file " + name + ".");
+}
+
+[[noreturn]] void cannotOpen(const std::string& name, bool output, int error) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(name, ignored)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
+    if (error == EACCES || error == EPERM || error == EROFS) noPermission(name, output);
     REPORT("Can't open:");
     REPORT(name);
     REPORT("Another application or user maybe using it,");
@@ -71,25 +75,21 @@ void createFolderFor(const std::string& name) {
     STOP_RUN("ERROR - Could not open " + name + ": " + SYSTEM_REASON(error));
 }
 
-/// Asks whether to try a locked file again; without a person to ask the answer is no.
-bool retryLocked(const std::string& name, int error) {
-    if ((error != EACCES && error != EBUSY) || !SOMEBODY_CAN_ANSWER()) return false;
-    REPORT(name);
-    REPORT("Above file is locked by another application.");
-    REPORT("Close the file in the other application and press Retry.");
-    const std::string answer = ASK("Retry (y/n)? ");
-    return !answer.empty() && (answer[0] == 'y' || answer[0] == 'Y' || answer[0] == 'r' || answer[0] == 'R');
+/// The folder of an output, made when that is wanted.
+void createFolderFor(const std::string& name) {
+    const std::filesystem::path folder = std::filesystem::path(name).parent_path();
+    if (!folder.empty()) CREATE_FOLDER(folder.string());
 }
 
 std::FILE* openStream(const std::string& name, bool output) {
     std::error_code ignored;
-    if (std::filesystem::is_directory(name, ignored)) cannotOpen(name, EISDIR);
+    if (std::filesystem::is_directory(name, ignored)) cannotOpen(name, output, EISDIR);
     for (;;) {
         errno = 0;
         std::FILE* stream = std::fopen(name.c_str(), output ? "w+b" : "rb");
         if (stream != nullptr) return stream;
-        const int error = errno;
-        if (!retryLocked(name, error)) cannotOpen(name, error);
+        const int error = HELD_BY_ANOTHER_PROGRAM(errno) ? EBUSY : errno;
+        if (error != EBUSY || !asked(table.questions.retryLocked, name)) cannotOpen(name, output, error);
     }
 }
 
@@ -99,14 +99,15 @@ bool knownKind(std::string_view kind) {
     return std::find(std::begin(KINDS), std::end(KINDS), kind) != std::end(KINDS);
 }
 
-/// The input's name as it exists, asking until one does.
-std::string existingName(std::string name, std::string_view kind) {
+/// The input's name as it exists, under other names where there are any to try.
+std::string existingName(std::string name, const std::string& kind) {
     for (;;) {
         if (std::optional<std::string> found = FIND_FILE(name)) return *found;
         std::error_code ignored;
         if (std::filesystem::is_directory(name, ignored)) return name;  // refused with its reason when it is opened
-        REPORT("FILE and/or path " + name + " does not exist.");
-        name = ASK("What is the " + std::string(kind) + " file name? ");
+        std::string other = table.questions.missingInput ? table.questions.missingInput(name, kind) : std::string{};
+        if (other.empty()) STOP_RUN("ERROR - File " + name + " does not exist.");
+        name = std::move(other);
     }
 }
 
@@ -150,6 +151,20 @@ void INITIALISE_FILES() {
     OPENER(6, "output", "F ");
 }
 
+void SET_FILE_QUESTIONS(FileQuestions questions) { table.questions = std::move(questions); }
+
+bool CREATE_FOLDER(const std::string& folder) {
+    std::error_code error;
+    if (std::filesystem::is_directory(folder, error)) return true;
+    if (!asked(table.questions.createFolder, folder)) return false;
+    std::filesystem::create_directories(folder, error);
+    if (!error) return true;
+    REPORT("Could not create folder:");
+    REPORT(folder);
+    REPORT("Check permissions and/or sufficient disk space.");
+    STOP_RUN("ERROR - Could not create folder " + folder + ": " + error.message());
+}
+
 void OPENER(int slot, std::string_view name, std::string_view mode) {
     if (slot < 1 || slot > FIXED_SLOTS) STOP_AT_ONCE("Incorrect file number - OPENER");
     FixedSlot& entry = table.slots[static_cast<std::size_t>(slot)];
@@ -165,9 +180,9 @@ int OPEN_FILE(std::string_view requested, std::string_view mode, std::string_vie
         STOP_RUN("Empty filename specified.  Bailing out.  Please contact " + std::string(SUPPORT_CONTACT));
     if (!knownKind(kind)) STOP_AT_ONCE("Unrecognised file type");
     const bool output = mode == "O ";
-    const std::string name = output ? std::string(requested) : existingName(std::string(requested), kind);
+    const std::string name = output ? std::string(requested) : existingName(std::string(requested), std::string(kind));
     if (const int other = conflictingHandle(name, output); other != 0) {
-        if (!ASK_YES(name + " is already open.  Close it?")) cannotOpen(name, EBUSY);
+        if (!asked(table.questions.closeOpen, name)) cannotOpen(name, output, EBUSY);
         CLOSE_FILE(other);
     }
     if (output) createFolderFor(name);

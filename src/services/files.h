@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,8 +14,20 @@ constexpr std::size_t LONGEST_LINE = 100000;  ///< characters; what a longer lin
 
 enum class LineStatus : std::uint8_t { Read, EndOfFile, Error };
 
-/// Forgets every open file and every name: the start of a run and of a test. Opens the two console slots.
+/// What to do where opening a file meets something that a person can clear away. Set by whoever talks to that person;
+/// the answer of one that is not set is no.
+struct FileQuestions {
+    /// Another name for an input that does not exist; blank: none.
+    std::function<std::string(const std::string& name, const std::string& kind)> missingInput;
+    std::function<bool(const std::string& folder)> createFolder;  ///< for an output
+    std::function<bool(const std::string& name)> retryLocked;     ///< another program holds the file
+    std::function<bool(const std::string& name)> closeOpen;       ///< the run itself has it open
+};
+
+/// Forgets every open file, every name, the count of outputs and the questions: the start of a run and of a test. Opens
+/// the two console slots.
 void INITIALISE_FILES();
+void SET_FILE_QUESTIONS(FileQuestions questions);
 
 // ---- names ----
 /// The name under which a file exists: as given, else with "\" read as "/" (off Windows), else the one file of its
@@ -26,16 +39,26 @@ bool NAME_IN_USE(std::string_view name);
 /// Counts a file that was read by other means (a library of its own) as used.
 void NOTE_FILE_USED(std::string_view name);
 
+// ---- outputs: a file or a set of files, said under the name of the main one ----
+/// Before anything is written: "Check - Replacing <name>." when the file exists and this run has not written it.
+void BEGIN_OUTPUT(std::string_view name);
+/// When everything is written and closed: "Wrote <name>". Counted.
+void FINISH_OUTPUT(std::string_view name);
+int OUTPUTS_WRITTEN();
+
 // ---- opening and closing ----
 /// Opens fixed slot 1 to 8. A slot above 8 or already open is a fault of the program and stops the run at once.
 void OPENER(int slot, std::string_view name, std::string_view mode);
 /// Name held by a general handle; an invalid handle stops the run at once.
 const std::string& GETNAM(int handle);
 
+/// True when the folder exists, or has been made because the answer to FileQuestions::createFolder is yes. One that
+/// cannot be made stops the run.
+bool CREATE_FOLDER(const std::string& folder);
 /// Opens a file and returns the lowest free handle. mode: "I " reads (the bytes as they are), "O " creates or replaces
-/// and allows reading back. kind: the extension without its dot ("2dm", "dat", "mif"), used in questions. A missing
-/// input is asked for on the console; a missing output folder is created after a question. A file that cannot be opened
-/// stops the run, naming it and the reason.
+/// and allows reading back. kind: the extension without its dot ("2dm", "dat", "mif"), used in questions. An input that
+/// is missing, a folder of an output that is, and a file that something else holds are brought before the
+/// FileQuestions. A file that cannot be opened stops the run, naming it and the reason.
 int OPEN_FILE(std::string_view name, std::string_view mode, std::string_view kind);
 /// Writes out what is buffered and closes. A failure means lost output: "Unable to close file.", an ERROR naming it,
 /// and the run stops.

@@ -11,9 +11,8 @@ struct Projection {
     std::string coordSys;  ///< the CoordSys line; blank when none is known: layers are then NonEarth, and not compared
     std::string prj;       ///< the .prj text on one line; blank when there is none to write
 
-    bool geographic() const {
-        return COORDINATE_KIND(prj.empty() ? coordSys : prj) == CoordinateKind::Geographic;  ///< degrees
-    }
+    CoordinateKind kind() const { return COORDINATE_KIND(prj.empty() ? coordSys : prj); }
+    bool geographic() const { return kind() == CoordinateKind::Geographic; }  ///< degrees
 };
 
 const Projection& PROJECTION();

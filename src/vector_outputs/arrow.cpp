@@ -151,6 +151,7 @@ Drawn DRAW_ARROW(const ArrowRules& rules, const MapItem& item, GisObject& o) {
     if (shaft.length <= 0.0 || shaft.length < SHORTEST * rules.cellSize) return Drawn::Nothing;
     const Pen pen{shaft, item, o};
     if (rules.outlined) return drawOutline(rules, pen, shaft.length);
+    if (HEAD_HALF_WIDTH * shaft.length < rules.step) return Drawn::Invalid;
     drawLine(pen, shaft.length);
     return Drawn::Object;
 }

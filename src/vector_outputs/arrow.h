@@ -39,5 +39,5 @@ enum class Drawn : std::uint8_t { Object, Nothing, Invalid };
 /// left: a polyline (0,0) (L,0) (0.7L,0.1L) (L,0) (0.7L,-0.1L), or a closed clockwise ring around a tail of thickness
 /// 2t, at most 0.2L: (0,t) (0.7L,t) (0.7L,0.1L) (L,0) (0.7L,-0.1L) (0.7L,-t) (0,-t) (0,t), of area 0.7 L 2t + 0.03 L L.
 /// Nothing: at rest, or shorter than a ten-thousandth of a cell. Invalid: too thin for the coordinates of the file to
-/// make a polygon.
+/// make a polygon, or to show the head of a polyline.
 Drawn DRAW_ARROW(const ArrowRules& rules, const MapItem& item, GisObject& o);

@@ -131,8 +131,12 @@ void forEachNode(const MeshElement& element, Visit visit) {
 
 }  // namespace
 
+std::size_t CANDIDATES(const ItemSource& source) {
+    return source.kind.items == ItemKind::GridCell ? source.x.size() : source.chosen.size();
+}
+
 bool NEXT_ITEM(ItemSource& source, MapItem& item) {
-    const std::size_t end = source.kind.items == ItemKind::GridCell ? source.x.size() : source.chosen.size();
+    const std::size_t end = CANDIDATES(source);
     while (source.next < end)
         if (takes(source, source.next++, item)) return true;
     return false;

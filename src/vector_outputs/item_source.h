@@ -38,6 +38,8 @@ struct ItemSource {
     std::size_t next = 0;  ///< index of the next candidate; 0 begins the walk
 };
 
+/// How far `next` goes: the number of nodes, cells or grid cells that are looked at.
+std::size_t CANDIDATES(const ItemSource& source);
 /// The next object that is to be written, with all its columns set. False behind the last. Its centroid is where a
 /// cell's point stands, its centre node where it has one.
 bool NEXT_ITEM(ItemSource& source, MapItem& item);

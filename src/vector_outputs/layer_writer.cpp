@@ -2,6 +2,7 @@
 
 #include "gis/layers.h"
 #include "services/console.h"
+#include "services/files.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "vector_outputs/cell_shape.h"
@@ -70,9 +71,13 @@ std::int32_t openLayer(const LayerJob& job) {
 }
 
 void reportCounts(const LayerJob& job, const LayerCounts& counts) {
-    if (counts.invalid > 0)
-        DMESSAGE("WARNING - " + AINTEGER8(counts.invalid) +
-                 (job.source.kind.drawnAs == DrawnAs::Arrow ? " arrows" : " cells") +
+    const std::string left = "WARNING - " + AINTEGER8(counts.invalid);
+    if (counts.invalid > 0 && job.source.kind.drawnAs == DrawnAs::Arrow && job.step > 0.0)
+        DMESSAGE(left +
+                 " arrows are too thin for the six decimals of a .mif file and are left out; -shp keeps them, and so "
+                 "does a larger -sf or -ttf.");
+    else if (counts.invalid > 0)
+        DMESSAGE(left + (job.source.kind.drawnAs == DrawnAs::Arrow ? " arrows" : " cells") +
                  " would not be valid polygons (crossed, flat or with a node twice) and are left out.");
     if (counts.written == 0) DMESSAGE("WARNING - No wet points to output at this time.");
     REPORT(AINTEGER8(counts.written) + " objects written.");
@@ -82,13 +87,17 @@ void reportCounts(const LayerJob& job, const LayerCounts& counts) {
 
 void WRITE_LAYER(LayerJob& job) {
     forEachObject(job, [&job](const MapItem& item, const GisObject&) { NOTE_RECORD(job.record, item); });
+    BEGIN_OUTPUT(job.name);
     const std::int32_t layer = openLayer(job);
     std::string line;
+    Progress progress("", static_cast<std::int64_t>(CANDIDATES(job.source)));
     const LayerCounts counts = forEachObject(job, [&](const MapItem& item, const GisObject& o) {
         FORM_RECORD(job.record, item, line);
         gisWriteObject(layer, o);
         gisWriteRecord(layer, line);
+        progress.show(static_cast<std::int64_t>(job.source.next));
     });
     gisCloseLayer(layer);
     reportCounts(job, counts);
+    FINISH_OUTPUT(job.name);
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int SHORT_INTEGER = 8;       ///< characters
+constexpr int SHORT_INTEGER = 8;  ///< characters
 constexpr int LEAST_GRID_DIGITS = 5;
 constexpr int GRID_REF_WIDTH = 16;
 

@@ -22,10 +22,12 @@ std::string headerRow(const RecordColumns& record) {
 void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const RecordColumns& record,
                        int coordinateDecimals) {
     REPORT("Writing " + name + "...");
+    BEGIN_OUTPUT(name);
     const int file = OPEN_FILE(name, "O ", "txt");
     WRITE_OR_STOP(file, headerRow(record));
     std::int64_t rows = 0;
     std::string line;
+    Progress progress("", static_cast<std::int64_t>(CANDIDATES(source)));
     MapItem item;
     source.next = 0;
     while (NEXT_ITEM(source, item)) {
@@ -38,8 +40,10 @@ void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const Record
         line += '\n';
         WRITE_OR_STOP(file, line);
         ++rows;
+        progress.show(static_cast<std::int64_t>(source.next));
     }
     CLOSE_FILE(file);
     if (rows == 0) DMESSAGE("WARNING - No wet points to output at this time.");
     REPORT(AINTEGER8(rows) + " objects written.");
+    FINISH_OUTPUT(name);
 }

@@ -7,7 +7,7 @@
 #include <string>
 
 /// Writes `name`: a header row, then a row per object, comma separated: the number, X, Y, and the other columns of the
-/// record. coordinateDecimals: 0 to 9. The number of rows is reported; a file that cannot be written completely stops
-/// the run, naming it.
+/// record. coordinateDecimals: of COORDINATE_DECIMALS. The number of rows is reported; a file that cannot be written
+/// completely stops the run, naming it.
 void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const RecordColumns& record,
                        int coordinateDecimals);

@@ -1,6 +1,7 @@
 #include "vector_outputs/vector_output.h"
 
 #include "gis/layers.h"
+#include "inputs/coordinate_decimals.h"
 #include "inputs/one_d_triangles.h"
 #include "inputs/output_types.h"
 #include "services/console.h"
@@ -19,8 +20,6 @@
 namespace {
 
 constexpr double MIF_STEP = 1.0e-6;  ///< map units: coordinates are written with six decimals
-constexpr int METRE_DECIMALS = 3;
-constexpr int DEGREE_DECIMALS = 8;
 constexpr double CAP_OF_VELOCITY_FILES = 10.0;
 
 /// Results named after velocity vectors (x_V.dat) are capped unless -vmax says otherwise.
@@ -161,7 +160,7 @@ VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, bool vector
     if (options.verbose) run.nodeMaterials = NODE_MATERIALS(mesh);
     if (cellCentred && !run.pointTypes.all) DMESSAGE("WARNING - The -pts option is ignored with cell centred results.");
     if (options.txt) {
-        run.coordinateDecimals = PROJECTION().geographic() ? DEGREE_DECIMALS : METRE_DECIMALS;
+        run.coordinateDecimals = COORDINATE_DECIMALS(mesh, PROJECTION().kind());
         return run;
     }
     startLayerLibrary(mesh);

@@ -8,6 +8,16 @@ make_model -times 1 -cells 20 single
 # Names: base, time, component, cell size.
 #   status  files                                              arguments
 row 0 "basin_h_t000.20_g200.asc"                               -b -asc -grid200 -t0.2 basin_h.dat
+said "Wrote basin_h_t000.20_g200.asc" "1 output"
+cp ../console.txt ../first.txt
+row 0 "basin_h_t000.20_g200.asc"                               -b -asc -grid200 -t0.2 basin_h.dat
+check "two equal runs do not say the same" cmp -s ../first.txt ../console.txt
+outputs=()
+row 0 ""                                                       -b -asc -grid200 -t0.2 basin_h.dat
+said "Check - Replacing basin_h_t000.20_g200.asc."
+rm basin_h_t000.20_g200.asc
+row 0 "basin_h_t000.20_g200.asc"                               -b -asc -grid200 -t0.2 -cc basin_h.dat
+said "WARNING - The values of the .dat file are at nodes, not at cell centres as -cc says." "1 warning"
 row 0 "basin_h_t000.20_g012.5.asc"                             /b /ASC /Grid12.5 /T0.2 basin_h.dat
 row 0 "basin_h_t000.20_g1000.asc"                              -b $'\x96asc' $'\xe2\x80\x93grid1000' -t0.2 basin_h.dat   # en dashes
 row 0 "basin_h_t000360_g200.asc"                               -b -asc -grid200 -sec -t360.2 -dttol2 basin_h.dat
@@ -20,6 +30,8 @@ row 0 "new/deep/mine.asc"                                      -b -asc -grid200 
 row 0 "basin_d_t000.00_g400.asc basin_d_t000.10_g400.asc basin_d_t000.20_g400.asc" -b -asc -grid400 -tAll -out mine basin_d.dat
 said "WARNING"
 row 0 "basin_d_t000.00_g400.asc basin_d_t000.10_g400.asc basin_d_t000.20_g400.asc" -b -asc -grid400 -tAll -t0.1 basin_d.dat
+row 0 "mine.asc"                                               -b -asc -grid400 -tAll -out mine single_d.dat
+row 0 "new2/mine.asc"                                          -b -asc -grid400 -tAll -out 'new2\mine' single_d.dat
 row 0 "single_d_t000.00_g400.asc"                              -b -asc -grid400 single_d.dat            # one time needs no switch
 row 0 "basin_g400.flt basin_g400.hdr"                          -b -flt -grid400 basin.2dm
 mkdir -p elsewhere
@@ -108,6 +120,19 @@ row 0 "basin_g2000.asc"                                        -b -asc -grid2000
 check "-prec3.5 is not five decimals" grep -qE '^( {1,}[0-9]{2}\.[0-9]{5}){4}' basin_g2000.asc
 
 # Prompts: answers from a pipe are taken, their end stops the run, and nothing waits for a key.
+if command -v script >/dev/null; then
+    start
+    script -qec "$PROGRAM -asc -b -grid50 basin.2dm" /dev/null </dev/null >../console.txt 2>&1
+    finished_with 0 $?
+    wrote basin_g050.asc
+    check "no percentage moves on a terminal" grep -q $'\r   [0-9]*%' ../console.txt
+fi
+answered 0 '12,5\n400\nbasin.2dm\n' -asc -grid
+wrote basin_g400.asc
+said '   "12,5" is not one number above zero, such as 12.5'
+printf '!table\n  Type "RASTER"\n  (500,1000) (0,0),\n  (700,800) (100,100)\n' >screen.tab
+answered 0 '"screen.tab" \n' -wld
+wrote screen.wld
 answered 0 '400\n' -asc -grid basin.2dm
 wrote basin_g400.asc
 said "Press Enter to Close"
@@ -116,6 +141,7 @@ wrote basin_g400.asc
 mv basin.2dm away.2dm
 answered 0 'away.2dm\n' -asc -grid400 -t0.2 basin_h.dat
 wrote basin_h_t000.20_g400.asc
+said "WARNING - Can't find the mesh of basin_h.dat" "   Looked for basin.2dm, basin_h.2dm in folder $PWD"
 mv away.2dm basin.2dm
 command_line="VORANT_to_GIS -asc -grid400 basin.2dm, standard input closed"
 start

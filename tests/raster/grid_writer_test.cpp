@@ -29,7 +29,7 @@ TEST_CASE("An .asc holds its header, then the northern row first") {
     const std::string console = consoleOf([&] {
         WRITE_GRID(GridFormat::Ascii, folder.file("a"), smallGrid(), {10, 3}, " ");
     });
-    CHECK(console == "Writing ASCII grid file...\n   Done.\n");
+    CHECK(console == "Writing ASCII grid file...\n   Done.\nWrote " + folder.file("a.asc") + "\n");
     CHECK(folder.bytes("a.asc") ==
           "ncols        3\nnrows        2\nxllcorner       500000.000\nyllcorner      6250000.250\ncellsize        "
           "2.500\nNODATA_value    -99999.\n"
@@ -44,7 +44,7 @@ TEST_CASE("A .flt holds little-endian values, northern row first, beside its .hd
     const std::string console = consoleOf([&] {
         WRITE_GRID(GridFormat::Float, folder.file("f"), grid, {10, 3}, "PROJCS[\"x\"]  ");
     });
-    CHECK(console == "Writing FLT grid...\nFinished writing FLT grid.\n");
+    CHECK(console == "Writing FLT grid...\nFinished writing FLT grid.\nWrote " + folder.file("f.flt") + "\n");
     CHECK(folder.bytes("f.hdr") ==
           "ncols 3\nnrows 2\nxllcorner 500000.\nyllcorner 6250000.25\ncellsize 2.5\nNODATA_value -99999.0\nbyteorder "
           "LSBFIRST\n");

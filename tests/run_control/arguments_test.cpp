@@ -92,6 +92,7 @@ TEST_CASE("Values that follow are taken as they stand") {
     CHECK(o.likeGrid == "dem.asc");
     CHECK(readSwitches({"-asc", "-cp"}) == "WARNING - Nothing specified after -cp\n");
     CHECK((OPTIONS().cp && OPTIONS().cpFile.empty()));
+    CHECK(after({"-grid", "x.2dm", "-out", "res\\a b"}).outputName == "res/a b");
     readSwitches({"-out"});
     CHECK_FALSE(OPTIONS().outputNameGiven);  // a blank name would make files named by their extension only
 }
@@ -127,18 +128,22 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
                                  "-cdnan", "-vmaxinf", "-slant1e39"})
         CHECK(readSwitches({argument}) == stoppedBy(argument));
     struct {
-        const char *argument, *error;
+        std::vector<const char*> arguments;
+        const char* error;
     } const rows[] = {
-        {"-grid0", "ERROR - The value of -grid0 must be above zero."},
-        {"-grid-5", "ERROR - The value of -grid-5 must be above zero."},
-        {"-lpmd0", "ERROR - The value of -lpmd0 must be above zero."},  // markers would never move on
-        {"-cpsd-1", "ERROR - The value of -cpsd-1 must be zero or above."},
-        {"-dttol-1", "ERROR - The value of -dttol-1 must be zero or above."},
-        {"-sf0", "ERROR - Scale Factor (-sf) can not equal zero"},
-        {"-type", "ERROR - Nothing specified behind -type"},  // a blank name is found in every path
+        {{"-grid0"}, "ERROR - The value of -grid0 must be above zero."},
+        {{"-grid-5"}, "ERROR - The value of -grid-5 must be above zero."},
+        {{"-lpmd0"}, "ERROR - The value of -lpmd0 must be above zero."},  // markers would never move on
+        {{"-cpsd-1"}, "ERROR - The value of -cpsd-1 must be zero or above."},
+        {{"-dttol-1"}, "ERROR - The value of -dttol-1 must be zero or above."},
+        {{"-sf0"}, "ERROR - Scale Factor (-sf) can not equal zero"},
+        {{"-out", "res/"}, "ERROR - res/ is a folder: -out needs the name of a file, such as res/result"},
+        {{"-out", "res\\"}, "ERROR - res\\ is a folder: -out needs the name of a file, such as res/result"},
+        {{"-grid", "5"}, "ERROR - The spacing is written without a blank behind the switch: -grid5"},
+        {{"-type"}, "ERROR - Nothing specified behind -type"},  // a blank name is found in every path
     };
     for (const auto& r : rows)
-        CHECK(readSwitches({r.argument}) == std::string(r.error) + "\n\nPress Enter to Close\n<stopped>");
+        CHECK(readSwitches(r.arguments) == std::string(r.error) + "\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("A negative scale factor is a fixed length") {
@@ -158,6 +163,15 @@ TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
         {"-prec", "5.2", 8, 2, ""},
         {"-prec6", "5.2\n", 8, 2, ""},
         {"-prec.3", "-1.2\n5.x\n999.2\n5.99\n5.2", 8, 2, ""},
+        {"-prec5,3", "5.3          .9\n5.2",  // read to its end
+         8, 2,
+         "Incorrect or no precision specification given.\n"
+         "   \"5,3\" is not two whole numbers with a point between, up to 99.20\n"
+         "Enter precision specification (eg. 5.3) then press Enter -> "
+         "Incorrect or no precision specification given.\n"
+         "   \"5.3          .9\" is not two whole numbers with a point between, up to 99.20\n"
+         "Enter precision specification (eg. 5.3) then press Enter -> "
+         "Specified an output precision of 5 units and 2 decimal places.\n"},
     };
     for (const auto& r : rows) {
         CAPTURE(r.argument);

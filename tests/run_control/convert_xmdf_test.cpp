@@ -1,9 +1,8 @@
 // Whole runs over .xmdf files of which not everything can be read.
 #include "run_control/driver.h"
 
+#include "console_of.h"
 #include "rows.h"
-#include "services/console.h"
-#include "services/exits.h"
 #include "temporary_folder.h"
 #include "xmdf/make_xmdf.h"
 

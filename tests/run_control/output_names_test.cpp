@@ -60,9 +60,9 @@ TEST_CASE("names are base, time tag, component and grid size") {
         {{"-shp", "-vector", "-va"}, "x_V", "V", {1}, 0.0, "x_V_t001.00"},  // arrows show more than a direction
         {{"-shp", "-vector", "-vy"}, "x_V", "V", {1}, 0.0, "x_V_t001.00_Vy"},
         {{"-asc", "-sgs"}, "x_h", "", {1}, 5.0, "x_h_t001.00"},
-        {{"-asc", "-out", "My.ASC"}, "x_h", "", {1}, 5.0, "My"},    // own extension goes, the grid size too
-        {{"-asc", "-out", "My.v2"}, "x_h", "", {1}, 5.0, "My.v2"},  // another format's "extension" stays
-        {{"-asc", "-out", "My", "-tAll"}, "x_h", "", {1}, 5.0, "x_h_t001.00_g005"},
+        {{"-asc", "-out", "My.ASC"}, "x_h", "", {1}, 5.0, "My"},       // own extension goes, the grid size too
+        {{"-asc", "-out", "My.v2"}, "x_h", "", {1}, 5.0, "My.v2"},     // another format's "extension" stays
+        {{"-asc", "-out", "My", "-tAll"}, "x_h", "", {1}, 5.0, "My"},  // several outputs have dropped it before
     };
     for (const auto& row : rows) {
         useSwitches(row.switches);

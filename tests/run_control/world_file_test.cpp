@@ -34,7 +34,8 @@ TEST_CASE("A world file places the centre of the upper-left pixel") {
     };
     for (const auto& r : rows) {
         const TemporaryFolder folder;
-        CHECK(worldFileOf(folder, HEAD + r.points) == "Created .wld file from .tab file\n");
+        CHECK(worldFileOf(folder, HEAD + r.points) ==
+              "Wrote " + folder.name("screen.wld") + "\nCreated .wld file from .tab file\n");
         CHECK(folder.read("screen.wld") == r.lines);
     }
 }

@@ -33,28 +33,20 @@ TEST_CASE("DMESSAGE takes the level from the words before the dash, a later word
         DMESSAGERESETCOUNTERS();
         CHECK(MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(r.level)] == 0);
     }
-    CHECK(consoleOf([] {
-              DMESSAGE("WARNING - a");
-              REPORT_WARNING_COUNT();
-          }) == "WARNING - a\n1 warning\n");
-    CHECK(consoleOf([] {
-              REPORT_WARNING_COUNT();
-              DLINE();
-          }) == std::string(60, '_') + "\n");
+    CHECK(consoleOf([] { DLINE(); }) == std::string(60, '_') + "\n");
 }
 
 TEST_CASE("Questions never wait where nobody answers") {
     CHECK(consoleOf([] { CHECK(ASK("Name -> ") == "a b"); }, "  a b \r\n") == "Name -> ");
+    for (const char* quoted : {" \" a b\"\r\n", "'a b'"})
+        CHECK(consoleOf([] { CHECK(ASK("Name -> ") == "a b"); }, quoted) == "Name -> ");
     CHECK(consoleOf([] { ASK("Name -> "); }) ==
           "Name -> \nERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
-    CHECK(consoleOf(
-              [] {
-                  CHECK(ASK("1 ") == "");
-                  CHECK(ASK("2 ") == "last");
-              },
-              "\nlast") == "1 2 ");
+    CHECK(consoleOf([] { CHECK(ASK("1 ") == "last"); }, "\n\"\"\n \t\nlast") == "1 1 1 1 ");  // blanks ask again
     CHECK(consoleOf([] { CHECK(ASK_YES("Create?")); }) == "Create?\n");
-    CHECK(consoleOf([] { CHECK_FALSE(ASK_YES("Create?")); }, "n\n") == "Create? ");
+    CHECK(consoleOf([] { CHECK_FALSE(ASK_YES("Create?")); }, "yonder\nNO\n") ==
+          "Create? (y/n)    \"yonder\" is neither y nor n.\nCreate? (y/n) ");
+    CHECK(consoleOf([] { CHECK(ASK_YES("Create?")); }, "Yes") == "Create? (y/n) ");
     CHECK(consoleOf(
               [] {
                   SET_BATCH(true);
@@ -66,10 +58,46 @@ TEST_CASE("Questions never wait where nobody answers") {
               PAUSE("");
           }) == "Press Enter to Continue\n");
     CHECK(consoleOf([] {
-              Progress count("Node: ");
+              Progress count("Node: ", 9);
               count.show(5);
               count.finish(9);
           }) == "Node: 9\n");
+}
+
+TEST_CASE("A caller's sink takes lines, severities and progress, and the stop carries its reason") {
+    struct : ConsoleSink {
+        void line(std::string_view text, MessageLevel level) override {
+            said += std::to_string(static_cast<int>(level)) + std::string(text) + '|';
+        }
+        bool showsProgress() const override { return true; }
+        void progress(std::string_view label, std::int64_t count, std::int64_t total) override {
+            said += std::string(label) + std::to_string(count) + '/' + std::to_string(total) + '|';
+        }
+        std::string said;
+    } sink;
+    INITIALISE_FILES();
+    ConsoleSink* const before = SET_CONSOLE_SINK(&sink);
+    Progress("Cell: ", 7).show(3);
+    std::string reason;
+    int status = 0;
+    try {
+        DMESSAGE("ERROR - First");
+        EXITS();
+    } catch (const std::runtime_error& stopped) {
+        reason = stopped.what();
+    }
+    try {
+        CHECK(ASK_YES("Go on?"));  // nobody answers, and nothing is waited for
+        OPEN_FILE("no/such.2dm", "I ", "2dm");
+    } catch (const RunStopped& stopped) {
+        reason += std::string("; ") + stopped.what();
+        status = stopped.status;
+    }
+    CHECK(SET_CONSOLE_SINK(before) == &sink);
+    INITIALISE_CONSOLE();
+    CHECK(reason == "ERROR - First; ERROR - File no/such.2dm does not exist.");
+    CHECK(status == STATUS_STOPPED);
+    CHECK(sink.said == "Cell: 3/7|1ERROR - First|0|0Go on?|1ERROR - File no/such.2dm does not exist.|0|");
 }
 
 TEST_CASE("EXITS closes the files once, tells lost output, and a success is none then") {

@@ -1,6 +1,7 @@
 #include "services/files.h"
 
 #include "console_of.h"
+#include "run_control/file_questions.h"
 #include "services/file_table.h"
 #include "temporary_folder.h"
 
@@ -127,22 +128,36 @@ TEST_CASE("Files that are not there are asked for, folders are created or refuse
     INITIALISE_FILES();
     const std::string there = folder.write("there.dat", "");
     const std::string missing = folder.name("missing.dat");
-    CHECK(
-        consoleOf([&] { CHECK(GETNAM(OPEN_FILE(missing, "I ", "dat")) == there); }, "also missing\n" + there + "\n") ==
-        "FILE and/or path " + missing +
-            " does not exist.\nWhat is the dat file name? FILE and/or path also missing does not exist.\nWhat is the "
-            "dat file name? ");
+    const std::string deep = folder.name("new/er/x.asc");
+    // whoever sets no questions gets a reason at once
+    const auto stopped = [](const std::string& error) { return error + "\n\nPress Enter to Close\n<stopped>"; };
+    CHECK(consoleOf([&] { OPEN_FILE(missing, "I ", "dat"); }, there) ==
+          stopped("ERROR - File " + missing + " does not exist."));
+    CHECK(consoleOf([&] { OPEN_FILE(deep, "O ", "asc"); }, "y\n").starts_with("Can't open:\n"));
+    CHECK_FALSE(std::filesystem::exists(folder.name("new")));
+    SET_FILE_QUESTIONS(CONSOLE_FILE_QUESTIONS());
+    const std::string asked = "does not exist.\n   Looked for missing.dat in folder " +
+                              folder.name("").substr(0, folder.name("").size() - 1) +
+                              "\nWhat is the dat file name? FILE and/or path also missing does not exist.\n   Looked "
+                              "for also missing in folder ";
+    const std::string said =
+        consoleOf([&] { CHECK(GETNAM(OPEN_FILE(missing, "I ", "dat")) == there); }, "also missing\n'" + there + "'\n");
+    CHECK(said.starts_with("FILE and/or path " + missing + " " + asked));
+    CHECK(said.ends_with("\nWhat is the dat file name? "));
     CHECK(consoleOf([] {
               OPEN_FILE("  ", "I ", "dat");
           }).starts_with("Empty filename specified.  Bailing out.  Please contact the maintainers"));
-    CHECK(consoleOf([&] { OPEN_FILE(folder.name(""), "I ", "dat"); }).find("Is a directory") != std::string::npos);
-    const std::string deep = folder.name("new/er/x.asc");
+    const std::string noFile = folder.name("folder");
+    std::filesystem::create_directory(noFile);
+    for (const char* mode : {"I ", "O "})
+        CHECK(consoleOf([&] { OPEN_FILE(noFile, mode, "dat"); }) ==
+              stopped("ERROR - " + noFile + " is a folder, not a file."));
     CHECK(consoleOf([&] {
               CLOSE_FILE(OPEN_FILE(deep, "O ", "asc"));
           }).ends_with("or press Yes to have the folder created for you.\n"));
     CHECK(std::filesystem::exists(deep));
     const std::string refused = consoleOf([&] { OPEN_FILE(folder.name("no/x.asc"), "O ", "asc"); }, "n\n");
-    CHECK(refused.find("Can't open:\n") != std::string::npos);
+    CHECK(refused.find("(y/n) Can't open:\n") != std::string::npos);
     CHECK(refused.ends_with("<stopped>"));
     // a file in the place of the folder
     CHECK(consoleOf([&] { OPEN_FILE(there + "/x.asc", "O ", "asc"); }).ends_with("<stopped>"));
@@ -150,6 +165,43 @@ TEST_CASE("Files that are not there are asked for, folders are created or refuse
     CHECK(consoleOf([&] { OPEN_FILE(folder.name("O.asc"), "O ", "asc"); }, "n\n")
               .starts_with(folder.name("O.asc") + " is already open.  Close it?"));
     CLOSE_FILE(open);
+    INITIALISE_FILES();
+}
+
+TEST_CASE("A missing permission is said so, of the folder or of the file") {
+    const TemporaryFolder folder;
+    INITIALISE_FILES();
+    const std::string file = folder.write("x.asc", "");
+    namespace fs = std::filesystem;
+    fs::permissions(file, fs::perms::none);
+    fs::permissions(folder.name(""), fs::perms::owner_read | fs::perms::owner_exec);
+    const bool superuser = std::ofstream(file).is_open();  // whom no permission stops
+    const std::string newFile = consoleOf([&] { OPEN_FILE(folder.name("new.asc"), "O ", "asc"); });
+    const std::string oldFile = consoleOf([&] { OPEN_FILE(file, "O ", "asc"); });
+    const std::string input = consoleOf([&] { OPEN_FILE(file, "I ", "asc"); });
+    fs::permissions(folder.name(""), fs::perms::owner_all);
+    INITIALISE_FILES();
+    if (superuser) return;
+    CHECK(newFile.starts_with("ERROR - No permission to write files into folder " +
+                              folder.name("").substr(0, folder.name("").size() - 1) + " ("));
+    CHECK(oldFile.starts_with("ERROR - No permission to write file " + file));
+    CHECK(input.starts_with("ERROR - No permission to read file " + file));
+}
+
+TEST_CASE("A file of an earlier run is said to be replaced, one of this run is not") {
+    const TemporaryFolder folder;
+    INITIALISE_FILES();
+    const std::string name = folder.write("x.asc", "");
+    const auto write = [&] {
+        BEGIN_OUTPUT(name);
+        CLOSE_FILE(OPEN_FILE(name, "O ", "asc"));
+        FINISH_OUTPUT(name);
+    };
+    CHECK(consoleOf(write) == "Check - Replacing " + name + ".\nWrote " + name + "\n");
+    CHECK(consoleOf(write) == "Wrote " + name + "\n");
+    CHECK(OUTPUTS_WRITTEN() == 2);
+    INITIALISE_FILES();
+    CHECK(OUTPUTS_WRITTEN() == 0);
 }
 
 TEST_CASE("A file is found by its name, with either separator, else in any letter case") {

@@ -1,4 +1,6 @@
 // Columns of the layers, and values as they are written.
+#include "gis/data_line.h"
+#include "inputs/coordinate_decimals.h"
 #include "vector_outputs/flow.h"
 #include "vector_outputs/layer_kinds.h"
 #include "vector_outputs/point_types.h"
@@ -164,4 +166,46 @@ TEST_CASE("-pts is read from left to right") {
         CHECK(passing == r.passing);
         CHECK(types.unknown == r.unknown);
     }
+}
+
+TEST_CASE("Coordinates show a thousandth of the shortest side") {
+    using Kind = CoordinateKind;
+    const struct {
+        double side, x0;
+        Kind kind;
+        int decimals;
+    } rows[] = {
+        {10, 500000, Kind::Unknown, 3},
+        {0.5, 500000, Kind::Unknown, 4},
+        {0.01, 500000, Kind::Projected, 5},
+        {10, 500000, Kind::Geographic, 8},
+        {0.0001, 145, Kind::Unknown, 8},  // degrees by its extent, unless a
+                                          // projection says otherwise
+        {10, 145, Kind::NonEarth, 3},
+        {1e-6, 145, Kind::Geographic, 9},
+        {1e-7, 145, Kind::Unknown, 10},
+        {1e-12, 0, Kind::Unknown, 12},
+    };
+    for (const auto& r : rows) {
+        CAPTURE(r.side);
+        Mesh mesh;
+        mesh.nodes.resize(5);
+        mesh.nodes[2].x = r.side;  // three nodes of a cell, whose other sides are longer, and a removed one
+        mesh.nodes[3].y = 5 * r.side;
+        mesh.nodes[4].y = r.side / 100;
+        mesh.elements.resize(3);
+        for (const std::size_t id : {1U, 2U}) {
+            mesh.elements[id].shape = 3;
+            mesh.elements[id].nodes = {1, 2, id == 1 ? 3 : 4};
+            mesh.elements[id].removed = id == 2;
+        }
+        for (MeshNode& node : mesh.nodes) node.x += r.x0;
+        mesh.xmin = r.x0;
+        mesh.xmax = r.x0 + r.side;
+        mesh.ymin = mesh.ymax = 0;
+        CHECK(COORDINATE_DECIMALS(mesh, r.kind) == r.decimals);
+    }
+    std::string line;
+    ADD_REAL(line, 145.1, 10);
+    CHECK(line == "145.1000000000");
 }

@@ -255,4 +255,10 @@ TEST_CASE("Arrows too thin for the file's coordinates are no polygons") {
     CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Invalid);
     rules.thicknessOfLength = 0.01;
     CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Object);
+    rules.outlined = false;
+    rules.cellSize = 0.0;
+    for (const double length : {1.1e-5, 0.9e-5}) {  // the head of the second vanishes in its line
+        rules.fixedLength = length;
+        CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == (length > 1e-5 ? Drawn::Object : Drawn::Invalid));
+    }
 }

@@ -129,6 +129,8 @@ fi
 
 # Scalars at nodes come from an .xmdf; a build without HDF5 makes and reads none.
 if "$MAKER" -cells 40 -times 3 -xmdf basin >/dev/null 2>&1; then
+    row 1 "" -b -mif -vector -typeh -t0.1 basin.xmdf
+    said "ERROR - No data processed"
     row 0 "$(shp_files basin_h_t000.10)" -b -shp -typeh -t0.1 -cd0 basin.xmdf
     flood <(column basin_h_t000.10.shp Water_Level) h 0.1
     row 0 "basin_v_t000360.mif basin_v_t000360.mid" -b -mif -typev -t360 -sec -verbose -prec6.2 basin.xmdf

@@ -1,0 +1,57 @@
+#include "run_control/file_questions.h"
+
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
+#include "text_utils/paths.h"
+
+#include <filesystem>
+#include <set>
+#include <system_error>
+
+namespace {
+
+std::string askForInput(const std::string& name, const std::string& kind) {
+    REPORT("FILE and/or path " + name + " does not exist.");
+    REPORT_LOOKED_FOR({&name, 1});
+    return ASK("What is the " + kind + " file name? ");
+}
+
+bool askToCreate(const std::string& folder) {
+    REPORT(folder);
+    REPORT("Above folder does not exist!  Create?");
+    REPORT("Either create the folder yourself and press No,");
+    return ASK_YES("or press Yes to have the folder created for you.");
+}
+
+/// Without a person to ask the answer is no: nobody would close the other application.
+bool askToRetry(const std::string& name) {
+    if (!SOMEBODY_CAN_ANSWER()) return false;
+    REPORT(name);
+    REPORT("Above file is locked by another application.");
+    REPORT("Close the file in the other application and press Retry.");
+    return ASK_YES("Retry?");
+}
+
+bool askToClose(const std::string& name) { return ASK_YES(name + " is already open.  Close it?"); }
+
+}  // namespace
+
+FileQuestions CONSOLE_FILE_QUESTIONS() { return {askForInput, askToCreate, askToRetry, askToClose}; }
+
+void REPORT_LOOKED_FOR(std::span<const std::string> names) {
+    std::string list;
+    std::set<std::string> said;
+    for (const std::string& name : names)
+        if (const std::string file = std::filesystem::path(name).filename().string(); said.insert(file).second)
+            list += (list.empty() ? "" : ", ") + file;
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(names.front(), error).lexically_normal();
+    REPORT("   Looked for " + list + " in folder " + full.parent_path().string());
+}
+
+void PREPARE_OUTPUT_FOLDER() {
+    if (!OPTIONS().outputNameGiven) return;
+    const std::string folder = std::filesystem::path(OPTIONS().outputName).parent_path().string();
+    if (!folder.empty() && !CREATE_FOLDER(folder)) STOP_RUN("ERROR - Folder " + folder + " of -out does not exist.");
+}

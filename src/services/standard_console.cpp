@@ -1,0 +1,75 @@
+#include "services/standard_console.h"
+
+#include "platform/platform.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+constexpr std::size_t FLUSH_SIZE = 1U << 15;
+constexpr std::size_t LONGEST_ANSWER = 10000;
+}  // namespace
+
+void StandardConsole::line(std::string_view text, MessageLevel level) {
+    clearProgress();
+    buffer_ += text;
+    buffer_ += '\n';
+    if (level != MessageLevel::None || buffer_.size() >= FLUSH_SIZE || OUTPUT_IS_TERMINAL()) flush();
+}
+
+bool StandardConsole::showsProgress() const { return OUTPUT_IS_TERMINAL(); }
+
+void StandardConsole::progress(std::string_view label, std::int64_t count, std::int64_t total) {
+    const std::string share =
+        total > 0
+            ? std::to_string(static_cast<int>(100.0 * static_cast<double>(count) / static_cast<double>(total))) + "%"
+            : std::string{};
+    std::string text = "   " + share;
+    if (!label.empty()) {
+        text = std::string(label) + std::to_string(count);
+        if (total > 0) text += " (" + share + ")";
+    }
+    const std::size_t length = text.size();
+    text.resize(std::max(length, shown_), ' ');
+    shown_ = length;
+    buffer_ += '\r' + text;
+    flush();
+}
+
+/// What comes next begins at the start of the line that the progress stood on.
+void StandardConsole::clearProgress() {
+    if (shown_ > 0) buffer_ += '\r' + std::string(shown_, ' ') + '\r';
+    shown_ = 0;
+}
+
+void StandardConsole::prompt(std::string_view text) {
+    clearProgress();
+    buffer_ += text;
+    flush();
+}
+
+bool StandardConsole::readAnswer(std::string& line) {
+    line.clear();
+    int c = std::getchar();
+    if (c == EOF) return false;
+    for (; c != EOF && c != '\n'; c = std::getchar())
+        if (line.size() < LONGEST_ANSWER) line.push_back(static_cast<char>(c));
+    return true;
+}
+
+bool StandardConsole::somebodyAnswers() const { return INPUT_IS_TERMINAL(); }
+
+void StandardConsole::pause(std::string_view text, bool wait) {
+    if (!text.empty()) line(text, MessageLevel::None);
+    flush();
+    std::string ignored;
+    if (wait && INPUT_IS_TERMINAL()) readAnswer(ignored);
+}
+
+void StandardConsole::flush() {
+    if (buffer_.empty()) return;
+    // A console that cannot be written (a closed pipe) has nobody left to tell: the conversion goes on.
+    std::fwrite(buffer_.data(), 1, buffer_.size(), stdout);
+    std::fflush(stdout);
+    buffer_.clear();
+}
