@@ -188,7 +188,7 @@ std::int64_t DAT_STEP_LENGTH(const DatHeader& header, int flagSize, bool flags) 
            static_cast<std::int64_t>(header.nodes) * (header.vector ? 8 : 4);
 }
 
-DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
+DatFile INDEX_DAT_STEPS(int file, const DatCards& cards, bool seconds) {
     const std::int64_t length = FILE_LENGTH(file);
     Walk best = bestWalk(file, cards, length);
     // Flags may be absent, so no step vouches for the cells; but a mesh has fewer than two a node, and a value takes
@@ -197,6 +197,7 @@ DatFile INDEX_DAT_STEPS(int file, const DatCards& cards) {
     if (best.found.flagSize != 1)
         DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(best.found.flagSize) +
                  " bytes, as its header declares; 8-bit flags do not fit it.");
+    best.found.seconds = seconds;
     settleTimes(best.found, cards.secondsPerUnit);
     reportEnding(best);
     return std::move(best.found);

@@ -11,4 +11,4 @@ std::int64_t DAT_STEP_LENGTH(const DatHeader& header, int flagSize, bool flags);
 
 /// Walks the file from step to step by seeking and fills all of DatFile but `next`. Stops the run when there is no
 /// whole step.
-DatFile INDEX_DAT_STEPS(int file, const DatCards& cards);
+DatFile INDEX_DAT_STEPS(int file, const DatCards& cards, bool seconds);

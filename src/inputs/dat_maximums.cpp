@@ -3,7 +3,6 @@
 #include "geometry/no_value.h"
 #include "inputs/dat_steps.h"
 #include "inputs/fold_maximums.h"
-#include "inputs/results.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -21,15 +20,15 @@ std::size_t stopStep(const DatFile& dat) {
     return k;
 }
 
-void foldSteps(std::size_t end, Results& kept) {
-    CHECK_DAT_MEMORY(1);
+void foldSteps(const DatFile& dat, std::size_t end, Results& kept) {
+    CHECK_DAT_MEMORY(dat, 1);
     std::vector<float> x(kept.x.size()), y(kept.y.size());
     std::vector<std::uint8_t> wet(kept.wet.size());
     std::fill(kept.x.begin(), kept.x.end(), NO_VALUE);
     std::fill(kept.y.begin(), kept.y.end(), NO_VALUE);
     std::fill(kept.wet.begin(), kept.wet.end(), std::uint8_t{0});
     for (std::size_t k = 0; k < end; ++k) {
-        READ_DAT_STEP(k, {x, y, wet});
+        READ_DAT_STEP(dat, k, {x, y, wet});
         if (kept.vector) FOLD_VECTORS(x, y, kept.x, kept.y);
         else FOLD_SCALARS(x, kept.x);
         FOLD_FLAGS(wet, kept.wet);
@@ -43,30 +42,28 @@ void takeStoredMaximums(const DatFile& dat, std::size_t stored, Results& kept) {
     std::vector<std::uint8_t> wet;
     if (!dat.steps[stored].flags &&
         std::any_of(dat.steps.begin(), dat.steps.begin() + static_cast<std::ptrdiff_t>(stored), hasFlags)) {
-        foldSteps(stored, kept);
+        foldSteps(dat, stored, kept);
         wet = kept.wet;
     }
-    READ_DAT_STEP(stored, {kept.x, kept.y, kept.wet});
+    READ_DAT_STEP(dat, stored, {kept.x, kept.y, kept.wet});
     if (!wet.empty()) kept.wet = std::move(wet);
 }
 
 }  // namespace
 
-void EXTRACT_DAT_MAXIMUMS() {
+void EXTRACT_DAT_MAXIMUMS(const DatFile& dat, Results& kept) {
     REPORT("Extracting maximums from all timesteps in .dat file");
-    const DatFile& dat = DAT();
-    Results& kept = RESULTS_TO_FILL();
     const std::size_t stop = stopStep(dat);
-    if (stop == dat.steps.size()) STOP_AT_DAMAGED_STEP();
+    if (stop == dat.steps.size()) STOP_AT_DAMAGED_STEP(dat);
     if (dat.steps[stop].time.kind == TimeKind::Maximum) {
         takeStoredMaximums(dat, stop, kept);
     } else if (dat.steps.size() == 1) {
-        READ_DAT_STEP(0, {kept.x, kept.y, kept.wet});
+        READ_DAT_STEP(dat, 0, {kept.x, kept.y, kept.wet});
     } else if (stop == 0) {
         STOP_RUN("ERROR - " + GETNAM(dat.file) +
                  " begins with times of maximum; there is no timestep to extract maximums from.");
     } else {
-        foldSteps(stop, kept);
+        foldSteps(dat, stop, kept);
         if (dat.steps[stop].time.ordinary())
             DMESSAGE("WARNING - Last timestep is not included in the extracted maximums.");
     }

@@ -1,8 +1,9 @@
 // Reads binary .dat results (SMS generic dataset format: little-endian, one quantity a file, one block of values a
-// time) into the results record. READ_DAT_HEADER first; then ALLOCATE_DAT_RESULTS and LIST_DAT_TIMES; then one of
-// FIND_DAT_TIME, EXTRACT_DAT_MAXIMUMS, or NEXT_DAT_TIME until it returns false. One .dat is known at a time.
+// time) into a results record of the caller's. READ_DAT_HEADER first; then ALLOCATE_DAT_RESULTS and LIST_DAT_TIMES;
+// then one of FIND_DAT_TIME, EXTRACT_DAT_MAXIMUMS, or NEXT_DAT_TIME until it returns false.
 #pragma once
 
+#include "inputs/results.h"
 #include "services/output_time.h"
 
 #include <cstddef>
@@ -28,9 +29,10 @@ struct DatStep {
     bool flags = false;  ///< wet/dry flags follow the time
 };
 
-/// The .dat file at hand. Filled by READ_DAT_HEADER.
+/// An open .dat file. Filled by READ_DAT_HEADER.
 struct DatFile {
-    int file = 0;  ///< its handle, which stays the caller's to close
+    int file = 0;          ///< its handle, which stays the caller's to close
+    bool seconds = false;  ///< messages show times in seconds
     DatHeader header;
     int flagSize = 1;            ///< bytes of a flag
     std::vector<DatStep> steps;  ///< the whole steps in file order; never empty
@@ -41,8 +43,7 @@ struct DatFile {
     std::size_t next = 0;                   ///< index into `steps` of what NEXT_DAT_TIME reads
 };
 
-const DatFile& DAT();
-/// A time of the file for a message: hours, or seconds with -sec, with the decimals that tell its times apart.
+/// A time of the file for a message: hours, or seconds, with the decimals that tell its times apart.
 std::string DAT_TIME_TEXT(const DatFile& dat, const OutputTime& time);
 
 /// Reads and reports the header, then checks the layout against the file's length and finds every step by seeking; no
@@ -50,26 +51,27 @@ std::string DAT_TIME_TEXT(const DatFile& dat, const OutputTime& time);
 /// a "Check - " line, and other bytes than 0 and 1 taken as 1, only where the file contradicts that and fits them. A
 /// file that ends inside a step gives a WARNING and keeps the whole steps before. Stops the run on a file that is no
 /// binary .dat, on counts that the file does not hold, and when there is no whole step.
-const DatHeader& READ_DAT_HEADER(int file);
+DatFile READ_DAT_HEADER(int file, bool seconds);
 
 /// Sizes the results record for the file at hand, every value missing and every cell wet, and labels it.
 /// cellCentred: the header's values are one per mesh cell. quantity, code: "Water Level", "h"; blank where unknown.
-void ALLOCATE_DAT_RESULTS(bool cellCentred, std::string_view quantity, std::string_view code);
+void ALLOCATE_DAT_RESULTS(const DatFile& dat, bool cellCentred, std::string_view quantity, std::string_view code,
+                          Results& results);
 
-/// Fills RESULTS().times with the time of every whole step in file order.
-void LIST_DAT_TIMES();
+/// Fills `times` of the results with the time of every whole step in file order.
+void LIST_DAT_TIMES(const DatFile& dat, Results& results);
 
 /// Reads the first step of the kind that the wanted number marks, else the first ordinary time in file order closer
 /// than `tolerance` hours to it, with a WARNING when a later one is closer. Stops the run when there is none, naming
 /// the nearest, or when the one wanted is damaged.
-void FIND_DAT_TIME(const WantedTime& wanted, double tolerance);
+void FIND_DAT_TIME(DatFile& dat, const WantedTime& wanted, double tolerance, Results& results);
 
 /// Fills the results record with the maximum of every value, and the cells wet at any time: the stored maximums (time
 /// 99999.0) where the file ends with them, else the maximum over all times but the last, with a WARNING; the only step
-/// of a file is taken as it is. Of vectors both components of the largest are kept. RESULTS().time becomes
+/// of a file is taken as it is. Of vectors both components of the largest are kept. The time becomes
 /// TIME_MAXIMUM. Stops the run when a step it needs is damaged.
-void EXTRACT_DAT_MAXIMUMS();
+void EXTRACT_DAT_MAXIMUMS(const DatFile& dat, Results& results);
 
 /// Reads the next time in file order, from the first after READ_DAT_HEADER and LIST_DAT_TIMES. False, and nothing read,
 /// when there is none left. A step without flags keeps those of the last step before it that has some.
-bool NEXT_DAT_TIME();
+bool NEXT_DAT_TIME(DatFile& dat, Results& results);

@@ -77,8 +77,7 @@ void readScalars(int file, std::size_t nodes, std::vector<float>& values) {
 
 }  // namespace
 
-void READ_DAT_STEP(std::size_t index, DatTables tables) {
-    const DatFile& dat = DAT();
+void READ_DAT_STEP(const DatFile& dat, std::size_t index, DatTables tables) {
     const DatStep& step = dat.steps[index];
     const auto nodes = static_cast<std::size_t>(dat.header.nodes);
     REPORT("Reading data for time " + DAT_TIME_TEXT(dat, step.time));
@@ -88,18 +87,17 @@ void READ_DAT_STEP(std::size_t index, DatTables tables) {
     else readScalars(dat.file, nodes, tables.x);
 }
 
-void CHECK_DAT_MEMORY(std::uint64_t tables) {
-    const DatHeader& header = DAT().header;
+void CHECK_DAT_MEMORY(const DatFile& dat, std::uint64_t tables) {
+    const DatHeader& header = dat.header;
     const std::uint64_t values = static_cast<std::uint64_t>(header.nodes) * (header.vector ? 2 : 1) * sizeof(float);
     const std::uint64_t needed = tables * (values + static_cast<std::uint64_t>(header.cells));
     const std::uint64_t available = AVAILABLE_MEMORY();
     if (available != 0 && needed > available)
-        STOP_RUN("ERROR - Not enough memory for the results of " + GETNAM(DAT().file) + " (" +
+        STOP_RUN("ERROR - Not enough memory for the results of " + GETNAM(dat.file) + " (" +
                  std::to_string(needed / 1000000 + 1) + " MB).");
 }
 
-void STOP_AT_DAMAGED_STEP() {
-    const DatFile& dat = DAT();
+void STOP_AT_DAMAGED_STEP(const DatFile& dat) {
     const std::string time = dat.damagedTime ? " (time " + DAT_TIME_TEXT(dat, *dat.damagedTime) + ")" : "";
     STOP_RUN("ERROR - Time step " + std::to_string(dat.steps.size() + 1) + time + " of " + GETNAM(dat.file) +
              " is incomplete or damaged.");

@@ -1,5 +1,7 @@
-// One output time of the .dat file at hand, into tables of the caller's.
+// One output time of a .dat file, into tables of the caller's.
 #pragma once
+
+#include "inputs/dat_reader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,12 +14,12 @@ struct DatTables {
     std::vector<std::uint8_t>& wet;
 };
 
-/// Reads DAT().steps[index]; the tables have been sized. A step without flags has those of the last step before it that
+/// Reads dat.steps[index]; the tables have been sized. A step without flags has those of the last step before it that
 /// has some; every cell is wet where there is none. Stops the run when the file cannot be read.
-void READ_DAT_STEP(std::size_t index, DatTables tables);
+void READ_DAT_STEP(const DatFile& dat, std::size_t index, DatTables tables);
 
 /// Stops the run when this many tables of values and as many of flags do not fit the memory that is left.
-void CHECK_DAT_MEMORY(std::uint64_t tables);
+void CHECK_DAT_MEMORY(const DatFile& dat, std::uint64_t tables);
 
 /// "ERROR - ...": the output time asked for lies in the damaged step.
-[[noreturn]] void STOP_AT_DAMAGED_STEP();
+[[noreturn]] void STOP_AT_DAMAGED_STEP(const DatFile& dat);

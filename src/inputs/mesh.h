@@ -69,3 +69,5 @@ struct Mesh {
 
 /// Owned by the mesh reader, which alone changes it.
 const Mesh& MESH();
+/// The run's record to fill, for the driver, who hands it to the reader.
+Mesh& MESH_TO_FILL();

@@ -3,11 +3,9 @@
 #include "inputs/mesh_cards.h"
 #include "inputs/mesh_line_error.h"
 #include "inputs/mesh_nodes.h"
-#include "inputs/mesh_to_fill.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "services/options.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 
@@ -19,9 +17,9 @@ namespace {
 /// The pass over the cards, and where it stands.
 class MeshPass {
 public:
-    MeshPass(int file, const RunOptions& options, Mesh& mesh)
+    MeshPass(int file, std::span<const std::string> removedParts, Mesh& mesh)
         : file_(file),
-          options_(options),
+          removedParts_(removedParts),
           mesh_(mesh),
           nodeRead_(mesh.nodes.size(), 0),
           progress_("Element: ", mesh.elementCount) {}
@@ -126,8 +124,8 @@ private:
         const std::string name = FITTED(text, MESH_PART_WIDTH);
         partOf(++mesh_.meshPartCount).name = name;
         removing_ = false;
-        for (std::size_t k = 0; k < options_.removedParts.size() && !removing_; ++k) {
-            removing_ = TRIMF(name) == TRIMF(FITTED(options_.removedParts[k], MESH_PART_WIDTH));
+        for (std::size_t k = 0; k < removedParts_.size() && !removing_; ++k) {
+            removing_ = TRIMF(name) == TRIMF(FITTED(removedParts_[k], MESH_PART_WIDTH));
             if (removing_) partOf(static_cast<std::int32_t>(k) + 1).found = true;
         }
     }
@@ -139,7 +137,7 @@ private:
     }
 
     int file_;
-    const RunOptions& options_;
+    std::span<const std::string> removedParts_;
     Mesh& mesh_;
     std::vector<std::uint8_t> nodeRead_;  ///< per node, numbered from 1
     Progress progress_;
@@ -155,11 +153,10 @@ void rewind(int file) {
     REPORT("Done.");
 }
 
-void warnOfPartsNotFound(const RunOptions& options, const Mesh& mesh) {
-    for (std::size_t k = 0; k < options.removedParts.size(); ++k) {
+void warnOfPartsNotFound(std::span<const std::string> removedParts, const Mesh& mesh) {
+    for (std::size_t k = 0; k < removedParts.size(); ++k) {
         if (mesh.meshParts[k + 1].found) continue;
-        DMESSAGE("WARNING - Meshpart \"" + options.removedParts[k] +
-                 "\" was not found in .2dm file and cannot be removed.");
+        DMESSAGE("WARNING - Meshpart \"" + removedParts[k] + "\" was not found in .2dm file and cannot be removed.");
         PAUSE();
     }
 }
@@ -184,15 +181,14 @@ void checkElementsLeft(int file, const Mesh& mesh) {
 
 }  // namespace
 
-void READ_2DM(int file, const RunOptions& options) {
-    Mesh& mesh = MESH_TO_FILL();
+void READ_2DM(int file, std::span<const std::string> removedParts, Mesh& mesh) {
     rewind(file);
     REPORT("...reading .2dm file");
-    mesh.meshParts.resize(options.removedParts.size() + 1);
-    MeshPass pass(file, options, mesh);
+    mesh.meshParts.resize(removedParts.size() + 1);
+    MeshPass pass(file, removedParts, mesh);
     pass.readCards();
     REPORT("Finished Reading .2dm file");
-    warnOfPartsNotFound(options, mesh);
+    warnOfPartsNotFound(removedParts, mesh);
     SET_NODE_KINDS(mesh);
     pass.checkCounts();
     warnOfMissingOffset(mesh);

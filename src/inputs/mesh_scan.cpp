@@ -1,7 +1,6 @@
 #include "inputs/mesh_cards.h"
 #include "inputs/mesh_line_error.h"
 #include "inputs/mesh_reader.h"
-#include "inputs/mesh_to_fill.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -130,9 +129,8 @@ void warnOfSkippedElements(const CardCounts& counts, const Mesh& mesh) {
 
 }  // namespace
 
-void SCAN_2DM(int file) {
-    INITIALISE_MESH();
-    Mesh& mesh = MESH_TO_FILL();
+void SCAN_2DM(int file, Mesh& mesh) {
+    mesh = Mesh{};
     readFirstLine(file, mesh);
     REPORT("...scanning .2dm file to determine size");
     const CardCounts counts = countCards(file);

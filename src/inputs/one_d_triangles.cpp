@@ -1,6 +1,5 @@
 #include "inputs/one_d_triangles.h"
 
-#include "inputs/mesh_to_fill.h"
 #include "services/console.h"
 #include "text_utils/numbers.h"
 
@@ -69,8 +68,7 @@ std::vector<std::uint8_t> ONE_D_TRIANGLES(const Mesh& mesh) {
     return oneD;
 }
 
-void SETTLE_ONE_D_TRIANGLES(bool allTwoD) {
-    Mesh& mesh = MESH_TO_FILL();
+void SETTLE_ONE_D_TRIANGLES(Mesh& mesh, bool allTwoD) {
     mesh.oneD.clear();
     if (allTwoD) return;
     mesh.oneD = ONE_D_TRIANGLES(mesh);

@@ -12,9 +12,9 @@
 /// a quad: then triangles are 2D elements like the quads.
 std::vector<std::uint8_t> ONE_D_TRIANGLES(const Mesh& mesh);
 
-/// Settles MESH().oneD by that rule, or as empty with allTwoD (-no1d), and says how many triangles are 1D. Called once
+/// Settles mesh.oneD by that rule, or as empty with allTwoD (-no1d), and says how many triangles are 1D. Called once
 /// a run, after the mesh has been read, where the output tells them from cells or nodes; grids do not.
-void SETTLE_ONE_D_TRIANGLES(bool allTwoD);
+void SETTLE_ONE_D_TRIANGLES(Mesh& mesh, bool allTwoD);
 
 /// Per node, numbered from 1: 1 for a node of a triangle of mesh.oneD that no quad uses; empty when there are no such
 /// triangles.

@@ -24,10 +24,17 @@ struct Results {
     std::string code;               ///< short code of the quantity ("h"), blank when unknown
 };
 
+/// What the datasets that follow have in common, so that an output takes its memory once.
+struct ResultsKind {
+    bool vector = false;
+    bool cellCentred = false;
+    bool severalTimes = false;  ///< what serves more than one output time is worth keeping
+};
+
 const Results& RESULTS();
-/// The record to fill, for the readers in inputs/ only.
+/// The run's record to fill, for the driver, who hands it to the readers.
 Results& RESULTS_TO_FILL();
 /// Sizes the tables for a source: every value NO_VALUE, every cell wet.
-void ALLOCATE_RESULTS(std::int32_t values, std::int32_t cells, bool vector);
+void ALLOCATE_RESULTS(std::int32_t values, std::int32_t cells, bool vector, Results& results);
 /// The state before anything has been read: the start of a run and of every test.
 void INITIALISE_RESULTS();

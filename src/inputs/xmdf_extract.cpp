@@ -2,11 +2,9 @@
 
 #include "geometry/no_value.h"
 #include "inputs/fold_maximums.h"
-#include "inputs/results.h"
 #include "inputs/xmdf_messages.h"
 #include "services/console.h"
 #include "services/exits.h"
-#include "services/options.h"
 #include "text_utils/numbers.h"
 
 #include <algorithm>
@@ -46,7 +44,7 @@ void readStep(XmdfReading& reading, std::int32_t step, const char* what, std::ve
 }
 
 void readIntoResults(XmdfReading& reading, std::int32_t step, const char* what) {
-    Results& results = RESULTS_TO_FILL();
+    Results& results = *reading.results;
     readStep(reading, step, what, results.x, results.y, results.wet);
 }
 
@@ -75,9 +73,10 @@ void readStored(XmdfReading& reading, const char* announcement) {
 }
 
 /// Times in the file's unit become hours, or seconds where the run shows those.
-void convertTimes(const XmdfItem& item) {
-    const double factor = OPTIONS().seconds ? item.facts.secondsPerUnit : item.facts.secondsPerUnit / 3600.0;
-    for (float& value : numberedFromOne(RESULTS_TO_FILL().x))
+void convertTimes(XmdfReading& reading) {
+    const double secondsPerUnit = reading.item->facts.secondsPerUnit;
+    const double factor = reading.seconds ? secondsPerUnit : secondsPerUnit / 3600.0;
+    for (float& value : numberedFromOne(reading.results->x))
         if (!IS_MISSING(value)) value = static_cast<float>(static_cast<double>(value) * factor);
 }
 
@@ -92,7 +91,7 @@ void readSingleOutput(XmdfReading& reading) {
                              "Contact " + std::string(SUPPORT_CONTACT)};
     readIntoResults(reading, 1, "data");
     closeAndSaySo(reading);
-    convertTimes(*reading.item);
+    convertTimes(reading);
 }
 
 /// The times behind one that was never written whole are not taken. Where that is the first, reading it tells why.
@@ -104,8 +103,8 @@ void findLastTime(XmdfReading& reading) {
     if (item.facts.cut || whole < reading.last) NOTE_INCOMPLETE();
     if (whole == 0 || whole >= reading.last) return;
     const OutputTime& missing = item.facts.times[static_cast<std::size_t>(whole)];
-    const bool seconds = OPTIONS().seconds;
-    const std::string time = TIME_TEXT(missing, TIME_DECIMALS(item.facts.times, seconds), seconds);
+    const int decimals = TIME_DECIMALS(item.facts.times, reading.seconds);
+    const std::string time = TIME_TEXT(missing, decimals, reading.seconds);
     DMESSAGE("WARNING - Dataset " + XMDF_QUOTED(item.path) + " in " + reading.entry->fileName +
              " was not written whole at time number " + AINTEGER(whole + 1) + " (time " + time + "). Only the " +
              AINTEGER(whole) + " before it can be used.");
@@ -126,7 +125,7 @@ void readTime(XmdfReading& reading, std::int32_t step) {
     REPORT((vector ? "Reading vector data at timestep " : "Reading scalar data at timestep ") + AINTEGER(step));
     readIntoResults(reading, step, vector ? "data from timestep" : "data");
     const std::vector<OutputTime>& times = reading.item->facts.times;
-    RESULTS_TO_FILL().time = times[static_cast<std::size_t>(step - 1)];
+    reading.results->time = times[static_cast<std::size_t>(step - 1)];
     if (step < reading.last) return;
     REPORT("Processing final timestep... closing group");
     closeGroup(reading);
@@ -136,7 +135,7 @@ void extractTemporalMaximums(XmdfReading& reading) {
     REPORT("Extracting maximums from /Temporal/ folder in " + reading.entry->fileName);
     REPORT("Opening data group: " + reading.item->path);
     openGroup(reading);
-    Results& kept = RESULTS_TO_FILL();
+    Results& kept = *reading.results;
     const bool flagged = reading.item->facts.flags > 0;
     if (flagged) std::fill(kept.wet.begin(), kept.wet.end(), std::uint8_t{0});
     std::vector<float> x(kept.x.size()), y(kept.y.size());
@@ -165,9 +164,9 @@ void readTheOne(XmdfReading& reading) {
 
 }  // namespace
 
-XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred) {
-    ALLOCATE_RESULTS(item.facts.values, item.facts.flags, item.kind == XmdfKind::Vector);
-    Results& results = RESULTS_TO_FILL();
+XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred, bool seconds,
+                               Results& results) {
+    ALLOCATE_RESULTS(item.facts.values, item.facts.flags, item.kind == XmdfKind::Vector, results);
     results.cellCentred = cellCentred;
     results.endReached = false;
     results.quantity = item.quantity;
@@ -176,6 +175,8 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
     XmdfReading reading;
     reading.entry = &entry;
     reading.item = &item;
+    reading.results = &results;
+    reading.seconds = seconds;
     reading.last = static_cast<std::int32_t>(item.facts.times.size());
     return reading;
 }
@@ -189,8 +190,8 @@ bool NEXT_XMDF_OUTPUT(XmdfReading& reading) {
     } else {
         readTheOne(reading);
         reading.done = true;
-        RESULTS_TO_FILL().time = item.time;
+        reading.results->time = item.time;
     }
-    RESULTS_TO_FILL().endReached = reading.done;
+    reading.results->endReached = reading.done;
     return true;
 }

@@ -1,12 +1,15 @@
-// Reads the values of the chosen datasets into the results record.
+// Reads the values of the chosen datasets into a results record of the caller's.
 #pragma once
 
+#include "inputs/results.h"
 #include "inputs/xmdf_items.h"
 
-/// One item on its way into the results record. Its group closes itself.
+/// One item on its way into a results record. Its group closes itself.
 struct XmdfReading {
     XmdfEntry* entry = nullptr;
     const XmdfItem* item = nullptr;
+    Results* results = nullptr;  ///< what is filled
+    bool seconds = false;   ///< the values of a /Times/ dataset become seconds, else hours; so do times in messages
     XmdfGroup group;        ///< open from the first output to the last
     std::int32_t next = 1;  ///< AllTimes: number of the time that is read next
     std::int32_t last = 0;  ///< number of the last time that can be read
@@ -15,11 +18,12 @@ struct XmdfReading {
 };
 
 /// Sizes the results record for the item, every value missing and every cell wet, and labels it; nothing is read yet.
-/// Both must live as long as the reading. cellCentred: the item has one value per cell of the mesh.
-XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred);
+/// All three must live as long as the reading. cellCentred: the item has one value per cell of the mesh. seconds: what
+/// the run shows times in.
+XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cellCentred, bool seconds,
+                               Results& results);
 
 /// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False,
-/// and nothing read, when none is left. The values of a /Times/ dataset become hours, or seconds with -sec. AllTimes
-/// ends with a WARNING, and the run counts as incomplete, before a time that was never written whole. Throws
-/// XmdfUnreadable on a failure of the library.
+/// and nothing read, when none is left. AllTimes ends with a WARNING, and the run counts as incomplete, before a time
+/// that was never written whole. Throws XmdfUnreadable on a failure of the library.
 bool NEXT_XMDF_OUTPUT(XmdfReading& reading);

@@ -66,7 +66,7 @@ void writeRows(int file, const Grid& grid, std::vector<char>& buffer) {
 
 }  // namespace
 
-void WRITE_FLT(const std::string& base, const Grid& grid) {
+void WRITE_FLT(const std::string& base, const Grid& grid, GridPrecision) {
     const int headerFile = OPEN_FILE(base + ".hdr", "O ", "hdr");
     WRITE_OR_STOP(headerFile, header(grid));
     CLOSE_FILE(headerFile);

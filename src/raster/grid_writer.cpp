@@ -1,12 +1,9 @@
 #include "raster/grid_writer.h"
 
 #include "geometry/no_value.h"
-#include "raster/asc_writer.h"
 #include "raster/fixed_decimals.h"
-#include "raster/flt_writer.h"
 #include "services/console.h"
 #include "services/exits.h"
-#include "services/files.h"
 #include "services/options.h"
 #include "services/projection_text.h"
 #include "text_utils/numbers.h"
@@ -64,15 +61,9 @@ GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
     return precision;
 }
 
-void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, GridPrecision precision,
+void WRITE_GRID(GridWriter writer, const std::string& base, const Grid& grid, GridPrecision precision,
                 std::string_view projection) {
     if (grid.ncols < 1 || grid.nrows < 1 || grid.values.size() != CELL_COUNT(grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
-    const std::string name = base + (format == GridFormat::Float ? ".flt" : ".asc");
-    BEGIN_OUTPUT(name);
-    switch (format) {
-        case GridFormat::Ascii: WRITE_ASC(base, grid, precision); break;
-        case GridFormat::Float: WRITE_FLT(base, grid); break;
-    }
+    writer(base, grid, precision);
     if (!TRIMMED(projection).empty()) WRITE_PRJ(base, std::string(TRIMF(projection)) + "\n");
-    FINISH_OUTPUT(name);
 }

@@ -1,4 +1,4 @@
-// Writes a finished grid to disk: ESRI ASCII grid (.asc) or binary float grid (.flt with .hdr), and its .prj.
+// Writes a finished grid to disk by the writer of its format, and its .prj.
 #pragma once
 
 #include "raster/grid.h"
@@ -6,8 +6,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-enum class GridFormat : std::int32_t { Ascii = 1, Float = 2 };
 
 /// How a value is written in an ASCII grid.
 struct GridPrecision {
@@ -20,9 +18,12 @@ struct GridPrecision {
 /// default.
 GridPrecision SET_OUTPUT_PRECISION(const Grid& grid);
 
-/// Writes <base>.asc, or <base>.hdr and <base>.flt, and with a projection <base>.prj. Rows go out from north to south;
-/// cells that are not finite are written as NO_VALUE. The corner in the header is that of the lower-left cell.
-/// projection: the .prj text on one line; blank writes no .prj. A file that cannot be written completely stops the run,
-/// naming it.
-void WRITE_GRID(GridFormat format, const std::string& base, const Grid& grid, GridPrecision precision,
+/// Writes the grid's own files under `base`, a name without extension; the precision is that of text formats. A file
+/// that cannot be written completely stops the run.
+using GridWriter = void (*)(const std::string& base, const Grid& grid, GridPrecision precision);
+
+/// Writes the grid by its format's writer, and with a projection <base>.prj. Rows go out from north to south; cells
+/// that are not finite are written as NO_VALUE. The corner in the header is that of the lower-left cell. projection:
+/// the .prj text on one line; blank writes no .prj. A file that cannot be written completely stops the run, naming it.
+void WRITE_GRID(GridWriter writer, const std::string& base, const Grid& grid, GridPrecision precision,
                 std::string_view projection);

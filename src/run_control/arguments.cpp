@@ -57,9 +57,10 @@ void takeInputFile(const std::string& name) {
 
 /// Applies the switch at `at` and returns the position of the next argument to look at.
 std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at, std::size_t dash) {
-    SwitchArgument given{arguments[at], arguments[at].substr(dash), {}, {}};
-    const Switch* row = FIND_SWITCH(given.text);
-    if (row == nullptr) return at + 1;
+    SwitchArgument given{arguments[at], {}, arguments[at].substr(dash), {}, {}};
+    const std::optional<Switch> row = FIND_SWITCH(given.text);
+    if (!row) return at + 1;
+    given.keyword = row->keyword;
     given.behind = given.text.substr(row->keyword.size());
     const bool hasNext = at + 1 < arguments.size();
     if (hasNext) given.next = arguments[at + 1];

@@ -4,15 +4,16 @@
 #include "inputs/mesh.h"
 #include "inputs/mesh_reader.h"
 #include "inputs/one_d_triangles.h"
-#include "inputs/results.h"
+#include "inputs/xmdf_source.h"
 #include "raster/odd_quads.h"
 #include "run_control/arguments.h"
-#include "run_control/convert_dat.h"
-#include "run_control/convert_xmdf.h"
+#include "run_control/convert_results.h"
 #include "run_control/file_questions.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
+#include "run_control/output_formats.h"
 #include "run_control/output_stage.h"
+#include "run_control/results_choice.h"
 #include "run_control/switch_checks.h"
 #include "run_control/usage.h"
 #include "run_control/world_file.h"
@@ -22,7 +23,13 @@
 #include "services/options.h"
 #include "services/projection.h"
 #include "text_utils/numbers.h"
-#include "vector_outputs/vector_output.h"
+#include "text_utils/paths.h"
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
 
 #include <chrono>
 #include <cstddef>
@@ -35,7 +42,7 @@ void initialiseRun() {
     INITIALISE_EXITS();
     INITIALISE_FILES();
     SET_FILE_QUESTIONS(CONSOLE_FILE_QUESTIONS());
-    INITIALISE_MESH();
+    MESH_TO_FILL() = Mesh{};
     INITIALISE_RESULTS();
     gisInitialise();
 }
@@ -78,47 +85,73 @@ void checkDatasetSwitches() {
     if (INPUT_FILES().kind == InputKind::Xmdf) return;
     if (options.typeGiven || options.scalarIdGiven || options.vectorIdGiven)
         DMESSAGE(
-            "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non XMDF "
+            "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non "
+            "XMDF "
             "files");
 }
 
 /// A layer's spacing is asked for behind the input, whose folder says what its units are; a raster's comes first.
 void askInGoodOrder() {
-    const bool layer = OPTIONS().mif || OPTIONS().shp;
+    const bool layer = GIVEN(OPTIONS(), Family::Layer);
     if (!layer) CHECK_GRID_SWITCHES();
     FIND_INPUT_FILE();
     if (layer) CHECK_GRID_SWITCHES();
 }
 
-void readMesh() {
+void readMesh(Mesh& mesh) {
     const int file = OPEN_FILE(INPUT_FILES().mesh, "I ", "2dm");
-    SCAN_2DM(file);
-    SIZE_MESH_TABLES();
-    READ_2DM(file, OPTIONS());
+    SCAN_2DM(file, mesh);
+    SIZE_MESH_TABLES(mesh);
+    READ_2DM(file, OPTIONS().removedParts, mesh);
     REPORT("Finished with .2dm file, closing...");
     CLOSE_FILE(file);
 }
 
 /// Water level lines belong into a grid; every other output tells them from the cells.
-void settleOneD() {
-    if (!OPTIONS().raster()) SETTLE_ONE_D_TRIANGLES(OPTIONS().no1d);
+void settleOneD(Mesh& mesh) {
+    if (!GIVEN(OPTIONS(), Family::Raster)) SETTLE_ONE_D_TRIANGLES(mesh, OPTIONS().no1d);
 }
 
 /// The mesh reader has already marked what -rmp leaves out; this tells the user that it counts.
-void reportRemovedNodes() {
+void reportRemovedNodes(const Mesh& mesh) {
     if (OPTIONS().keepAllMeshParts) return;
     REPORT("Filtering out nodes from removed meshparts...");
-    Progress("Node: ").finish(MESH().nodeCount);
+    Progress("Node: ").finish(mesh.nodeCount);
     REPORT("   Done...");
 }
 
-void convertInput() {
-    switch (INPUT_FILES().kind) {
-        case InputKind::Mesh: OUTPUT_BATHYMETRY(); break;
-        case InputKind::Dat: CONVERT_DAT(); break;
-        case InputKind::Xmdf: CONVERT_XMDF(); break;
+void convertMesh(const Mesh& mesh, OutputStages& stages) {
+    OutputLabel label;
+    label.base = FILENAMEPATH(INPUT_FILES().input);
+    label.timed = false;
+    for (const auto& stage : stages) {
+        stage->takeMesh(mesh, label);
+        stage->finish();
     }
-    FINISH_OUTPUTS();
+}
+
+/// What the results file says of itself before the mesh is looked for.
+struct Identified {
+    std::unique_ptr<ResultsSource> dat;
+    std::string xmdfType;
+};
+
+Identified identifyResults() {
+    const RunOptions& options = OPTIONS();
+    Identified found;
+    if (INPUT_FILES().kind == InputKind::Xmdf) found.xmdfType = CHOOSE_XMDF_TYPE(options);
+    if (INPUT_FILES().kind != InputKind::Dat) return found;
+    found.dat = std::make_unique<DatSource>(INPUT_FILES().input, TIME_CHOICE(options));
+    REPORT_CUTOFF(options, found.dat->datasets().front().quantity);
+    return found;
+}
+
+void convertInput(Identified input, const Mesh& mesh, OutputStages& stages) {
+    if (INPUT_FILES().kind == InputKind::Mesh) return convertMesh(mesh, stages);
+    std::unique_ptr<ResultsSource> source = std::move(input.dat);
+    if (source) REPORT("Reading .dat file...");
+    else source = std::make_unique<XmdfSource>(INPUT_FILES().input, OPTIONS(), input.xmdfType);  // takes its time
+    CONVERT_RESULTS(*source, FILENAMEPATH(INPUT_FILES().input), mesh, RESULTS_TO_FILL(), stages);
 }
 
 }  // namespace
@@ -130,26 +163,26 @@ int CONVERT(int argc, const char* const argv[]) {
     explainWrongSwitches();
     CHECK_SWITCHES();
     explainWrongSwitches();
-    if (OPTIONS().wld) return convertWorldFile();
-    CHECK_OUTPUT_STAGE();
+    if (GIVEN(OPTIONS(), Family::WorldFile)) return convertWorldFile();
+    OutputStages stages = MAKE_OUTPUT_STAGES();
     askInGoodOrder();
     if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
-    FIND_PROJECTION();
+    FIND_PROJECTION(OPTIONS().inputFile, OUTPUT_FORMAT(OPTIONS()).projection);
     gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
     TAKE_OVER_TEMPLATE_GRID();
     FIND_INPUT_KIND();
     checkDatasetSwitches();
-    if (INPUT_FILES().kind == InputKind::Dat) IDENTIFY_DAT();
-    if (INPUT_FILES().kind == InputKind::Xmdf) IDENTIFY_XMDF();
+    Identified results = identifyResults();
     FIND_MESH_FILE();
-    readMesh();
-    REPORT_ODD_QUADS(MESH());
-    settleOneD();
-    CHOOSE_GRID();
+    Mesh& mesh = MESH_TO_FILL();
+    readMesh(mesh);
+    REPORT_ODD_QUADS(mesh);
+    settleOneD(mesh);
+    CHOOSE_GRID(mesh);
     REPORT("Allocating results storage...");
-    reportRemovedNodes();
-    if (IS_VECTOR_OUTPUT()) REPORT_POINT_FILTER(MESH());
-    convertInput();
+    reportRemovedNodes(mesh);
+    for (const auto& stage : stages) stage->meshRead(mesh);
+    convertInput(std::move(results), mesh, stages);
     if (OUTPUTS_WRITTEN() == 0) STOP_WITHOUT_OUTPUT();
     reportCounts(start);
     REPORT("Finished.");

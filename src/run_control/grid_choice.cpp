@@ -4,6 +4,7 @@
 #include "raster/default_spacing.h"
 #include "raster/external_grid.h"
 #include "raster/grid_extent.h"
+#include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/options.h"
@@ -46,7 +47,7 @@ void takeOverTemplate(const RunOptions& options) {
 void CHECK_GRID_SWITCHES() {
     const RunOptions& options = OPTIONS();
     if (!options.grid || !options.likeGrid.empty()) return;
-    if (!options.raster() && !options.shp && !options.mif)
+    if (!GIVEN(options, Family::Raster) && !GIVEN(options, Family::Layer))
         STOP_RUN("ERROR - -grid option must only be specified with -asc, -shp or -mif option");
     if (!options.gridSpacingGiven)
         SET_GRID_SPACING(askSpacing("No grid spacing specified after -grid option.  Enter spacing in metres -> "));
@@ -57,14 +58,14 @@ void TAKE_OVER_TEMPLATE_GRID() {
     if (!OPTIONS().likeGrid.empty()) takeOverTemplate(OPTIONS());
 }
 
-void CHOOSE_GRID() {
+void CHOOSE_GRID(const Mesh& mesh) {
     const RunOptions& options = OPTIONS();
-    if (!options.raster() || options.grid || templateGrid.cellSize > 0.0) return;
-    if (const std::optional<double> spacing = DEFAULT_SPACING(MESH())) return SET_GRID_SPACING(*spacing);
+    if (!GIVEN(options, Family::Raster) || options.grid || templateGrid.cellSize > 0.0) return;
+    if (const std::optional<double> spacing = DEFAULT_SPACING(mesh)) return SET_GRID_SPACING(*spacing);
     SET_GRID_SPACING(askSpacing("No grid spacing specified for QELDRA -asc output.  Enter spacing in metres -> "));
 }
 
-Grid GRID_HEADER(bool cellCentred) {
+Grid GRID_HEADER(const Mesh& mesh, bool cellCentred) {
     if (templateGrid.cellSize > 0.0) return templateGrid;
-    return LAYOUT_GRID(MESH(), OPTIONS().gridSpacing, cellCentred || OPTIONS().cellCentred);
+    return LAYOUT_GRID(mesh, OPTIONS().gridSpacing, cellCentred || OPTIONS().cellCentred);
 }

@@ -21,8 +21,7 @@ namespace {
 
 }  // namespace
 
-bool MATCH_RESULTS_TO_MESH(std::int32_t values, std::int32_t flags, std::string_view kind) {
-    const Mesh& mesh = MESH();
+bool MATCH_RESULTS_TO_MESH(const Mesh& mesh, std::int32_t values, std::int32_t flags, std::string_view kind) {
     const bool fitsNodes = values == mesh.nodeCount;
     const bool fitsCells = values == mesh.elementCount;
     if (!fitsNodes && !fitsCells) mismatch("nodes", values, mesh.nodeCount, std::string(kind));

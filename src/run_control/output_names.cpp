@@ -101,15 +101,6 @@ std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extensio
     return !extension.empty() && FILEEXT(name) == extension ? FILENAMEPATH(TRIMF(name)) : std::string(TRIMF(name));
 }
 
-std::string OUTPUT_EXTENSION(const RunOptions& options) {
-    if (options.mif) return ".mif";
-    if (options.shp) return ".shp";
-    if (options.asc) return ".asc";
-    if (options.flt) return ".flt";
-    if (options.cp || options.lp || options.txt) return "";
-    STOP_RUN("ERROR - Should not be here [adding extension type], contact " + std::string(SUPPORT_CONTACT));
-}
-
 bool MAY_WRITE_SEVERAL(const RunOptions& options) {
     return options.allTimes || options.allTypes || options.folderGiven;
 }

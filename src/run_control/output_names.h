@@ -32,9 +32,6 @@ std::string GRID_TAG(double cellSize);
 /// The name less the extension that the format adds itself: ("Run.asc", ".asc") -> "Run".
 std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extension);
 
-/// Extension of the run's output format with its dot.
-std::string OUTPUT_EXTENSION(const RunOptions& options);
-
 /// True where only the input tells whether the run writes several outputs.
 bool MAY_WRITE_SEVERAL(const RunOptions& options);
 

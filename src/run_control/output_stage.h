@@ -1,25 +1,33 @@
-// Where a dataset at one output time becomes files: the one place that knows which outputs exist.
+// The outputs of a run as stages: each takes what the inputs hand on, and owns its grids, plans, layers and tables. The
+// driver knows nothing else of them.
 #pragma once
 
+#include "inputs/mesh.h"
 #include "inputs/results.h"
 #include "run_control/output_names.h"
 
-/// Stops the run before any work when the output that was asked for does not exist.
-void CHECK_OUTPUT_STAGE();
+#include <memory>
+#include <vector>
+
+class OutputStage {
+public:
+    virtual ~OutputStage() = default;
+    /// Once the mesh is there: what the stage leaves out of it is said.
+    virtual void meshRead(const Mesh&) {}
+    /// What comes next: several datasets and times of one kind. Memory taken for an earlier kind is given back first.
+    virtual void begin(const Mesh& mesh, const ResultsKind& kind) = 0;
+    /// One dataset at one output time. label: base and dataset tag; the grid size is filled in by the stage.
+    virtual void take(const Results& results, OutputLabel label) = 0;
+    /// The bed of a mesh that is converted alone; nothing else is begun or taken then.
+    virtual void takeMesh(const Mesh& mesh, OutputLabel label) = 0;
+    /// After the last one: whatever was collected is written.
+    virtual void finish() {}
+};
+
+using OutputStages = std::vector<std::unique_ptr<OutputStage>>;
 
 /// "ERROR - No data processed ...": the run has come to its end, or to where it sees it, without an output.
 [[noreturn]] void STOP_WITHOUT_OUTPUT();
 
-/// Says what the following outputs have in common, before the first of them. vector, cellCentred: what the results will
-/// be. severalTimes: more than one output time follows, so what serves them all is worth keeping.
-void BEGIN_OUTPUTS(bool vector, bool cellCentred, bool severalTimes);
-
-/// Writes one dataset at one output time in the run's format. label: base and dataset tag; time and grid size are
-/// filled in here.
-void OUTPUT_RESULTS(const Results& results, OutputLabel label);
-
-/// Writes the bed elevations of the mesh alone.
-void OUTPUT_BATHYMETRY();
-
-/// After the last output: what was collected is written.
-void FINISH_OUTPUTS();
+/// The stages of the formats asked for; stops the run before any work where a switch does not fit them.
+OutputStages MAKE_OUTPUT_STAGES();

@@ -3,6 +3,8 @@
 #include "gis/layers.h"
 #include "inputs/coordinate_decimals.h"
 #include "profiles/line_layer.h"
+#include "run_control/input_files.h"
+#include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -57,24 +59,26 @@ void startLayerLibrary(const RunOptions& options, const Mesh& mesh) {
 
 }  // namespace
 
-SampleStage::SampleStage(const RunOptions& options) : options_(options) {
-    if (options.lp) checkLayer(options.lpFile, "Long profile", "-lp");
-    if (options.cp) checkLayer(options.cpFile, "Calibration point", "-cp");
+SampleStage::SampleStage(const RunOptions& options)
+    : options_(options), lp_(GIVEN(options, Family::Profile)), cp_(GIVEN(options, Family::Points)) {
+    if (lp_) checkLayer(options.lpFile, "Long profile", "-lp");
+    if (cp_) checkLayer(options.cpFile, "Calibration point", "-cp");
     if (options.freeSurfaceOnly) DMESSAGE("WARNING - Obvert levels not available, -fso has no effect.");
 }
 
-void SampleStage::start(const Mesh& mesh) {
+/// The layers are read once; every kind of results is sampled at the same places.
+void SampleStage::begin(const Mesh& mesh, const ResultsKind&) {
     if (std::exchange(started_, true)) return;
-    if (options_.lp && mesh.highResolution)
+    if (lp_ && mesh.highResolution)
         DMESSAGE("WARNING - High Res Results not fully tested with long profiles. Please check results.");
     startLayerLibrary(options_, mesh);
     const ProfileRules rules = profileRules(options_, mesh);
     std::vector<ProfileLine> lines;
-    if (options_.lp) lines = READ_PROFILE_LINES(options_.lpFile);
-    if (options_.cp) marks_ = READ_CALIBRATION_POINTS(options_.cpFile);
+    if (lp_) lines = READ_PROFILE_LINES(options_.lpFile);
+    if (cp_) marks_ = READ_CALIBRATION_POINTS(options_.cpFile);
     const PointIndex index = INDEX_ELEMENTS(mesh, PlanKind::Nodes);
-    if (options_.lp) profiles_ = START_PROFILES(mesh, index, std::move(lines), options_.cp ? &marks_ : nullptr, rules);
-    if (options_.cp) points_ = START_POINTS(mesh, index, marks_, pointRules(options_, rules.coordinateDecimals));
+    if (lp_) profiles_ = START_PROFILES(mesh, index, std::move(lines), cp_ ? &marks_ : nullptr, rules);
+    if (cp_) points_ = START_POINTS(mesh, index, marks_, pointRules(options_, rules.coordinateDecimals));
 }
 
 void SampleStage::beginDataset(const Results& results, const OutputLabel& label) {
@@ -96,8 +100,7 @@ void SampleStage::endDataset() {
     END_POINTS(*points_, OUTPUT_NAME(label, {"_cp.csv"}));
 }
 
-void SampleStage::take(const Mesh& mesh, const Results& results, OutputLabel label) {
-    start(mesh);
+void SampleStage::take(const Results& results, OutputLabel label) {
     label.vector = false;  // whole vectors, whatever component was asked for
     if (outputs_ == 0 || last_.base != label.base || last_.quantity != label.quantity) beginDataset(results, label);
     last_ = label;
@@ -107,8 +110,8 @@ void SampleStage::take(const Mesh& mesh, const Results& results, OutputLabel lab
     if (points_) TAKE_POINTS(*points_, results, time, OUTPUT_NAME(label, POINT_LAYER_FILES(marks_)));
 }
 
-void SampleStage::takeMesh(const Mesh& mesh, const OutputLabel& label) {
-    start(mesh);
+void SampleStage::takeMesh(const Mesh& mesh, OutputLabel label) {
+    begin(mesh, {});
     last_ = label;
     std::vector<std::string_view> files = POINT_LAYER_FILES(marks_);
     files.push_back("_cp.csv");
@@ -116,15 +119,15 @@ void SampleStage::takeMesh(const Mesh& mesh, const OutputLabel& label) {
 }
 
 /// One output is named after its time, several times after their dataset, several datasets after the run.
-std::string SampleStage::profileBase(const std::string& runBase) const {
-    if (datasets_.size() > 1) return runBase;
+std::string SampleStage::profileBase() const {
+    if (datasets_.size() > 1) return FILENAMEPATH(INPUT_FILES().input);
     OutputLabel label = last_;
     label.timed = label.timed && outputs_ == 1 && !options_.allTimes;
     return OUTPUT_NAME(label, {});
 }
 
-void SampleStage::finish(const std::string& runBase) {
+void SampleStage::finish() {
     endDataset();
-    if (profiles_) FINISH_PROFILES(*profiles_, profileBase(runBase));
+    if (profiles_) FINISH_PROFILES(*profiles_, profileBase());
     gisCloseAllLayers();
 }

@@ -5,7 +5,7 @@
 #include "inputs/results.h"
 #include "profiles/point_stage.h"
 #include "profiles/profile_stage.h"
-#include "run_control/output_names.h"
+#include "run_control/output_stage.h"
 
 #include <cstddef>
 #include <optional>
@@ -14,25 +14,23 @@
 
 /// Takes every dataset and time of a run. Layers of points are written as the times come, tables at the end of a
 /// dataset, profiles at the end of the run, so that nothing looks complete after a run that stopped.
-class SampleStage {
+class SampleStage : public OutputStage {
 public:
     /// Stops the run when a layer that was asked for is not there. options: must live as long as the stage.
     explicit SampleStage(const RunOptions& options);
 
-    /// One dataset at one output time. label: base and dataset tag.
-    void take(const Mesh& mesh, const Results& results, OutputLabel label);
-    /// The bed of a mesh that is converted alone.
-    void takeMesh(const Mesh& mesh, const OutputLabel& label);
-    /// After the last one. runBase: folder and name of outputs that hold several datasets, without extension.
-    void finish(const std::string& runBase);
+    void begin(const Mesh& mesh, const ResultsKind& kind) override;
+    void take(const Results& results, OutputLabel label) override;
+    void takeMesh(const Mesh& mesh, OutputLabel label) override;
+    void finish() override;
 
 private:
-    void start(const Mesh& mesh);
     void beginDataset(const Results& results, const OutputLabel& label);
     void endDataset();
-    std::string profileBase(const std::string& runBase) const;
+    std::string profileBase() const;
 
     const RunOptions& options_;
+    bool lp_, cp_;
     bool started_ = false;
     CalibrationPoints marks_;
     std::optional<ProfileStage> profiles_;

@@ -1,13 +1,16 @@
 #include "run_control/switch_checks.h"
 
 #include "inputs/output_types.h"
+#include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/options.h"
 #include "text_utils/text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -23,26 +26,10 @@ void say(std::string_view message, std::string_view consequence) {
 
 void checkFormats(RunOptions& o) {
     stopIf(o.vmi, "ERROR - vmi output no longer supported.");
-    const struct {
-        bool given;
-        std::string_view line;
-    } formats[] = {
-        {o.asc, ".asc output format specified."},
-        {o.mif, ".mif output format specified."},
-        {o.shp, ".shp output format specified."},
-        {o.txt, ".txt output format specified."},
-        {o.lp, "Long profile (.csv) output format specified."},
-        {o.cp, "Calibration point (.csv) output format specified."},
-        {o.wld, ".wld output format specified."},
-        {o.flt, ".flt output format specified."},
-    };
-    int count = 0;
-    for (const auto& format : formats) {
-        if (!format.given) continue;
-        REPORT(format.line);
-        ++count;
-    }
-    if (o.lp && o.cp) --count;  // calibration points along profiles are one output
+    const std::vector<const OutputFormat*> formats = FORMATS_GIVEN(o);
+    for (const OutputFormat* format : formats) REPORT(format->line);
+    std::size_t count = formats.size();
+    if (GIVEN(o, Family::Profile) && GIVEN(o, Family::Points)) --count;  // points along profiles are one output
     if (count == 1) return;
     DMESSAGE(count == 0 ? "ERROR - No output format flag specified."
                         : "ERROR - More than one output format specified. Refer to above for more information.");
@@ -71,7 +58,7 @@ void checkOutputName(RunOptions& o) {
         DMESSAGE("Warning - Supress grid size (-sgs) switch ignored as output file specified.");
         o.suppressGridSize = false;
     }
-    if ((o.suppressGridSize || o.outputNameGiven) && !o.mif && !o.raster() && !o.shp) {
+    if ((o.suppressGridSize || o.outputNameGiven) && !GIVEN(o, Family::Raster) && !GIVEN(o, Family::Layer)) {
         say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc "
             "outputs.",
             "-sgs or -out flag ignored.");
@@ -82,11 +69,12 @@ void checkOutputName(RunOptions& o) {
 
 void checkShapes(RunOptions& o) {
     constexpr float LEAST_THICKNESS = 0.00001F;
-    if (o.mif && o.shp) {
+    const std::vector<const OutputFormat*> formats = FORMATS_GIVEN(o);
+    const bool outlined = std::any_of(formats.begin(), formats.end(), [](const auto* f) { return f->outlinedArrows; });
+    if (outlined && std::find(o.outputs.begin(), o.outputs.end(), "mif") != o.outputs.end()) {
         say("Warning - Both .mif and .shp outputs requested, can only process on at a time.", "Ignoring shp format.");
-        o.shp = false;
-    }
-    if (o.shp && o.vector && std::abs(o.tailThicknessFactor) < LEAST_THICKNESS) {
+        DROP_FORMATS(o, [](const OutputFormat& format) { return format.outlinedArrows; });
+    } else if (outlined && o.vector && std::abs(o.tailThicknessFactor) < LEAST_THICKNESS) {
         DMESSAGE("Check - Tail Thickness Factor not set for Arc Shape vectors, using 0.01 times arrow size.");
         o.tailThicknessFactor = 0.01F;
     }
@@ -115,11 +103,16 @@ void checkAllTimes(RunOptions& o) {
 }
 
 void checkRegions(RunOptions& o) {
-    stopIf(o.region && o.raster(), "ERROR - Invalid flag combination (-region and -asc).");
+    stopIf(o.region && GIVEN(o, Family::Raster), "ERROR - Invalid flag combination (-region and -asc).");
     // points and profiles are the format of such a run
-    if (o.cp || o.lp) o.mif = o.vmi = o.asc = o.flt = o.shp = false;
+    if (GIVEN(o, Family::Profile) || GIVEN(o, Family::Points)) {
+        o.vmi = false;
+        DROP_FORMATS(o, [](const OutputFormat& format) {
+            return format.family == Family::Raster || format.family == Family::Layer;
+        });
+    }
     stopIf(o.region && o.vector, "ERROR - Both -region and -arrows or -vector specified.");
-    if (!ASAME(o.pointTypes, "All") && o.raster()) {
+    if (!ASAME(o.pointTypes, "All") && GIVEN(o, Family::Raster)) {
         DMESSAGE("WARNING - Filtering (-pts) option only valid with -shp or -mif output.");
         PAUSE();
     }
@@ -134,7 +127,7 @@ void checkComponents(const RunOptions& o) {
 
 void checkTemplateGrid(RunOptions& o) {
     if (o.likeGrid.empty()) return;
-    if (!o.raster()) {
+    if (!GIVEN(o, Family::Raster)) {
         DMESSAGE("WARNING - Template grid (-like) option only valid with -asc or -flt output, -like ignored.");
         o.likeGrid.clear();
     } else if (o.grid) {
@@ -150,7 +143,8 @@ void CHECK_SWITCHES() {
     RunOptions& options = OPTIONS_TO_FILL();
     checkFormats(options);
     checkTimes(options);
-    stopIf(options.vector && !options.mif && !options.shp, "Error - Vector option requires -mif or -shp output type.");
+    stopIf(options.vector && !GIVEN(options, Family::Layer),
+           "Error - Vector option requires -mif or -shp output type.");
     checkTypeOfPeak(options);
     checkOutputName(options);
     checkShapes(options);

@@ -1,5 +1,6 @@
 #include "run_control/switches.h"
 
+#include "run_control/output_formats.h"
 #include "run_control/precision.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -65,9 +66,14 @@ void takeName(RunOptions& options, const SwitchArgument& given) {
     options.*Field = given.next;
 }
 
-template <bool RunOptions::*Flag, std::string RunOptions::*Field>
-void setAndTakeName(RunOptions& options, const SwitchArgument& given) {
-    options.*Flag = true;
+void addOutput(RunOptions& options, const SwitchArgument& given) {
+    if (std::find(options.outputs.begin(), options.outputs.end(), given.keyword) == options.outputs.end())
+        options.outputs.push_back(given.keyword);
+}
+
+template <std::string RunOptions::*Field>
+void addOutputAndTakeName(RunOptions& options, const SwitchArgument& given) {
+    addOutput(options, given);
     options.*Field = given.next;
 }
 
@@ -216,19 +222,19 @@ using O = RunOptions;
 constexpr Switch TABLE[] = {
     {"2dm", takeName<&O::meshFile>, NEXT},
     {"grid", setGrid},
-    {"mif", set<&O::mif>},
+    {"mif", addOutput},
     {"vmi", set<&O::vmi>},
-    {"asc", set<&O::asc>},
-    {"shp", set<&O::shp>},
-    {"txt", set<&O::txt>},
+    {"asc", addOutput},
+    {"shp", addOutput},
+    {"txt", addOutput},
     {"fso", set<&O::freeSurfaceOnly>},
     {"sec", set<&O::seconds>},  // the "s" switches stand before "s"
-    {"wld", set<&O::wld>},
+    {"wld", addOutput},
     {"cd", setReal<&O::cutoffDepth>},
     {"cpsd", setSearchDistance},  // before "cp"
     {"lpmd", setMarkerDistance},  // before "lp"
-    {"cp", setAndTakeName<&O::cp, &O::cpFile>, NEXT},
-    {"lp", setAndTakeName<&O::lp, &O::lpFile>, NEXT},
+    {"cp", addOutputAndTakeName<&O::cpFile>, NEXT},
+    {"lp", addOutputAndTakeName<&O::lpFile>, NEXT},
     {"prec", setPrecision},
     {"vector", set<&O::vector>},
     {"arrow", set<&O::vector>},
@@ -260,7 +266,6 @@ constexpr Switch TABLE[] = {
     {"folder", setText<&O::folderGiven, &O::folder>},
     {"dttol", setTolerance},
     {"cc", set<&O::cellCentred>},
-    {"flt", set<&O::flt>},  // last, so that no other switch changes its meaning
     {"like", takeName<&O::likeGrid>, NEXT},
     {"prjwarn", set<&O::projectionWarning>},
     {"no1d", set<&O::no1d>},
@@ -269,10 +274,10 @@ constexpr Switch TABLE[] = {
 
 }  // namespace
 
-std::span<const Switch> SWITCHES() { return TABLE; }
-
-const Switch* FIND_SWITCH(std::string_view text) {
-    const auto row =
-        std::find_if(std::begin(TABLE), std::end(TABLE), [&](const Switch& s) { return BEGINS_WITH(text, s.keyword); });
-    return row == std::end(TABLE) ? nullptr : &*row;
+std::optional<Switch> FIND_SWITCH(std::string_view text) {
+    for (const Switch& row : TABLE)
+        if (BEGINS_WITH(text, row.keyword)) return row;
+    for (const OutputFormat& format : OUTPUT_FORMATS())
+        if (BEGINS_WITH(text, format.keyword)) return Switch{format.keyword, addOutput};
+    return {};
 }

@@ -3,16 +3,17 @@
 
 #include "services/options.h"
 
-#include <span>
+#include <optional>
 #include <string>
 #include <string_view>
 
 /// One switch as it was found on the command line.
 struct SwitchArgument {
-    std::string argument;  ///< as typed, for messages
-    std::string text;      ///< without its dash: "grid5"
-    std::string behind;    ///< what is glued to the keyword: "5"
-    std::string next;      ///< the following argument, whether the switch takes it or not; blank when there is none
+    std::string argument;      ///< as typed, for messages
+    std::string_view keyword;  ///< of the row it matched
+    std::string text;          ///< without its dash: "grid5"
+    std::string behind;        ///< what is glued to the keyword: "5"
+    std::string next;          ///< the following argument, whether the switch takes it or not; blank when there is none
 };
 
 struct Switch {
@@ -22,6 +23,6 @@ struct Switch {
     bool takesNext = false;
 };
 
-std::span<const Switch> SWITCHES();
-/// The first row whose keyword the text (without its dash) begins with; nullptr for an unknown switch.
-const Switch* FIND_SWITCH(std::string_view text);
+/// The first row whose keyword the text (without its dash) begins with; the output formats without a row of their own
+/// are tried last. Nothing for an unknown switch.
+std::optional<Switch> FIND_SWITCH(std::string_view text);

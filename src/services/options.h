@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 constexpr std::size_t MOST_REMOVED_PARTS = 100;
@@ -22,12 +23,11 @@ struct RunOptions {
     std::string likeGrid;
 
     // Output formats
-    bool mif = false, shp = false, asc = false, flt = false, txt = false, wld = false;
-    bool vmi = false;  ///< -vmi, always refused
+    std::vector<std::string_view> outputs;  ///< keywords of the formats asked for ("asc"), each once
+    bool vmi = false;                       ///< -vmi, always refused
 
     // Calibration points and long profiles
     bool freeSurfaceOnly = false;  ///< -fso
-    bool cp = false, lp = false;
     std::string cpFile, lpFile;
     double cpSearchDistance = 100.0;  ///< map units
     double lpMarkerDistance = 100.0;  ///< map units
@@ -95,9 +95,6 @@ struct RunOptions {
     std::string xmdfPath;
     bool folderGiven = false;
     std::string folder;
-
-    /// A regular grid on disk, text or binary: what -asc means in every check also goes for -flt.
-    bool raster() const { return asc || flt; }
 };
 
 const RunOptions& OPTIONS();

@@ -3,7 +3,6 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "services/options.h"
 #include "text_utils/paths.h"
 
 #include <optional>
@@ -13,10 +12,9 @@ namespace {
 Projection projection;
 
 /// Header.<extension> beside the input file, else Projection.<extension>.
-std::optional<std::string> projectionFile(std::string_view extension) {
+std::optional<std::string> projectionFile(const std::string& folder, std::string_view extension) {
     for (const std::string_view base : {"Header.", "Projection."})
-        if (auto found = FIND_FILE(FILEFOLDERPATH(OPTIONS().inputFile) + std::string(base) + std::string(extension)))
-            return found;
+        if (auto found = FIND_FILE(folder + std::string(base) + std::string(extension))) return found;
     return {};
 }
 
@@ -31,8 +29,8 @@ std::string coordSysOf(const std::string& name) {
 
 bool isProjection(std::string_view text) { return COORDINATE_KIND(text) != CoordinateKind::Unknown; }
 
-void findForMif() {
-    const std::optional<std::string> name = projectionFile("mif");
+void findForMif(const std::string& folder) {
+    const std::optional<std::string> name = projectionFile(folder, "mif");
     if (!name) {
         DMESSAGE("WARNING - A Header.mif or Projection.mif file does not exist in folder.");
         return REPORT("          Non-Earth Coordinates will be used.");
@@ -43,24 +41,25 @@ void findForMif() {
     REPORT("mif Projection: " + projection.coordSys);
 }
 
-void findForShp() {
-    const std::optional<std::string> name = projectionFile("prj");
+void findForShp(const std::string& folder) {
+    const std::optional<std::string> name = projectionFile(folder, "prj");
     if (!name) {
         DMESSAGE("WARNING - A Header.prj or Projection.prj file does not exist in folder.");
         return REPORT("   No projection file being written.");
     }
     REPORT("GIS Projection being extracted from " + *name);
     projection.prj = READ_PRJ(*name);
-    if (!isProjection(projection.prj)) STOP_RUN("ERROR - Projection line could not be found in " + *name);
+    if (!isProjection(projection.prj))
+        STOP_RUN("ERROR - Projection line could not be found in \"GIS Projection\" .prj file.");
     REPORT("shp Projection: " + projection.prj);
 }
 
-void findPrj() {
-    if (const std::optional<std::string> name = projectionFile("prj")) projection.prj = USE_PRJ(*name);
+void findPrj(const std::string& folder) {
+    if (const std::optional<std::string> name = projectionFile(folder, "prj")) projection.prj = USE_PRJ(*name);
 }
 
-void findCoordSys() {
-    const std::optional<std::string> name = projectionFile("mif");
+void findCoordSys(const std::string& folder) {
+    const std::optional<std::string> name = projectionFile(folder, "mif");
     if (!name) return;
     sayUsed(*name);
     projection.coordSys = coordSysOf(*name);
@@ -73,14 +72,13 @@ const Projection& PROJECTION() { return projection; }
 void INITIALISE_PROJECTION() { projection = {}; }
 void SET_PRJ(std::string_view text) { projection.prj = text; }
 
-void FIND_PROJECTION() {
+void FIND_PROJECTION(const std::string& inputFile, ProjectionUse use) {
     INITIALISE_PROJECTION();
-    const RunOptions& options = OPTIONS();
-    const bool both = options.txt || options.cp || options.lp;
-    if (options.mif) findForMif();
-    else if (both) findCoordSys();
-    if (options.shp && !options.mif) findForShp();
-    else if (both || options.raster()) findPrj();
+    const std::string folder = FILEFOLDERPATH(inputFile);
+    if (use.coordSys == ProjectionNeed::Wanted) findForMif(folder);
+    else if (use.coordSys == ProjectionNeed::Taken) findCoordSys(folder);
+    if (use.prj == ProjectionNeed::Wanted) findForShp(folder);
+    else if (use.prj == ProjectionNeed::Taken) findPrj(folder);
 }
 
 std::string USE_PRJ(const std::string& name) {

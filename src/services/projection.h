@@ -3,6 +3,7 @@
 
 #include "services/projection_text.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,12 +20,22 @@ const Projection& PROJECTION();
 /// Forgets what was found: the start of a run and of a test.
 void INITIALISE_PROJECTION();
 
-/// Looks beside OPTIONS().inputFile and says which file it took. -mif: Header.mif, else Projection.mif, else non-earth
-/// coordinates with a warning. -shp: Header.prj, else Projection.prj, else blank with a warning. -asc and -flt: the
-/// same .prj files where there are any. -txt, -cp and -lp: both kinds where there are any, to know degrees and to
-/// compare the user's layers. A file that is there but holds no projection stops a -mif or -shp run; elsewhere it is
-/// passed over with a warning.
-void FIND_PROJECTION();
+/// What a format does with a projection text.
+enum class ProjectionNeed : std::uint8_t {
+    None,
+    Taken,   ///< where there is one; a file without any is passed over with a warning
+    Wanted,  ///< a warning when there is none; a file that holds none stops the run
+};
+
+/// Which texts an output format takes: the CoordSys line of a .mif, the text of a .prj.
+struct ProjectionUse {
+    ProjectionNeed coordSys = ProjectionNeed::None;
+    ProjectionNeed prj = ProjectionNeed::None;
+};
+
+/// Looks beside the input file for Header.mif, else Projection.mif, and Header.prj, else Projection.prj, as the output
+/// needs them, and says which file it took. Without a wanted one: non-earth coordinates, or no .prj.
+void FIND_PROJECTION(const std::string& inputFile, ProjectionUse use);
 
 /// Takes over another grid's .prj text (-like).
 void SET_PRJ(std::string_view text);

@@ -115,19 +115,18 @@ double sizeOf(const Mesh& mesh, const MeshElement& element) {
 
 }  // namespace
 
-ArrowRules ARROW_RULES(const RunOptions& options, double cellSize, double defaultCap) {
+ArrowRules ARROW_RULES(const ArrowChoice& choice, double cellSize) {
     ArrowRules rules;
-    if (options.vx) rules.along = ArrowRules::Along::XAxis;
-    if (options.vy) rules.along = ArrowRules::Along::YAxis;
-    rules.axes = TURNED_AXES(options.slantAngle);
-    const auto tail = static_cast<double>(options.tailThicknessFactor);
-    rules.outlined = options.shp || tail > 0.0;
+    rules.along = choice.along;
+    rules.axes = TURNED_AXES(choice.slantAngle);
+    rules.outlined = choice.outlined || choice.tailThickness > 0.0;
     rules.cellSize = cellSize;
-    rules.lengthOfUnit = static_cast<double>(options.scaleFactor) * cellSize;
-    if (options.fixedVectorLength) rules.fixedLength = static_cast<double>(options.vectorLength);
-    rules.cap = options.vmaxNotGiven ? defaultCap : std::max(static_cast<double>(options.vmax), 0.0);
-    if (options.tailThicknessPerCellSize) rules.fixedThickness = tail * cellSize;
-    else rules.thicknessOfLength = tail;
+    rules.lengthOfUnit = choice.scaleFactor * cellSize;
+    rules.fixedLength = choice.fixedLength;
+    rules.cap = choice.cap;
+    (choice.thicknessPerCellSize ? rules.fixedThickness : rules.thicknessOfLength) =
+        choice.tailThickness * (choice.thicknessPerCellSize ? cellSize : 1.0);
+    rules.step = choice.step;
     return rules;
 }
 

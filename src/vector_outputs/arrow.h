@@ -3,7 +3,6 @@
 
 #include "gis/object.h"
 #include "inputs/mesh.h"
-#include "services/options.h"
 #include "vector_outputs/flow.h"
 #include "vector_outputs/map_item.h"
 
@@ -26,8 +25,21 @@ struct ArrowRules {
     double step = 0.0;               ///< what the file keeps coordinates to, map units; 0: as they are
 };
 
-/// options: the arrow switches, vx, vy, slant, vmax and the format. defaultCap: where no -vmax is given, 0 for none.
-ArrowRules ARROW_RULES(const RunOptions& options, double cellSize, double defaultCap);
+/// The arrows that were asked for, before the size of a cell is known.
+struct ArrowChoice {
+    ArrowRules::Along along = ArrowRules::Along::Flow;
+    float slantAngle = 0.0F;     ///< degrees the axes are turned counter-clockwise
+    bool outlined = false;       ///< the format has no lines for arrows
+    double scaleFactor = 1.0;    ///< cells per magnitude of 1
+    double fixedLength = 0.0;    ///< map units; 0 when the length follows the magnitude
+    double cap = 0.0;            ///< larger magnitudes are drawn as this one; 0 for none
+    double tailThickness = 0.0;  ///< per arrow length, or per cell size
+    bool thicknessPerCellSize = false;
+    double step = 0.0;  ///< what the file keeps coordinates to, map units; 0: as they are
+};
+
+/// cellSize: map units.
+ArrowRules ARROW_RULES(const ArrowChoice& choice, double cellSize);
 
 /// The length of a cell: median over the 2D elements that are neither removed nor flat of the square root of the area
 /// (the mean of the middle two). 1D triangles do not count. Nothing when there is no such element.

@@ -24,9 +24,10 @@ void handOver(Grid& grid, std::vector<float>& values) {
 
 }  // namespace
 
-GriddedValues START_GRIDDED(const Grid& header, bool vector, bool cellCentred, bool severalTimes) {
+GriddedValues START_GRIDDED(const Grid& header, const ResultsKind& kind) {
     GriddedValues gridded;
-    gridded.run = START_GRID(header, cellCentred ? PlanKind::Cells : PlanKind::Nodes, vector, severalTimes || vector);
+    gridded.run = START_GRID(header, kind.cellCentred ? PlanKind::Cells : PlanKind::Nodes, kind.vector,
+                             kind.severalTimes || kind.vector);
     return gridded;
 }
 

@@ -19,8 +19,8 @@ struct GriddedValues {
 };
 
 /// The components of vectors are interpolated one by one: the magnitude of what comes out is not the interpolated
-/// magnitude. header: corner, cell size and counts. vector, cellCentred, severalTimes: of the results to come.
-GriddedValues START_GRIDDED(const Grid& header, bool vector, bool cellCentred, bool severalTimes);
+/// magnitude. header: corner, cell size and counts. kind: of the results to come.
+GriddedValues START_GRIDDED(const Grid& header, const ResultsKind& kind);
 
 /// Fills x and y from one output time.
 void GRID_VALUES(GriddedValues& gridded, const Mesh& mesh, const Results& results);

@@ -13,26 +13,26 @@ const Columns LEADING[] = {
     {Column::GridRef},
 };
 
-Columns contentColumns(const LayerKind& kind, const RunOptions& options) {
+Columns contentColumns(const LayerKind& kind, const ShownColumns& shown) {
     switch (kind.content) {
         case LayerContent::Bed: return {};
         case LayerContent::Scalar:
             return kind.waterLevel ? Columns{Column::Value, Column::Depth} : Columns{Column::Value};
         case LayerContent::Vector: break;
     }
-    if (options.vx) return {Column::XComponent};
-    if (options.vy) return {Column::YComponent};
-    if ((options.va || options.vdir) && kind.drawnAs != DrawnAs::Arrow)
-        return {options.compass ? Column::Bearing : Column::Angle};
+    if (shown.vectors == VectorColumns::XComponent) return {Column::XComponent};
+    if (shown.vectors == VectorColumns::YComponent) return {Column::YComponent};
+    if (shown.vectors == VectorColumns::Direction && kind.drawnAs != DrawnAs::Arrow)
+        return {shown.bearings ? Column::Bearing : Column::Angle};
     return {Column::Magnitude, Column::Angle, Column::XComponent, Column::YComponent, Column::Bearing};
 }
 
 }  // namespace
 
-std::vector<Column> LAYER_COLUMNS(const LayerKind& kind, const RunOptions& options) {
+std::vector<Column> LAYER_COLUMNS(const LayerKind& kind, const ShownColumns& shown) {
     Columns columns = LEADING[static_cast<std::size_t>(kind.items)];
-    for (const Column column : contentColumns(kind, options)) columns.push_back(column);
-    if (!options.verbose) return columns;
+    for (const Column column : contentColumns(kind, shown)) columns.push_back(column);
+    if (!shown.verbose) return columns;
     // Added at the end, so that the places of the others never change.
     for (const Column column : {Column::MatId, Column::Elevation})
         if (std::find(columns.begin(), columns.end(), column) == columns.end()) columns.push_back(column);

@@ -1,7 +1,6 @@
 // What a layer holds: its objects, how they are drawn, and its columns.
 #pragma once
 
-#include "services/options.h"
 #include "vector_outputs/map_item.h"
 
 #include <cstdint>
@@ -18,7 +17,16 @@ struct LayerKind {
     bool waterLevel = false;  ///< of a scalar layer: the depth comes with it
 };
 
-/// The columns in their order: what the objects have, what is shown of them, and behind them what -verbose adds.
-/// options: vx, vy, va, vdir, compass and verbose are read. Arrows are drawn along a component but never as a direction
-/// alone, so they carry all columns under -va and -vdir.
-std::vector<Column> LAYER_COLUMNS(const LayerKind& kind, const RunOptions& options);
+/// What is shown of vectors.
+enum class VectorColumns : std::uint8_t { All, XComponent, YComponent, Direction };
+
+struct ShownColumns {
+    VectorColumns vectors = VectorColumns::All;
+    bool bearings = false;    ///< a direction alone is a bearing, clockwise from north
+    float slantAngle = 0.0F;  ///< degrees by which the axes of the components are turned counter-clockwise
+    bool verbose = false;     ///< material, bed elevation and time too
+};
+
+/// The columns in their order: what the objects have, what is shown of them, and behind them what `verbose` adds.
+/// Arrows are drawn along a component but never as a direction alone, so they carry all columns then.
+std::vector<Column> LAYER_COLUMNS(const LayerKind& kind, const ShownColumns& shown);

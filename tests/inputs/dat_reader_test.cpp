@@ -52,15 +52,20 @@ std::string datBytes(const std::string& cards, const std::vector<Step>& steps, i
     return bytes + integer(210);
 }
 
+DatFile dat;      // of the last file read
+Results results;  // and its values
+
+void maximums() { EXTRACT_DAT_MAXIMUMS(dat, results); }
+
 /// Opens and lists the file, then takes the step; what was printed.
 std::string readFile(
     const std::string& name, const std::function<void()>& then = [] {}) {
     return consoleOf([&] {
         INITIALISE_FILES();
         const int file = OPEN_FILE(name, "I ", "dat");
-        READ_DAT_HEADER(file);
-        ALLOCATE_DAT_RESULTS(false, "", "");
-        LIST_DAT_TIMES();
+        dat = READ_DAT_HEADER(file, OPTIONS().seconds);
+        ALLOCATE_DAT_RESULTS(dat, false, "", "", results);
+        LIST_DAT_TIMES(dat, results);
         then();
         CLOSE_FILE(file);
     });
@@ -80,15 +85,15 @@ TEST_CASE("The header is read past cards of other programs") {
     // values are no cards
     const std::string more =
         integer(250) + integer(2) + integer(-7) + integer(150) + integer(200) + integer(160) + integer(210);
-    const std::string said =
-        readDat(datBytes(more + header(3, 2, true), {{5400, {1, 2, 3, 4, 5, 6}, {1, 0}}}), [] { NEXT_DAT_TIME(); });
+    const std::string said = readDat(datBytes(more + header(3, 2, true), {{5400, {1, 2, 3, 4, 5, 6}, {1, 0}}}),
+                                     [] { NEXT_DAT_TIME(dat, results); });
     CHECK(holds(said, "Number Cells: 2\nNumber Nodes: 3\nData Description: Water Level\n"));
     CHECK_FALSE(holds(said, "Check"));
-    CHECK(DAT().header.vector);
-    CHECK(RESULTS().times == std::vector<OutputTime>{{1.5}});
-    CHECK(RESULTS().x == std::vector<float>{MISSING, 1, 3, 5});
-    CHECK(RESULTS().y == std::vector<float>{MISSING, 2, 4, 6});
-    CHECK(RESULTS().wet == std::vector<std::uint8_t>{1, 1, 0});
+    CHECK(dat.header.vector);
+    CHECK(results.times == std::vector<OutputTime>{{1.5}});
+    CHECK(results.x == std::vector<float>{MISSING, 1, 3, 5});
+    CHECK(results.y == std::vector<float>{MISSING, 2, 4, 6});
+    CHECK(results.wet == std::vector<std::uint8_t>{1, 1, 0});
 }
 
 TEST_CASE("A file that is no whole binary .dat is refused by name") {
@@ -154,12 +159,12 @@ TEST_CASE("The first time within the tolerance is taken, and a closer one later 
     };
     for (const auto& r : rows) {
         CAPTURE(r.said);
-        const std::string said = readDat(r.bytes, [&] { FIND_DAT_TIME(r.wanted, r.tolerance); });
+        const std::string said = readDat(r.bytes, [&] { FIND_DAT_TIME(dat, r.wanted, r.tolerance, results); });
         CHECK_MESSAGE(holds(said, r.said), said);
         CHECK(holds(said, "WARNING") == holds(r.said, "WARNING"));
         if (holds(r.said, "ERROR")) continue;
-        CHECK(RESULTS().x[1] == r.value);
-        CHECK(RESULTS().wet[1] == r.wet);
+        CHECK(results.x[1] == r.value);
+        CHECK(results.wet[1] == r.wet);
     }
 }
 
@@ -177,13 +182,13 @@ TEST_CASE("Card 250 gives the unit of times; messages show hours, or seconds wit
         readSwitches({"-sec"});
         const std::string cards = integer(250) + integer(r.unit) + header(1, 0);
         const std::string said = readDat(datBytes(cards, {{72, {1}, {}}, {99999, {4}, {}}}), [] {
-            while (NEXT_DAT_TIME()) {
+            while (NEXT_DAT_TIME(dat, results)) {
             }
         });
         INITIALISE_OPTIONS();
         CHECK_MESSAGE(holds(said, r.said), said);
         CHECK(holds(said, "Reading data for time 99999.\nEnd of .dat file.\n"));
-        CHECK(RESULTS().times == std::vector<OutputTime>{{r.hours}, TIME_MAXIMUM});
+        CHECK(results.times == std::vector<OutputTime>{{r.hours}, TIME_MAXIMUM});
     }
 }
 
@@ -217,13 +222,13 @@ TEST_CASE("Maximums of scalars") {
     for (std::size_t i = 0; i < std::size(rows); ++i) {
         const auto& r = rows[i];
         CAPTURE(i);
-        const std::string said = readDat(datBytes(header(2, 2), r.steps), EXTRACT_DAT_MAXIMUMS);
+        const std::string said = readDat(datBytes(header(2, 2), r.steps), maximums);
         CHECK(holds(said, r.said));
         CHECK(holds(said, "WARNING") == (r.said == lastLeftOut));
         if (r.values.empty()) continue;
-        CHECK(std::vector<float>(RESULTS().x.begin() + 1, RESULTS().x.end()) == r.values);
-        CHECK(std::vector<std::uint8_t>(RESULTS().wet.begin() + 1, RESULTS().wet.end()) == r.wet);
-        CHECK(RESULTS().time == TIME_MAXIMUM);
+        CHECK(std::vector<float>(results.x.begin() + 1, results.x.end()) == r.values);
+        CHECK(std::vector<std::uint8_t>(results.wet.begin() + 1, results.wet.end()) == r.wet);
+        CHECK(results.time == TIME_MAXIMUM);
     }
 }
 
@@ -232,9 +237,9 @@ TEST_CASE("The maximum of vectors keeps both components of the longest, and miss
                                      {2, {4, 0, -1e-9F, 0, MISSING, 0, 0, 1}, {}},
                                      {3, {0, 4.5F, 0, 0, 0, 0, 2, 2}, {}},
                                      {4, {9, 9, 9, 9, 9, 9, 9, 9}, {}}};
-    readDat(datBytes(header(4, 0, true), steps), EXTRACT_DAT_MAXIMUMS);
-    CHECK(RESULTS().x == std::vector<float>{MISSING, 3, -1e-9F, 0, 2});  // -4 in y beats 4.5; at rest nothing is longer
-    CHECK(RESULTS().y == std::vector<float>{MISSING, -4, 0, 0, 2});
+    readDat(datBytes(header(4, 0, true), steps), maximums);
+    CHECK(results.x == std::vector<float>{MISSING, 3, -1e-9F, 0, 2});  // -4 in y beats 4.5; at rest nothing is longer
+    CHECK(results.y == std::vector<float>{MISSING, -4, 0, 0, 2});
 }
 
 TEST_CASE("Flags of the declared size, or behind a true of -1, are read where no other layout fits") {
@@ -246,12 +251,12 @@ TEST_CASE("Flags of the declared size, or behind a true of -1, are read where no
     for (const auto& r : rows) {
         CAPTURE(r.declared);
         const std::string bytes = datBytes(header(3, 4, false, r.declared), steps, r.used, r.active);
-        const std::string said = readDat(bytes, [] { CHECK(NEXT_DAT_TIME()); });
+        const std::string said = readDat(bytes, [] { CHECK(NEXT_DAT_TIME(dat, results)); });
         CHECK(holds(said, check) == (r.used != 1));
         CHECK_FALSE(holds(said, "WARNING"));
-        CHECK(RESULTS().x == std::vector<float>{MISSING, 1, 2, 3});
-        CHECK(RESULTS().wet == std::vector<std::uint8_t>{1, 1, 0, 1, r.used == 1 ? std::uint8_t{0} : std::uint8_t{1}});
-        CHECK(DAT().steps.size() == 2);
+        CHECK(results.x == std::vector<float>{MISSING, 1, 2, 3});
+        CHECK(results.wet == std::vector<std::uint8_t>{1, 1, 0, 1, r.used == 1 ? std::uint8_t{0} : std::uint8_t{1}});
+        CHECK(dat.steps.size() == 2);
     }
 }
 
@@ -267,19 +272,19 @@ TEST_CASE("Cut at any byte, a file gives its whole steps and a word about the ne
         const bool damaged = whole < 3 && length > end;
         std::size_t read = 0;
         const std::string all = readFile(name, [&] {
-            while (NEXT_DAT_TIME()) CHECK(RESULTS().x[2] == steps[read++].values[1]);
+            while (NEXT_DAT_TIME(dat, results)) CHECK(results.x[2] == steps[read++].values[1]);
         });
         CHECK(read == whole);
         CHECK(holds(all, "<stopped>") == (whole == 0));
         CHECK(holds(all, "ends inside time step " + std::to_string(whole + 1)) == (damaged && whole > 0));
         if (whole == 0) continue;
-        CHECK(holds(readFile(name, EXTRACT_DAT_MAXIMUMS), "is incomplete or damaged.") == damaged);
+        CHECK(holds(readFile(name, maximums), "is incomplete or damaged.") == damaged);
         const bool timeThere = damaged && length >= end + 9;  // card, activity byte, time
         const float next = static_cast<float>(whole) + 1.0F;
         if (whole < 3)
             CHECK(holds(readFile(name,
                                  [&] {
-                                     FIND_DAT_TIME({next, next}, 0.1);
+                                     FIND_DAT_TIME(dat, {next, next}, 0.1, results);
                                  }),
                         timeThere ? "is incomplete or damaged." : "Could not find"));
     }
@@ -294,7 +299,7 @@ TEST_CASE("Wrong bytes anywhere end in results of the counts or in an ERROR") {
         for (const int value : {0, 0x7F, 0xC8, 0xFF}) {
             std::string changed = bytes;
             changed[at] = static_cast<char>(value);
-            const std::string said = readFile(folder.write("x_h.dat", changed), EXTRACT_DAT_MAXIMUMS);
+            const std::string said = readFile(folder.write("x_h.dat", changed), maximums);
             CHECK(holds(said, "<stopped>") == holds(said, "ERROR - "));
         }
 }
@@ -317,8 +322,8 @@ TEST_CASE("Results of other programs are read whole") {
             continue;
         }
         CHECK(holds(readFile(data + r.file), r.said));
-        CHECK(RESULTS().times.size() == r.times);
-        CHECK(RESULTS().times.back().number == r.last);
-        CHECK_FALSE(DAT().damaged);
+        CHECK(results.times.size() == r.times);
+        CHECK(results.times.back().number == r.last);
+        CHECK_FALSE(dat.damaged);
     }
 }

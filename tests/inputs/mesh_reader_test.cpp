@@ -3,7 +3,6 @@
 #include "console_of.h"
 #include "inputs/mesh.h"
 #include "services/files.h"
-#include "services/options.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -19,16 +18,16 @@ const std::string NINE_NODES =
     "0.\n"
     "ND 6 1 2 1 0 0. 0. 0.\nND 7 0 2 1 0 0. 0. 0.\nND 8 0 1 1 0 0. 0. 0.\nND 9 1 1 1 0 0. 0. 0.\n";
 
+Mesh mesh;  // the last one read
+
 /// Both passes over a mesh in a file; what they printed.
 std::string readFile(const std::string& name, const std::vector<std::string>& removedParts = {}) {
     return consoleOf([&] {
         INITIALISE_FILES();
-        RunOptions options;
-        options.removedParts = removedParts;
         const int file = OPEN_FILE(name, "I ", "2dm");
-        SCAN_2DM(file);
-        SIZE_MESH_TABLES();
-        READ_2DM(file, options);
+        SCAN_2DM(file, mesh);
+        SIZE_MESH_TABLES(mesh);
+        READ_2DM(file, removedParts, mesh);
         CLOSE_FILE(file);
     });
 }
@@ -40,7 +39,7 @@ std::string readMesh(const std::string& text, const std::vector<std::string>& re
 
 bool holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
-std::string kindOf(std::size_t node) { return {MESH().nodes[node].kind.begin(), MESH().nodes[node].kind.end()}; }
+std::string kindOf(std::size_t node) { return {mesh.nodes[node].kind.begin(), mesh.nodes[node].kind.end()}; }
 
 }  // namespace
 
@@ -62,10 +61,10 @@ TEST_CASE("The length of the first line decides the flavour, and what it lacks s
         if (r.length > full.size()) first += std::string(r.length - full.size() - 2, ' ') + " 9";
         const std::string node = r.length == 83 ? "ND 1 5 6 7 0 0. 0. 0." : "ND 1 5 6 7";
         CHECK(holds(readMesh(first + "   \r\n" + node + "\r\n"), "Finished Reading"));
-        CHECK(MESH().qlMesh == r.ql);
-        CHECK(MESH().pre2005 == r.pre2005);
-        CHECK(MESH().geoReference.values[2] == r.third);
-        CHECK(MESH().geoReference.verticalOffset == r.offset);
+        CHECK(mesh.qlMesh == r.ql);
+        CHECK(mesh.pre2005 == r.pre2005);
+        CHECK(mesh.geoReference.values[2] == r.third);
+        CHECK(mesh.geoReference.verticalOffset == r.offset);
         CHECK(kindOf(1) == (r.ql ? "QL" : "  "));
     }
 }
@@ -74,7 +73,6 @@ TEST_CASE("Every value of a card lands in its slot") {
     readMesh(CURRENT + NINE_NODES +
              "ND 10 -1.5d1\t+2,.5 1 4. 5. 6.\nE3T 2 1 2 10 7 -1 5 3\nE4Q,3,10,2,3,8,7,0,0,0\nE9Q 1 1 2 3 4 5 6 7 8 9 1 "
              "0 0 0\n");
-    const Mesh& mesh = MESH();
     CHECK(mesh.elementCount == 3);
     CHECK(mesh.highResolution);
     CHECK(mesh.elements[2].nodes == std::array<std::int32_t, 9>{1, 10, 2, 0, 0, 0, 0, 0, 0});  // winding reversed
@@ -157,12 +155,12 @@ TEST_CASE("-rmp removes the elements up to the next part, and the nodes that onl
         said, "WARNING - Meshpart \"west\" was not found in .2dm file and cannot be removed."));  // letter case counts
     CHECK_FALSE(holds(said, "\"West bank\" was not"));
     const std::array<bool, 5> removed = {false, false, true, false, true};
-    for (std::size_t e = 1; e <= 4; ++e) CHECK(MESH().elements[e].removed == removed[e]);
-    CHECK(MESH().meshPartCount == 4);
-    CHECK(MESH().meshParts[2].name == "East");
-    CHECK(MESH().nodeExcluded == std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 1, 1, 0, 0});  // 2, 4 and 8 are shared
+    for (std::size_t e = 1; e <= 4; ++e) CHECK(mesh.elements[e].removed == removed[e]);
+    CHECK(mesh.meshPartCount == 4);
+    CHECK(mesh.meshParts[2].name == "East");
+    CHECK(mesh.nodeExcluded == std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 1, 1, 0, 0});  // 2, 4 and 8 are shared
     CHECK_FALSE(holds(readMesh(text), "WARNING"));
-    CHECK_FALSE(MESH().elements[2].removed);
+    CHECK_FALSE(mesh.elements[2].removed);
     CHECK(holds(readMesh(CURRENT + NINE_NODES + "MESHPART A\nE3T 1 1 2 8 1 0 0 0\n", {"A"}),
                 "ERROR - Nothing is left of the mesh after -rmp."));
 }
@@ -174,8 +172,8 @@ TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
     CHECK(holds(said, "ERROR - Unexpected 9 point quad in QL or pre 2005 mesh."));
     CHECK(holds(said, "Element: 2\nFinished Reading .2dm file\n"));
     CHECK_FALSE(holds(said, "<stopped>"));
-    CHECK(MESH().elements[1].shape == 0);
-    CHECK(MESH().elements[2].shape == 4);
+    CHECK(mesh.elements[1].shape == 0);
+    CHECK(mesh.elements[2].shape == 4);
 }
 
 TEST_CASE("Meshes of three other programs are read whole") {
@@ -195,9 +193,9 @@ TEST_CASE("Meshes of three other programs are read whole") {
             continue;
         }
         CHECK(holds(readFile(data + r.file), "Finished Reading"));
-        CHECK(MESH().nodeCount == r.nodes);
-        CHECK(MESH().triangleCount == r.triangles);
-        CHECK(MESH().quad4Count == r.quads);
-        CHECK(MESH().xmax == doctest::Approx(r.xmax));
+        CHECK(mesh.nodeCount == r.nodes);
+        CHECK(mesh.triangleCount == r.triangles);
+        CHECK(mesh.quad4Count == r.quads);
+        CHECK(mesh.xmax == doctest::Approx(r.xmax));
     }
 }

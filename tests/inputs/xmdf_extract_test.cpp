@@ -42,9 +42,10 @@ std::string readAll(const std::string& file, const std::vector<const char*>& swi
         INITIALISE_FILES();
         XmdfCatalogue catalogue = OPEN_XMDF_FILES({file});
         for (const XmdfItem& item : SELECT_XMDF_OUTPUTS(catalogue, OPTIONS(), type)) {
-            XmdfReading reading = BEGIN_XMDF_READING(catalogue[item.file], item, false);
+            Results results;
+            XmdfReading reading = BEGIN_XMDF_READING(catalogue[item.file], item, false, OPTIONS().seconds, results);
             try {
-                while (NEXT_XMDF_OUTPUT(reading)) take(RESULTS());
+                while (NEXT_XMDF_OUTPUT(reading)) take(results);
             } catch (const XmdfUnreadable& unreadable) {
                 STOP_XMDF(unreadable);
             }
@@ -179,10 +180,11 @@ TEST_CASE("a real model reads the same from its .xmdf as from its .dat files, bi
         consoleOf([&] {
             INITIALISE_FILES();
             const int file = OPEN_FILE(model + row.dat, "I ", "dat");
-            READ_DAT_HEADER(file);
-            ALLOCATE_DAT_RESULTS(false, "", "");
-            LIST_DAT_TIMES();
-            while (NEXT_DAT_TIME()) fromDat.push_back(RESULTS());
+            DatFile dat = READ_DAT_HEADER(file, false);
+            Results read;
+            ALLOCATE_DAT_RESULTS(dat, false, "", "", read);
+            LIST_DAT_TIMES(dat, read);
+            while (NEXT_DAT_TIME(dat, read)) fromDat.push_back(read);
             CLOSE_FILE(file);
         });
         std::size_t compared = 0;

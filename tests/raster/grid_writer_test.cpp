@@ -1,4 +1,6 @@
 #include "raster/grid_writer.h"
+#include "raster/asc_writer.h"
+#include "raster/flt_writer.h"
 #include "raster/header_numbers.h"
 #include "services/files.h"
 #include "services/options.h"
@@ -26,10 +28,8 @@ Grid smallGrid() { return {3, 2, 500000.0, 6250000.25, 2.5, {1, 2, 3.5F, -4, MIS
 
 TEST_CASE("An .asc holds its header, then the northern row first") {
     const ScratchFolder folder;
-    const std::string console = consoleOf([&] {
-        WRITE_GRID(GridFormat::Ascii, folder.file("a"), smallGrid(), {10, 3}, " ");
-    });
-    CHECK(console == "Writing ASCII grid file...\n   Done.\nWrote " + folder.file("a.asc") + "\n");
+    const std::string console = consoleOf([&] { WRITE_GRID(WRITE_ASC, folder.file("a"), smallGrid(), {10, 3}, " "); });
+    CHECK(console == "Writing ASCII grid file...\n   Done.\n");
     CHECK(folder.bytes("a.asc") ==
           "ncols        3\nnrows        2\nxllcorner       500000.000\nyllcorner      6250000.250\ncellsize        "
           "2.500\nNODATA_value    -99999.\n"
@@ -42,9 +42,9 @@ TEST_CASE("A .flt holds little-endian values, northern row first, beside its .hd
     Grid grid = smallGrid();
     grid.values[0] = std::numeric_limits<float>::quiet_NaN();
     const std::string console = consoleOf([&] {
-        WRITE_GRID(GridFormat::Float, folder.file("f"), grid, {10, 3}, "PROJCS[\"x\"]  ");
+        WRITE_GRID(WRITE_FLT, folder.file("f"), grid, {10, 3}, "PROJCS[\"x\"]  ");
     });
-    CHECK(console == "Writing FLT grid...\nFinished writing FLT grid.\nWrote " + folder.file("f.flt") + "\n");
+    CHECK(console == "Writing FLT grid...\nFinished writing FLT grid.\n");
     CHECK(folder.bytes("f.hdr") ==
           "ncols 3\nnrows 2\nxllcorner 500000.\nyllcorner 6250000.25\ncellsize 2.5\nNODATA_value -99999.0\nbyteorder "
           "LSBFIRST\n");
@@ -62,8 +62,8 @@ TEST_CASE("Rows longer than a block keep their order and lose nothing") {
     const ScratchFolder folder;
     Grid grid{150001, 2, 0, 0, 1, std::vector<float>(300002)};
     for (std::size_t i = 0; i < grid.values.size(); ++i) grid.values[i] = static_cast<float>(i);
-    consoleOf([&] { WRITE_GRID(GridFormat::Ascii, folder.file("l"), grid, {10, 3}, ""); });
-    consoleOf([&] { WRITE_GRID(GridFormat::Float, folder.file("l"), grid, {10, 3}, ""); });
+    consoleOf([&] { WRITE_GRID(WRITE_ASC, folder.file("l"), grid, {10, 3}, ""); });
+    consoleOf([&] { WRITE_GRID(WRITE_FLT, folder.file("l"), grid, {10, 3}, ""); });
     const std::string text = folder.bytes("l.asc");
     const std::size_t body = text.find("-99999.\n") + 8;
     CHECK(text.size() - body == 300002 * 11 + 2);
@@ -131,12 +131,12 @@ TEST_CASE("Headers take more decimals where three would misplace the grid") {
 TEST_CASE("Output that cannot be written stops the run and names the file") {
     const ScratchFolder folder;
     folder.write("taken", "a file, not a folder");
-    for (const GridFormat format : {GridFormat::Ascii, GridFormat::Float})
+    for (const GridWriter format : {WRITE_ASC, WRITE_FLT})
         CHECK(consoleOf([&] {
                   WRITE_GRID(format, folder.file("taken/x"), smallGrid(), {10, 3}, "");
               }).find("\nERROR - Could not open " + folder.file("taken/x")) != std::string::npos);
     CHECK(consoleOf([&] {
-              WRITE_GRID(GridFormat::Float, "x", {3, 2, 0, 0, 1, {1, 2}}, {10, 3}, "");
+              WRITE_GRID(WRITE_FLT, "x", {3, 2, 0, 0, 1, {1, 2}}, {10, 3}, "");
           }).starts_with("Should not be here [i.ne.nval]"));
 #ifdef __linux__
     Grid large{1000, 1000, 0, 0, 1, std::vector<float>(1000000)};
@@ -147,7 +147,7 @@ TEST_CASE("Output that cannot be written stops the run and names the file") {
             "ERROR - Could not write " + full + ": No space left on device. The file is incomplete.\n";
         for (const Grid& grid : {smallGrid(), large}) {
             INITIALISE_FILES();  // a run closes its files once
-            const GridFormat format = extension == ".asc"s ? GridFormat::Ascii : GridFormat::Float;
+            const GridWriter format = extension == ".asc"s ? WRITE_ASC : WRITE_FLT;
             const std::string console = consoleOf([&] {
                 WRITE_GRID(format, folder.file("full_"s + (extension + 1)), grid, {10, 3}, "");
             });

@@ -11,6 +11,8 @@
 #include <string>
 
 namespace {
+
+using Outputs = std::vector<std::string_view>;
 const RunOptions& after(const std::vector<const char*>& arguments) {
     CAPTURE(arguments.size());
     CHECK(readSwitches(arguments) == "");
@@ -39,17 +41,17 @@ TEST_CASE("The leading characters choose a switch, in the order of the table") {
         "folderMaximums folder  FLT flt  asciigrid asc  batch b  path/a path ");
     for (std::string text, keyword; rows >> text >> keyword;) {
         CAPTURE(text);
-        const Switch* row = FIND_SWITCH(text);
-        REQUIRE(row != nullptr);
+        const std::optional<Switch> row = FIND_SWITCH(text);
+        REQUIRE(row);
         CHECK(row->keyword == keyword);
     }
-    for (const char* unknown : {"", "zzz", "as", "lik", "h"}) CHECK(FIND_SWITCH(unknown) == nullptr);
+    for (const char* unknown : {"", "zzz", "as", "lik", "h"}) CHECK_FALSE(FIND_SWITCH(unknown));
 }
 
 TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encoding") {
     // both encodings of the en dash in octal, which ends behind three digits
     for (const char* argument : {"-asc", "-ASC", "/asc", "\226asc", "\342\200\223asc", "-ascx"})
-        CHECK(after({argument}).asc);
+        CHECK(after({argument}).outputs == Outputs{"asc"});
     CHECK(after({"\342\200\223grid2.5"}).gridSpacing == 2.5);  // the dash counts as one character
     CHECK(after({"\226t20"}).timeText == "t20");
     CHECK(after({"-unknown", "x.2dm"}).inputFile == "x.2dm");
@@ -85,13 +87,13 @@ TEST_CASE("Values that follow are taken as they stand") {
         {"-2dm", "-b", "-cp", "a b.mif", "-lp", "/lp", "-out", " -asc ", "-rmp", "Lower Reach", "-like", "dem.asc"});
     CHECK(o.meshFile == "-b");
     CHECK_FALSE(o.batch);
-    CHECK((o.cp && o.cpFile == "a b.mif"));
-    CHECK((o.lp && o.lpFile == "/lp"));
+    CHECK(o.outputs == Outputs{"cp", "lp"});
+    CHECK((o.cpFile == "a b.mif" && o.lpFile == "/lp"));
     CHECK((o.outputNameGiven && o.outputName == "-asc"));
     CHECK((!o.keepAllMeshParts && o.removedParts == std::vector<std::string>{"Lower Reach"}));
     CHECK(o.likeGrid == "dem.asc");
     CHECK(readSwitches({"-asc", "-cp"}) == "WARNING - Nothing specified after -cp\n");
-    CHECK((OPTIONS().cp && OPTIONS().cpFile.empty()));
+    CHECK((OPTIONS().outputs == Outputs{"asc", "cp"} && OPTIONS().cpFile.empty()));
     CHECK(after({"-grid", "x.2dm", "-out", "res\\a b"}).outputName == "res/a b");
     readSwitches({"-out"});
     CHECK_FALSE(OPTIONS().outputNameGiven);  // a blank name would make files named by their extension only

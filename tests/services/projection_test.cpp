@@ -2,7 +2,6 @@
 
 #include "console_of.h"
 #include "services/files.h"
-#include "services/options.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -10,61 +9,60 @@
 #include <string>
 
 namespace {
-std::string found(const TemporaryFolder& folder, bool RunOptions::*format) {
+using Need = ProjectionNeed;
+constexpr ProjectionUse MIF = {Need::Wanted, Need::None}, SHP = {Need::None, Need::Wanted};
+constexpr ProjectionUse GRID = {Need::None, Need::Taken}, BOTH = {Need::Taken, Need::Taken};
+
+std::string found(const TemporaryFolder& folder, ProjectionUse use) {
     INITIALISE_FILES();
-    INITIALISE_OPTIONS();
-    OPTIONS_TO_FILL().*format = true;
-    SET_INPUT_FILE(folder.name("x_h.dat"));
-    return consoleOf([] { FIND_PROJECTION(); });
+    return consoleOf([&] { FIND_PROJECTION(folder.name("x_h.dat"), use); });
 }
 }  // namespace
 
 TEST_CASE("A -mif run keeps the CoordSys line of Header.mif, else of Projection.mif") {
     const TemporaryFolder folder;
-    CHECK(found(folder, &RunOptions::mif) ==
+    CHECK(found(folder, MIF) ==
           "WARNING - A Header.mif or Projection.mif file does not exist in folder.\n"
           "          Non-Earth Coordinates will be used.\n");
     CHECK(PROJECTION().coordSys.empty());
     const std::string line = "COORDSYS Earth Projection 8, 116, \"m\", 153, 0, 0.9996, 500000, 10000000";
     const std::string second =
         folder.write("PROJECTION.MIF", "Version 300\r\n  " + line + " \r\nCoordSys NonEarth\r\n");
-    CHECK(found(folder, &RunOptions::mif) ==
-          "Using " + second + " for setting projection.\nmif Projection: " + line + "\n");
+    CHECK(found(folder, MIF) == "Using " + second + " for setting projection.\nmif Projection: " + line + "\n");
     CHECK(PROJECTION().coordSys == line);
     const std::string first = folder.write("Header.mif", "Version 300\n");
-    CHECK(found(folder, &RunOptions::mif) == "Using " + first +
-                                                 " for setting projection.\nERROR - Unable to find CoordSys line in " +
-                                                 first + "\n\nPress Enter to Close\n<stopped>");
+    CHECK(found(folder, MIF) == "Using " + first +
+                                    " for setting projection.\nERROR - Unable to find CoordSys line in " + first +
+                                    "\n\nPress Enter to Close\n<stopped>");
     CHECK(NAME_IN_USE(folder.name("header.MIF")));  // no output may replace it
 }
 
 TEST_CASE("A .prj file is read whole; grids take it quietly") {
     const TemporaryFolder folder;
-    CHECK(found(folder, &RunOptions::shp) ==
+    CHECK(found(folder, SHP) ==
           "WARNING - A Header.prj or Projection.prj file does not exist in folder.\n   No projection file being "
           "written.\n");
-    CHECK(found(folder, &RunOptions::asc) == "");
+    CHECK(found(folder, GRID) == "");
     CHECK(PROJECTION().prj.empty());
 
     const std::string second =
         folder.write("Projection.prj", "\xEF\xBB\xBFPROJCRS[\"a b\",\r\n    BASEGEOGCRS[\"c\"],\n\t  ID[1]]\n");
     const std::string joined = "PROJCRS[\"a b\",BASEGEOGCRS[\"c\"],ID[1]]";
-    CHECK(found(folder, &RunOptions::shp) ==
-          "GIS Projection being extracted from " + second + "\nshp Projection: " + joined + "\n");
-    for (bool RunOptions::*const format : {&RunOptions::flt, &RunOptions::txt, &RunOptions::cp}) {
-        CHECK(found(folder, format) == "Using " + second + " for setting projection.\n");
+    CHECK(found(folder, SHP) == "GIS Projection being extracted from " + second + "\nshp Projection: " + joined + "\n");
+    for (const ProjectionUse use : {GRID, BOTH}) {
+        CHECK(found(folder, use) == "Using " + second + " for setting projection.\n");
         CHECK(PROJECTION().prj == joined);
     }
     const std::string first = folder.write("header.prj", "Projection UTM\nZone 55\n");  // an older kind of text
-    CHECK(found(folder, &RunOptions::shp) == "GIS Projection being extracted from " + first +
-                                                 "\nERROR - Projection line could not be found in " + first +
-                                                 "\n\nPress Enter to Close\n<stopped>");
+    CHECK(found(folder, SHP) == "GIS Projection being extracted from " + first +
+                                    "\nERROR - Projection line could not be found in \"GIS Projection\" .prj file."
+                                    "\n\nPress Enter to Close\n<stopped>");
     const std::string header = folder.write("Header.mif",
                                             "\xEF\xBB\xBF"
                                             "CoordSys Earth\n");
-    CHECK(found(folder, &RunOptions::lp) == "Using " + header + " for setting projection.\nUsing " + first +
-                                                " for setting projection.\nWARNING - Unable to find PROJCS line in " +
-                                                first + "\n");
+    CHECK(found(folder, BOTH) == "Using " + header + " for setting projection.\nUsing " + first +
+                                     " for setting projection.\nWARNING - Unable to find PROJCS line in " + first +
+                                     "\n");
     CHECK(PROJECTION().geographic());
     CHECK(READ_PRJ(folder.write("long.prj", "PROJCS" + std::string(2'000'000, ' '))).empty());
 }

@@ -6,6 +6,8 @@
 #include "vector_outputs/point_types.h"
 #include "vector_outputs/record_columns.h"
 
+#include "run_control/layer_stage.h"
+
 #include <doctest/doctest.h>
 
 #include <string>
@@ -23,7 +25,8 @@ std::string columnsOf(const LayerKind& kind, void (*set)(RunOptions&)) {
     RunOptions options;
     set(options);
     std::string names;
-    for (const GisAttribute& a : ATTRIBUTES_OF(RECORD_COLUMNS(LAYER_COLUMNS(kind, options), {}, "h", 0, 0), false))
+    for (const GisAttribute& a : ATTRIBUTES_OF(
+             RECORD_COLUMNS(LAYER_COLUMNS(kind, LAYER_CHOICE(*FORMAT_OF("mif"), options).shown), {}, "h", 0, 0), false))
         names += (names.empty() ? "" : " ") + a.name;
     return names;
 }

@@ -2,6 +2,8 @@
 #include "vector_outputs/arrow.h"
 #include "vector_outputs/cell_shape.h"
 
+#include "run_control/layer_stage.h"
+
 #include <doctest/doctest.h>
 
 #include <cmath>
@@ -41,6 +43,14 @@ MapItem vectorItem(float vx, float vy, const TurnedAxes& axes = {}) {
     item.vy = vy;
     SET_FLOW(item, axes);
     return item;
+}
+
+/// As a .mif keeps them, but with coordinates as they are. cap: where no -vmax is given.
+ArrowRules rulesOf(const RunOptions& options, double cellSize, double cap, const char* format = "mif") {
+    ArrowChoice choice = LAYER_CHOICE(*FORMAT_OF(format), options).arrow;
+    if (options.vmaxNotGiven) choice.cap = cap;
+    choice.step = 0.0;
+    return ARROW_RULES(choice, cellSize);
 }
 
 }  // namespace
@@ -130,11 +140,10 @@ TEST_CASE("The cell size of arrows is the median square root of area of the 2D c
 
 TEST_CASE("An arrow is as long as its magnitude says, starts at its point and has the stated area") {
     RunOptions options;
-    options.mif = true;
     options.scaleFactor = 0.5F;
     const MapItem item = vectorItem(3.0F, 4.0F);  // magnitude 5: length 5 * 0.5 * 20 = 50
     GisObject o;
-    REQUIRE(DRAW_ARROW(ARROW_RULES(options, 20.0, 0.0), item, o) == Drawn::Object);
+    REQUIRE(DRAW_ARROW(rulesOf(options, 20.0, 0.0), item, o) == Drawn::Object);
     CHECK(o.kind == GisKind::Pline);
     // 5 to the left of 35 along, then to the right
     const double line[][2] = {{100, 200}, {130, 240}, {117, 231}, {130, 240}, {125, 225}};
@@ -153,11 +162,10 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
                 {0.9F, false, 10.0},
                 {5.0F, true, 10.0}};  // the last two: at most 0.2 L
     for (const bool shp : {false, true}) {
-        options.shp = shp;
         for (const auto& r : rows) {
             options.tailThicknessFactor = r.tail;
             options.tailThicknessPerCellSize = r.perCell;
-            REQUIRE(DRAW_ARROW(ARROW_RULES(options, 20.0, 0.0), item, o) == Drawn::Object);
+            REQUIRE(DRAW_ARROW(rulesOf(options, 20.0, 0.0, shp ? "shp" : "mif"), item, o) == Drawn::Object);
             CHECK(o.kind == GisKind::Region);
             CHECK(o.vertexCount() == 8);
             CHECK(o.x[8] == o.x[1]);
@@ -231,11 +239,10 @@ TEST_CASE("Caps, fixed lengths and components decide how long an arrow is; what 
     };
     for (const Row& r : rows) {
         RunOptions options;
-        options.mif = true;
         r.set(options);
         CAPTURE(&r - rows);
         GisObject o;
-        const Drawn drawn = DRAW_ARROW(ARROW_RULES(options, 10.0, r.cap),
+        const Drawn drawn = DRAW_ARROW(rulesOf(options, 10.0, r.cap),
                                        vectorItem(r.vx, r.vy, options.slantAngle > 0 ? turned : TurnedAxes{}), o);
         CHECK((drawn == Drawn::Object) == (r.length > 0.0));
         if (drawn != Drawn::Object) continue;
@@ -246,9 +253,8 @@ TEST_CASE("Caps, fixed lengths and components decide how long an arrow is; what 
 
 TEST_CASE("Arrows too thin for the file's coordinates are no polygons") {
     RunOptions options;
-    options.mif = true;
     options.tailThicknessFactor = 1e-7F;  // a tail of 1e-6 m on an arrow of 10 m
-    ArrowRules rules = ARROW_RULES(options, 10.0, 0.0);
+    ArrowRules rules = rulesOf(options, 10.0, 0.0);
     GisObject o;
     CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Object);
     rules.step = 1e-6;

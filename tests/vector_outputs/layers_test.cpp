@@ -4,6 +4,7 @@
 #include "console_of.h"
 #include "gis/layers.h"
 #include "inputs/one_d_triangles.h"
+#include "run_control/layer_stage.h"
 #include "services/files.h"
 #include "services/options.h"
 #include "services/projection.h"
@@ -68,23 +69,27 @@ public:
         INITIALISE_OPTIONS();
         INITIALISE_PROJECTION();
         gisInitialise();
-        OPTIONS_TO_FILL().mif = true;
+        OPTIONS_TO_FILL().outputs = {"mif"};
         set(OPTIONS_TO_FILL());
         OPTIONS_TO_FILL().inputFile = folder_.name("x_h.dat");
     }
     ~Run() { INITIALISE_OPTIONS(); }
 
+    static LayerChoice choice() { return LAYER_CHOICE(OUTPUT_FORMAT(OPTIONS()), OPTIONS()); }
+    static VectorRun start(const Mesh& mesh, const Grid* header, const ResultsKind& kind) {
+        return START_VECTOR_OUTPUTS(mesh, header, kind, choice());
+    }
     /// The lines of the table, ";" behind each, of one output time; what was said on the console is kept.
     std::string tableOf(const Mesh& mesh, const Results& results) {
         said = consoleOf([&] {
-            VectorRun run = START_VECTOR_OUTPUTS(mesh, nullptr, results.vector, results.cellCentred, false);
+            VectorRun run = start(mesh, nullptr, {results.vector, results.cellCentred, false});
             WRITE_RESULTS_LAYER(run, results, folder_.name("out"));
         });
-        return lines(OPTIONS().txt ? "out.txt" : "out.mid");
+        return lines(choice().text ? "out.txt" : "out.mid");
     }
     std::string tableOf(const Mesh& mesh) {
         said = consoleOf([&] {
-            VectorRun run = START_VECTOR_OUTPUTS(mesh, nullptr, false, false, false);
+            VectorRun run = start(mesh, nullptr, {});
             WRITE_MESH_LAYER(run, folder_.name("out"));
         });
         return lines("out.mid");
@@ -141,10 +146,7 @@ TEST_CASE("Nodes are written where a wet element uses them and they hold a value
     CHECK(filtered.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) ==
           "7,\"T\",5.0,5.0,0.0,3,9000.0;9,\"T\",5.0,5.0,0.0,3,9000.0;");
 
-    Run text([](RunOptions& o) {
-        o.mif = false;
-        o.txt = true;
-    });
+    Run text([](RunOptions& o) { o.outputs = {"txt"}; });
     CHECK(
         text.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 0, 0})) ==
         "SMS_ID,X,Y,Elevation,Water_Level,Depth;1,0.000,0.000,0.0000,5.0000,5.0000;2,10.000,0.000,1.0000,5.0000,4.0000;"
@@ -216,7 +218,7 @@ TEST_CASE("Vectors come with their columns, missing in one component or at rest"
 TEST_CASE("Switches that rule each other out are dropped with a warning") {
     const auto checked = [](void (*set)(RunOptions&)) {
         Run run(set);
-        const std::string said = consoleOf([] { CHECK_VECTOR_SWITCHES(); });
+        const std::string said = consoleOf([] { MAKE_LAYER_STAGE(OUTPUT_FORMAT(OPTIONS()), OPTIONS()); });
         return said + (OPTIONS().region ? "R" : "") + (OPTIONS().grid ? "G" : "") + OPTIONS().pointTypes;
     };
     CHECK(checked([](RunOptions& o) {
@@ -230,17 +232,12 @@ TEST_CASE("Switches that rule each other out are dropped with a warning") {
               o.pointTypes = "C";
           }) == "WARNING - The -pts option is ignored with -grid.\nGALL");
     CHECK(checked([](RunOptions& o) {
-              o.mif = false;
-              o.txt = o.region = true;
+              o.outputs = {"txt"};
+              o.region = true;
               o.pointTypes = "CQ";
           }) ==
           "WARNING - Unknown point types \"Q\" in -ptsCQ are ignored.\nWARNING - The -region option is ignored with "
           "-txt.\nCQ");
-    CHECK(checked([](RunOptions& o) {
-              o.mif = false;
-              o.asc = o.grid = true;
-              o.pointTypes = "C";
-          }) == "GC");
 }
 
 TEST_CASE("A grid's bed lies over the nodes that the level is laid over at its time") {
@@ -271,7 +268,7 @@ TEST_CASE("A grid's bed lies over the nodes that the level is laid over at its t
     Run run(oneDecimal);
     const Grid header{3, 1, 1.0, 1.0, 2.0, {}};  // points at both centres and in the middle of the common side
     VectorRun outputs;
-    consoleOf([&] { outputs = START_VECTOR_OUTPUTS(mesh, &header, false, false, true); });
+    consoleOf([&] { outputs = Run::start(mesh, &header, {false, false, true}); });
     const std::string whole = R"("R00001C00001",5.0,5.0;"R00001C00002",5.0,3.0;"R00001C00003",5.0,5.0;)";
     CHECK(run.tableOf(outputs, all) == whole);
     CHECK(run.tableOf(outputs, noCentre) == R"("R00001C00001",5.0,5.0;"R00001C00002",5.0,3.0;"R00001C00003",3.0,2.0;)");

@@ -1,0 +1,105 @@
+#include "run_control/convert_results.h"
+
+#include "run_control/file_questions.h"
+#include "run_control/mesh_match.h"
+#include "run_control/output_formats.h"
+#include "services/console.h"
+#include "services/exits.h"
+
+#include <optional>
+
+namespace {
+
+/// Per dataset: whether it has one value per cell. Before anything is written, so that a dataset of another model
+/// leaves nothing behind.
+std::vector<bool> matchToMesh(const ResultsSource& source, const Mesh& mesh) {
+    std::vector<bool> cellCentred;
+    const Dataset* last = nullptr;
+    for (const Dataset& dataset : source.datasets()) {
+        if (last != nullptr && last->values == dataset.values && last->flags == dataset.flags) {
+            cellCentred.push_back(cellCentred.back());
+            continue;
+        }
+        if (!dataset.path.empty()) REPORT("Comparing counts of dataset " + dataset.path + " with the mesh...");
+        cellCentred.push_back(MATCH_RESULTS_TO_MESH(mesh, dataset.values, dataset.flags, source.kind()));
+        last = &dataset;
+    }
+    return cellCentred;
+}
+
+/// A .dat holds one dataset, so what cannot be drawn of it is known at once.
+void checkOutputsFit(const ResultsSource& source, const Mesh& mesh, const std::vector<bool>& cellCentred) {
+    const RunOptions& options = OPTIONS();
+    if (source.kind() != ".dat") return;
+    if (options.vector && !source.datasets().front().vector)
+        STOP_RUN("ERROR - .dat file needs to be a Vector data set to output arrows");
+    const bool elsewhere = cellCentred.front() || mesh.highResolution || options.grid || options.vector;
+    if (GIVEN(options, Family::Layer) && !elsewhere)
+        STOP_RUN("ERROR - mif or shp option only for cell centred .dat files");
+}
+
+/// Settles what the names of all outputs depend on. True when there are several.
+bool prepareNames(const ResultsSource& source) {
+    std::size_t outputs = 0;
+    for (const Dataset& dataset : source.datasets()) outputs += dataset.outputs;
+    SET_TIME_PRECISION(source.times(), OPTIONS().seconds);
+    if (outputs > 1) IGNORE_OUTPUT_NAME();
+    return outputs > 1;
+}
+
+OutputLabel labelOf(const std::string& base, const Dataset& dataset, const Results& results) {
+    OutputLabel label;
+    label.base = base + dataset.tag;
+    label.time = results.time;
+    label.quantity = results.quantity;
+    label.vector = results.vector;
+    return label;
+}
+
+/// What goes from the source to the stages. These are prepared once for all datasets that are alike.
+class Conversion {
+public:
+    Conversion(ResultsSource& source, const std::string& base, const Mesh& mesh, Results& results, OutputStages& stages)
+        : source_(source), base_(base), mesh_(mesh), results_(results), stages_(stages) {}
+
+    void convert(std::size_t index, const ResultsKind& kind) {
+        if (!begun_ || begun_->vector != kind.vector || begun_->cellCentred != kind.cellCentred) beginStages(kind);
+        source_.begin(index, kind.cellCentred, results_);
+        while (source_.next(results_))
+            for (const auto& stage : stages_)
+                stage->take(results_, labelOf(base_, source_.datasets()[index], results_));
+    }
+
+private:
+    void beginStages(const ResultsKind& kind) {
+        PREPARE_OUTPUT_FOLDER();
+        for (const auto& stage : stages_) stage->begin(mesh_, kind);
+        begun_ = kind;
+    }
+
+    ResultsSource& source_;
+    const std::string& base_;
+    const Mesh& mesh_;
+    Results& results_;
+    OutputStages& stages_;
+    std::optional<ResultsKind> begun_;  ///< what the stages are prepared for
+};
+
+}  // namespace
+
+void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh& mesh, Results& results,
+                     OutputStages& stages) {
+    if (source.datasets().empty()) STOP_WITHOUT_OUTPUT();
+    const std::vector<bool> cellCentred = matchToMesh(source, mesh);
+    checkOutputsFit(source, mesh, cellCentred);
+    source.settle(cellCentred, results);
+    const bool several = prepareNames(source);
+    Conversion conversion(source, base, mesh, results, stages);
+    for (const bool vector : {false, true}) {
+        if (!source.heading(vector).empty()) REPORT(source.heading(vector));
+        for (std::size_t i = 0; i < source.datasets().size(); ++i)
+            if (source.datasets()[i].vector == vector) conversion.convert(i, {vector, cellCentred[i], several});
+    }
+    for (const auto& stage : stages) stage->finish();
+    source.finish();
+}

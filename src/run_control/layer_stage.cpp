@@ -1,0 +1,123 @@
+#include "run_control/layer_stage.h"
+
+#include "run_control/grid_choice.h"
+#include "services/console.h"
+#include "text_utils/text.h"
+#include "vector_outputs/vector_output.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr double CAP_OF_VELOCITY_FILES = 10.0;
+
+/// Results named after velocity vectors (x_V.dat) are capped unless -vmax says otherwise.
+double arrowCap(const RunOptions& options) {
+    if (!options.vmaxNotGiven) return std::max(static_cast<double>(options.vmax), 0.0);
+    return LOWERCASE(TRIMF(options.inputFile)).ends_with("_v.dat") ? CAP_OF_VELOCITY_FILES : 0.0;
+}
+
+ArrowChoice arrowChoice(const OutputFormat& format, const RunOptions& options) {
+    using Along = ArrowRules::Along;
+    ArrowChoice choice;
+    choice.along = options.vy ? Along::YAxis : options.vx ? Along::XAxis : Along::Flow;
+    choice.slantAngle = options.slantAngle;
+    choice.outlined = format.outlinedArrows;
+    choice.scaleFactor = static_cast<double>(options.scaleFactor);
+    if (options.fixedVectorLength) choice.fixedLength = static_cast<double>(options.vectorLength);
+    choice.cap = arrowCap(options);
+    choice.tailThickness = static_cast<double>(options.tailThicknessFactor);
+    choice.thicknessPerCellSize = options.tailThicknessPerCellSize;
+    choice.step = format.coordinateStep;
+    return choice;
+}
+
+VectorColumns vectorColumns(const RunOptions& options) {
+    if (options.vx) return VectorColumns::XComponent;
+    if (options.vy) return VectorColumns::YComponent;
+    return options.va || options.vdir ? VectorColumns::Direction : VectorColumns::All;
+}
+
+void checkSwitches(const OutputFormat& format, const RunOptions& options) {
+    const PointTypes types = READ_POINT_TYPES(options.pointTypes);
+    if (!types.unknown.empty())
+        DMESSAGE("WARNING - Unknown point types \"" + types.unknown + "\" in -pts" + options.pointTypes +
+                 " are ignored.");
+    if (options.region && format.family == Family::Text) {
+        DMESSAGE("WARNING - The -region option is ignored with -txt.");
+        DROP_REGION();
+    }
+    if (options.region && options.grid) {
+        DMESSAGE("WARNING - The -grid option is ignored with -region.");
+        DROP_GRID();
+    }
+    const bool gridded = options.grid && !options.inputIsMesh;
+    if (types.all || (!options.region && !gridded)) return;
+    DMESSAGE("WARNING - The -pts option is ignored with " + std::string(options.region ? "-region." : "-grid."));
+    DROP_POINT_TYPES();
+}
+
+class LayerStage : public OutputStage {
+public:
+    LayerStage(const OutputFormat& format, const RunOptions& options) : format_(format), options_(options) {}
+
+    void meshRead(const Mesh& mesh) override {
+        if (READ_POINT_TYPES(options_.pointTypes).all) return;
+        REPORT("Setting filter flags based on Zpt types: " + options_.pointTypes);
+        Progress("Node: ").finish(mesh.nodeCount);
+        REPORT("   Done");
+    }
+
+    void begin(const Mesh& mesh, const ResultsKind& kind) override {
+        std::optional<Grid> header;
+        if (options_.grid) header = GRID_HEADER(mesh, kind.cellCentred);
+        run_ = {};
+        run_ = START_VECTOR_OUTPUTS(mesh, header ? &*header : nullptr, kind, LAYER_CHOICE(format_, options_));
+    }
+
+    void take(const Results& results, OutputLabel label) override {
+        if (options_.grid) label.gridSize = options_.gridSpacing;
+        WRITE_RESULTS_LAYER(run_, results, OUTPUT_NAME(label, format_.files));
+    }
+
+    void takeMesh(const Mesh& mesh, OutputLabel label) override {
+        if (options_.grid) {
+            DMESSAGE("WARNING - Grid option not supported when converting .2dm to .mif or .shp");
+            REPORT("Use -asc output to convert elevations to a regular raster grid.");
+            DROP_GRID();
+        }
+        begin(mesh, {});
+        WRITE_MESH_LAYER(run_, OUTPUT_NAME(label, format_.files));
+    }
+
+private:
+    const OutputFormat& format_;
+    const RunOptions& options_;
+    VectorRun run_;
+};
+
+}  // namespace
+
+LayerChoice LAYER_CHOICE(const OutputFormat& format, const RunOptions& options) {
+    LayerChoice choice;
+    choice.extension = format.files.front();
+    choice.text = format.family == Family::Text;
+    choice.coordinateStep = format.coordinateStep;
+    choice.arrows = options.vector;
+    choice.regions = options.region;
+    choice.shown = {vectorColumns(options), options.compass, options.slantAngle, options.verbose};
+    choice.arrow = arrowChoice(format, options);
+    choice.pointTypes = READ_POINT_TYPES(options.pointTypes);
+    choice.format = {options.precisionWidth, options.precisionDecimals};
+    choice.cutoffDepth = static_cast<double>(options.cutoffDepth);
+    choice.coordinates = PROJECTION().kind();
+    choice.seconds = options.seconds;
+    return choice;
+}
+
+std::unique_ptr<OutputStage> MAKE_LAYER_STAGE(const OutputFormat& format, const RunOptions& options) {
+    checkSwitches(format, options);
+    return std::make_unique<LayerStage>(format, options);
+}
