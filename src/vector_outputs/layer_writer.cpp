@@ -79,7 +79,7 @@ void reportCounts(const LayerJob& job, const LayerCounts& counts) {
     else if (counts.invalid > 0)
         DMESSAGE(left + (job.source.kind.drawnAs == DrawnAs::Arrow ? " arrows" : " cells") +
                  " would not be valid polygons (crossed, flat or with a node twice) and are left out.");
-    if (counts.written == 0) DMESSAGE("WARNING - No wet points to output at this time.");
+    if (counts.written == 0 && counts.invalid == 0) DMESSAGE("WARNING - No wet points to output at this time.");
     REPORT(AINTEGER8(counts.written) + " objects written.");
 }
 
