@@ -1,5 +1,7 @@
 #include "inputs/coordinate_decimals.h"
 
+#include "inputs/mesh_degrees.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -28,18 +30,11 @@ double shortestSide(const Mesh& mesh) {
     return shortest;
 }
 
-bool liesWithinDegrees(const Mesh& mesh) {
-    return mesh.xmin <= mesh.xmax && mesh.xmin >= -180.0 && mesh.xmax <= 360.0 && mesh.ymin >= -90.0 &&
-           mesh.ymax <= 90.0;
-}
-
 }  // namespace
 
 int COORDINATE_DECIMALS(const Mesh& mesh, CoordinateKind kind) {
     constexpr double ROUNDING = 1.0e-6;  // a side of 0.01 needs five decimals, not six for its last bit
-    const bool degrees =
-        kind == CoordinateKind::Geographic || (kind == CoordinateKind::Unknown && liesWithinDegrees(mesh));
-    const int least = degrees ? DEGREE_DECIMALS : METRE_DECIMALS;
+    const int least = IS_IN_DEGREES(mesh, kind) ? DEGREE_DECIMALS : METRE_DECIMALS;
     const double needed = std::ceil(-std::log10(shortestSide(mesh) / 1000.0) - ROUNDING);
     return std::clamp(static_cast<int>(std::clamp(needed, 0.0, 99.0)), least, MOST_DECIMALS);
 }

@@ -1,6 +1,8 @@
 #include "raster/default_spacing.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -24,9 +26,16 @@ double median(std::vector<double>& values) {
     return 0.5 * (*middle + *std::max_element(values.begin(), middle));
 }
 
+double toThreeDigits(double value) {
+    std::array<char, 32> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, 2);
+    std::from_chars(text.data(), written.ptr, value);
+    return value;
+}
+
 }  // namespace
 
-std::optional<double> DEFAULT_SPACING(const Mesh& mesh) {
+std::optional<double> DEFAULT_SPACING(const Mesh& mesh, bool degrees) {
     if (mesh.qlMesh) return std::nullopt;
     std::vector<double> sides;
     for (std::size_t id = 1; id < mesh.elements.size(); ++id) {
@@ -35,6 +44,6 @@ std::optional<double> DEFAULT_SPACING(const Mesh& mesh) {
     }
     if (sides.empty()) return std::nullopt;
     const double spacing = median(sides) * (mesh.highResolution ? 0.5 : 1.0);
-    const double rounded = std::round(spacing * 1000.0) / 1000.0;
+    const double rounded = degrees ? toThreeDigits(spacing) : std::round(spacing * 1000.0) / 1000.0;
     return rounded > 0.0 ? std::optional(rounded) : std::nullopt;
 }

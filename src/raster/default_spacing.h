@@ -6,6 +6,6 @@
 #include <optional>
 
 /// The median side of the mesh's quads (corner to corner), halved in a high-resolution mesh, rounded to 0.001 map
-/// units. Nothing for a QL mesh, for a mesh without quads, or when rounding leaves zero (degrees): then the user is
-/// asked.
-std::optional<double> DEFAULT_SPACING(const Mesh& mesh);
+/// units, in degrees to three significant digits. Nothing for a QL mesh, for a mesh without quads, or when rounding
+/// leaves zero: then the user is asked.
+std::optional<double> DEFAULT_SPACING(const Mesh& mesh, bool degrees);

@@ -31,10 +31,6 @@
 #include <string>
 #include <utility>
 
-#include <chrono>
-#include <cstddef>
-#include <string>
-
 namespace {
 
 void initialiseRun() {

@@ -1,6 +1,7 @@
 #include "run_control/grid_choice.h"
 
 #include "inputs/mesh.h"
+#include "inputs/mesh_degrees.h"
 #include "raster/default_spacing.h"
 #include "raster/external_grid.h"
 #include "raster/grid_extent.h"
@@ -61,7 +62,8 @@ void TAKE_OVER_TEMPLATE_GRID() {
 void CHOOSE_GRID(const Mesh& mesh) {
     const RunOptions& options = OPTIONS();
     if (!GIVEN(options, Family::Raster) || options.grid || templateGrid.cellSize > 0.0) return;
-    if (const std::optional<double> spacing = DEFAULT_SPACING(mesh)) return SET_GRID_SPACING(*spacing);
+    const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
+    if (const std::optional<double> spacing = DEFAULT_SPACING(mesh, degrees)) return SET_GRID_SPACING(*spacing);
     SET_GRID_SPACING(askSpacing("No grid spacing specified for QELDRA -asc output.  Enter spacing in metres -> "));
 }
 

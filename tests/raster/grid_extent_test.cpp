@@ -70,15 +70,17 @@ TEST_CASE("DEFAULT_SPACING is the median side of the quads") {
     for (const auto& [x, y] : {std::pair{0.0, 0.0}, {3.33333, 0.0}, {3.33333, 5.0}, {0.0, 5.0}, {900.0, 0.0}})
         addNode(mesh, x, y);
     addElement(mesh, 3, {1, 2, 5});
-    CHECK_FALSE(DEFAULT_SPACING(mesh));  // no quads
+    CHECK_FALSE(DEFAULT_SPACING(mesh, false));  // no quads
     addElement(mesh, 4, {1, 2, 3, 4});
-    CHECK(DEFAULT_SPACING(mesh) == 4.167);  // between the two middle sides, rounded
+    CHECK(DEFAULT_SPACING(mesh, false) == 4.167);  // between the two middle sides, rounded
     mesh.highResolution = true;
-    CHECK(DEFAULT_SPACING(mesh) == 2.083);
+    CHECK(DEFAULT_SPACING(mesh, false) == 2.083);
     addElement(mesh, 4, {1, 2, 5, 4});
     mesh.elements.back().removed = true;
-    CHECK(DEFAULT_SPACING(mesh) == 2.083);  // removed quads have no say
+    CHECK(DEFAULT_SPACING(mesh, false) == 2.083);  // removed quads have no say
     mesh.qlMesh = true;
-    CHECK_FALSE(DEFAULT_SPACING(mesh));
-    CHECK_FALSE(DEFAULT_SPACING(latticeMesh({.side = 1e-5, .triangleEvery = 0})));  // degrees round to nothing
+    CHECK_FALSE(DEFAULT_SPACING(mesh, false));
+    const Mesh fine = latticeMesh({.side = 1.2367e-5, .x0 = 147.1, .y0 = -42.9, .triangleEvery = 0});
+    CHECK_FALSE(DEFAULT_SPACING(fine, false));  // millimetres round to nothing
+    CHECK(DEFAULT_SPACING(fine, true) == 1.24e-5);
 }
