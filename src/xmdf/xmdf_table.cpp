@@ -11,15 +11,25 @@ bool failed(std::string reason) { return xmdfFailed(std::move(reason)) >= 0; }
 
 herr_t refuseExternalLink(const char*, const char*, const char*, const char*, unsigned*, hid_t, void*) { return -1; }
 
-constexpr std::size_t WIDEST_NUMBER = 16;  // bytes; the library itself believes any width in a damaged header
+constexpr std::size_t WIDEST_NUMBER = 16;  // bytes
+constexpr std::size_t EXTENDED_BITS = 80;  // of a long double in 16 bytes
+
+/// The library believes any width in a damaged header, and reads beyond the values that are stored. Numbers fill
+/// theirs.
+bool fillsItsWidth(hid_t type) {
+    const std::size_t width = H5Tget_size(type);
+    const std::size_t bits = H5Tget_precision(type);
+    return width > 0 && width <= WIDEST_NUMBER &&
+           (bits == 8 * width || (bits == EXTENDED_BITS && width == WIDEST_NUMBER));
+}
 
 bool holdsNumbers(const H5Dataset& data) {
     const H5Type type(H5Dget_type(data.id()));
-    const std::size_t width = H5Tget_size(type.id());
-    if (width == 0 || width > WIDEST_NUMBER) return false;
     const H5T_class_t kind = H5Tget_class(type.id());
+    if (kind == H5T_INTEGER || kind == H5T_FLOAT) return fillsItsWidth(type.id());
     // flags are often an enumeration of FALSE and TRUE
-    return kind == H5T_INTEGER || kind == H5T_FLOAT || kind == H5T_ENUM;
+    return kind == H5T_ENUM && H5Tget_size(type.id()) <= WIDEST_NUMBER &&
+           fillsItsWidth(H5Type(H5Tget_super(type.id())).id());
 }
 
 bool readExtent(H5Table& table, int rank) {

@@ -204,6 +204,15 @@ TEST_CASE("a bad dataset is refused with the file, its path and what is wrong; n
         {scalar("/d"), shaped({2, 0}), "/d/Values has 0 values per time"},
         {scalar("/d"), shaped({0, 3}), "/d/Values has 0 times"},
         {scalar("/d"), noValues, "/d/Values does not hold numbers", table("/d/Values", H5T_C_S1, {2, 3}, false)},
+        {scalar("/d"), noValues, "/d/Values does not hold numbers",  // as wide as a damaged header says
+         [](hid_t id) {
+             const H5Type wide(H5Tcopy(H5T_STD_I32LE));
+             H5Tset_size(wide.id(), 8);
+             H5Tset_precision(wide.id(), 32);
+             const hsize_t shape[] = {2, 3};
+             const H5Space space(H5Screate_simple(2, shape, nullptr));
+             H5Dataset(H5Dcreate2(id, "/d/Values", wide.id(), space.id(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+         }},
         {scalar("/d"), noValues, "/d/Values is stored in chunks of 2301 MB, the limit is 2048 MB",
          table("/d/Values", H5T_IEEE_F32LE, {1, 603000000}, true)},
         {scalar("/d"), noTimes, "/d/Times has 20000000000 times",
