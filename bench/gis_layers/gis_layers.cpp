@@ -42,7 +42,7 @@ void fillLine(std::string& line, std::int64_t i) {
 }
 
 void writeLayer(std::string_view name, bool regions, std::int64_t count) {
-    const std::int32_t id = gisOpenLayer(name, "R", "O ", false);
+    const std::int32_t id = gisOpenLayer(name, "R", "O ");
     gisHeader(id).shape = regions ? GisShape::Region : GisShape::Point;
     gisHeader(id).attributes = {
         {"PtType", "Char(2)"},      {"SMS_ID", "Integer"},       {"Water Level", "Decimal(10,4)"},
@@ -60,7 +60,7 @@ void writeLayer(std::string_view name, bool regions, std::int64_t count) {
 }
 
 std::int64_t readLayer(std::string_view name) {
-    const std::int32_t id = gisOpenLayer(name, "R", "I ", false);
+    const std::int32_t id = gisOpenLayer(name, "R", "I ");
     gisReadHeader(id);
     GisObject o;
     std::string line;

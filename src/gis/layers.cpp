@@ -76,11 +76,11 @@ Dispatch dispatchWrite(std::int32_t gisID, std::string_view operation, std::stri
     STOP_RUN("ERROR " + std::string(what) + " for a " + std::string(gisKindName(layer.kind)) + " object in GIS layer.");
 }
 
-GisFormat formatOf(const std::string& extension, bool allowTableOnly) {
+GisFormat formatOf(const std::string& extension, GisTable wanted) {
     if (extension == ".mif" || extension == ".mid" || extension.empty()) return GisFormat::Mif;
     if (extension == ".shp") return GisFormat::Shp;
-    if (extension == ".dbf" && allowTableOnly) return GisFormat::Shp;
-    if (extension == ".csv" && allowTableOnly) return GisFormat::Csv;
+    if (extension == ".dbf" && wanted == GisTable::Alone) return GisFormat::Shp;
+    if (extension == ".csv" && wanted == GisTable::Alone) return GisFormat::Csv;
     STOP_RUN("ERROR 0252 - " + extension + " is not a supported GIS file format.");
 }
 
@@ -133,14 +133,14 @@ void gisSetExtent(double xmin, double ymin, double xmax, double ymax) { table.ex
 void gisOpenInputLog(std::string_view base) { OPEN_INPUT_LOG(base); }
 
 // ---- opening and closing ----
-std::int32_t gisOpenLayer(std::string_view name, std::string_view, std::string_view mode, bool allowTableOnly) {
+std::int32_t gisOpenLayer(std::string_view name, std::string_view, std::string_view mode, GisTable wanted) {
     REPORT("Opening GIS Layer: " + std::string(name));
     const std::int32_t id = lowestFreeID();
     REPORT("GIS Layer assigned ID of " + std::to_string(id));
     gisInitialiseLayer(id);
     GisLayer& layer = gisEntry(id);
     const std::string extension = FILEEXT(name);
-    layer.format = formatOf(extension, allowTableOnly);
+    layer.format = formatOf(extension, wanted);
     layer.path = FITTED(name, FILE_NAME_WIDTH);
     layer.tableOnly = extension == ".dbf" || extension == ".csv";
     layer.mode = mode == "I " ? GisMode::Input : mode == "O " ? GisMode::Output : GisMode::NotSet;

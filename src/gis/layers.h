@@ -4,9 +4,9 @@
 //   .mif, .mid or none   a MIF/MID pair: <base>.mif with header and geometry, <base>.mid with one attribute line per
 //   object .shp                 a shapefile set: <base>.shp, .shx, .dbf, .cpg and, when a projection text is set, .prj
 //   .dbf, .csv           the attribute table alone, for callers that allow it
-// Writing:  gisOpenLayer("x.shp", "R", "O ", false); gisHeader(id) = {...}; gisWriteHeader(id);
+// Writing:  gisOpenLayer("x.shp", "R", "O "); gisHeader(id) = {...}; gisWriteHeader(id);
 //           then gisWriteObject and gisWriteRecord for each object, in pairs; gisCloseLayer(id).
-// Reading:  gisOpenLayer("x.shp", "R", "I ", false); gisReadHeader(id);
+// Reading:  gisOpenLayer("x.shp", "R", "I "); gisReadHeader(id);
 //           while (gisObjectType(id, o)) { if gisReadObject(id, o) ...; gisReadRecord(id, line); }  gisCloseLayer(id).
 //
 // What stops the run. A numbered ERROR, after saying which file and where; "Should not be here ..." when an operation
@@ -75,11 +75,14 @@ void gisSetExtent(double xmin, double ymin, double xmax, double ymax);
 void gisOpenInputLog(std::string_view base);
 
 // ---- opening and closing ----
+enum class GisTable : std::uint8_t { WithObjects, Alone };
+
 /// Opens a layer under the lowest free gisID, from 1. action: "R" or "PR" (kept for callers that name it; both open
-/// alike). mode: "I " reads, "O " creates or replaces. allowTableOnly admits .dbf and .csv. An input layer is added to
-/// the input-layer list unless it is there, and its coordinate system is checked against the run's. ERROR 0251 with
-/// MOST_LAYERS open, ERROR 0252 for another extension, ERROR 0305 for another coordinate system.
-std::int32_t gisOpenLayer(std::string_view name, std::string_view action, std::string_view mode, bool allowTableOnly);
+/// alike). mode: "I " reads, "O " creates or replaces. table: whether a .dbf or .csv alone will do. An input layer is
+/// added to the input-layer list unless it is there, and its coordinate system is checked against the run's. ERROR 0251
+/// with MOST_LAYERS open, ERROR 0252 for another extension, ERROR 0305 for another coordinate system.
+std::int32_t gisOpenLayer(std::string_view name, std::string_view action, std::string_view mode,
+                          GisTable table = GisTable::WithObjects);
 /// Resets the entry of one gisID to its defaults. gisOpenLayer does it.
 void gisInitialiseLayer(std::int32_t gisID);
 /// Completes an output (gisWriteEoF), closes the files and frees the gisID. 0 is reported as a SOFTWARE CHECK and the

@@ -41,8 +41,8 @@ const iconv_t NONE = reinterpret_cast<iconv_t>(-1);
 }  // namespace
 
 CodePage::CodePage(int page) : page_(page) {
-    const iconv_t converter = iconv_open("UTF-8", nameOf(page_).c_str());
-    if (converter != NONE) converter_ = converter;
+    const iconv_t vorant_gis = iconv_open("UTF-8", nameOf(page_).c_str());
+    if (vorant_gis != NONE) converter_ = vorant_gis;
 }
 CodePage::~CodePage() {
     if (converter_ != nullptr) iconv_close(converter_);

@@ -30,7 +30,7 @@ void addOther(CalibrationPoints& points, const GisObject& o, CalibrationObject o
 CalibrationPoints READ_CALIBRATION_POINTS(const std::string& file) {
     CalibrationPoints points;
     points.file = file;
-    const std::int32_t layer = gisOpenLayer(file, "R", "I ", false);
+    const std::int32_t layer = gisOpenLayer(file, "R", "I ");
     gisDropShortRegions(layer);
     gisReadHeader(layer);
     points.header = gisHeader(layer);

@@ -38,7 +38,7 @@ void checkAttributes(const GisHeader& header) {
 }  // namespace
 
 std::vector<ProfileLine> READ_PROFILE_LINES(const std::string& file) {
-    const std::int32_t layer = gisOpenLayer(file, "R", "I ", false);
+    const std::int32_t layer = gisOpenLayer(file, "R", "I ");
     gisDropShortRegions(layer);
     gisReadHeader(layer);
     checkAttributes(gisHeader(layer));

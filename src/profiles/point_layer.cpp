@@ -44,7 +44,7 @@ void appendValues(std::string& line, const std::vector<AppendedColumn>& columns,
 
 std::int32_t openCopy(const std::string& file, const CalibrationPoints& points,
                       const std::vector<AppendedColumn>& columns, int width, int decimals) {
-    const std::int32_t layer = gisOpenLayer(file, "R", "O ", false);
+    const std::int32_t layer = gisOpenLayer(file, "R", "O ");
     GisHeader& header = gisHeader(layer);
     header = points.header;
     header.shape = FILEEXT(file) == ".shp" ? GisShape::Point : GisShape::Any;

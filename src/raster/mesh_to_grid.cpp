@@ -42,16 +42,16 @@ void checkSizes(const GridRun& run, const Mesh& mesh, const Results& results) {
 
 }  // namespace
 
-GridRun START_GRID(const Grid& header, PlanKind kind, bool vector, bool severalTimes) {
+GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results) {
     GridRun run;
     run.grid.ncols = header.ncols;
     run.grid.nrows = header.nrows;
     run.grid.xll = header.xll;
     run.grid.yll = header.yll;
     run.grid.cellSize = header.cellSize;
-    ALLOCATE_GRID(run.grid, vector);
+    ALLOCATE_GRID(run.grid, results.vector);
     run.plan.kind = kind;
-    run.plan.memoryLimit = severalTimes ? planLimit() : 0;
+    run.plan.memoryLimit = results.severalTimes ? planLimit() : 0;
     return run;
 }
 

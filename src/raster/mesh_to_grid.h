@@ -24,9 +24,9 @@ struct GridRun {
 };
 
 /// Takes the grid's memory and reports its size. header: corner, cell size and counts; its values are not read.
-/// vector: the results are vectors. severalTimes: the plan is worth keeping; with one time it is made and dropped piece
+/// results: what is to come; with several times the plan is worth keeping; with one time it is made and dropped piece
 /// by piece.
-GridRun START_GRID(const Grid& header, PlanKind kind, bool vector, bool severalTimes);
+GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results);
 
 /// Fills run.grid from one output time, with its messages. Every cell whose point no wet element covers holds NO_VALUE.
 /// results: values for every node of the mesh, or for every element when cellCentred (and then the run's kind is

@@ -7,6 +7,7 @@
 #include "services/exits.h"
 
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -38,18 +39,16 @@ void checkOutputsFit(const ResultsSource& source, const Mesh& mesh, const std::v
         STOP_RUN("ERROR - mif or shp option only for cell centred .dat files");
 }
 
-/// Settles what the names of all outputs depend on. True when there are several.
-bool prepareNames(const ResultsSource& source) {
+/// Several outputs cannot share one name.
+bool several(const ResultsSource& source) {
     std::size_t outputs = 0;
     for (const Dataset& dataset : source.datasets()) outputs += dataset.outputs;
-    SET_TIME_PRECISION(source.times(), OPTIONS().seconds);
     if (outputs > 1) IGNORE_OUTPUT_NAME();
     return outputs > 1;
 }
 
-OutputLabel labelOf(const std::string& base, const Dataset& dataset, const Results& results) {
-    OutputLabel label;
-    label.base = base + dataset.tag;
+OutputLabel labelOf(OutputLabel label, const Dataset& dataset, const Results& results) {
+    label.base = label.run + dataset.tag;
     label.time = results.time;
     label.quantity = results.quantity;
     label.vector = results.vector;
@@ -59,15 +58,15 @@ OutputLabel labelOf(const std::string& base, const Dataset& dataset, const Resul
 /// What goes from the source to the stages. These are prepared once for all datasets that are alike.
 class Conversion {
 public:
-    Conversion(ResultsSource& source, const std::string& base, const Mesh& mesh, Results& results, OutputStages& stages)
-        : source_(source), base_(base), mesh_(mesh), results_(results), stages_(stages) {}
+    Conversion(ResultsSource& source, OutputLabel label, const Mesh& mesh, Results& results, OutputStages& stages)
+        : source_(source), label_(std::move(label)), mesh_(mesh), results_(results), stages_(stages) {}
 
     void convert(std::size_t index, const ResultsKind& kind) {
         if (!begun_ || begun_->vector != kind.vector || begun_->cellCentred != kind.cellCentred) beginStages(kind);
         source_.begin(index, kind.cellCentred, results_);
         while (source_.next(results_))
             for (const auto& stage : stages_)
-                stage->take(results_, labelOf(base_, source_.datasets()[index], results_));
+                stage->take(results_, labelOf(label_, source_.datasets()[index], results_));
     }
 
 private:
@@ -78,7 +77,7 @@ private:
     }
 
     ResultsSource& source_;
-    const std::string& base_;
+    OutputLabel label_;  ///< what all outputs have in common
     const Mesh& mesh_;
     Results& results_;
     OutputStages& stages_;
@@ -93,12 +92,15 @@ void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh&
     const std::vector<bool> cellCentred = matchToMesh(source, mesh);
     checkOutputsFit(source, mesh, cellCentred);
     source.settle(cellCentred, results);
-    const bool several = prepareNames(source);
-    Conversion conversion(source, base, mesh, results, stages);
+    const bool severalTimes = several(source);
+    OutputLabel label;
+    label.run = base;
+    label.timeDecimals = NAME_DECIMALS(source.times(), OPTIONS().seconds);
+    Conversion conversion(source, std::move(label), mesh, results, stages);
     for (const bool vector : {false, true}) {
         if (!source.heading(vector).empty()) REPORT(source.heading(vector));
         for (std::size_t i = 0; i < source.datasets().size(); ++i)
-            if (source.datasets()[i].vector == vector) conversion.convert(i, {vector, cellCentred[i], several});
+            if (source.datasets()[i].vector == vector) conversion.convert(i, {vector, cellCentred[i], severalTimes});
     }
     for (const auto& stage : stages) stage->finish();
     source.finish();

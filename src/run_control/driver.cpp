@@ -76,9 +76,9 @@ int convertWorldFile() {
 }
 
 /// A type, a scalar or a vector number chooses among the datasets of an .xmdf; other inputs hold one.
-void checkDatasetSwitches() {
+void checkDatasetSwitches(InputKind kind) {
     const RunOptions& options = OPTIONS();
-    if (INPUT_FILES().kind == InputKind::Xmdf) return;
+    if (kind == InputKind::Xmdf) return;
     if (options.typeGiven || options.scalarIdGiven || options.vectorIdGiven)
         DMESSAGE(
             "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non "
@@ -87,15 +87,16 @@ void checkDatasetSwitches() {
 }
 
 /// A layer's spacing is asked for behind the input, whose folder says what its units are; a raster's comes first.
-void askInGoodOrder() {
+InputFiles askInGoodOrder() {
     const bool layer = GIVEN(OPTIONS(), Family::Layer);
     if (!layer) CHECK_GRID_SWITCHES();
-    FIND_INPUT_FILE();
+    InputFiles files = FIND_INPUT_FILE();
     if (layer) CHECK_GRID_SWITCHES();
+    return files;
 }
 
-void readMesh(Mesh& mesh) {
-    const int file = OPEN_FILE(INPUT_FILES().mesh, "I ", "2dm");
+void readMesh(const std::string& name, Mesh& mesh) {
+    const int file = OPEN_FILE(name, "I ", "2dm");
     SCAN_2DM(file, mesh);
     SIZE_MESH_TABLES(mesh);
     READ_2DM(file, OPTIONS().removedParts, mesh);
@@ -116,9 +117,9 @@ void reportRemovedNodes(const Mesh& mesh) {
     REPORT("   Done...");
 }
 
-void convertMesh(const Mesh& mesh, OutputStages& stages) {
+void convertMesh(const std::string& base, const Mesh& mesh, OutputStages& stages) {
     OutputLabel label;
-    label.base = FILENAMEPATH(INPUT_FILES().input);
+    label.base = label.run = base;
     label.timed = false;
     for (const auto& stage : stages) {
         stage->takeMesh(mesh, label);
@@ -132,22 +133,23 @@ struct Identified {
     std::string xmdfType;
 };
 
-Identified identifyResults() {
+Identified identifyResults(const InputFiles& files) {
     const RunOptions& options = OPTIONS();
     Identified found;
-    if (INPUT_FILES().kind == InputKind::Xmdf) found.xmdfType = CHOOSE_XMDF_TYPE(options);
-    if (INPUT_FILES().kind != InputKind::Dat) return found;
-    found.dat = std::make_unique<DatSource>(INPUT_FILES().input, TIME_CHOICE(options));
+    if (files.kind == InputKind::Xmdf) found.xmdfType = CHOOSE_XMDF_TYPE(options);
+    if (files.kind != InputKind::Dat) return found;
+    found.dat = std::make_unique<DatSource>(files.input, TIME_CHOICE(options));
     REPORT_CUTOFF(options, found.dat->datasets().front().quantity);
     return found;
 }
 
-void convertInput(Identified input, const Mesh& mesh, OutputStages& stages) {
-    if (INPUT_FILES().kind == InputKind::Mesh) return convertMesh(mesh, stages);
+void convertInput(const InputFiles& files, Identified input, const Mesh& mesh, OutputStages& stages) {
+    const std::string base = FILENAMEPATH(files.input);
+    if (files.kind == InputKind::Mesh) return convertMesh(base, mesh, stages);
     std::unique_ptr<ResultsSource> source = std::move(input.dat);
     if (source) REPORT("Reading .dat file...");
-    else source = std::make_unique<XmdfSource>(INPUT_FILES().input, OPTIONS(), input.xmdfType);  // takes its time
-    CONVERT_RESULTS(*source, FILENAMEPATH(INPUT_FILES().input), mesh, RESULTS_TO_FILL(), stages);
+    else source = std::make_unique<XmdfSource>(files.input, OPTIONS(), input.xmdfType);  // takes its time
+    CONVERT_RESULTS(*source, base, mesh, RESULTS_TO_FILL(), stages);
 }
 
 }  // namespace
@@ -161,24 +163,24 @@ int CONVERT(int argc, const char* const argv[]) {
     explainWrongSwitches();
     if (GIVEN(OPTIONS(), Family::WorldFile)) return convertWorldFile();
     OutputStages stages = MAKE_OUTPUT_STAGES();
-    askInGoodOrder();
+    InputFiles files = askInGoodOrder();
     if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
     FIND_PROJECTION(OPTIONS().inputFile, OUTPUT_FORMAT(OPTIONS()).projection);
     gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
     TAKE_OVER_TEMPLATE_GRID();
-    FIND_INPUT_KIND();
-    checkDatasetSwitches();
-    Identified results = identifyResults();
-    FIND_MESH_FILE();
+    FIND_INPUT_KIND(files);
+    checkDatasetSwitches(files.kind);
+    Identified results = identifyResults(files);
+    FIND_MESH_FILE(files);
     Mesh& mesh = MESH_TO_FILL();
-    readMesh(mesh);
+    readMesh(files.mesh, mesh);
     REPORT_ODD_QUADS(mesh);
     settleOneD(mesh);
     CHOOSE_GRID(mesh);
     REPORT("Allocating results storage...");
     reportRemovedNodes(mesh);
     for (const auto& stage : stages) stage->meshRead(mesh);
-    convertInput(std::move(results), mesh, stages);
+    convertInput(files, std::move(results), mesh, stages);
     if (OUTPUTS_WRITTEN() == 0) STOP_WITHOUT_OUTPUT();
     reportCounts(start);
     REPORT("Finished.");

@@ -15,8 +15,6 @@
 
 namespace {
 
-InputFiles files;
-
 void refuseFolder(const std::string& name) {
     std::error_code error;
     if (std::filesystem::is_directory(name, error)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
@@ -37,7 +35,7 @@ std::vector<std::string> meshCandidates(const std::string& input, InputKind kind
 }
 
 /// Takes the name over when it is a file's; says that it is not.
-void takeMesh(const std::string& name) {
+void takeMesh(const std::string& name, InputFiles& files) {
     if (const std::optional<std::string> found = FIND_FILE(name)) {
         files.mesh = *found;
         return;
@@ -47,7 +45,7 @@ void takeMesh(const std::string& name) {
     REPORT_LOOKED_FOR({&name, 1});
 }
 
-void findMeshBesideInput() {
+void findMeshBesideInput(InputFiles& files) {
     const std::vector<std::string> candidates = meshCandidates(files.input, files.kind);
     for (const std::string& candidate : candidates)
         if (const std::optional<std::string> found = FIND_FILE(candidate)) {
@@ -60,17 +58,15 @@ void findMeshBesideInput() {
 
 }  // namespace
 
-const InputFiles& INPUT_FILES() { return files; }
-
-void FIND_INPUT_FILE(std::string_view prompt) {
-    files = InputFiles{};
+InputFiles FIND_INPUT_FILE(std::string_view prompt) {
+    InputFiles files;
     std::string name = OPTIONS().inputFile;
     for (;;) {
         if (name.empty()) name = ASK(prompt);
         if (const std::optional<std::string> found = FIND_FILE(name)) {
             files.input = *found;
             SET_INPUT_FILE(*found);
-            return;
+            return files;
         }
         refuseFolder(name);
         DMESSAGE("WARNING - File " + name + " does not exist, try again");
@@ -79,7 +75,7 @@ void FIND_INPUT_FILE(std::string_view prompt) {
     }
 }
 
-void FIND_INPUT_KIND() {
+void FIND_INPUT_KIND(InputFiles& files) {
     const std::string extension = FILEEXT(files.input);
     constexpr struct {
         const char* extension;
@@ -95,11 +91,11 @@ void FIND_INPUT_KIND() {
     STOP_RUN("ERROR - " + files.input + " is not a .2dm, .dat, .xmdf or .h5 file.");
 }
 
-void FIND_MESH_FILE() {
+void FIND_MESH_FILE(InputFiles& files) {
     if (files.kind == InputKind::Mesh) files.mesh = files.input;
-    else if (!OPTIONS().meshFile.empty()) takeMesh(OPTIONS().meshFile);
-    else findMeshBesideInput();
-    while (files.mesh.empty()) takeMesh(ASK(" Please enter the SMS .2dm file -> "));
+    else if (!OPTIONS().meshFile.empty()) takeMesh(OPTIONS().meshFile, files);
+    else findMeshBesideInput(files);
+    while (files.mesh.empty()) takeMesh(ASK(" Please enter the SMS .2dm file -> "), files);
     REPORT("SMS .2dm Mesh File is " + files.mesh);
     REPORT("SMS data file is " + files.input);
 }

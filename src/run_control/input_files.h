@@ -14,13 +14,11 @@ struct InputFiles {
     InputKind kind = InputKind::Mesh;
 };
 
-const InputFiles& INPUT_FILES();
-
 /// Settles the input file: the command line's, else asked for with the prompt until one exists. A folder stops the run.
-void FIND_INPUT_FILE(std::string_view prompt = " Please enter the SMS .dat, .2dm or .xmdf file -> ");
+InputFiles FIND_INPUT_FILE(std::string_view prompt = " Please enter the SMS .dat, .2dm or .xmdf file -> ");
 /// The kind by extension. Stops the run for .txt and for an extension that is no model file's.
-void FIND_INPUT_KIND();
+void FIND_INPUT_KIND(InputFiles& files);
 /// Settles the mesh: -2dm, else beside the input: "x.2dm" for "x_h.dat", then the input's full name, then the name cut
 /// at each earlier underscore (for an .xmdf the full name comes first); else what was looked for and where is said, and
 /// it is asked for until one exists.
-void FIND_MESH_FILE();
+void FIND_MESH_FILE(InputFiles& files);

@@ -19,8 +19,6 @@ constexpr int FEWEST_HOUR_DECIMALS = 2;
 constexpr std::size_t HOUR_DIGITS = 3;  // before the point: names sort by time up to 999 hours
 constexpr std::size_t SECOND_DIGITS = 6;
 
-int timeDecimals = FEWEST_HOUR_DECIMALS;
-
 /// Zeros in front until `digits` stand before the point; the sign stays first.
 std::string padded(const std::string& text, std::size_t digits) {
     const std::size_t start = text.starts_with('-') ? 1 : 0;
@@ -29,8 +27,8 @@ std::string padded(const std::string& text, std::size_t digits) {
     return text.substr(0, start) + zeros + text.substr(start);
 }
 
-std::string timeText(const OutputTime& time, bool seconds) {
-    std::string text = AREALD8(SHOWN_TIME(time, seconds), timeDecimals);
+std::string timeText(const OutputTime& time, bool seconds, int decimals) {
+    std::string text = AREALD8(SHOWN_TIME(time, seconds), decimals);
     if (text.ends_with('.')) text.pop_back();  // whole seconds: a point at the end would read as an empty extension
     return padded(text, seconds ? SECOND_DIGITS : HOUR_DIGITS);
 }
@@ -69,17 +67,18 @@ bool inUse(const std::string& name, const std::vector<std::string_view>& extensi
 
 }  // namespace
 
-void SET_TIME_PRECISION(const std::vector<OutputTime>& times, bool seconds) {
-    timeDecimals = std::max(TIME_DECIMALS(times, seconds), seconds ? 0 : FEWEST_HOUR_DECIMALS);
+int NAME_DECIMALS(const std::vector<OutputTime>& times, bool seconds) {
+    return std::max(TIME_DECIMALS(times, seconds), seconds ? 0 : FEWEST_HOUR_DECIMALS);
 }
 
-std::string TIME_TAG(const OutputTime& time, std::string_view quantity, bool seconds) {
+std::string TIME_TAG(const OutputLabel& label, bool seconds) {
+    const OutputTime& time = label.time;
     switch (time.kind) {
         case TimeKind::Ordinary: break;
         case TimeKind::Maximum: return "Max";
         case TimeKind::Minimum: return "Min";
         case TimeKind::TimeOfMaximum:
-            return IS_WATER_LEVEL(quantity) ? "time_hMax" : IS_VELOCITY(quantity) ? "time_VMax" : "tmax";
+            return IS_WATER_LEVEL(label.quantity) ? "time_hMax" : IS_VELOCITY(label.quantity) ? "time_VMax" : "tmax";
         case TimeKind::PeakLevel: return "time_hMax";
         case TimeKind::PeakVelocity: return "time_VMax";
         case TimeKind::MaxValue: return "MaxValue";
@@ -87,7 +86,7 @@ std::string TIME_TAG(const OutputTime& time, std::string_view quantity, bool sec
         case TimeKind::Exceedance: return "time_exceed_" + thresholdText(time, TIME_EXCEEDANCE);
         case TimeKind::Duration: return "durn_above_" + thresholdText(time, TIME_DURATION);
     }
-    return "t" + timeText(time, seconds);
+    return "t" + timeText(time, seconds, label.timeDecimals);
 }
 
 std::string GRID_TAG(double cellSize) {
@@ -118,7 +117,7 @@ std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_
         name = WITHOUT_EXTENSION(options.outputName, extensions.empty() ? std::string_view{} : extensions.front());
     } else {
         name = label.base;
-        if (label.timed) name = withUnderscore(name) + TIME_TAG(label.time, label.quantity, options.seconds);
+        if (label.timed) name = withUnderscore(name) + TIME_TAG(label, options.seconds);
         if (label.vector) name += componentTag(options);
         if (label.gridSize > 0.0 && !options.suppressGridSize) name += GRID_TAG(label.gridSize);
     }

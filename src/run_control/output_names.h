@@ -14,6 +14,8 @@ struct OutputLabel {
     std::string base;
     bool timed = true;  ///< a mesh on its own has no time tag
     OutputTime time;
+    int timeDecimals = 2;   ///< of NAME_DECIMALS
+    std::string run;        ///< the base of outputs that hold several datasets
     std::string quantity;   ///< "Water Level", blank when unknown: names the times of its maximum
     bool vector = false;    ///< component switches name a component of vector results only
     double gridSize = 0.0;  ///< cell size of a grid output, 0 for none
@@ -21,11 +23,11 @@ struct OutputLabel {
 
 /// Decimals that the times of a run need in names. Fewest of 2 to 6 (0 to 6 with -sec) that keep every time distinct;
 /// markers do not count.
-void SET_TIME_PRECISION(const std::vector<OutputTime>& times, bool seconds);
+int NAME_DECIMALS(const std::vector<OutputTime>& times, bool seconds);
 
-/// Tag of a time: "Max", "Min", "time_hMax", "time_exceed_0.5", "t002.50", with -sec "t009000". quantity: whose times
-/// of maximum they are.
-std::string TIME_TAG(const OutputTime& time, std::string_view quantity, bool seconds);
+/// Tag of a time: "Max", "Min", "time_hMax", "time_exceed_0.5", "t002.50", with -sec "t009000". The quantity
+/// tells whose times of maximum they are.
+std::string TIME_TAG(const OutputLabel& label, bool seconds);
 /// Tag of a cell size: three digits before the point, decimals only as needed: 5 -> "_g005", 2.5 -> "_g002.5".
 std::string GRID_TAG(double cellSize);
 

@@ -18,7 +18,7 @@ public:
         mesh_ = &mesh;
         run_ = {};
         const PlanKind plan = kind.cellCentred ? PlanKind::Cells : PlanKind::Nodes;
-        run_ = START_GRID(GRID_HEADER(mesh, kind.cellCentred), plan, kind.vector, kind.severalTimes);
+        run_ = START_GRID(GRID_HEADER(mesh, kind.cellCentred), plan, kind);
     }
 
     void take(const Results& results, OutputLabel label) override {
@@ -27,7 +27,7 @@ public:
     }
 
     void takeMesh(const Mesh& mesh, OutputLabel label) override {
-        run_ = START_GRID(GRID_HEADER(mesh, false), PlanKind::Corners, false, false);
+        run_ = START_GRID(GRID_HEADER(mesh, false), PlanKind::Corners, {});
         GRID_BATHYMETRY(run_, mesh);
         write(std::move(label));
     }

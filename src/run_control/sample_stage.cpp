@@ -3,7 +3,6 @@
 #include "gis/layers.h"
 #include "inputs/coordinate_decimals.h"
 #include "profiles/line_layer.h"
-#include "run_control/input_files.h"
 #include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -27,7 +26,7 @@ void checkLayer(const std::string& file, const std::string& what, const std::str
 /// "t020.00" is shown as 20.00, an extreme by its own name.
 TimeText timeText(const OutputLabel& label, bool seconds) {
     TimeText text;
-    text.tag = text.shown = TIME_TAG(label.time, label.quantity, seconds);
+    text.tag = text.shown = TIME_TAG(label, seconds);
     if (!label.time.ordinary()) return text;
     text.shown.erase(0, 1);
     const bool negative = text.shown.starts_with('-');
@@ -120,7 +119,7 @@ void SampleStage::takeMesh(const Mesh& mesh, OutputLabel label) {
 
 /// One output is named after its time, several times after their dataset, several datasets after the run.
 std::string SampleStage::profileBase() const {
-    if (datasets_.size() > 1) return FILENAMEPATH(INPUT_FILES().input);
+    if (datasets_.size() > 1) return last_.run;
     OutputLabel label = last_;
     label.timed = label.timed && outputs_ == 1 && !options_.allTimes;
     return OUTPUT_NAME(label, {});

@@ -26,8 +26,9 @@ void handOver(Grid& grid, std::vector<float>& values) {
 
 GriddedValues START_GRIDDED(const Grid& header, const ResultsKind& kind) {
     GriddedValues gridded;
-    gridded.run = START_GRID(header, kind.cellCentred ? PlanKind::Cells : PlanKind::Nodes, kind.vector,
-                             kind.severalTimes || kind.vector);
+    ResultsKind components = kind;
+    components.severalTimes |= kind.vector;  // the plan serves both components
+    gridded.run = START_GRID(header, kind.cellCentred ? PlanKind::Cells : PlanKind::Nodes, components);
     return gridded;
 }
 
@@ -54,7 +55,7 @@ void GRID_BED(GriddedValues& gridded, const Mesh& mesh, const Results& results) 
     if (!gridded.bed.empty() && !ofThisTime && !gridded.bedOfOneTime) return;
     gridded.bedOfOneTime = ofThisTime;
     if (results.cellCentred) {
-        GridRun run = START_GRID(gridded.run.grid, PlanKind::Nodes, false, false);
+        GridRun run = START_GRID(gridded.run.grid, PlanKind::Nodes, {});
         GRID_BATHYMETRY(run, mesh);
         gridded.bed = std::move(run.grid.values);
         return;
@@ -73,7 +74,7 @@ void GRID_MATERIALS(GriddedValues& gridded, const Mesh& mesh) {
     materials.x.assign(mesh.elements.size(), NO_VALUE);
     for (std::size_t id = 1; id < mesh.elements.size(); ++id)
         materials.x[id] = static_cast<float>(mesh.elements[id].material);
-    GridRun run = START_GRID(gridded.run.grid, PlanKind::Cells, false, false);
+    GridRun run = START_GRID(gridded.run.grid, PlanKind::Cells, {});
     GRID_RESULTS(run, mesh, materials, {});
     gridded.materials = std::move(run.grid.values);
 }

@@ -62,7 +62,7 @@ LayerCounts forEachObject(LayerJob& job, Visit visit) {
 }
 
 std::int32_t openLayer(const LayerJob& job) {
-    const std::int32_t layer = gisOpenLayer(job.name, "R", "O ", false);
+    const std::int32_t layer = gisOpenLayer(job.name, "R", "O ");
     GisHeader& header = gisHeader(layer);
     header.shape = shapeOf(job);
     header.attributes = ATTRIBUTES_OF(job.record, FILEEXT(job.name) == ".shp");

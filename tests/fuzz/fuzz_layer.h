@@ -27,7 +27,7 @@ inline void readFuzzedLayer(const std::uint8_t* data, std::size_t size, std::ini
     INITIALISE_FILES();
     gisInitialise();
     consoleOf([&] {
-        const auto id = gisOpenLayer(folder.name(layer), "R", "I ", true);
+        const auto id = gisOpenLayer(folder.name(layer), "R", "I ", GisTable::Alone);
         if (size % 2 == 0) gisDropShortRegions(id);
         gisReadHeader(id);
         gisNumberRecords(id);

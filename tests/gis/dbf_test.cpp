@@ -170,13 +170,13 @@ TEST_CASE("a record that its fields cannot hold ends the run, naming field and r
 TEST_CASE("a table alone is written and read without geometry") {
     const LayerTest test;
     const std::string said = consoleOf([&] {
-        auto id = gisOpenLayer(test.folder.name("t.dbf"), "R", "O ", true);
+        auto id = gisOpenLayer(test.folder.name("t.dbf"), "R", "O ", GisTable::Alone);
         gisHeader(id).attributes = {{"ID", "Integer"}, {"Name", "Char(5)"}};
         gisWriteHeader(id);
         gisWriteRecord(id, "1,\"a\"");
         gisWriteRecord(id, ",\"b \"\"q\"");
         gisCloseLayer(id);
-        id = gisOpenLayer(test.folder.name("t.dbf"), "R", "I ", true);
+        id = gisOpenLayer(test.folder.name("t.dbf"), "R", "I ", GisTable::Alone);
         gisReadHeader(id);
         CHECK(gisNumberRecords(id) == 2);
         std::string line;

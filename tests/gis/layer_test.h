@@ -22,7 +22,7 @@ struct LayerTest {
     std::string writeLayer(std::string_view file, const GisHeader& header, const std::vector<GisObject>& objects,
                            const std::vector<std::string>& records) const {
         return consoleOf([&] {
-            const auto id = gisOpenLayer(folder.name(file), "R", "O ", false);
+            const auto id = gisOpenLayer(folder.name(file), "R", "O ");
             gisHeader(id) = header;
             gisWriteHeader(id);
             for (std::size_t i = 0; i < objects.size(); ++i) {
@@ -36,7 +36,7 @@ struct LayerTest {
     std::string readLayer(std::string_view file, std::vector<GisObject>& objects, std::vector<std::string>& records,
                           GisHeader& header, bool drop = false) const {
         return consoleOf([&] {
-            const auto id = gisOpenLayer(folder.name(file), "R", "I ", false);
+            const auto id = gisOpenLayer(folder.name(file), "R", "I ");
             if (drop) gisDropShortRegions(id);
             gisReadHeader(id);
             header = gisHeader(id);

@@ -19,10 +19,10 @@ std::string contact(const std::string& text) {
 TEST_CASE("the lowest free handle is taken, up to 100") {
     const LayerTest test;
     const std::string said = consoleOf([&] {
-        for (int i = 1; i <= 100; ++i) CHECK(gisOpenLayer(test.folder.name(std::to_string(i)), "R", "O ", false) == i);
+        for (int i = 1; i <= 100; ++i) CHECK(gisOpenLayer(test.folder.name(std::to_string(i)), "R", "O ") == i);
         gisCloseLayer(3);
-        CHECK(gisOpenLayer(test.folder.name("again.mif"), "PR", "O ", false) == 3);
-        gisOpenLayer(test.folder.name("101.mif"), "R", "O ", false);
+        CHECK(gisOpenLayer(test.folder.name("again.mif"), "PR", "O ") == 3);
+        gisOpenLayer(test.folder.name("101.mif"), "R", "O ");
     });
     CHECK(said.find("GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n") !=
           std::string::npos);
@@ -45,7 +45,8 @@ TEST_CASE("the extension chooses the format") {
     for (const auto& r : rows) {
         const LayerTest test;
         const std::string said = consoleOf([&] {
-            const auto id = gisOpenLayer(test.folder.name(r.name), "R", "O ", r.tableOnly);
+            const auto id = gisOpenLayer(test.folder.name(r.name), "R", "O ",
+                                         r.tableOnly ? GisTable::Alone : GisTable::WithObjects);
             CHECK(gisEntry(id).format == r.format);
             gisCloseAllLayers();
         });
@@ -58,7 +59,7 @@ TEST_CASE("operations check their handle") {
     const LayerTest test;
     test.folder.write("in.mif", MIF);
     test.folder.write("in.mid", "1\n2\n");
-    consoleOf([&] { gisOpenLayer(test.folder.name("in.mif"), "R", "I ", false); });
+    consoleOf([&] { gisOpenLayer(test.folder.name("in.mif"), "R", "I "); });
     GisObject o;
     std::string text;
     struct {
@@ -90,7 +91,7 @@ TEST_CASE("a layer can be read again") {
     test.folder.write("in.mif", MIF);
     test.folder.write("in.MID", "1\n2\n\n");
     consoleOf([&] {
-        const auto id = gisOpenLayer(test.folder.name("in"), "R", "I ", false);
+        const auto id = gisOpenLayer(test.folder.name("in"), "R", "I ");
         gisReadHeader(id);
         CHECK(gisNumberAttributes(id) == 1);
         GisObject o;
@@ -124,11 +125,11 @@ TEST_CASE("input layers are listed once, in the list, the workspace and the log"
     test.folder.write("p.csv", "");
     consoleOf([&] {
         gisOpenInputLog(test.folder.name("out"));
-        gisOpenLayer(test.folder.name("a.mif"), "R", "I ", false);
-        gisOpenLayer(test.folder.name("./A.mif"), "R", "I ", false);
-        gisOpenLayer(test.folder.name("b"), "R", "I ", false);
-        gisOpenLayer(test.folder.name("p.csv"), "R", "I ", true);
-        gisOpenLayer(test.folder.name("output.mif"), "R", "O ", false);
+        gisOpenLayer(test.folder.name("a.mif"), "R", "I ");
+        gisOpenLayer(test.folder.name("./A.mif"), "R", "I ");
+        gisOpenLayer(test.folder.name("b"), "R", "I ");
+        gisOpenLayer(test.folder.name("p.csv"), "R", "I ", GisTable::Alone);
+        gisOpenLayer(test.folder.name("output.mif"), "R", "O ");
         CHECK(gisEntry(2).listNumber == 1);
         CHECK(gisEntry(4).listNumber == 3);
         CHECK(gisEntry(5).listNumber == 0);

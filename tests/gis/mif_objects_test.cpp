@@ -263,7 +263,7 @@ TEST_CASE("a layer that would pass the size GIS packages open is completed and t
     for (const std::size_t file : {0U, 1U}) {
         const LayerTest test;
         const std::string said = consoleOf([&] {
-            const auto id = gisOpenLayer(test.folder.name("big.mif"), "R", "O ", false);
+            const auto id = gisOpenLayer(test.folder.name("big.mif"), "R", "O ");
             gisHeader(id) = ONE_COLUMN;
             gisWriteHeader(id);
             GisObject o = objectOf(GisKind::Point, {{1, 2}});

@@ -37,7 +37,7 @@ TEST_CASE("every kind and attribute type reads back equal, and again after a rew
             {{"I", "Integer"}, {"C", "Char(9)"}, {"F", "Float"}, {"D", "Decimal(9,2)"}, {"L", "Logical"}}};
         test.writeLayer("a.shp", header, {o}, {record});
         consoleOf([&] {
-            const auto id = gisOpenLayer(test.folder.name("a.shp"), "R", "I ", false);
+            const auto id = gisOpenLayer(test.folder.name("a.shp"), "R", "I ");
             gisReadHeader(id);
             CHECK(gisHeader(id).shape == gisShapeOf(o.kind));
             std::string types;

@@ -141,7 +141,7 @@ TEST_CASE("no file passes the limit: the layer is completed with what fits, in p
     for (const std::size_t full : {0U, 1U, 2U}) {
         const LayerTest test;
         const std::string said = consoleOf([&] {
-            const auto id = gisOpenLayer(test.folder.name("a.shp"), "R", "O ", false);
+            const auto id = gisOpenLayer(test.folder.name("a.shp"), "R", "O ");
             gisHeader(id) = oneColumn(GisShape::Point);
             gisWriteHeader(id);
             gisWriteObject(id, POINT);

@@ -29,10 +29,10 @@ Grid header(std::int32_t ncols, std::int32_t nrows, double xll, double yll, doub
 std::vector<float> gridded(const Mesh& mesh, const Results& results, const Grid& grid, PlanKind kind = PlanKind::Nodes,
                            const VectorChoice& choice = {}) {
     ConsoleCapture quiet;
-    GridRun once = START_GRID(grid, kind, false, false);
+    GridRun once = START_GRID(grid, kind, {});
     GRID_RESULTS(once, mesh, results, choice);
     CHECK(once.plan.chunks.empty());
-    GridRun kept = START_GRID(grid, kind, false, true);
+    GridRun kept = START_GRID(grid, kind, {.severalTimes = true});
     Results dry = results;
     dry.wet.assign(mesh.elements.size(), 0);
     GRID_RESULTS(kept, mesh, dry, choice);  // elements that fall dry here must come back at the next time
@@ -163,7 +163,7 @@ TEST_CASE("a plan that outgrows its memory goes on with what it has") {
     const Mesh mesh = latticeMesh({.cells = 100, .angle = 0.1, .jitter = 0.3});
     const Results results = nodeResults(mesh, [](double x, double y) { return std::sin(x) * y; });
     ConsoleCapture quiet;
-    GridRun run = START_GRID(LAYOUT_GRID(mesh, 5.0, false), PlanKind::Nodes, false, true);
+    GridRun run = START_GRID(LAYOUT_GRID(mesh, 5.0, false), PlanKind::Nodes, {.severalTimes = true});
     run.plan.memoryLimit = 500000;
     GRID_RESULTS(run, mesh, results, {});
     CHECK(run.plan.chunks.size() == 1);
@@ -252,7 +252,7 @@ TEST_CASE("9-node quads use the quads around their centre for results and their 
     CHECK(at(2, 2) == 0.0F);  // a value is missing: the corners alone
     mesh.nodes[9].z = 9.0F;
     ConsoleCapture quiet;
-    GridRun run = START_GRID(header(1, 1, 1.5, 1.5, 1.0), PlanKind::Corners, false, false);
+    GridRun run = START_GRID(header(1, 1, 1.5, 1.5, 1.0), PlanKind::Corners, {});
     GRID_BATHYMETRY(run, mesh);
     CHECK(run.grid.values[0] == 0.0F);
 }
@@ -334,7 +334,7 @@ TEST_CASE("a grid run says its steps in order, and refuses what it cannot hold")
     results.vector = true;
     results.y = results.x;
     const auto said = consoleOf([&] {
-        GridRun run = START_GRID(LAYOUT_GRID(mesh, 2.5, false), PlanKind::Nodes, true, false);
+        GridRun run = START_GRID(LAYOUT_GRID(mesh, 2.5, false), PlanKind::Nodes, {.vector = true});
         GRID_RESULTS(run, mesh, results, {VectorScalar::Direction, 0.0F, false});
         CHECK(run.grid.values[0] == 45.0F);
     });
@@ -349,7 +349,7 @@ TEST_CASE("a grid run says its steps in order, and refuses what it cannot hold")
     } const tooMany[] = {{2147483647, 2147483647}, {2147483647, 2000000}, {100000000, 100000000}};
     for (const auto& r : tooMany) {
         const std::string refused =
-            consoleOf([&] { START_GRID(header(r.ncols, r.nrows, 0, 0, 1), PlanKind::Nodes, false, false); });
+            consoleOf([&] { START_GRID(header(r.ncols, r.nrows, 0, 0, 1), PlanKind::Nodes, {}); });
         CHECK(refused.find("ERROR - Could not allocate enough memory (RAM).") != std::string::npos);
         CHECK(refused.ends_with("<stopped>"));
     }

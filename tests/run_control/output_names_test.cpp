@@ -66,15 +66,18 @@ TEST_CASE("names are base, time tag, component and grid size") {
     };
     for (const auto& row : rows) {
         useSwitches(row.switches);
-        SET_TIME_PRECISION({}, OPTIONS().seconds);
         OutputLabel label = labelled(row.base, row.time, row.gridSize, row.quantity);
+        label.timeDecimals = NAME_DECIMALS({}, OPTIONS().seconds);
         label.vector = row.quantity[0] == 'V';
         CHECK(OUTPUT_NAME(label, {".asc", ".prj"}) == row.expected);
     }
-    SET_TIME_PRECISION({{0.0}, {0.001}}, false);
-    CHECK(TIME_TAG({0.001}, "", false) == "t000.001");
-    SET_TIME_PRECISION({{0.0}, {0.0001}}, true);  // 0.36 s apart
-    CHECK(TIME_TAG({0.0001}, "", true) == "t000000.4");
+    OutputLabel label;
+    label.time = {0.001};
+    label.timeDecimals = NAME_DECIMALS({{0.0}, {0.001}}, false);
+    CHECK(TIME_TAG(label, false) == "t000.001");
+    label.time = {0.0001};
+    label.timeDecimals = NAME_DECIMALS({{0.0}, {0.0001}}, true);  // 0.36 s apart
+    CHECK(TIME_TAG(label, true) == "t000000.4");
 }
 
 TEST_CASE("a name that the run has read or written is not used again") {
