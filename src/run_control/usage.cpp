@@ -1,10 +1,14 @@
 #include "run_control/usage.h"
 
+#include "run_control/output_formats.h"
 #include "services/console.h"
 
 #include <string_view>
 
 namespace {
+
+/// The lines of newer formats stand behind it.
+constexpr std::string_view LAST_OUTPUT_LINE = "   -vmi original VMI output is no longer supported";
 
 constexpr std::string_view USAGE[] = {
     "VORANT_to_GIS Description",
@@ -22,7 +26,7 @@ constexpr std::string_view USAGE[] = {
     "   -asc for ASC output (replaces VMI and works for multiple 2D domains)",
     "   -mif for MIF/MID output (requires a \"Header.mif\" file)",
     "   -shp for ArcGIS shapefile output (requires a \"Header.prj\" file)",
-    "   -vmi original VMI output is no longer supported",
+    LAST_OUTPUT_LINE,
     "",
     "VELOCITY OR FLOW ARROWS:",
     "   -vector or -arrow for vector (arrow) output (-mif or -shp option only)",
@@ -144,5 +148,10 @@ constexpr std::string_view USAGE[] = {
 }  // namespace
 
 void PRINT_USAGE() {
-    for (const std::string_view line : USAGE) REPORT(line);
+    for (const std::string_view line : USAGE) {
+        REPORT(line);
+        if (line != LAST_OUTPUT_LINE) continue;
+        for (const OutputFormat& format : OUTPUT_FORMATS())
+            if (!format.usage.empty()) REPORT(format.usage);
+    }
 }

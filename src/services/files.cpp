@@ -6,6 +6,8 @@
 #include "services/file_names.h"
 #include "services/file_table.h"
 
+#include "text_utils/paths.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -93,7 +95,9 @@ std::FILE* openStream(const std::string& name, bool output) {
     }
 }
 
-bool knownKind(std::string_view kind) {
+/// A new format's kind is known by the name that goes with it.
+bool knownKind(std::string_view kind, std::string_view name) {
+    if (!kind.empty() && FILEEXT(name) == "." + std::string(kind)) return true;
     constexpr std::string_view KINDS[] = {"2dm", "dat", "xmdf", "tab", "wld", "txt", "asc", "flt", "hdr",
                                           "prj", "mif", "mid",  "shp", "shx", "dbf", "cpg", "csv", "wor"};
     return std::find(std::begin(KINDS), std::end(KINDS), kind) != std::end(KINDS);
@@ -178,7 +182,7 @@ int OPEN_FILE(std::string_view requested, std::string_view mode, std::string_vie
     if (table.files.empty()) prepareTable();
     if (requested.find_first_not_of(' ') == std::string_view::npos)
         STOP_RUN("Empty filename specified.  Bailing out.  Please contact " + std::string(SUPPORT_CONTACT));
-    if (!knownKind(kind)) STOP_AT_ONCE("Unrecognised file type");
+    if (!knownKind(kind, requested)) STOP_AT_ONCE("Unrecognised file type");
     const bool output = mode == "O ";
     const std::string name = output ? std::string(requested) : existingName(std::string(requested), std::string(kind));
     if (const int other = conflictingHandle(name, output); other != 0) {
