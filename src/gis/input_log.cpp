@@ -3,13 +3,13 @@
 #include "gis/code_page.h"
 #include "gis/data_line.h"
 #include "gis/layers.h"
+#include "platform/file_system.h"
 #include "services/console.h"
 #include "services/files.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace {
 
@@ -20,12 +20,6 @@ struct InputLog {
     int layerMif = 0, layerMid = 0;
 };
 InputLog inputLog;  ///< lives for the whole run, never shortened
-
-std::string fullPath(std::string_view path) {
-    std::error_code error;
-    const auto absolute = std::filesystem::absolute(std::filesystem::path(path), error);
-    return error ? std::string(path) : absolute.lexically_normal().string();
-}
 
 void writeLine(int handle, const std::string& text) {
     std::string line;
@@ -75,7 +69,7 @@ void OPEN_INPUT_LOG(std::string_view base) {
 }
 
 std::size_t TRACK_INPUT_LAYER(std::string_view path, std::int32_t gisID) {
-    const std::string full = fullPath(path);
+    const std::string full = ABSOLUTE_NAME(path);
     const auto found = std::find_if(inputLog.paths.begin(), inputLog.paths.end(),
                                     [&full](const std::string& other) { return ASAME(other, full); });
     if (found != inputLog.paths.end()) return static_cast<std::size_t>(found - inputLog.paths.begin()) + 1;

@@ -1,7 +1,6 @@
 #include "platform/platform.h"
 
 #ifdef _WIN32
-#include <io.h>
 #include <windows.h>
 #else
 #include <unistd.h>
@@ -20,8 +19,16 @@
 
 #ifdef _WIN32
 
-bool INPUT_IS_TERMINAL() { return _isatty(_fileno(stdin)) != 0; }
-bool OUTPUT_IS_TERMINAL() { return _isatty(_fileno(stdout)) != 0; }
+namespace {
+/// Other devices, such as NUL, are terminals to the C library.
+bool isConsole(DWORD which) {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(which), &mode) != 0;
+}
+}  // namespace
+
+bool INPUT_IS_TERMINAL() { return isConsole(STD_INPUT_HANDLE); }
+bool OUTPUT_IS_TERMINAL() { return isConsole(STD_OUTPUT_HANDLE); }
 void SURVIVE_CLOSED_PIPES() {}
 bool HELD_BY_ANOTHER_PROGRAM(int) { return _doserrno == ERROR_SHARING_VIOLATION || _doserrno == ERROR_LOCK_VIOLATION; }
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return _fseeki64(file, offset, SEEK_SET) == 0; }

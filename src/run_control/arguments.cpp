@@ -1,5 +1,6 @@
 #include "run_control/arguments.h"
 
+#include "platform/file_system.h"
 #include "run_control/switches.h"
 #include "services/console.h"
 #include "services/options.h"
@@ -8,8 +9,6 @@
 #include "text_utils/text.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <vector>
 
 namespace {
@@ -17,20 +16,20 @@ namespace {
 constexpr std::string_view HYPHEN = "-";
 // code page 1252 and UTF-8: word processors put them into batch files
 constexpr std::string_view EN_DASHES[] = {"\x96", "\xE2\x80\x93"};
+// the first of these where Windows reads a batch file by another page: as U+0096, or as the letter that pages 437 and
+// 850 have in its place. They count in front of known switches only, and names may begin with the letter.
+constexpr std::string_view MISREAD_DASHES[] = {"\xC2\x96", "\xC3\xBB"};
 constexpr std::string_view KNOWN_INPUTS[] = {".2dm", ".dat", ".xmdf", ".h5", ".tab", ".txt"};
 
-bool isExistingFile(std::string_view name) {
-    std::error_code error;
-    const std::filesystem::path path(name);
-    return std::filesystem::exists(path, error) && !error && !std::filesystem::is_directory(path, error);
+bool isExistingFile(std::string_view name) { return KIND_OF_FILE(name) == FileKind::File; }
+
+bool hasInputExtension(std::string_view name) {
+    return std::find(std::begin(KNOWN_INPUTS), std::end(KNOWN_INPUTS), FILEEXT(name)) != std::end(KNOWN_INPUTS);
 }
 
 /// "/asc" is a switch, "/data/x_h.dat" is not.
 bool isAbsolutePath(std::string_view argument) {
-    const bool folderAndExtension =
-        argument.find('/', 1) != std::string_view::npos &&
-        std::find(std::begin(KNOWN_INPUTS), std::end(KNOWN_INPUTS), FILEEXT(argument)) != std::end(KNOWN_INPUTS);
-    return folderAndExtension || isExistingFile(argument);
+    return (argument.find('/', 1) != std::string_view::npos && hasInputExtension(argument)) || isExistingFile(argument);
 }
 
 /// Characters in front of a switch's text; 0 for an argument that is no switch.
@@ -38,6 +37,10 @@ std::size_t dashLength(std::string_view argument) {
     if (argument.starts_with(HYPHEN)) return HYPHEN.size();
     for (const std::string_view dash : EN_DASHES)
         if (argument.starts_with(dash)) return dash.size();
+    for (const std::string_view dash : MISREAD_DASHES)
+        if (argument.starts_with(dash) && FIND_SWITCH(argument.substr(dash.size())) && !hasInputExtension(argument) &&
+            !isExistingFile(argument))
+            return dash.size();
     return argument.starts_with('/') && !isAbsolutePath(argument) ? 1 : 0;
 }
 

@@ -1,13 +1,12 @@
 #include "run_control/file_questions.h"
 
+#include "platform/file_system.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/options.h"
 #include "text_utils/paths.h"
 
-#include <filesystem>
 #include <set>
-#include <system_error>
 
 namespace {
 
@@ -43,15 +42,13 @@ void REPORT_LOOKED_FOR(std::span<const std::string> names) {
     std::string list;
     std::set<std::string> said;
     for (const std::string& name : names)
-        if (const std::string file = std::filesystem::path(name).filename().string(); said.insert(file).second)
+        if (const std::string file = NAME_OF(PATH_OF(name).filename()); said.insert(file).second)
             list += (list.empty() ? "" : ", ") + file;
-    std::error_code error;
-    const std::filesystem::path full = std::filesystem::absolute(names.front(), error).lexically_normal();
-    REPORT("   Looked for " + list + " in folder " + full.parent_path().string());
+    REPORT("   Looked for " + list + " in folder " + NAME_OF(PATH_OF(ABSOLUTE_NAME(names.front())).parent_path()));
 }
 
 void PREPARE_OUTPUT_FOLDER() {
     if (!OPTIONS().outputNameGiven) return;
-    const std::string folder = std::filesystem::path(OPTIONS().outputName).parent_path().string();
+    const std::string folder = NAME_OF(PATH_OF(OPTIONS().outputName).parent_path());
     if (!folder.empty() && !CREATE_FOLDER(folder)) STOP_RUN("ERROR - Folder " + folder + " of -out does not exist.");
 }

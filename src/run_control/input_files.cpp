@@ -1,5 +1,6 @@
 #include "run_control/input_files.h"
 
+#include "platform/file_system.h"
 #include "run_control/file_questions.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -8,16 +9,13 @@
 #include "text_utils/paths.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 #include <vector>
 
 namespace {
 
 void refuseFolder(const std::string& name) {
-    std::error_code error;
-    if (std::filesystem::is_directory(name, error)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
+    if (KIND_OF_FILE(name) == FileKind::Folder) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
 }
 
 /// Names under which the mesh of an input may stand, best first.

@@ -1,3 +1,4 @@
+#include "platform/terminal.h"
 #include "run_control/driver.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -7,10 +8,14 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 int main(int argc, char* argv[]) {
     try {
-        return CONVERT(argc, argv);
+        const std::vector<std::string> texts = PROGRAM_ARGUMENTS(argc, argv);
+        std::vector<const char*> arguments;
+        for (const std::string& text : texts) arguments.push_back(text.c_str());
+        return CONVERT(static_cast<int>(arguments.size()), arguments.data());
     } catch (const RunStopped& stopped) {  // the reason is already on the console
         FLUSH_CONSOLE();
         return stopped.status;

@@ -1,5 +1,6 @@
 #include "services/files.h"
 
+#include "platform/file_system.h"
 #include "platform/platform.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -8,8 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace {
 
@@ -116,11 +115,7 @@ std::int64_t READ_BYTES(int handle, void* to, std::size_t count) {
     return file.error != 0 ? -1 : static_cast<std::int64_t>(done);
 }
 
-std::int64_t FILE_LENGTH(int handle) {
-    std::error_code error;
-    const auto length = std::filesystem::file_size(OPEN_HANDLE(handle).name, error);
-    return error ? 0 : static_cast<std::int64_t>(length);
-}
+std::int64_t FILE_LENGTH(int handle) { return STREAM_LENGTH(OPEN_HANDLE(handle).stream); }
 
 std::int64_t FILE_POSITION(int handle) { return position(OPEN_HANDLE(handle)); }
 

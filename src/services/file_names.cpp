@@ -1,14 +1,12 @@
 #include "services/file_names.h"
 
+#include "platform/file_system.h"
 #include "services/console.h"
 #include "services/files.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <set>
-#include <system_error>
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -24,41 +22,29 @@ std::string lower(std::string text) {
     return text;
 }
 
-bool isFile(const fs::path& path) {
-    std::error_code error;
-    return fs::exists(path, error) && !error && !fs::is_directory(path, error);
-}
+bool isFile(std::string_view name) { return KIND_OF_FILE(name) == FileKind::File; }
 
 /// The file of the folder whose name differs in letter case only; the first by name when several do.
-std::optional<std::string> caseBlindMatch(const fs::path& path) {
-    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    const std::string wanted = lower(path.filename().string());
+std::optional<std::string> caseBlindMatch(std::string_view file) {
+    const std::filesystem::path path = PATH_OF(file);
+    const std::string folder = NAME_OF(path.parent_path());
+    const std::string wanted = lower(NAME_OF(path.filename()));
     std::optional<std::string> best;
-    std::error_code error;
-    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        const std::string name = it->path().filename().string();
-        if (lower(name) == wanted && isFile(it->path()) && (!best || name < *best)) best = name;
+    for (const std::string& name : NAMES_IN_FOLDER(folder.empty() ? "." : folder)) {
+        const std::string full = NAME_OF(path.parent_path() / PATH_OF(name));
+        if (lower(name) == wanted && (!best || full < *best) && isFile(full)) best = full;
     }
-    if (!best) return {};
-    return path.has_parent_path() ? (path.parent_path() / *best).string() : *best;
+    return best;
 }
 
 }  // namespace
 
-std::string COMPARABLE_NAME(std::string_view name) {
-    std::error_code error;
-    fs::path path = fs::weakly_canonical(fs::path(name), error);
-    if (error || path.empty()) path = fs::path(name);
-    if (!path.is_absolute()) path = fs::absolute(path, error);
-    return lower(path.generic_string());
-}
-
 void FORGET_FILE_NAMES() { names = FileNames{}; }
-void NOTE_FILE_USED(std::string_view name) { names.used.insert(COMPARABLE_NAME(name)); }
-bool NAME_IN_USE(std::string_view name) { return names.used.contains(COMPARABLE_NAME(name)); }
+void NOTE_FILE_USED(std::string_view name) { names.used.insert(COMPARABLE_FILE_NAME(name)); }
+bool NAME_IN_USE(std::string_view name) { return names.used.contains(COMPARABLE_FILE_NAME(name)); }
 
 void BEGIN_OUTPUT(std::string_view name) {
-    if (isFile(fs::path(name)) && !NAME_IN_USE(name)) DMESSAGE("Check - Replacing " + std::string(name) + ".");
+    if (isFile(name) && !NAME_IN_USE(name)) DMESSAGE("Check - Replacing " + std::string(name) + ".");
 }
 
 void FINISH_OUTPUT(std::string_view name) {

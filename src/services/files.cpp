@@ -1,5 +1,6 @@
 #include "services/files.h"
 
+#include "platform/file_system.h"
 #include "platform/platform.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -12,7 +13,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -43,10 +43,10 @@ int lowestFreeHandle() {
 
 /// An open file of this name that an output would collide with, or that an input would read half written.
 int conflictingHandle(std::string_view name, bool output) {
-    const std::string wanted = COMPARABLE_NAME(name);
+    const std::string wanted = COMPARABLE_FILE_NAME(name);
     for (std::size_t i = 1; i < table.files.size(); ++i)
         if (table.files[i].stream != nullptr && (output || table.files[i].output) &&
-            COMPARABLE_NAME(table.files[i].name) == wanted)
+            COMPARABLE_FILE_NAME(table.files[i].name) == wanted)
             return static_cast<int>(i);
     return 0;
 }
@@ -57,17 +57,15 @@ bool asked(const std::function<bool(const std::string&)>& question, const std::s
 }
 
 [[noreturn]] void noPermission(const std::string& name, bool output) {
-    std::error_code ignored;
-    const std::filesystem::path path(name);
-    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
-    if (output && !std::filesystem::exists(path, ignored))
-        STOP_RUN("ERROR - No permission to write files into folder " + folder.string() + " (for " + name + ").");
+    const std::string folder = NAME_OF(PATH_OF(name).parent_path());
+    if (output && KIND_OF_FILE(name) == FileKind::Nothing)
+        STOP_RUN("ERROR - No permission to write files into folder " + (folder.empty() ? "." : folder) + " (for " +
+                 name + ").");
     STOP_RUN("ERROR - No permission to " + std::string(output ? "write" : "read") + " file " + name + ".");
 }
 
 [[noreturn]] void cannotOpen(const std::string& name, bool output, int error) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(name, ignored)) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
+    if (KIND_OF_FILE(name) == FileKind::Folder) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
     if (error == EACCES || error == EPERM || error == EROFS) noPermission(name, output);
     REPORT("Can't open:");
     REPORT(name);
@@ -79,16 +77,15 @@ bool asked(const std::function<bool(const std::string&)>& question, const std::s
 
 /// The folder of an output, made when that is wanted.
 void createFolderFor(const std::string& name) {
-    const std::filesystem::path folder = std::filesystem::path(name).parent_path();
-    if (!folder.empty()) CREATE_FOLDER(folder.string());
+    const std::string folder = NAME_OF(PATH_OF(name).parent_path());
+    if (!folder.empty()) CREATE_FOLDER(folder);
 }
 
 std::FILE* openStream(const std::string& name, bool output) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(name, ignored)) cannotOpen(name, output, EISDIR);
+    if (KIND_OF_FILE(name) == FileKind::Folder) cannotOpen(name, output, EISDIR);
     for (;;) {
         errno = 0;
-        std::FILE* stream = std::fopen(name.c_str(), output ? "w+b" : "rb");
+        std::FILE* stream = OPEN_STREAM(name, output ? "w+b" : "rb");
         if (stream != nullptr) return stream;
         const int error = HELD_BY_ANOTHER_PROGRAM(errno) ? EBUSY : errno;
         if (error != EBUSY || !asked(table.questions.retryLocked, name)) cannotOpen(name, output, error);
@@ -107,8 +104,7 @@ bool knownKind(std::string_view kind, std::string_view name) {
 std::string existingName(std::string name, const std::string& kind) {
     for (;;) {
         if (std::optional<std::string> found = FIND_FILE(name)) return *found;
-        std::error_code ignored;
-        if (std::filesystem::is_directory(name, ignored)) return name;  // refused with its reason when it is opened
+        if (KIND_OF_FILE(name) == FileKind::Folder) return name;  // refused with its reason when it is opened
         std::string other = table.questions.missingInput ? table.questions.missingInput(name, kind) : std::string{};
         if (other.empty()) STOP_RUN("ERROR - File " + name + " does not exist.");
         name = std::move(other);
@@ -146,6 +142,7 @@ std::string INCOMPLETE_OUTPUT(const OpenFile& file) {
 }
 
 void INITIALISE_FILES() {
+    ALLOW_MANY_OPEN_FILES();
     for (OpenFile& file : table.files)
         if (file.stream != nullptr) std::fclose(file.stream);
     table = FileTable{};
@@ -158,10 +155,9 @@ void INITIALISE_FILES() {
 void SET_FILE_QUESTIONS(FileQuestions questions) { table.questions = std::move(questions); }
 
 bool CREATE_FOLDER(const std::string& folder) {
-    std::error_code error;
-    if (std::filesystem::is_directory(folder, error)) return true;
+    if (KIND_OF_FILE(folder) == FileKind::Folder) return true;
     if (!asked(table.questions.createFolder, folder)) return false;
-    std::filesystem::create_directories(folder, error);
+    const std::error_code error = MAKE_FOLDERS(folder);
     if (!error) return true;
     REPORT("Could not create folder:");
     REPORT(folder);

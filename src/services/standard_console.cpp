@@ -1,9 +1,9 @@
 #include "services/standard_console.h"
 
 #include "platform/platform.h"
+#include "platform/terminal.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 constexpr std::size_t FLUSH_SIZE = 1U << 15;
@@ -48,14 +48,7 @@ void StandardConsole::prompt(std::string_view text) {
     flush();
 }
 
-bool StandardConsole::readAnswer(std::string& line) {
-    line.clear();
-    int c = std::getchar();
-    if (c == EOF) return false;
-    for (; c != EOF && c != '\n'; c = std::getchar())
-        if (line.size() < LONGEST_ANSWER) line.push_back(static_cast<char>(c));
-    return true;
-}
+bool StandardConsole::readAnswer(std::string& line) { return READ_INPUT_LINE(line, LONGEST_ANSWER); }
 
 bool StandardConsole::somebodyAnswers() const { return INPUT_IS_TERMINAL(); }
 
@@ -68,8 +61,6 @@ void StandardConsole::pause(std::string_view text, bool wait) {
 
 void StandardConsole::flush() {
     if (buffer_.empty()) return;
-    // A console that cannot be written (a closed pipe) has nobody left to tell: the conversion goes on.
-    std::fwrite(buffer_.data(), 1, buffer_.size(), stdout);
-    std::fflush(stdout);
+    WRITE_OUTPUT(buffer_);
     buffer_.clear();
 }

@@ -1,5 +1,6 @@
 #include "xmdf/h5_layout.h"
 
+#include "platform/file_system.h"
 #include "xmdf/h5_handles.h"
 
 #if H5_VERSION_GE(1, 12, 0)
@@ -10,7 +11,6 @@ bool h5LayoutIsSound(hid_t, const char*) { return true; }
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <vector>
@@ -50,7 +50,7 @@ struct Block {
 
 class Header {
 public:
-    Header(const std::string& name, std::uint64_t base) : file_(pathOf(name), std::ios::binary), base_(base) {}
+    Header(const std::string& name, std::uint64_t base) : file_(PATH_OF(name), std::ios::binary), base_(base) {}
 
     /// An old header, version 1, at that address; later ones are told by another first byte and have a checksum.
     bool isSound(std::uint64_t at) {
@@ -63,7 +63,6 @@ public:
     }
 
 private:
-    static std::filesystem::path pathOf(const std::string& name) { return {std::u8string(name.begin(), name.end())}; }
     std::string read(const Block& block) {
         std::string bytes(static_cast<std::size_t>(std::min(block.length, LONGEST_BLOCK)), '\0');
         file_.clear();

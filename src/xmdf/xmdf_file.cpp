@@ -1,3 +1,4 @@
+#include "platform/file_system.h"
 #include "text_utils/text.h"
 #include "xmdf/h5_text.h"
 #include "xmdf/xmdf_reason.h"
@@ -24,7 +25,7 @@ XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file) {
     h5Silence();
     file.reset(new XmdfFileState);
     file->name = name;
-    file->file = H5File(H5Fopen(name.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT));
+    file->file = H5File(H5Fopen(NAME_FOR_LIBRARY(name).c_str(), H5F_ACC_RDONLY, H5P_DEFAULT));
     if (file->file.valid()) return 0;
     std::string reason = "\"" + name + "\" could not be opened" + h5Reason();
     file->file = openUnlocked(name);

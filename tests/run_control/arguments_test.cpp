@@ -50,11 +50,14 @@ TEST_CASE("The leading characters choose a switch, in the order of the table") {
 
 TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encoding") {
     // both encodings of the en dash in octal, which ends behind three digits
-    for (const char* argument : {"-asc", "-ASC", "/asc", "\226asc", "\342\200\223asc", "-ascx"})
+    for (const char* argument :
+         {"-asc", "-ASC", "/asc", "\226asc", "\342\200\223asc", "-ascx", "\302\226asc", "\303\273asc"})
         CHECK(after({argument}).outputs == Outputs{"asc"});
     CHECK(after({"\342\200\223grid2.5"}).gridSpacing == 2.5);  // the dash counts as one character
     CHECK(after({"\226t20"}).timeText == "t20");
     CHECK(after({"-unknown", "x.2dm"}).inputFile == "x.2dm");
+    CHECK(after({"\303\273ber.2dm"}).inputFile == "\303\273ber.2dm");  // not -b behind a dash that was misread
+    CHECK(after({"\303\273zzz"}).inputFile == "\303\273zzz");
     CHECK_FALSE(OPTIONS().inputError);
 }
 

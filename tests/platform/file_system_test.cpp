@@ -1,0 +1,79 @@
+#include "platform/file_system.h"
+
+#include "console_of.h"
+#include "services/files.h"
+#include "temporary_folder.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <string>
+
+#ifdef _WIN32
+#include <share.h>
+constexpr bool ON_WINDOWS_DISK = true;
+#else
+constexpr bool ON_WINDOWS_DISK = false;
+#endif
+
+namespace {
+const std::string WORDS =
+    "Gr\xC3\xB6\xC3\x9F"
+    "e \xE2\x80\x93 \xE5\xA4\xA7\xF0\x9F\x8C\x8A";  // code page, dash, beyond 16 bits
+}
+
+TEST_CASE("Names hold letters of every script, in folders and files, read and written") {
+    const TemporaryFolder folder;
+    const std::string below = folder.name("") + WORDS + "/" + WORDS;
+    const std::string file = below + "/" + WORDS + ".txt";
+    INITIALISE_FILES();
+    REQUIRE_FALSE(MAKE_FOLDERS(below));
+    const int out = OPEN_FILE(file, "O ", "txt");
+    WRITE_OR_STOP(out, "text\n");
+    CLOSE_FILE(out);
+    CHECK(KIND_OF_FILE(file) == FileKind::File);
+    CHECK(KIND_OF_FILE(below) == FileKind::Folder);
+    CHECK(NAMES_IN_FOLDER(below) == std::vector<std::string>{WORDS + ".txt"});
+    CHECK(NAME_OF(PATH_OF(file).filename()) == WORDS + ".txt");
+    CHECK(FIND_FILE(below + "/" + WORDS + ".TXT").has_value());
+    std::string line;
+    const int in = OPEN_FILE(file, "I ", "txt");
+    CHECK(FILE_LENGTH(in) == 5);
+    CHECK(READLINE(in, line) == LineStatus::Read);
+    CHECK(line == "text");
+    CLOSE_FILE(in);
+    // an output may differ from an input in the case of any letter, where the disk takes both for one
+    CHECK(NAME_IN_USE(below + "/GR\xC3\x96\xC3\x9F" + WORDS.substr(6) + ".TXT") == ON_WINDOWS_DISK);
+    CHECK(NAME_IN_USE(below + "/../" + WORDS + "/" + WORDS + ".TXT"));
+}
+
+TEST_CASE("Names may be longer than 260 characters") {
+    const TemporaryFolder folder;
+    INITIALISE_FILES();
+    std::string deep = folder.name("long");
+    for (int i = 0; i < 6; ++i) deep += "/" + std::string(60, static_cast<char>('a' + i));
+    const std::string file = deep + "/x.asc";
+    REQUIRE_FALSE(MAKE_FOLDERS(deep));
+    CLOSE_FILE(OPEN_FILE(file, "O ", "asc"));
+    CHECK(KIND_OF_FILE(file) == FileKind::File);
+    CHECK(NAMES_IN_FOLDER(deep) == std::vector<std::string>{"x.asc"});
+    CHECK(FIND_FILE(deep + "/X.ASC").has_value());
+    CHECK(NAME_IN_USE(deep + "/../" + std::string(60, 'f') + "/X.asc"));
+    CHECK(ABSOLUTE_NAME(deep + "/../y.asc").ends_with(std::string(60, 'e') + (ON_WINDOWS_DISK ? "\\" : "/") + "y.asc"));
+    const std::error_code refused = MAKE_FOLDERS(file + "/below");
+    CHECK(refused == std::errc::not_a_directory);
+}
+
+#ifdef _WIN32
+TEST_CASE("A file that another program has locked is refused by its name") {
+    const TemporaryFolder folder;
+    INITIALISE_FILES();
+    const std::string name = folder.write("locked.asc", "text");
+    std::FILE* const other = _fsopen(name.c_str(), "rb", _SH_DENYRW);
+    REQUIRE(other != nullptr);
+    const std::string said = consoleOf([&] { OPEN_FILE(name, "O ", "asc"); });
+    CHECK(said.find("ERROR - Could not open " + name) != std::string::npos);
+    std::fclose(other);
+    CHECK(folder.read("locked.asc") == "text");
+}
+#endif
