@@ -39,11 +39,15 @@ convert "Speed of the water after half an hour:" -b -asc -grid20 -t0.5 basin_V.d
 convert "Highest water level, depth and velocity, out of one .xmdf:" -b -flt -grid50 -typeAll -max basin.xmdf
 convert "Velocity arrows after half an hour, as a shapefile:" -b -shp -vector -grid200 -t0.5 basin_V.dat
 convert "Highest water level at points 100 m apart, for MapInfo:" -b -mif -grid100 -max basin_h.dat
+printf 'Version 300\nDelimiter ","\nColumns 1\n  Name Char(40)\nData\nPline 3\n300900 6202900\n304000 6204000\n307300 6205000\n' >"$out/river.mif"
+echo '"River"' >"$out/river.mid"
+convert "Bed and water level along the line of river.mif at every output time:" -b -lp river.mif -tAll basin_h.dat
 convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
 
 cat <<EOF
 
 Done. Next:
+  - open $out/basin_h_River.csv in a spreadsheet and plot its columns over the first.
   - open the grids and layers of $out/ in a GIS, or look at one with: gdalinfo -stats $out/basin_h_Max_g020.asc
   - convert a model of your own: build/release/VORANT_to_GIS -b -asc -grid5 -max your_run_h.dat
     (the mesh your_run.2dm is looked for beside it; all switches: build/release/VORANT_to_GIS)

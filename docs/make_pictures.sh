@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Makes the pictures of docs/ from the bundled example, with GDAL's command-line tools: a water-level grid, depth regions, arrows over both.
-#   docs/make_pictures.sh      after ./demo.sh; writes docs/water_level.png, docs/depth_regions.png and docs/arrows.png
+# Makes the pictures of docs/ from the bundled example, with GDAL's command-line tools: a water-level grid, depth regions, arrows over both,
+# and a profile.
+#   docs/make_pictures.sh      after ./demo.sh; writes docs/water_level.png, docs/depth_regions.png, docs/arrows.png and docs/profile.png
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -63,7 +64,20 @@ gdal_rasterize -q -b 1 -b 2 -b 3 -burn 120 -burn 150 -burn 180 -l outlines outli
 cp depth.tif arrows.tif
 gdal_rasterize -q -at -b 1 -b 2 -b 3 -burn 190 -burn 30 -burn 30 -l "$arrows" "$arrows.shp" arrows.tif
 
-for picture in level_map:water_level depth:depth_regions arrows:arrows; do
+# A profile: its .csv as shapes of a chart, drawn at twice the size, so that the edges come out smooth.
+printf 'Version 300\nDelimiter ","\nColumns 1\n  Name Char(40)\nData\nPline 3\n300900 6202900\n304000 6204000\n307300 6205000\n' >river.mif
+echo '"River"' >river.mid
+"$program" -b -lp river.mif -tAll basin_h.dat >>log.txt
+awk -f "$docs/profile_chart.awk" -v width=1800 -v height=840 -v columns="Water_Level_t000.00|12,74,138|0 h;Water_Level_t000.20|61,143,198|0.2 h;\
+Water_Level_t000.40|90,190,170|0.4 h;Water_Level_Max|192,57,43|maximum" basin_h_River.csv >chart.csv
+ogr2ogr -q chart.shp chart.csv -oo AUTODETECT_TYPE=YES
+for band in R G B; do
+    gdal_rasterize -q -a "$band" -init 255 -ot Byte -te 0 0 1800 840 -ts 1800 840 -l chart chart.shp "chart_$band.tif"
+done
+gdalbuildvrt -q -separate chart.vrt chart_R.tif chart_G.tif chart_B.tif
+gdal_translate -q -r average -outsize 900 420 chart.vrt chart.tif
+
+for picture in level_map:water_level depth:depth_regions arrows:arrows chart:profile; do
     gdal_translate -q -of PNG "${picture%%:*}.tif" "$docs/${picture##*:}.png"
     rm -f "$docs/${picture##*:}.png.aux.xml"
     echo "wrote docs/${picture##*:}.png"
