@@ -6,6 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 RUNS=3
+runs=0
 scripts/install_packages.sh build bench
 TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release >/dev/null
 program=$PWD/build/release/VORANT_to_GIS
@@ -37,7 +38,9 @@ best() {
     PROCESSOR=1e9
     MEGABYTES=0
     for ((run = 0; run < RUNS; run++)); do
-        rm -f p_h_*
+        # Put aside and not deleted: a disk may take its time to hand out again what it has just been given back.
+        mkdir -p "old/$((++runs))"
+        find . -maxdepth 1 -name 'p_h_*' -exec mv -t "old/$runs" {} +
         if ! /usr/bin/time -f '%e %U %S %M' -o time.txt "$program" -b "$@" </dev/null >log.txt 2>&1; then
             tail -n 20 log.txt >&2
             echo "ERROR - Failed: $*" >&2
@@ -66,4 +69,4 @@ done <<'ROWS'
 both, points within 20 m joined|-lp lines.mif -cp points.mif -cpsd20
 ROWS
 echo "Stations: $(sed -n 's/.*memory for \([0-9]*\) stations.*/\1/p' log.txt)"
-rm -f p_h_* log.txt time.txt
+rm -rf old p_h_* log.txt time.txt
