@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Times 1,000 profiles of 1 km and 10,000 calibration points on a million cells at 8 times: wall and processor seconds, best of three runs,
 # what that is beyond reading the same inputs (a grid of a few cells at all times), and the largest memory. Files are in the page cache.
-#   bench/profiles.sh      needs 0.5 GB below build/bench
+#   bench/profiles.sh      needs 0.5 GB below build/bench, or in the folder that BENCH names
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -11,8 +11,9 @@ scripts/install_packages.sh build bench
 TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release >/dev/null
 program=$PWD/build/release/VORANT_to_GIS
 maker=$PWD/build/release/examples/make_parabolic_basin
-mkdir -p build/bench/profiles
-cd build/bench/profiles
+work=${BENCH:-build/bench}/profiles
+mkdir -p "$work"
+cd "$work"
 
 if [ ! -f p.done ]; then
     "$maker" -cells 866 -side 8660 -times 7 p >/dev/null    # and the stored maximums

@@ -26,7 +26,7 @@ struct Box {
 /// Empty for an element that takes part in nothing.
 Box boxOf(const Mesh& mesh, const MeshElement& element) {
     Box box;
-    if (PIECE_COUNT(element, PlanKind::Corners) == 0) return box;
+    if (element.removed || element.shape == 0) return box;
     for (const std::int32_t node : element.nodes)
         if (node > 0)
             box.include(mesh.nodes[static_cast<std::size_t>(node)].x, mesh.nodes[static_cast<std::size_t>(node)].y);
