@@ -39,5 +39,6 @@ void BEGIN_PROFILES(ProfileStage& stage, const DatasetFacts& facts);
 void TAKE_PROFILES(ProfileStage& stage, const Results& results, const std::string& tag);
 
 /// Writes "<base>_<name>.csv" for every line. Characters that file systems refuse become "_", names that repeat get
-/// "_2", and a name too long for a file is cut, with a "Check - " line.
+/// "_2", and a name too long for a file is cut, with a "Check - " line. Node values and cell values have stations of
+/// their own, and so a file each.
 void FINISH_PROFILES(ProfileStage& stage, const std::string& base);

@@ -6,7 +6,6 @@
 #include "services/console.h"
 #include "services/exits.h"
 
-#include <optional>
 #include <utility>
 
 namespace {
@@ -62,7 +61,7 @@ public:
         : source_(source), label_(std::move(label)), mesh_(mesh), results_(results), stages_(stages) {}
 
     void convert(std::size_t index, const ResultsKind& kind) {
-        if (!begun_ || begun_->vector != kind.vector || begun_->cellCentred != kind.cellCentred) beginStages(kind);
+        if (!begun_ || kind_.vector != kind.vector || kind_.cellCentred != kind.cellCentred) beginStages(kind);
         source_.begin(index, kind.cellCentred, results_);
         while (source_.next(results_))
             for (const auto& stage : stages_)
@@ -73,7 +72,8 @@ private:
     void beginStages(const ResultsKind& kind) {
         PREPARE_OUTPUT_FOLDER();
         for (const auto& stage : stages_) stage->begin(mesh_, kind);
-        begun_ = kind;
+        begun_ = true;
+        kind_ = kind;
     }
 
     ResultsSource& source_;
@@ -81,7 +81,8 @@ private:
     const Mesh& mesh_;
     Results& results_;
     OutputStages& stages_;
-    std::optional<ResultsKind> begun_;  ///< what the stages are prepared for
+    bool begun_ = false;
+    ResultsKind kind_;  ///< what the stages are prepared for, once begun
 };
 
 }  // namespace

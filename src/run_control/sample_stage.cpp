@@ -2,6 +2,7 @@
 
 #include "gis/layers.h"
 #include "inputs/coordinate_decimals.h"
+#include "inputs/mesh_degrees.h"
 #include "profiles/line_layer.h"
 #include "run_control/output_formats.h"
 #include "services/console.h"
@@ -37,7 +38,7 @@ TimeText timeText(const OutputLabel& label, bool seconds) {
 }
 
 ProfileRules profileRules(const RunOptions& options, const Mesh& mesh) {
-    const bool degrees = PROJECTION().geographic();
+    const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
     ProfileRules rules;
     rules.stations = {options.lpMarkerDistance, degrees ? MERGE_DEGREES : MERGE_METRES};
     rules.searchDistance = options.cpSearchDistance;

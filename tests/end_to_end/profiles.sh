@@ -31,7 +31,7 @@ layer marks.mif POINT <<'ROWS'
 Mill|0|POINT (304500 6204450)
 Hill|30|POINT (304000 6200700)
 ROWS
-ogr2ogr -f "ESRI Shapefile" gauges.shp marks.mif
+ogr2ogr -f "ESRI Shapefile" -a_srs EPSG:28356 gauges.shp marks.mif
 
 # 1. A file a line; every station within the water holds the exact level, to the printed digits.
 row 0 "basin_h_Long.csv basin_h_Bend_1.csv" -b -lp river.shp -tAll basin_h.dat
@@ -61,9 +61,17 @@ said "2 of 3 points have a value." "Calibration: 1 of 3 points have a recorded a
 check "time series" [ "$(grep -c '^Mill,304500.000,6204450.000,.*,0.[0-3]0,' basin_h_cp.csv)" -eq 4 ]
 ogrinfo -al basin_h_t000.30_cp.mif >../layer.txt
 check "the layer does not read back" grep -q "Water_Level (Real) = -99999" ../layer.txt
-row 0 "basin_V_t000.20_cp.shp basin_V_t000.20_cp.shx basin_V_t000.20_cp.dbf basin_V_t000.20_cp.cpg basin_V_cp.csv basin_V.wor basin_V_input_layers.mif basin_V_input_layers.mid" \
+row 0 "basin_V_t000.20_cp.shp basin_V_t000.20_cp.shx basin_V_t000.20_cp.dbf basin_V_t000.20_cp.prj basin_V_t000.20_cp.cpg basin_V_cp.csv basin_V.wor basin_V_input_layers.mif basin_V_input_layers.mid" \
     -b -cp gauges.shp -t0.2 -verbose basin_V.dat
 did_not_say "Calibration:"
+check "the coordinate system is not that of the layer" cmp -s gauges.prj basin_V_t000.20_cp.prj
+
+# Degrees are told by the mesh: a marker 0.0002 degrees behind an edge is not on it.
+make_model -plane -triangles 0 -cells 10 -side 1 -origin 150,-33 plane
+echo "P|0|LINESTRING (149.95 -32.95,151.05 -32.95)" | layer across.shp LINESTRING
+row 0 "plane_P.csv" -b -lp across.shp -lpmd0.0502 plane.2dm
+check "not a row for both ends, 11 edges and 21 markers" [ "$(wc -l <plane_P.csv)" -eq 35 ]
+line plane_P.csv "0.05000000,150.00000000,-32.95000000,E,-179.5000,,"
 
 # 3. Layers that cannot be used leave nothing behind.
 echo "x|0|LINESTRING (-60 30,-59 30)" | layer degrees.shp LINESTRING
