@@ -127,7 +127,9 @@ std::string SampleStage::profileBase() const {
 }
 
 void SampleStage::finish() {
+    const bool taken =
+        !last_.base.empty();  // a run whose datasets could not be read has no profiles, not even of the bed
     endDataset();
-    if (profiles_) FINISH_PROFILES(*profiles_, profileBase());
+    if (profiles_ && taken) FINISH_PROFILES(*profiles_, profileBase());
     gisCloseAllLayers();
 }
