@@ -196,15 +196,18 @@ bool MAKE_WORLD_FILE() {
     const int file = OPEN_FILE(OPTIONS().inputFile, "I ", "tab");
     const std::string name = GETNAM(file);
     int lineNumber = 0;
-    if (!findRasterType(file, lineNumber)) STOP_RUN("Could not create .wld file from .tab file");
+    if (!findRasterType(file, lineNumber)) {
+        REPORT("Could not create .wld file from .tab file");
+        STOP_RUN("ERROR - " + name + " holds no line with Type \"RASTER\".");
+    }
     std::vector<ControlPoint> points;
     std::string reason;
     const bool read = readControlPoints(file, lineNumber, points, reason);
     CLOSE_FILE(file);
     const std::optional<Placing> placing = read ? placingOf(points, reason) : std::nullopt;
     if (!placing) {
-        DMESSAGE("Problems creating .wld file - check that .tab file is for a MI georeferenced image.");
-        REPORT("   Reason: " + reason);
+        REPORT("Problems creating .wld file - check that .tab file is for a MI georeferenced image.");
+        DMESSAGE("ERROR - No .wld file is made: " + reason);
         return false;
     }
     writeWorldFile(FILENAMEPATH(name) + ".wld", *placing);

@@ -61,12 +61,14 @@ TEST_CASE("Control points that do not place the image leave no world file") {
         const std::string reason = r.reason != nullptr ? r.reason : "line 8 of " + folder.name("screen.TAB") + ": ";
         const std::string text = worldFileOf(folder, HEAD + r.points);
         CAPTURE(text);
-        CHECK(text.starts_with(
-            "Problems creating .wld file - check that .tab file is for a MI georeferenced image.\n   Reason: " +
-            reason));
+        CHECK(
+            text.starts_with("Problems creating .wld file - check that .tab file is for a MI georeferenced "
+                             "image.\nERROR - No .wld file is made: " +
+                             reason));
         CHECK_FALSE(std::filesystem::exists(folder.name("screen.wld")));
     }
     const TemporaryFolder folder;
     CHECK(worldFileOf(folder, "Definition Table\n  Type NATIVE\n(1,1) (0,0)\n") ==
-          "Could not create .wld file from .tab file\n\nPress Enter to Close\n<stopped>");
+          "Could not create .wld file from .tab file\nERROR - " + folder.name("screen.TAB") +
+              " holds no line with Type \"RASTER\".\n\nPress Enter to Close\n<stopped>");
 }
