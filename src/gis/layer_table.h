@@ -38,7 +38,6 @@ struct GisLayer {
     std::string path;               ///< name the layer was opened with
     std::size_t listNumber = 0;     ///< its number in the input-layer list, from 1; 0 when not tracked
     GisHeader header;
-    std::size_t nextAttribute = 0;  ///< index of what gisReadAttributeDefinition hands out next
     GisKind kind = GisKind::None;   ///< of the last object read or written, for messages
     std::array<GisFile, 3> files;   ///< .mif, .mid; or .shp, .shx, .dbf
     std::shared_ptr<MifLayer> mif;  ///< what else the format keeps; made by its open
@@ -103,9 +102,6 @@ void shpReadHeader(GisLayer& layer);
 /// .prj and .cpg.
 void mifWriteHeader(GisLayer& layer);
 void shpWriteHeader(GisLayer& layer);
-/// Records of an input layer; leaves its place unchanged.
-std::int64_t mifNumberRecords(GisLayer& layer);
-std::int64_t shpNumberRecords(GisLayer& layer);
 /// Done with o started (GisObject::start) as the next object's kind, or End. Its errors stop the run here: no object is
 /// known yet.
 GisRead mifObjectType(GisLayer& layer, GisObject& o);
@@ -122,7 +118,7 @@ void shpGotoBeginningOfData(GisLayer& layer);
 /// ERROR 0439 when the coordinates are refused or not written, ERROR 0350 for a kind that the format lacks.
 void mifWriteObject(GisLayer& layer, const GisObject& o);
 void shpWriteObject(GisLayer& layer, const GisObject& o);
-/// large: the operation was gisWriteRecordLarge, for messages. False: its own error is reported and the operation adds
+/// large: the line is beyond DATA_LINE_WIDTH, for messages. False: its own error is reported and the operation adds
 /// ERROR 0254.
 bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large);
 bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large);

@@ -25,7 +25,6 @@ struct FormatRoutines {
     void (*close)(GisLayer&);
     void (*readHeader)(GisLayer&);
     void (*writeHeader)(GisLayer&);
-    std::int64_t (*numberRecords)(GisLayer&);
     GisRead (*objectType)(GisLayer&, GisObject&);
     GisRead (*readObject)(GisLayer&, GisObject&);
     GisRead (*readRecord)(GisLayer&, std::string&);
@@ -35,13 +34,12 @@ struct FormatRoutines {
     void (*writeEoF)(GisLayer&);
     std::string_view checkName;  ///< names the format in the checks of gisWriteObject
 };
-constexpr FormatRoutines MIF = {
-    mifOpen,        mifClose,         mifReadHeader, mifWriteHeader,         mifNumberRecords,
-    mifObjectType,  mifReadObject,    mifReadRecord, mifGotoBeginningOfData, mifWriteObject,
-    mifWriteRecord, [](GisLayer&) {}, "mif"};
-constexpr FormatRoutines SHP = {shpOpen,        shpClose,      shpReadHeader, shpWriteHeader,         shpNumberRecords,
-                                shpObjectType,  shpReadObject, shpReadRecord, shpGotoBeginningOfData, shpWriteObject,
-                                shpWriteRecord, shpWriteEoF,   "shp"};
+constexpr FormatRoutines MIF = {mifOpen,        mifClose,       mifReadHeader,    mifWriteHeader,
+                                mifObjectType,  mifReadObject,  mifReadRecord,    mifGotoBeginningOfData,
+                                mifWriteObject, mifWriteRecord, [](GisLayer&) {}, "mif"};
+constexpr FormatRoutines SHP = {shpOpen,        shpClose,       shpReadHeader, shpWriteHeader,
+                                shpObjectType,  shpReadObject,  shpReadRecord, shpGotoBeginningOfData,
+                                shpWriteObject, shpWriteRecord, shpWriteEoF,   "shp"};
 
 const FormatRoutines* routinesOf(GisFormat format) {
     return format == GisFormat::Mif ? &MIF : format == GisFormat::Shp ? &SHP : nullptr;
@@ -190,7 +188,6 @@ void gisReadHeader(std::int32_t gisID) {
     const auto [layer, format] = dispatch(gisID, "gisReadHeader", GisMode::Input);
     layer.header = GisHeader{};
     layer.header.format = layer.format;
-    layer.nextAttribute = 0;
     format.readHeader(layer);
 }
 
@@ -199,31 +196,6 @@ void gisWriteHeader(std::int32_t gisID) {
     if (layer.header.attributes.size() > MOST_ATTRIBUTES) SHOULD_NOT_BE_HERE("gisWriteHeader");
     format.writeHeader(layer);
     layer.eofPending = true;
-}
-
-std::int32_t gisNumberAttributes(std::int32_t gisID) {
-    return static_cast<std::int32_t>(
-        dispatch(gisID, "gisNumberAttributes", GisMode::Closed).layer.header.attributes.size());
-}
-
-std::int64_t gisNumberRecords(std::int32_t gisID) {
-    const auto [layer, format] = dispatch(gisID, "gisNumberRecords", GisMode::Input);
-    return format.numberRecords(layer);
-}
-
-void gisGotoBeginningOfAttributes(std::int32_t gisID) {
-    dispatch(gisID, "gisGotoBeginningOfAttributes", GisMode::Input).layer.nextAttribute = 0;
-}
-
-bool gisReadAttributeDefinition(std::int32_t gisID, std::string& name, std::string& type) {
-    GisLayer& layer = dispatch(gisID, "gisReadAttributeDefinition", GisMode::Input).layer;
-    name.clear();
-    type.clear();
-    if (layer.nextAttribute >= layer.header.attributes.size()) return false;
-    const GisAttribute& attribute = layer.header.attributes[layer.nextAttribute++];
-    name = attribute.name;
-    type = attribute.type;
-    return true;
 }
 
 // ---- objects and records ----
@@ -276,7 +248,6 @@ void gisWriteObject(std::int32_t gisID, const GisObject& o) {
 void gisWriteRecord(std::int32_t gisID, std::string_view line) {
     writeRecord(gisID, line, line.size() > DATA_LINE_WIDTH);
 }
-void gisWriteRecordLarge(std::int32_t gisID, std::string_view line) { writeRecord(gisID, line, true); }
 
 void gisWriteEoF(std::int32_t gisID) {
     const auto [layer, format] = dispatch(gisID, "gisWriteEoF", GisMode::Output);

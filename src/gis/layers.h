@@ -98,12 +98,6 @@ GisHeader& gisHeader(std::int32_t gisID);
 void gisReadHeader(std::int32_t gisID);
 /// Writes the header from the record. Called once, before the first object.
 void gisWriteHeader(std::int32_t gisID);
-std::int32_t gisNumberAttributes(std::int32_t gisID);
-/// Records of an input layer: what the .dbf header says, or the lines of the .mid file.
-std::int64_t gisNumberRecords(std::int32_t gisID);
-/// The next attribute definition, from the first after gisReadHeader. False behind the last, with both texts blank.
-bool gisReadAttributeDefinition(std::int32_t gisID, std::string& name, std::string& type);
-void gisGotoBeginningOfAttributes(std::int32_t gisID);
 
 // ---- objects and records ----
 // A record travels as one data line: values in column order, comma between them, text in double quotes with a quote
@@ -133,8 +127,6 @@ void gisWriteObject(std::int32_t gisID, const GisObject& o);
 /// Writes the record of the object just written. The library adds nothing to the line; a line break inside it is
 /// refused.
 void gisWriteRecord(std::int32_t gisID, std::string_view line);
-/// The same for lines beyond DATA_LINE_WIDTH, up to LONGEST_LINE (services/files.h).
-void gisWriteRecordLarge(std::int32_t gisID, std::string_view line);
 /// Completes an output layer so that it opens elsewhere (lengths, counts, bounds). gisCloseLayer does it when it is
 /// due.
 void gisWriteEoF(std::int32_t gisID);

@@ -73,20 +73,3 @@ void mifGotoBeginningOfData(GisLayer& layer) {
     seekTo(layer.files[0], layer.mif->dataOffset);
     layer.files[0].count = layer.mif->headerLines;
 }
-
-std::int64_t mifNumberRecords(GisLayer& layer) {
-    GisFile& file = layer.files[1];
-    const std::int64_t place = FILE_POSITION(file.handle);
-    seekTo(file, 0);
-    std::int64_t lines = 0;
-    std::int64_t records = 0;  // blank lines at the end of the file are no records
-    std::string_view line;
-    LineStatus status = LineStatus::Read;
-    while ((status = READ_LINE(file.handle, line)) == LineStatus::Read) {
-        ++lines;
-        if (!TRIMMED(line).empty()) records = lines;
-    }
-    if (status == LineStatus::Error) EXITS();
-    seekTo(file, place);
-    return records;
-}

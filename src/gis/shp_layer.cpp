@@ -150,8 +150,6 @@ void shpReadHeader(GisLayer& layer) {
     shpGotoBeginningOfData(layer);
 }
 
-std::int64_t shpNumberRecords(GisLayer& layer) { return layer.shp->table.records; }
-
 void shpGotoBeginningOfData(GisLayer& layer) {
     ShpLayer& shp = *layer.shp;
     for (GisFile& file : layer.files) file.count = 0;

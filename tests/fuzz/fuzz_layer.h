@@ -30,7 +30,6 @@ inline void readFuzzedLayer(const std::uint8_t* data, std::size_t size, std::ini
         const auto id = gisOpenLayer(folder.name(layer), "R", "I ", GisTable::Alone);
         if (size % 2 == 0) gisDropShortRegions(id);
         gisReadHeader(id);
-        gisNumberRecords(id);
         GisObject o;
         std::string record;
         for (int pass = 0; pass < 2; ++pass) {

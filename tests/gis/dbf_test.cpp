@@ -178,7 +178,6 @@ TEST_CASE("a table alone is written and read without geometry") {
         gisCloseLayer(id);
         id = gisOpenLayer(test.folder.name("t.dbf"), "R", "I ", GisTable::Alone);
         gisReadHeader(id);
-        CHECK(gisNumberRecords(id) == 2);
         std::string line;
         for (const std::string_view expected : {"1,\"a\"", ",\"b \"\"q\""})
             CHECK((gisReadRecord(id, line) && line == expected));
