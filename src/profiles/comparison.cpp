@@ -65,7 +65,7 @@ struct Summary {
 };
 constexpr std::array<double, 4> LIMITS = {0.1, 0.2, 0.3, 0.5};
 
-void count(Summary& summary, std::span<const float> differences, std::size_t point, double step) {
+void count(Summary& summary, std::span<const float> differences, std::size_t point) {
     const auto difference = static_cast<double>(differences[point]);
     ++summary.compared;
     summary.sum += difference;
@@ -73,9 +73,10 @@ void count(Summary& summary, std::span<const float> differences, std::size_t poi
     summary.squares += difference * difference;
     if (difference > 0.0 && (!summary.above || differences[point] > differences[*summary.above])) summary.above = point;
     if (difference < 0.0 && (!summary.below || differences[point] < differences[*summary.below])) summary.below = point;
-    // A difference that is printed as 0.1000 is within 0.1, whatever single precision made of it.
+    // 5.3 - 5.2 is within 0.1, whatever single precision made of it.
+    constexpr double SLACK = 0.00005;
     for (std::size_t i = 0; i < LIMITS.size(); ++i)
-        if (std::abs(difference) < LIMITS[i] + 0.5 * step) ++summary.within[i];
+        if (std::abs(difference) < LIMITS[i] + SLACK) ++summary.within[i];
 }
 
 std::string largest(const CalibrationPoints& points, std::span<const float> differences,
@@ -120,9 +121,8 @@ std::vector<float> DIFFERENCES(const RecordedValues& recorded, std::span<const f
 void REPORT_COMPARISON(const CalibrationPoints& points, const RecordedValues& recorded,
                        std::span<const float> differences, const std::vector<bool>& inMesh, int decimals) {
     Summary summary;
-    const double step = std::pow(10.0, -decimals);
     for (std::size_t i = 0; i < differences.size(); ++i) {
-        if (!IS_MISSING(differences[i])) count(summary, differences, i, step);
+        if (!IS_MISSING(differences[i])) count(summary, differences, i);
         else if (!std::isnan(recorded.value[i]) && inMesh[i]) summary.dry.push_back(i);
     }
     REPORT("Calibration: " + AINTEGER(summary.compared) + " of " +

@@ -5,8 +5,11 @@
 #include "services/files.h"
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <set>
+#include <system_error>
+#include <utility>
 
 namespace {
 
@@ -53,6 +56,15 @@ void FINISH_OUTPUT(std::string_view name) {
 }
 
 int OUTPUTS_WRITTEN() { return names.outputs; }
+
+WholeOrNothing::WholeOrNothing(std::string name) : name_(std::move(name)), stopping_(std::uncaught_exceptions()) {}
+
+WholeOrNothing::~WholeOrNothing() {
+    if (std::uncaught_exceptions() == stopping_) return;
+    std::error_code ignored;
+    const std::filesystem::path path = PATH_OF(name_);
+    if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
+}
 
 std::optional<std::string> FIND_FILE(std::string_view name) {
     std::string tried(name);

@@ -46,6 +46,20 @@ void BEGIN_OUTPUT(std::string_view name);
 void FINISH_OUTPUT(std::string_view name);
 int OUTPUTS_WRITTEN();
 
+/// Stands where an output is written. When the run stops there the file is removed, so that nothing torn looks
+/// complete; a device stays.
+class WholeOrNothing {
+public:
+    explicit WholeOrNothing(std::string name);
+    ~WholeOrNothing();
+    WholeOrNothing(const WholeOrNothing&) = delete;
+    WholeOrNothing& operator=(const WholeOrNothing&) = delete;
+
+private:
+    std::string name_;
+    int stopping_;  ///< exceptions on their way when it was made
+};
+
 // ---- opening and closing ----
 /// Opens fixed slot 1 to 8. A slot above 8 or already open is a fault of the program and stops the run at once.
 void OPENER(int slot, std::string_view name, std::string_view mode);

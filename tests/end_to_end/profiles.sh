@@ -98,4 +98,9 @@ run 0 -b -cp far.shp -t0.2 -fso basin_h.dat
 said "WARNING - No calibration point lies within the mesh; check the projection." "0 of 1 points have a value." \
     "WARNING - Obvert levels not available, -fso has no effect."
 
+# A disk that fills up: no torn profile stands under its name.
+(trap '' XFSZ; ulimit -f 4; "$PROGRAM" -b -lp river.shp -lpmd1 -max basin_h.dat >../full.txt 2>&1) && fail=0 || fail=$?
+check "a profile that could not be written ends in $fail" [ "$fail" = 1 ]
+check "a torn profile is left" [ ! -e basin_h_Max_Long.csv ]
+
 finish
