@@ -4,6 +4,7 @@
 #include "run_control/switches.h"
 #include "services/console.h"
 #include "services/options.h"
+#include "services/version.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
@@ -82,7 +83,7 @@ void convertTimesToHours(RunOptions& options) {
 }  // namespace
 
 void READ_ARGUMENTS(int argc, const char* const argv[]) {
-    REPORT("Build 2018-08-AA");
+    REPORT("Build " + std::string(BUILD_TEXT));
     REPORT("Found " + AINTEGER(std::max(argc - 1, 0)) + " arguments");
     REPORT("Initialising input structure...");
     INITIALISE_OPTIONS();
