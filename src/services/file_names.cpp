@@ -57,6 +57,8 @@ void FINISH_OUTPUT(std::string_view name) {
 
 int OUTPUTS_WRITTEN() { return names.outputs; }
 
+std::string WORKING_NAME(std::string_view finalName) { return std::string(finalName); }
+
 WholeOrNothing::WholeOrNothing(std::string name) : name_(std::move(name)), stopping_(std::uncaught_exceptions()) {}
 
 WholeOrNothing::~WholeOrNothing() {

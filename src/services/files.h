@@ -45,6 +45,11 @@ void BEGIN_OUTPUT(std::string_view name);
 /// When everything is written and closed: "Wrote <name>". Counted.
 void FINISH_OUTPUT(std::string_view name);
 int OUTPUTS_WRITTEN();
+/// Where a library that writes a file itself (HDF5, GDAL) puts what is to stand under `finalName`: a name in the same
+/// folder, with the same extension. To be asked between BEGIN_OUTPUT and FINISH_OUTPUT of the output, for the main file
+/// and for each companion alike; FINISH_OUTPUT moves what stands there to its final name, and a stop removes it.
+/// Everybody else opens files by their final names.
+std::string WORKING_NAME(std::string_view finalName);
 
 /// Stands where an output is written. When the run stops there the file is removed, so that nothing torn looks
 /// complete; a device stays.
