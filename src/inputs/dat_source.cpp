@@ -58,6 +58,15 @@ std::vector<OutputTime> DatSource::times() const {
     return times;
 }
 
+std::vector<OutputTime> DatSource::outputTimes(std::size_t) const {
+    return choice_.of == TimeChoice::Of::All ? times() : std::vector<OutputTime>{};
+}
+
+void DatSource::goTo(std::size_t output, Results& results) {
+    dat_.next = output;
+    results.endReached = output >= dat_.steps.size();
+}
+
 void DatSource::begin(std::size_t, bool, Results&) {  // settle() has sized the record
     begun_ = false;
     if (choice_.of == TimeChoice::Of::All) REPORT("Processing all output times.");

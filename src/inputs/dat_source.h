@@ -31,6 +31,8 @@ public:
     std::string_view heading(bool) const override { return {}; }
     void settle(const std::vector<bool>& cellCentred, Results& results) override;
     std::vector<OutputTime> times() const override;
+    std::vector<OutputTime> outputTimes(std::size_t dataset) const override;
+    void goTo(std::size_t output, Results& results) override;
     void begin(std::size_t dataset, bool cellCentred, Results& results) override;
     bool next(Results& results) override;
     void finish() override;

@@ -7,11 +7,14 @@
 #include <string>
 #include <vector>
 
+struct DifferenceParts;
+
 struct Results {
     std::int32_t nodes = 0;    ///< values per time: the mesh's nodes, or its cells when cellCentred
     std::int32_t cells = 0;    ///< wet/dry flags per time; 0 in files without flags
     bool vector = false;       ///< x and y components, else one scalar in x
     bool cellCentred = false;  ///< one value per cell instead of per node
+    bool cornersOnly = false;  ///< the bed of a mesh: a 9-node quad is the quad of its corners
     OutputTime time;
     bool endReached = false;  ///< no further output time follows the one held
     /// scalar or x component, numbered from 1 (entry 0 unused); IS_MISSING where there is none
@@ -22,6 +25,9 @@ struct Results {
     std::vector<OutputTime> times;  ///< every output time of the source, in file order
     std::string quantity;           ///< name of what is held ("Water Level"), blank when unknown
     std::string code;               ///< short code of the quantity ("h"), blank when unknown
+    /// of a difference: both results that it is taken between (inputs/difference.h), the source's; nullptr for results
+    /// as a file holds them
+    const DifferenceParts* parts = nullptr;
 };
 
 /// What the datasets that follow have in common, so that an output takes its memory once.
@@ -29,6 +35,9 @@ struct ResultsKind {
     bool vector = false;
     bool cellCentred = false;
     bool severalTimes = false;  ///< what serves more than one output time is worth keeping
+    bool cornersOnly = false;   ///< as in Results
+    bool difference = false;    ///< each comes with its parts
+    bool operator==(const ResultsKind&) const = default;
 };
 
 const Results& RESULTS();

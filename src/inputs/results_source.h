@@ -19,6 +19,7 @@ struct Dataset {
     std::int32_t values = 0;  ///< per time: as many as the mesh has nodes, or cells
     std::int32_t flags = 0;   ///< wet/dry flags per time; 0: none, every cell is wet
     std::size_t outputs = 1;  ///< how many of its times, or maximums, are converted
+    bool bed = false;         ///< of a mesh: it has no time, and a 9-node quad is the quad of its corners
 };
 
 class ResultsSource {
@@ -44,6 +45,17 @@ public:
     /// one; else it ends there, named in a WARNING, and the run counts as incomplete.
     virtual void begin(std::size_t dataset, bool cellCentred, Results& results) = 0;
     virtual bool next(Results& results) = 0;
+
+    /// The times that `next` goes through, in their order; empty for a dataset of one output, whose time its reading
+    /// tells.
+    virtual std::vector<OutputTime> outputTimes(std::size_t dataset) const = 0;
+    /// Of a dataset that has been begun, and of which all times are converted: `next` goes on with this one of
+    /// outputTimes(), from 0; behind the last it ends.
+    virtual void goTo(std::size_t output, Results& results) = 0;
+
+    /// Behind the dataset's tag in the names of files ("_minus_base_h"): what is handed on is a difference. Blank for
+    /// results as a file holds them.
+    virtual std::string nameEnding() const { return {}; }
 
     /// Behind the last dataset: closes the file and says so.
     virtual void finish() = 0;

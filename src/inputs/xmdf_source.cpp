@@ -41,6 +41,16 @@ std::vector<OutputTime> XmdfSource::times() const {
     return times;
 }
 
+std::vector<OutputTime> XmdfSource::outputTimes(std::size_t dataset) const {
+    const XmdfItem& item = items_[dataset];
+    return item.read == XmdfRead::AllTimes ? item.facts.times : std::vector<OutputTime>{};
+}
+
+void XmdfSource::goTo(std::size_t output, Results&) {
+    reading_->next = static_cast<std::int32_t>(output) + 1;
+    reading_->done = reading_->next > reading_->last;
+}
+
 void XmdfSource::begin(std::size_t dataset, bool cellCentred, Results& results) {
     const XmdfItem& item = items_[dataset];
     reading_.reset();

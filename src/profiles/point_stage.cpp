@@ -1,10 +1,12 @@
 #include "profiles/point_stage.h"
 
 #include "geometry/no_value.h"
+#include "inputs/difference_report.h"
 #include "inputs/output_types.h"
 #include "profiles/direction.h"
 #include "profiles/point_layer.h"
 #include "profiles/point_table.h"
+#include "profiles/sampled_difference.h"
 #include "raster/grid_extent.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -42,10 +44,9 @@ bool isCompared(PointStage& stage) {
     return !stage.recorded.field.empty();
 }
 
-PointColumns columnsOf(PointStage& stage, const Results& results, const TimeText& time) {
+PointColumns sampledColumns(PointStage& stage, const Results& results) {
     SAMPLE_RESULTS(stage.places, *stage.mesh, results, stage.values);
     PointColumns columns;
-    columns.time = time.shown;
     columns.value = stage.values.value;
     columns.element = stage.values.element;
     for (std::size_t i = 0; i < columns.element.size(); ++i)
@@ -56,7 +57,27 @@ PointColumns columnsOf(PointStage& stage, const Results& results, const TimeText
             if (!IS_MISSING(columns.value[i]))
                 columns.angle[i] = DIRECTION_OF(stage.values.east[i], stage.values.north[i]);
     }
-    if (isCompared(stage)) columns.difference = DIFFERENCES(stage.recorded, columns.value);
+    return columns;
+}
+
+/// The element of a point is that of what is now.
+PointColumns differenceColumns(PointStage& stage, const DifferenceParts& parts) {
+    PointWetness wetness;
+    const PointColumns was = sampledColumns(stage, parts.was);
+    wetness.was = WETNESS_AT(stage.places, parts.was, stage.values);
+    PointColumns columns = sampledColumns(stage, parts.now);
+    wetness.now = WETNESS_AT(stage.places, parts.now, stage.values);
+    SUBTRACT_AT(wetness, parts.dryIsZero, columns.value, was.value);
+    if (parts.now.vector) SUBTRACT_DIRECTIONS_AT(columns.angle, was.angle);
+    REPORT_DIFFERENCE(columns.value, CHANGED_AREAS(*stage.mesh, parts));
+    return columns;
+}
+
+PointColumns columnsOf(PointStage& stage, const Results& results, const TimeText& time) {
+    const bool difference = results.parts != nullptr;
+    PointColumns columns = difference ? differenceColumns(stage, *results.parts) : sampledColumns(stage, results);
+    columns.time = time.shown;
+    if (!difference && isCompared(stage)) columns.difference = DIFFERENCES(stage.recorded, columns.value);
     return columns;
 }
 

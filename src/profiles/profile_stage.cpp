@@ -2,8 +2,10 @@
 
 #include "geometry/no_value.h"
 #include "gis/attributes.h"
+#include "inputs/difference_report.h"
 #include "profiles/direction.h"
 #include "profiles/profile_file.h"
+#include "profiles/sampled_difference.h"
 #include "raster/grid_extent.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -57,8 +59,9 @@ std::vector<float> alongStations(const PointValues& values, const std::vector<St
     return along;
 }
 
-void sampleStations(ProfileStage& stage, const ProfileSet& set, const Results& results,
-                    std::vector<ProfileColumn>& columns) {
+using Columns = std::vector<ProfileColumn>;
+
+void sampleStations(ProfileStage& stage, const ProfileSet& set, const Results& results, Columns& columns) {
     SAMPLE_RESULTS(set.stationPlaces, *stage.mesh, results, stage.values);
     columns[0].stations = stage.values.value;
     if (!results.vector) return;
@@ -66,14 +69,46 @@ void sampleStations(ProfileStage& stage, const ProfileSet& set, const Results& r
     columns[2].stations = alongStations(stage.values, set.stations);
 }
 
-void samplePoints(ProfileStage& stage, const ProfileSet& set, const Results& results,
-                  std::vector<ProfileColumn>& columns) {
+void samplePoints(ProfileStage& stage, const ProfileSet& set, const Results& results, Columns& columns) {
     SAMPLE_RESULTS(set.pointPlaces, *stage.mesh, results, stage.values);
     columns[0].points = stage.values.value;
     if (!results.vector) return;
     columns[1].points = anglesOf(stage.values);
     columns[2].points = stage.values.east;
     columns[2].pointsNorth = stage.values.north;
+}
+
+/// Column less column, at the stations or at the points.
+void subtractColumns(const PointWetness& wetness, bool dryIsZero, std::vector<float> ProfileColumn::*values,
+                     Columns& now, const Columns& was) {
+    SUBTRACT_AT(wetness, dryIsZero, now[0].*values, was[0].*values);
+    if (now.size() < 3) return;
+    SUBTRACT_DIRECTIONS_AT(now[1].*values, was[1].*values);
+    SUBTRACT_AT(wetness, false, now[2].*values, was[2].*values);
+    if (values == &ProfileColumn::points) SUBTRACT_AT(wetness, false, now[2].pointsNorth, was[2].pointsNorth);
+}
+
+void sampleDifference(ProfileStage& stage, const ProfileSet& set, const DifferenceParts& parts, Columns& columns) {
+    Columns was(columns.size());
+    PointWetness wetness;
+    sampleStations(stage, set, parts.was, was);
+    wetness.was = WETNESS_AT(set.stationPlaces, parts.was, stage.values);
+    sampleStations(stage, set, parts.now, columns);
+    wetness.now = WETNESS_AT(set.stationPlaces, parts.now, stage.values);
+    subtractColumns(wetness, parts.dryIsZero, &ProfileColumn::stations, columns, was);
+    REPORT_DIFFERENCE(columns[0].stations, CHANGED_AREAS(*stage.mesh, parts));
+    if (stage.points == nullptr) return;
+    samplePoints(stage, set, parts.was, was);
+    wetness.was = WETNESS_AT(set.pointPlaces, parts.was, stage.values);
+    samplePoints(stage, set, parts.now, columns);
+    wetness.now = WETNESS_AT(set.pointPlaces, parts.now, stage.values);
+    subtractColumns(wetness, parts.dryIsZero, &ProfileColumn::points, columns, was);
+}
+
+void sampleColumns(ProfileStage& stage, const ProfileSet& set, const Results& results, Columns& columns) {
+    if (results.parts != nullptr) return sampleDifference(stage, set, *results.parts, columns);
+    sampleStations(stage, set, results, columns);
+    if (stage.points != nullptr) samplePoints(stage, set, results, columns);
 }
 
 void stateMemory(const ProfileStage& stage, const ProfileSet& set) {
@@ -108,8 +143,7 @@ void TAKE_PROFILES(ProfileStage& stage, const Results& results, const std::strin
     ProfileSet& set = stage.sets[stage.set];
     try {
         std::vector<ProfileColumn> columns = columnsOf(stage, tag);
-        sampleStations(stage, set, results, columns);
-        if (stage.points != nullptr) samplePoints(stage, set, results, columns);
+        sampleColumns(stage, set, results, columns);
         for (ProfileColumn& column : columns) set.columns.push_back(std::move(column));
     } catch (const std::bad_alloc&) {
         STOP_RUN(OUT_OF_MEMORY);

@@ -15,6 +15,12 @@ enum class PlanKind : std::uint8_t {
     Cells     ///< one value per element
 };
 
+/// The kind of results, by what their record says.
+inline PlanKind PLAN_KIND(bool cellCentred, bool cornersOnly) {
+    if (cellCentred) return PlanKind::Cells;
+    return cornersOnly ? PlanKind::Corners : PlanKind::Nodes;
+}
+
 /// The cells of one row that a piece may cover. None: a row that passes between cell points.
 struct PlanRow {
     std::int32_t column = 1;  ///< first column, from 1

@@ -51,7 +51,7 @@ GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results
     run.grid.cellSize = header.cellSize;
     ALLOCATE_GRID(run.grid, results.vector);
     run.plan.kind = kind;
-    run.plan.memoryLimit = results.severalTimes ? planLimit() : 0;
+    run.plan.memoryLimit = results.severalTimes || results.difference ? planLimit() : 0;
     return run;
 }
 

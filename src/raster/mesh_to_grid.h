@@ -24,8 +24,8 @@ struct GridRun {
 };
 
 /// Takes the grid's memory and reports its size. header: corner, cell size and counts; its values are not read.
-/// results: what is to come; with several times the plan is worth keeping; with one time it is made and dropped piece
-/// by piece.
+/// results: what is to come; with several times, or both sides of a difference, the plan is worth keeping; with one
+/// time it is made and dropped piece by piece.
 GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results);
 
 /// Fills run.grid from one output time, with its messages. Every cell whose point no wet element covers holds NO_VALUE.

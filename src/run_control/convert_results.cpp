@@ -10,23 +10,6 @@
 
 namespace {
 
-/// Per dataset: whether it has one value per cell. Before anything is written, so that a dataset of another model
-/// leaves nothing behind.
-std::vector<bool> matchToMesh(const ResultsSource& source, const Mesh& mesh) {
-    std::vector<bool> cellCentred;
-    const Dataset* last = nullptr;
-    for (const Dataset& dataset : source.datasets()) {
-        if (last != nullptr && last->values == dataset.values && last->flags == dataset.flags) {
-            cellCentred.push_back(cellCentred.back());
-            continue;
-        }
-        if (!dataset.path.empty()) REPORT("Comparing counts of dataset " + dataset.path + " with the mesh...");
-        cellCentred.push_back(MATCH_RESULTS_TO_MESH(mesh, dataset.values, dataset.flags, source.kind()));
-        last = &dataset;
-    }
-    return cellCentred;
-}
-
 /// A .dat holds one dataset, so what cannot be drawn of it is known at once.
 void checkOutputsFit(const ResultsSource& source, const Mesh& mesh, const std::vector<bool>& cellCentred) {
     const RunOptions& options = OPTIONS();
@@ -47,7 +30,9 @@ bool several(const ResultsSource& source) {
 }
 
 OutputLabel labelOf(OutputLabel label, const Dataset& dataset, const Results& results) {
-    label.base = label.run + dataset.tag;
+    label.base = label.run + dataset.tag + label.ending;
+    label.run += label.ending;
+    label.timed = !dataset.bed;
     label.time = results.time;
     label.quantity = results.quantity;
     label.vector = results.vector;
@@ -61,7 +46,7 @@ public:
         : source_(source), label_(std::move(label)), mesh_(mesh), results_(results), stages_(stages) {}
 
     void convert(std::size_t index, const ResultsKind& kind) {
-        if (!begun_ || kind_.vector != kind.vector || kind_.cellCentred != kind.cellCentred) beginStages(kind);
+        if (!begun_ || kind_ != kind) beginStages(kind);
         source_.begin(index, kind.cellCentred, results_);
         while (source_.next(results_))
             for (const auto& stage : stages_)
@@ -90,18 +75,24 @@ private:
 void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh& mesh, Results& results,
                      OutputStages& stages) {
     if (source.datasets().empty()) STOP_WITHOUT_OUTPUT();
-    const std::vector<bool> cellCentred = matchToMesh(source, mesh);
+    const std::vector<bool> cellCentred = MATCH_SOURCE_TO_MESH(source, mesh);
     checkOutputsFit(source, mesh, cellCentred);
     source.settle(cellCentred, results);
     const bool severalTimes = several(source);
     OutputLabel label;
     label.run = base;
+    label.ending = source.nameEnding();
     label.timeDecimals = NAME_DECIMALS(source.times(), OPTIONS().seconds);
     Conversion conversion(source, std::move(label), mesh, results, stages);
     for (const bool vector : {false, true}) {
         if (!source.heading(vector).empty()) REPORT(source.heading(vector));
         for (std::size_t i = 0; i < source.datasets().size(); ++i)
-            if (source.datasets()[i].vector == vector) conversion.convert(i, {vector, cellCentred[i], severalTimes});
+            if (source.datasets()[i].vector == vector)
+                conversion.convert(i, {.vector = vector,
+                                       .cellCentred = cellCentred[i],
+                                       .severalTimes = severalTimes,
+                                       .cornersOnly = source.datasets()[i].bed,
+                                       .difference = !source.nameEnding().empty()});
     }
     for (const auto& stage : stages) stage->finish();
     source.finish();

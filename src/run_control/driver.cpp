@@ -2,18 +2,16 @@
 
 #include "gis/layers.h"
 #include "inputs/mesh.h"
-#include "inputs/mesh_reader.h"
 #include "inputs/one_d_triangles.h"
-#include "inputs/xmdf_source.h"
 #include "raster/odd_quads.h"
 #include "run_control/arguments.h"
+#include "run_control/convert_difference.h"
 #include "run_control/convert_results.h"
 #include "run_control/file_questions.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
 #include "run_control/output_formats.h"
 #include "run_control/output_stage.h"
-#include "run_control/results_choice.h"
 #include "run_control/switch_checks.h"
 #include "run_control/usage.h"
 #include "run_control/world_file.h"
@@ -76,9 +74,9 @@ int convertWorldFile() {
 }
 
 /// A type, a scalar or a vector number chooses among the datasets of an .xmdf; other inputs hold one.
-void checkDatasetSwitches(InputKind kind) {
+void checkDatasetSwitches(const BothSides& sides) {
     const RunOptions& options = OPTIONS();
-    if (kind == InputKind::Xmdf) return;
+    if (sides.now.kind == InputKind::Xmdf || sides.was.kind == InputKind::Xmdf) return;
     if (options.typeGiven || options.scalarIdGiven || options.vectorIdGiven)
         DMESSAGE(
             "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non "
@@ -93,15 +91,6 @@ InputFiles askInGoodOrder() {
     InputFiles files = FIND_INPUT_FILE();
     if (layer) CHECK_GRID_SWITCHES();
     return files;
-}
-
-void readMesh(const std::string& name, Mesh& mesh) {
-    const int file = OPEN_FILE(name, "I ", "2dm");
-    SCAN_2DM(file, mesh);
-    SIZE_MESH_TABLES(mesh);
-    READ_2DM(file, OPTIONS().removedParts, mesh);
-    REPORT("Finished with .2dm file, closing...");
-    CLOSE_FILE(file);
 }
 
 /// Water level lines belong into a grid; every other output tells them from the cells.
@@ -127,29 +116,11 @@ void convertMesh(const std::string& base, const Mesh& mesh, OutputStages& stages
     }
 }
 
-/// What the results file says of itself before the mesh is looked for.
-struct Identified {
-    std::unique_ptr<ResultsSource> dat;
-    std::string xmdfType;
-};
-
-Identified identifyResults(const InputFiles& files) {
-    const RunOptions& options = OPTIONS();
-    Identified found;
-    if (files.kind == InputKind::Xmdf) found.xmdfType = CHOOSE_XMDF_TYPE(options);
-    if (files.kind != InputKind::Dat) return found;
-    found.dat = std::make_unique<DatSource>(files.input, TIME_CHOICE(options));
-    REPORT_CUTOFF(options, found.dat->datasets().front().quantity);
-    return found;
-}
-
-void convertInput(const InputFiles& files, Identified input, const Mesh& mesh, OutputStages& stages) {
-    const std::string base = FILENAMEPATH(files.input);
-    if (files.kind == InputKind::Mesh) return convertMesh(base, mesh, stages);
-    std::unique_ptr<ResultsSource> source = std::move(input.dat);
-    if (source) REPORT("Reading .dat file...");
-    else source = std::make_unique<XmdfSource>(files.input, OPTIONS(), input.xmdfType);  // takes its time
-    CONVERT_RESULTS(*source, base, mesh, RESULTS_TO_FILL(), stages);
+void convertInput(BothSides sides, const Mesh& mesh, OutputStages& stages) {
+    const std::string base = FILENAMEPATH(sides.now.input);
+    if (OPTIONS().difference) return CONVERT_DIFFERENCE(std::move(sides), base, mesh, stages);
+    if (sides.now.kind == InputKind::Mesh) return convertMesh(base, mesh, stages);
+    CONVERT_RESULTS(*OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh), base, mesh, RESULTS_TO_FILL(), stages);
 }
 
 }  // namespace
@@ -163,24 +134,26 @@ int CONVERT(int argc, const char* const argv[]) {
     explainWrongSwitches();
     if (GIVEN(OPTIONS(), Family::WorldFile)) return convertWorldFile();
     OutputStages stages = MAKE_OUTPUT_STAGES();
-    InputFiles files = askInGoodOrder();
+    BothSides sides;
+    sides.now = askInGoodOrder();
     if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
     FIND_PROJECTION(OPTIONS().inputFile, OUTPUT_FORMAT(OPTIONS()).projection);
     gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
     TAKE_OVER_TEMPLATE_GRID();
-    FIND_INPUT_KIND(files);
-    checkDatasetSwitches(files.kind);
-    Identified results = identifyResults(files);
-    FIND_MESH_FILE(files);
+    FIND_INPUT_KIND(sides.now);
+    FIND_SECOND_INPUT(sides);
+    checkDatasetSwitches(sides);
+    IDENTIFY_SIDES(sides);
+    FIND_MESH_FILE(sides.now, OPTIONS().meshFile);
     Mesh& mesh = MESH_TO_FILL();
-    readMesh(files.mesh, mesh);
+    READ_MESH(sides.now.mesh, mesh);
     REPORT_ODD_QUADS(mesh);
     settleOneD(mesh);
     CHOOSE_GRID(mesh);
     REPORT("Allocating results storage...");
     reportRemovedNodes(mesh);
     for (const auto& stage : stages) stage->meshRead(mesh);
-    convertInput(files, std::move(results), mesh, stages);
+    convertInput(std::move(sides), mesh, stages);
     if (OUTPUTS_WRITTEN() == 0) STOP_WITHOUT_OUTPUT();
     reportCounts(start);
     REPORT("Finished.");

@@ -1,5 +1,6 @@
 #include "run_control/input_files.h"
 
+#include "inputs/mesh_reader.h"
 #include "platform/file_system.h"
 #include "run_control/file_questions.h"
 #include "services/console.h"
@@ -89,11 +90,20 @@ void FIND_INPUT_KIND(InputFiles& files) {
     STOP_RUN("ERROR - " + files.input + " is not a .2dm, .dat, .xmdf or .h5 file.");
 }
 
-void FIND_MESH_FILE(InputFiles& files) {
+void FIND_MESH_FILE(InputFiles& files, const std::string& named) {
     if (files.kind == InputKind::Mesh) files.mesh = files.input;
-    else if (!OPTIONS().meshFile.empty()) takeMesh(OPTIONS().meshFile, files);
+    else if (!named.empty()) takeMesh(named, files);
     else findMeshBesideInput(files);
     while (files.mesh.empty()) takeMesh(ASK(" Please enter the SMS .2dm file -> "), files);
     REPORT("SMS .2dm Mesh File is " + files.mesh);
     REPORT("SMS data file is " + files.input);
+}
+
+void READ_MESH(const std::string& name, Mesh& mesh) {
+    const int file = OPEN_FILE(name, "I ", "2dm");
+    SCAN_2DM(file, mesh);
+    SIZE_MESH_TABLES(mesh);
+    READ_2DM(file, OPTIONS().removedParts, mesh);
+    REPORT("Finished with .2dm file, closing...");
+    CLOSE_FILE(file);
 }

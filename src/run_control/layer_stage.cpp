@@ -1,5 +1,6 @@
 #include "run_control/layer_stage.h"
 
+#include "inputs/difference.h"
 #include "run_control/grid_choice.h"
 #include "services/console.h"
 #include "text_utils/text.h"
@@ -79,7 +80,9 @@ public:
 
     void take(const Results& results, OutputLabel label) override {
         if (options_.grid) label.gridSize = options_.gridSpacing;
-        WRITE_RESULTS_LAYER(run_, results, OUTPUT_NAME(label, format_.files));
+        const bool classes = results.parts != nullptr && options_.region;
+        WRITE_RESULTS_LAYER(run_, results,
+                            OUTPUT_NAME(label, format_.files, classes ? CLASS_ENDING : std::string_view{}));
     }
 
     void takeMesh(const Mesh& mesh, OutputLabel label) override {

@@ -37,3 +37,18 @@ bool MATCH_RESULTS_TO_MESH(const Mesh& mesh, std::int32_t values, std::int32_t f
     REPORT("Allocating number of nodes based on cell centered output.");
     return true;
 }
+
+std::vector<bool> MATCH_SOURCE_TO_MESH(const ResultsSource& source, const Mesh& mesh) {
+    std::vector<bool> cellCentred;
+    const Dataset* last = nullptr;
+    for (const Dataset& dataset : source.datasets()) {
+        if (last != nullptr && last->values == dataset.values && last->flags == dataset.flags) {
+            cellCentred.push_back(cellCentred.back());
+            continue;
+        }
+        if (!dataset.path.empty()) REPORT("Comparing counts of dataset " + dataset.path + " with the mesh...");
+        cellCentred.push_back(MATCH_RESULTS_TO_MESH(mesh, dataset.values, dataset.flags, source.kind()));
+        last = &dataset;
+    }
+    return cellCentred;
+}

@@ -59,10 +59,24 @@ std::string componentTag(const RunOptions& options) {
     return (options.va || options.vdir) && !options.vector ? "_Vdir" : "";
 }
 
-bool inUse(const std::string& name, const std::vector<std::string_view>& extensions) {
-    for (const std::string_view extension : extensions)
-        if (NAME_IN_USE(name + std::string(extension))) return true;
+bool inUse(const std::string& name, const std::vector<std::string_view>& extensions, std::string_view beside) {
+    for (const std::string_view extension : extensions) {
+        const std::string ending(extension);
+        if (NAME_IN_USE(name + ending) || (!beside.empty() && NAME_IN_USE(name + std::string(beside) + ending)))
+            return true;
+    }
     return false;
+}
+
+/// Two names in one can be longer than either.
+void checkLength(const std::string& name, const std::vector<std::string_view>& extensions, std::string_view beside) {
+    constexpr std::size_t LONGEST_FILE_NAME = 255;  // bytes without the folder, on every usual file system
+    std::size_t longest = 0;
+    for (const std::string_view extension : extensions) longest = std::max(longest, extension.size());
+    const std::size_t length = FILENAMEEXT(name).size() + beside.size() + longest;
+    if (length > LONGEST_FILE_NAME)
+        STOP_RUN("ERROR - The name of the output is longer than the " + AINTEGER(LONGEST_FILE_NAME) +
+                 " characters of file names; -out gives it another: " + name);
 }
 
 }  // namespace
@@ -110,7 +124,8 @@ void IGNORE_OUTPUT_NAME() {
     DROP_OUTPUT_NAME();
 }
 
-std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions) {
+std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions,
+                        std::string_view beside) {
     const RunOptions& options = OPTIONS();
     std::string name;
     if (options.outputNameGiven) {
@@ -121,9 +136,10 @@ std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_
         if (label.vector) name += componentTag(options);
         if (label.gridSize > 0.0 && !options.suppressGridSize) name += GRID_TAG(label.gridSize);
     }
-    if (!inUse(name, extensions)) return name;
+    checkLength(name, extensions, beside);
+    if (!inUse(name, extensions, beside)) return name;
     std::string free;
-    for (int copy = 2; free.empty() || inUse(free, extensions); ++copy) free = name + "_" + AINTEGER(copy);
+    for (int copy = 2; free.empty() || inUse(free, extensions, beside); ++copy) free = name + "_" + AINTEGER(copy);
     const std::string extension(extensions.empty() ? std::string_view{} : extensions.front());
     DMESSAGE("WARNING - " + name + extension + " has been read or written by this run; writing " + free + extension +
              " instead.");

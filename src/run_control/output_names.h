@@ -16,6 +16,7 @@ struct OutputLabel {
     OutputTime time;
     int timeDecimals = 2;   ///< of NAME_DECIMALS
     std::string run;        ///< the base of outputs that hold several datasets
+    std::string ending;     ///< behind base and tag, and behind run, of a difference: "_minus_base_h"
     std::string quantity;   ///< "Water Level", blank when unknown: names the times of its maximum
     bool vector = false;    ///< component switches name a component of vector results only
     double gridSize = 0.0;  ///< cell size of a grid output, 0 for none
@@ -42,5 +43,7 @@ void IGNORE_OUTPUT_NAME();
 
 /// The output's name without its extension. `extensions` are all the files that the output will write under it (".flt",
 /// ".hdr", ".prj"): when the run has already read or written one of them, "_2", "_3" ... is added with a WARNING. With
-/// -out in force the name is that name.
-std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions);
+/// -out in force the name is that name. beside: ending of a second output of the same files, which the name must be
+/// free for as well; blank for none. A name that is longer than file systems take stops the run.
+std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions,
+                        std::string_view beside = {});

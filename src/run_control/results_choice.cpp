@@ -35,8 +35,9 @@ TimeChoice TIME_CHOICE(const RunOptions& options) {
     return choice;
 }
 
-std::string CHOOSE_XMDF_TYPE(const RunOptions& options) {
-    std::string type = wantedType(options);
+std::string CHOOSE_XMDF_TYPE(const RunOptions& options, const std::string& quantity) {
+    const bool takenOver = !quantity.empty() && !options.typeGiven && choosesByType(options);
+    std::string type = takenOver ? quantity : wantedType(options);
     if (options.allTypes) REPORT("Using \"All\" data type for xmdf input.");
     if (!choosesByType(options)) return type;
     REPORT("Using \"" + type + "\" data type for xmdf input.");
@@ -45,6 +46,7 @@ std::string CHOOSE_XMDF_TYPE(const RunOptions& options) {
 }
 
 void REPORT_CUTOFF(const RunOptions& options, std::string_view quantity) {
+    if (options.difference) return;
     if (GIVEN(options, Family::Layer) && (IS_WATER_LEVEL(quantity) || IS_DEPTH(quantity)))
         REPORT("Cutoff depth of " + AREAL(options.cutoffDepth) + " m or ft is to be used for -mif or -shp output.");
 }

@@ -4,6 +4,7 @@
 #include "inputs/coordinate_decimals.h"
 #include "inputs/mesh_degrees.h"
 #include "profiles/line_layer.h"
+#include "raster/grid_plan.h"
 #include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -27,6 +28,7 @@ void checkLayer(const std::string& file, const std::string& what, const std::str
 /// "t020.00" is shown as 20.00, an extreme by its own name.
 TimeText timeText(const OutputLabel& label, bool seconds) {
     TimeText text;
+    if (!label.timed) return {"change", ""};  // of a bed
     text.tag = text.shown = TIME_TAG(label, seconds);
     if (!label.time.ordinary()) return text;
     text.shown.erase(0, 1);
@@ -85,7 +87,7 @@ void SampleStage::beginDataset(const Results& results, const OutputLabel& label)
     endDataset();
     datasets_.insert(label.base);
     DatasetFacts facts;
-    facts.kind = results.cellCentred ? PlanKind::Cells : PlanKind::Nodes;
+    facts.kind = PLAN_KIND(results.cellCentred, results.cornersOnly);
     facts.vector = results.vector;
     facts.quantity = results.quantity;
     facts.times = options_.allTimes ? results.times.size() : 1;

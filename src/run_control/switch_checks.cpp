@@ -136,6 +136,18 @@ void checkTemplateGrid(RunOptions& o) {
     }
 }
 
+void checkDifference(RunOptions& o) {
+    stopIf(o.difference && TRIMMED(o.secondInput).empty(), "ERROR - No file specified after -dif.");
+    if (!o.difference && !o.secondMesh.empty()) {
+        DMESSAGE("WARNING - A second mesh (-mesh2) belongs to a second input (-dif), -mesh2 ignored.");
+        o.secondMesh.clear();
+    }
+    if (o.difference && !o.recordedField.empty()) {
+        DMESSAGE("WARNING - A difference (-dif) is not compared with recorded values, -obs ignored.");
+        o.recordedField.clear();
+    }
+}
+
 }  // namespace
 
 void CHECK_SWITCHES() {
@@ -153,4 +165,5 @@ void CHECK_SWITCHES() {
     checkRegions(options);
     checkComponents(options);
     checkTemplateGrid(options);
+    checkDifference(options);
 }

@@ -216,7 +216,12 @@ void setOutputName(RunOptions& options, const SwitchArgument& given) {
                  options.outputName + "result");
 }
 
-constexpr bool NEXT = true;
+void takeSecondInput(RunOptions& options, const SwitchArgument& given) {
+    options.difference = true;
+    options.secondInput = given.next;
+}
+
+constexpr bool NEXT = true, WHOLE_WORD = true;
 using O = RunOptions;
 
 constexpr Switch TABLE[] = {
@@ -270,13 +275,15 @@ constexpr Switch TABLE[] = {
     {"prjwarn", set<&O::projectionWarning>},
     {"no1d", set<&O::no1d>},
     {"obs", setRecordedField},
+    {"dif", takeSecondInput, NEXT, WHOLE_WORD},
+    {"mesh2", takeName<&O::secondMesh>, NEXT},
 };
 
 }  // namespace
 
 std::optional<Switch> FIND_SWITCH(std::string_view text) {
     for (const Switch& row : TABLE)
-        if (BEGINS_WITH(text, row.keyword)) return row;
+        if (row.wholeWord ? ASAME(text, row.keyword) : BEGINS_WITH(text, row.keyword)) return row;
     for (const OutputFormat& format : OUTPUT_FORMATS())
         if (BEGINS_WITH(text, format.keyword)) return Switch{format.keyword, addOutput};
     return {};

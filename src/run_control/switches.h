@@ -21,6 +21,7 @@ struct Switch {
     void (*apply)(RunOptions&, const SwitchArgument&);  ///< may stop the run
     /// the following argument is its value, whatever that begins with
     bool takesNext = false;
+    bool wholeWord = false;  ///< the text is the keyword and nothing more: a path may begin with "/dif"
 };
 
 /// The first row whose keyword the text (without its dash) begins with; the output formats without a row of their own

@@ -56,6 +56,9 @@ struct RunOptions {
     std::string inputFile;
     bool inputIsMesh = false;      ///< its extension is .2dm
     std::string meshFile;          ///< -2dm
+    bool difference = false;       ///< -dif
+    std::string secondInput;       ///< behind -dif: what is taken from the input
+    std::string secondMesh;        ///< -mesh2: of the second input
     bool outputNameGiven = false;  ///< -out
     std::string outputName;
     bool suppressGridSize = false;  ///< -sgs

@@ -9,17 +9,42 @@
 
 namespace {
 
-/// A component as a scalar; missing where either component is.
-void takeComponent(const Results& vectors, const std::vector<float>& component, Results& scalars) {
-    scalars.x.assign(component.size(), NO_VALUE);
-    for (std::size_t i = 1; i < component.size(); ++i)
-        if (!IS_MISSING(vectors.x[i]) && !IS_MISSING(vectors.y[i])) scalars.x[i] = component[i];
+/// A component as a scalar, with the flags; missing where either component is.
+void takeComponent(const Results& vectors, std::vector<float> Results::*component, Results& scalars) {
+    scalars.nodes = vectors.nodes;
+    scalars.cells = vectors.cells;
+    scalars.cellCentred = vectors.cellCentred;
+    scalars.wet = vectors.wet;
+    const std::vector<float>& values = vectors.*component;
+    scalars.x.assign(values.size(), NO_VALUE);
+    for (std::size_t i = 1; i < values.size(); ++i)
+        if (!IS_MISSING(vectors.x[i]) && !IS_MISSING(vectors.y[i])) scalars.x[i] = values[i];
 }
 
 /// Hands the values of the finished grid over; the grid gets back the memory of those they replace.
 void handOver(Grid& grid, std::vector<float>& values) {
     values.resize(grid.values.size());
     values.swap(grid.values);
+}
+
+void gridScalar(GriddedValues& gridded, const Mesh& mesh, const Results& results, std::vector<float>& values) {
+    if (results.parts == nullptr) GRID_RESULTS(gridded.run, mesh, results, {});
+    else gridded.changes = GRID_DIFFERENCE(gridded.run, gridded.was, mesh, *results.parts, {});
+    handOver(gridded.run.grid, values);
+}
+
+/// sides: room for the component on both sides of a difference.
+void gridComponent(GriddedValues& gridded, const Mesh& mesh, const Results& results,
+                   std::vector<float> Results::*component, DifferenceParts& sides, std::vector<float>& values) {
+    if (results.parts == nullptr) {
+        takeComponent(results, component, gridded.scalars);
+    } else {
+        takeComponent(results.parts->now, component, sides.now);
+        takeComponent(results.parts->was, component, sides.was);
+        gridded.scalars.parts = &sides;
+    }
+    gridScalar(gridded, mesh, gridded.scalars, values);
+    gridded.scalars.parts = nullptr;
 }
 
 }  // namespace
@@ -33,21 +58,10 @@ GriddedValues START_GRIDDED(const Grid& header, const ResultsKind& kind) {
 }
 
 void GRID_VALUES(GriddedValues& gridded, const Mesh& mesh, const Results& results) {
-    if (!results.vector) {
-        GRID_RESULTS(gridded.run, mesh, results, {});
-        return handOver(gridded.run.grid, gridded.x);
-    }
-    Results& scalars = gridded.scalars;
-    scalars.nodes = results.nodes;
-    scalars.cells = results.cells;
-    scalars.cellCentred = results.cellCentred;
-    scalars.wet = results.wet;
-    takeComponent(results, results.x, scalars);
-    GRID_RESULTS(gridded.run, mesh, scalars, {});
-    handOver(gridded.run.grid, gridded.x);
-    takeComponent(results, results.y, scalars);
-    GRID_RESULTS(gridded.run, mesh, scalars, {});
-    handOver(gridded.run.grid, gridded.y);
+    if (!results.vector) return gridScalar(gridded, mesh, results, gridded.x);
+    DifferenceParts sides;
+    gridComponent(gridded, mesh, results, &Results::x, sides, gridded.x);
+    gridComponent(gridded, mesh, results, &Results::y, sides, gridded.y);
 }
 
 void GRID_BED(GriddedValues& gridded, const Mesh& mesh, const Results& results) {

@@ -3,7 +3,7 @@
 
 #include "inputs/mesh.h"
 #include "inputs/results.h"
-#include "raster/mesh_to_grid.h"
+#include "raster/grid_difference.h"
 
 #include <vector>
 
@@ -15,14 +15,16 @@ struct GriddedValues {
     bool bedOfOneTime = false;  ///< the bed belongs to this output time only
     /// material of the cell under the point (of touching cells the largest); empty when nobody asks
     std::vector<float> materials;
-    Results scalars;  ///< one component as a scalar result, and its flags
+    Results scalars;      ///< one component as a scalar result, and its flags
+    GridWas was;          ///< of a difference
+    GridChanges changes;  ///< of the difference in x
 };
 
 /// The components of vectors are interpolated one by one: the magnitude of what comes out is not the interpolated
 /// magnitude. header: corner, cell size and counts. kind: of the results to come.
 GriddedValues START_GRIDDED(const Grid& header, const ResultsKind& kind);
 
-/// Fills x and y from one output time.
+/// Fills x and y from one output time; of a difference with those of each side, one less the other.
 void GRID_VALUES(GriddedValues& gridded, const Mesh& mesh, const Results& results);
 
 /// Fills `bed` with the bed under the output time that GRID_VALUES has just gridded, over the same nodes, so that a

@@ -1,6 +1,7 @@
 #include "vector_outputs/item_source.h"
 
 #include "geometry/no_value.h"
+#include "inputs/wet_mesh.h"
 #include "vector_outputs/cell_shape.h"
 
 #include <cstddef>
@@ -11,18 +12,9 @@ constexpr std::size_t CENTRE_SLOT = 8;
 
 std::size_t place(std::int32_t id) { return static_cast<std::size_t>(id); }
 
-/// Value of a cell: its own, its centre node's, or the mean of its corners, missing when one of them is.
+/// Value of a cell: its own, or that of its nodes.
 float cellValue(const ItemSource& source, std::span<const float> values, const MeshElement& element, std::size_t id) {
-    if (source.cellValues) return values[id];
-    if (element.shape == 9) return values[place(element.nodes[CENTRE_SLOT])];
-    const std::size_t corners = element.shape == 3 ? 3 : 4;
-    double sum = 0.0;
-    for (std::size_t i = 0; i < corners; ++i) {
-        const float value = values[place(element.nodes[i])];
-        if (IS_MISSING(value)) return NO_VALUE;
-        sum += static_cast<double>(value);
-    }
-    return static_cast<float>(sum / static_cast<double>(corners));
+    return source.cellValues ? values[id] : CELL_VALUE(values, element);
 }
 
 double cellElevation(const Mesh& mesh, const MeshElement& element) {
@@ -121,8 +113,6 @@ bool takes(const ItemSource& source, std::size_t candidate, MapItem& item) {
     return false;
 }
 
-bool takesPart(const MeshElement& element) { return element.shape != 0 && !element.removed; }
-
 template <typename Visit>
 void forEachNode(const MeshElement& element, Visit visit) {
     for (std::size_t slot = 0; slot < static_cast<std::size_t>(element.shape); ++slot)
@@ -130,6 +120,18 @@ void forEachNode(const MeshElement& element, Visit visit) {
 }
 
 }  // namespace
+
+float CELL_VALUE(std::span<const float> nodeValues, const MeshElement& element) {
+    if (element.shape == 9) return nodeValues[place(element.nodes[CENTRE_SLOT])];
+    const std::size_t corners = element.shape == 3 ? 3 : 4;
+    double sum = 0.0;
+    for (std::size_t i = 0; i < corners; ++i) {
+        const float value = nodeValues[place(element.nodes[i])];
+        if (IS_MISSING(value)) return NO_VALUE;
+        sum += static_cast<double>(value);
+    }
+    return static_cast<float>(sum / static_cast<double>(corners));
+}
 
 std::size_t CANDIDATES(const ItemSource& source) {
     return source.kind.items == ItemKind::GridCell ? source.x.size() : source.chosen.size();
@@ -142,29 +144,9 @@ bool NEXT_ITEM(ItemSource& source, MapItem& item) {
     return false;
 }
 
-std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet) {
-    std::vector<std::uint8_t> cells(mesh.elements.size(), 0);
-    for (std::size_t id = 1; id < cells.size(); ++id)
-        cells[id] =
-            takesPart(mesh.elements[id]) && (wet.empty() || wet[id] != 0) && (mesh.oneD.empty() || mesh.oneD[id] == 0)
-                ? 1
-                : 0;
-    return cells;
-}
-
-std::vector<std::uint8_t> WET_NODES(const Mesh& mesh, std::span<const std::uint8_t> wet) {
-    std::vector<std::uint8_t> nodes(mesh.nodes.size(), 0);
-    for (std::size_t id = 1; id < mesh.elements.size(); ++id) {
-        const MeshElement& element = mesh.elements[id];
-        if (takesPart(element) && (wet.empty() || wet[id] != 0))
-            forEachNode(element, [&](std::size_t node) { nodes[node] = 1; });
-    }
-    return nodes;
-}
-
 std::vector<std::int32_t> NODE_MATERIALS(const Mesh& mesh) {
     std::vector<std::int32_t> materials(mesh.nodes.size(), 0);
     for (const MeshElement& element : mesh.elements)
-        if (takesPart(element)) forEachNode(element, [&](std::size_t node) { materials[node] = element.material; });
+        if (TAKES_PART(element)) forEachNode(element, [&](std::size_t node) { materials[node] = element.material; });
     return materials;
 }

@@ -44,11 +44,14 @@ std::size_t CANDIDATES(const ItemSource& source);
 /// cell's point stands, its centre node where it has one.
 bool NEXT_ITEM(ItemSource& source, MapItem& item);
 
-/// Per cell, numbered from 1: 1 for a 2D cell that is wet, takes part in outputs and is not removed.
-/// wet: flags per cell, numbered from 1; empty when all are wet.
-std::vector<std::uint8_t> WET_CELLS(const Mesh& mesh, std::span<const std::uint8_t> wet);
-/// Per node, numbered from 1: 1 for a node that a wet element uses, 1D triangles included.
-std::vector<std::uint8_t> WET_NODES(const Mesh& mesh, std::span<const std::uint8_t> wet);
+/// The scalar of an item, or the magnitude of its vector.
+inline float SHOWN_VALUE(const ItemSource& source, const MapItem& item) {
+    return static_cast<float>(item[source.kind.content == LayerContent::Vector ? Column::Magnitude : Column::Value]);
+}
+
+/// What a cell shows of values at nodes, numbered from 1: its centre node's, else the mean of its corners; NO_VALUE
+/// when one of them is missing.
+float CELL_VALUE(std::span<const float> nodeValues, const MeshElement& element);
 /// Per node, numbered from 1: the material of the last element in numbering order that uses it and is not removed; 0
 /// for none.
 std::vector<std::int32_t> NODE_MATERIALS(const Mesh& mesh);

@@ -86,7 +86,10 @@ void reportCounts(const LayerJob& job, const LayerCounts& counts) {
 }  // namespace
 
 void WRITE_LAYER(LayerJob& job) {
-    forEachObject(job, [&job](const MapItem& item, const GisObject&) { NOTE_RECORD(job.record, item); });
+    forEachObject(job, [&job](const MapItem& item, const GisObject&) {
+        NOTE_RECORD(job.record, item);
+        if (job.written != nullptr) job.written->push_back(SHOWN_VALUE(job.source, item));
+    });
     BEGIN_OUTPUT(job.name);
     const std::int32_t layer = openLayer(job);
     std::string line;

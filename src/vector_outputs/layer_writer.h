@@ -6,14 +6,16 @@
 #include "vector_outputs/record_columns.h"
 
 #include <string>
+#include <vector>
 
 /// What is written and how. Filled by the run's vector outputs.
 struct LayerJob {
     std::string name;  ///< with its extension, .mif or .shp
     ItemSource source;
     RecordColumns record;
-    ArrowRules arrows;  ///< of a layer of arrows
-    double step = 0.0;  ///< what the file keeps coordinates to, map units; 0: as they are
+    ArrowRules arrows;                      ///< of a layer of arrows
+    double step = 0.0;                      ///< what the file keeps coordinates to, map units; 0: as they are
+    std::vector<float>* written = nullptr;  ///< of a difference: takes the values, of vectors the magnitudes
 };
 
 /// Writes the layer and reports the number of its objects. Polygons that would not be valid are left out with one

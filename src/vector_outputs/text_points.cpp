@@ -19,8 +19,8 @@ std::string headerRow(const RecordColumns& record) {
 
 }  // namespace
 
-void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const RecordColumns& record,
-                       int coordinateDecimals) {
+void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const RecordColumns& record, int coordinateDecimals,
+                       std::vector<float>* written) {
     REPORT("Writing " + name + "...");
     BEGIN_OUTPUT(name);
     const int file = OPEN_FILE(name, "O ", "txt");
@@ -39,6 +39,7 @@ void WRITE_TEXT_POINTS(const std::string& name, ItemSource& source, const Record
             ADD_COLUMN(line, record, item, record.columns[i].column);
         line += '\n';
         WRITE_OR_STOP(file, line);
+        if (written != nullptr) written->push_back(SHOWN_VALUE(source, item));
         ++rows;
         progress.show(static_cast<std::int64_t>(source.next));
     }

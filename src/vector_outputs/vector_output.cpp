@@ -2,19 +2,23 @@
 
 #include "gis/layers.h"
 #include "inputs/coordinate_decimals.h"
+#include "inputs/difference_report.h"
 #include "inputs/one_d_triangles.h"
 #include "inputs/output_types.h"
+#include "inputs/wet_mesh.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/output_time.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
+#include "vector_outputs/cell_difference.h"
 #include "vector_outputs/layer_writer.h"
 #include "vector_outputs/text_points.h"
 
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -33,13 +37,13 @@ LayerKind layerOf(const VectorRun& run, const Results& results) {
                  : results.cellCentred || run.choice.regions ? ItemKind::Cell
                                                              : ItemKind::Node;
     kind.drawnAs = run.choice.arrows ? DrawnAs::Arrow : run.choice.regions ? DrawnAs::Region : DrawnAs::Point;
-    kind.waterLevel = !results.vector && IS_WATER_LEVEL(results.quantity);
+    kind.waterLevel = !results.vector && results.parts == nullptr && IS_WATER_LEVEL(results.quantity);
     return kind;
 }
 
 Cutoff cutoffOf(const VectorRun& run, const Results& results) {
     Cutoff cutoff;
-    if (run.choice.text || results.vector) return cutoff;
+    if (run.choice.text || results.vector || results.parts != nullptr) return cutoff;
     if (IS_WATER_LEVEL(results.quantity)) cutoff.of = Cutoff::Of::WaterLevel;
     if (IS_DEPTH(results.quantity)) cutoff.of = Cutoff::Of::Depth;
     cutoff.depth = run.choice.cutoffDepth;
@@ -88,10 +92,56 @@ void write(const VectorRun& run, LayerJob& job, const std::string& valueName, co
         choice.text ? textColumns(kind, choice.shown) : LAYER_COLUMNS(kind, choice.shown);
     job.record = RECORD_COLUMNS(columns, choice.format, valueName, grid ? grid->nrows : 0, grid ? grid->ncols : 0);
     job.name = base + choice.extension;
-    if (choice.text) return WRITE_TEXT_POINTS(job.name, job.source, job.record, run.coordinateDecimals);
+    if (choice.text) return WRITE_TEXT_POINTS(job.name, job.source, job.record, run.coordinateDecimals, job.written);
     job.arrows = run.arrows;
     job.step = choice.coordinateStep;
     WRITE_LAYER(job);
+}
+
+/// One layer. written: takes the values of a difference; nullptr when nobody asks.
+void writeResults(VectorRun& run, const Results& results, const std::string& base, std::vector<float>* written) {
+    LayerJob job;
+    job.written = written;
+    ItemSource& source = job.source;
+    source.mesh = run.mesh;
+    source.kind = layerOf(run, results);
+    source.cutoff = cutoffOf(run, results);
+    source.axes = TURNED_AXES(run.choice.shown.slantAngle);
+    source.time = SHOWN_TIME(results.time, run.choice.seconds);
+    std::vector<std::uint8_t> chosen;
+    if (run.gridded) {
+        gridResults(run, results, source.kind, source);
+    } else {
+        chosen =
+            chosenOf(run, source.kind.items,
+                     results.cells > 0 ? std::span<const std::uint8_t>(results.wet) : std::span<const std::uint8_t>{});
+        source.cellValues = results.cellCentred;
+        source.x = results.x;
+        if (results.vector) source.y = results.y;
+        source.nodeMaterials = run.nodeMaterials;
+        source.chosen = chosen;
+    }
+    write(run, job, results.quantity, base);
+}
+
+/// The layer, and what there is to say of its values.
+void writeDifference(VectorRun& run, const Results& results, const std::string& base) {
+    std::vector<float> written;
+    writeResults(run, results, base, &written);
+    ChangedAreas areas = CHANGED_AREAS(*run.mesh, *results.parts);
+    if (run.gridded) {
+        const double cellArea = run.grid.run.grid.cellSize * run.grid.run.grid.cellSize;
+        areas.nowWet = static_cast<double>(run.grid.changes.nowWet) * cellArea;
+        areas.nowDry = static_cast<double>(run.grid.changes.nowDry) * cellArea;
+    }
+    REPORT_DIFFERENCE(written, areas);
+}
+
+/// Regions by their class, in whole numbers.
+void writeClasses(VectorRun& run, const Results& classes, const std::string& base) {
+    const RealFormat format = std::exchange(run.choice.format, {run.choice.format.width, 0});
+    writeResults(run, classes, base, nullptr);
+    run.choice.format = format;
 }
 
 }  // namespace
@@ -122,29 +172,13 @@ VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, const Resul
 void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::string& base) {
     if (run.choice.arrows && !results.vector)
         return DMESSAGE("WARNING - " + results.quantity + " holds no vectors, no arrows are written.");
-    if (run.choice.regions && !results.cellCentred && !run.mesh->highResolution)
+    if (run.choice.regions && !results.cellCentred && !results.cornersOnly && !run.mesh->highResolution)
         STOP_RUN("ERROR - -region requires High Resolution or cell centred results.");
-    LayerJob job;
-    ItemSource& source = job.source;
-    source.mesh = run.mesh;
-    source.kind = layerOf(run, results);
-    source.cutoff = cutoffOf(run, results);
-    source.axes = TURNED_AXES(run.choice.shown.slantAngle);
-    source.time = SHOWN_TIME(results.time, run.choice.seconds);
-    std::vector<std::uint8_t> chosen;
-    if (run.gridded) {
-        gridResults(run, results, source.kind, source);
-    } else {
-        chosen =
-            chosenOf(run, source.kind.items,
-                     results.cells > 0 ? std::span<const std::uint8_t>(results.wet) : std::span<const std::uint8_t>{});
-        source.cellValues = results.cellCentred;
-        source.x = results.x;
-        if (results.vector) source.y = results.y;
-        source.nodeMaterials = run.nodeMaterials;
-        source.chosen = chosen;
-    }
-    write(run, job, results.quantity, base);
+    if (results.parts == nullptr) return writeResults(run, results, base, nullptr);
+    if (!run.choice.regions) return writeDifference(run, results, base);
+    const DifferenceParts cells = CELL_PARTS(*run.mesh, *results.parts);
+    writeDifference(run, CELL_DIFFERENCE(*run.mesh, cells), base);
+    writeClasses(run, CLASS_RESULTS(*run.mesh, cells), base + std::string(CLASS_ENDING));
 }
 
 void WRITE_MESH_LAYER(VectorRun& run, const std::string& base) {

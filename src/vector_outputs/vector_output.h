@@ -30,7 +30,8 @@ VectorRun START_VECTOR_OUTPUTS(const Mesh& mesh, const Grid* header, const Resul
                                const LayerChoice& choice);
 
 /// Writes one dataset at one output time. base: the output's name without extension. A scalar dataset of a run with
-/// arrows is passed over with a WARNING. Regions of results that have no value at cell centres stop the run.
+/// arrows is passed over with a WARNING. Regions of results that have no value at cell centres stop the run. A
+/// difference has neither cutoff nor depths; its regions have their classes beside them, as <base>_class.
 void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::string& base);
 
 /// Writes the nodes, or as regions the cells, of the mesh alone, all counted as wet.

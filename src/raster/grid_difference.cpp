@@ -1,0 +1,107 @@
+#include "raster/grid_difference.h"
+
+#include "inputs/wet_mesh.h"
+#include "raster/grid_extent.h"
+#include "raster/grid_fill.h"
+#include "services/console.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <utility>
+
+namespace {
+
+bool lacks(const Results& results, std::size_t i) {
+    return IS_MISSING(results.x[i]) || (results.vector && IS_MISSING(results.y[i]));
+}
+
+/// True when a wet element has no value somewhere. Most files keep that for dry ones, and one look at the values tells.
+bool hasHoles(const Mesh& mesh, const Results& results) {
+    bool missing = false;
+    for (std::size_t i = 1; i < results.x.size() && !missing; ++i) missing = lacks(results, i);
+    for (std::size_t id = 1; id < mesh.elements.size() && missing; ++id) {
+        const MeshElement& element = mesh.elements[id];
+        if (!TAKES_PART(element) || (results.cells > 0 && results.wet[id] == 0)) continue;
+        if (results.cellCentred && lacks(results, id)) return true;
+        for (std::size_t slot = 0; slot < static_cast<std::size_t>(element.shape) && !results.cellCentred; ++slot)
+            if (lacks(results, static_cast<std::size_t>(element.nodes[slot]))) return true;
+    }
+    return false;
+}
+
+/// The cells under the elements: all that take part, or the wet ones.
+std::vector<std::uint8_t> covered(GridRun& run, const Mesh& mesh, std::span<const std::uint8_t> wet) {
+    Grid cover = run.grid;
+    run.scalars.assign(std::max(mesh.nodes.size(), mesh.elements.size()), 0.0F);
+    FILL_GRID(run.plan, mesh, {run.scalars, wet, {}, false}, cover);
+    std::vector<std::uint8_t> cells(cover.values.size());
+    std::transform(cover.values.begin(), cover.values.end(), cells.begin(),
+                   [](float value) { return value == 0.0F ? std::uint8_t{1} : std::uint8_t{0}; });
+    return cells;
+}
+
+/// Grids one side, and finds out where it is dry.
+void gridSide(GridRun& run, const Mesh& mesh, const Results& results, const VectorChoice& choice, bool ownMesh,
+              GridWetness& wetness) {
+    GRID_RESULTS(run, mesh, results, choice);
+    if (ownMesh && wetness.inside.empty()) wetness.inside = covered(run, mesh, {});
+    wetness.holes.clear();
+    if (!hasHoles(mesh, results)) return;
+    wetness.holes = covered(
+        run, mesh, results.cells > 0 ? std::span<const std::uint8_t>(results.wet) : std::span<const std::uint8_t>{});
+}
+
+Wetness wetnessAt(const GridWetness& side, std::size_t cell, float value) {
+    if (!IS_MISSING(value)) return Wetness::Wet;
+    if (!side.inside.empty() && side.inside[cell] == 0) return Wetness::Outside;
+    return !side.holes.empty() && side.holes[cell] != 0 ? Wetness::Unknown : Wetness::Dry;
+}
+
+/// now becomes the difference, was the classes.
+GridChanges subtract(std::vector<float>& now, std::vector<float>& was, const GridWas& sides, bool dryIsZero,
+                     bool directions) {
+    GridChanges changes;
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        const bool nowMissing = IS_MISSING(now[i]), wasMissing = IS_MISSING(was[i]);
+        if (!nowMissing && !wasMissing) {
+            now[i] = directions ? TURN_OF(now[i], was[i]) : now[i] - was[i];
+            was[i] = WET_IN_BOTH;
+        } else if (nowMissing && wasMissing) {
+            now[i] = was[i] = NO_VALUE;
+        } else {
+            const Wetness nowWetness = wetnessAt(sides.now, i, now[i]), wasWetness = wetnessAt(sides.was, i, was[i]);
+            now[i] = DIFFERENCE_OF(now[i], nowWetness, was[i], wasWetness, dryIsZero);
+            was[i] = CLASS_OF(nowWetness, wasWetness);
+            changes.nowWet += was[i] == NOW_WET ? 1 : 0;
+            changes.nowDry += was[i] == NOW_DRY ? 1 : 0;
+        }
+    }
+    return changes;
+}
+
+/// The grid of what was, and its plan where it needs one.
+void start(const GridRun& run, GridWas& was, const DifferenceParts& parts) {
+    const PlanKind kind = PLAN_KIND(parts.was.cellCentred, parts.was.cornersOnly);
+    was.planned = parts.wasMesh != nullptr || kind != run.plan.kind;
+    ResultsKind results;
+    results.vector = parts.was.vector;
+    results.severalTimes = true;
+    was.run = START_GRID(run.grid, kind, results);
+}
+
+}  // namespace
+
+GridChanges GRID_DIFFERENCE(GridRun& run, GridWas& was, const Mesh& mesh, const DifferenceParts& parts,
+                            const VectorChoice& choice) {
+    if (was.run.grid.values.empty()) start(run, was, parts);
+    const bool ownMesh = parts.wasMesh != nullptr;
+    GridRun& lays = was.planned ? was.run : run;
+    gridSide(lays, ownMesh ? *parts.wasMesh : mesh, parts.was, choice, ownMesh, was.was);
+    if (!was.planned) run.grid.values.swap(was.run.grid.values);
+    // What is now comes last, so that the run tells of it how its elements were laid.
+    gridSide(run, mesh, parts.now, choice, ownMesh, was.now);
+    REPORT("Taking the difference...");
+    const bool directions = parts.now.vector && choice.scalar == VectorScalar::Direction;
+    return subtract(run.grid.values, was.run.grid.values, was, parts.dryIsZero, directions);
+}

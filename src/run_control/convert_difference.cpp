@@ -1,0 +1,97 @@
+#include "run_control/convert_difference.h"
+
+#include "inputs/difference_source.h"
+#include "inputs/mesh_compare.h"
+#include "inputs/mesh_degrees.h"
+#include "platform/file_system.h"
+#include "raster/odd_quads.h"
+#include "run_control/convert_results.h"
+#include "run_control/mesh_match.h"
+#include "run_control/output_formats.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
+#include "services/options.h"
+#include "services/projection.h"
+#include "text_utils/paths.h"
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+bool sameFile(const std::string& a, const std::string& b) {
+    std::error_code error;  // a file that cannot be looked at is told when it is read
+    return std::filesystem::equivalent(PATH_OF(a), PATH_OF(b), error);
+}
+
+void findSecondMesh(InputFiles& was) {
+    const RunOptions& options = OPTIONS();
+    FIND_MESH_FILE(was, options.secondMesh.empty() ? options.meshFile : options.secondMesh);
+}
+
+/// Reads the second mesh and compares it with the first. True: they are one.
+bool isOneMesh(const BothSides& sides, const Mesh& mesh, bool degrees, Mesh& second) {
+    READ_MESH(sides.was.mesh, second);
+    const std::string contrast = MESH_CONTRAST(mesh, second, degrees ? SAME_POSITION_DEGREES : SAME_POSITION_METRES);
+    if (contrast.empty()) return true;
+    const std::string both = sides.now.mesh + " and " + sides.was.mesh + " are two meshes (" + contrast + ")";
+    if (!GIVEN(OPTIONS(), Family::Raster))
+        STOP_RUN("ERROR - " + both + "; only rasters can be taken as their difference (-dif).");
+    REPORT(both + ", each is laid on the grid by itself.");
+    REPORT_ODD_QUADS(second);
+    return false;
+}
+
+DifferenceRules rulesOf(const BothSides& sides, bool degrees) {
+    const RunOptions& options = OPTIONS();
+    DifferenceRules rules;
+    rules.pairs = {sides.now.input, sides.was.input, options.timeTolerance, options.seconds};
+    rules.nameEnding = "_minus_" + FILENAMEEXT(FILENAMEPATH(sides.was.input));
+    rules.nodeByNode = !GIVEN(options, Family::Raster);
+    rules.degrees = degrees;
+    return rules;
+}
+
+}  // namespace
+
+void FIND_SECOND_INPUT(BothSides& sides) {
+    const RunOptions& options = OPTIONS();
+    if (!options.difference) return;
+    const std::optional<std::string> found = FIND_FILE(options.secondInput);
+    if (!found) STOP_RUN("ERROR - File " + options.secondInput + " (-dif) does not exist.");
+    sides.was.input = *found;
+    FIND_INPUT_KIND(sides.was);
+    if ((sides.was.kind == InputKind::Mesh) != (sides.now.kind == InputKind::Mesh))
+        STOP_RUN("ERROR - A mesh and results have no difference (-dif): " + sides.now.input + ", " + sides.was.input +
+                 ".");
+}
+
+void IDENTIFY_SIDES(BothSides& sides) {
+    if (sides.was.input.empty()) {
+        sides.nowResults = IDENTIFY_RESULTS(sides.now);
+        return;
+    }
+    const bool datLast = sides.now.kind == InputKind::Xmdf && sides.was.kind == InputKind::Dat;
+    if (datLast) sides.wasResults = IDENTIFY_RESULTS(sides.was);
+    sides.nowResults = IDENTIFY_RESULTS(sides.now, &sides.wasResults);
+    if (!datLast) sides.wasResults = IDENTIFY_RESULTS(sides.was, &sides.nowResults);
+}
+
+void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, OutputStages& stages) {
+    std::unique_ptr<ResultsSource> now = OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh);
+    findSecondMesh(sides.was);
+    const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
+    Mesh second;
+    const bool sameName = sameFile(sides.now.mesh, sides.was.mesh);
+    const bool one = sameName || isOneMesh(sides, mesh, degrees, second);
+    std::unique_ptr<ResultsSource> was = OPEN_SOURCE(sides.was, std::move(sides.wasResults), sameName ? mesh : second);
+    if (one) second = {};
+    const Mesh& wasMesh = one ? mesh : second;
+    std::vector<bool> wasCellCentred = MATCH_SOURCE_TO_MESH(*was, wasMesh);
+    DifferenceSource source(std::move(now), std::move(was), std::move(wasCellCentred), mesh, one ? nullptr : &second,
+                            rulesOf(sides, degrees));
+    CONVERT_RESULTS(source, base, mesh, RESULTS_TO_FILL(), stages);
+}
