@@ -74,7 +74,7 @@ bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large) {
     if (file.bytes == 0) gisFormatCheck("gisWriteRecord-dbf");  // the header has not been written
     if (file.count >= MOST_RECORDS) stopAtMostRecords();
     if (file.bytes + recordBytes + 1 > MOST_FILE_BYTES)
-        gisStopAtFileLimit(layer, GETNAM(file.handle), "Use -mif or a coarser output.");
+        gisStopAtFileLimit(GETNAM(file.handle), "Use -mif or a coarser output.");
     char* record = layer.shp->blocks[DBF].room(static_cast<std::size_t>(recordBytes));
     if (record == nullptr) REPORT_PLACE(layer, DBF, LAST_FILE_ERROR(file.handle));
     // also what fills the fields

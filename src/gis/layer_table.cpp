@@ -71,12 +71,9 @@ bool gisHasBadCoordinate(const GisObject& o) {
     return false;
 }
 
-void gisStopAtFileLimit(GisLayer& layer, std::string_view file, std::string_view advice) {
-    DMESSAGE("ERROR - " + std::string(file) + " would pass " + std::to_string(MOST_FILE_BYTES) +
+void gisStopAtFileLimit(std::string_view file, std::string_view advice) {
+    STOP_RUN("ERROR - " + std::string(file) + " would pass " + std::to_string(MOST_FILE_BYTES) +
              " bytes, which GIS packages do not open.  " + std::string(advice));
-    REPORT("        It is complete up to the last object that fits.");
-    gisCloseLayer(layer.id);
-    EXITS();
 }
 
 void gisReportProjection(std::string_view extension, const std::string& name, std::string_view layers,

@@ -69,9 +69,8 @@ void gisReportTooManyVertices(std::string_view text, std::int64_t requested);
 void gisCheckParts(const GisLayer& layer, const GisObject& o);
 /// True when one of the object's coordinates is NaN or infinite.
 bool gisHasBadCoordinate(const GisObject& o);
-/// Completes and closes the layer, then stops: `file` would pass MOST_FILE_BYTES with what comes next. The caller has
-/// written nothing of the object or record that does not fit. advice: "Use -mif or a coarser output."
-[[noreturn]] void gisStopAtFileLimit(GisLayer& layer, std::string_view file, std::string_view advice);
+/// Stops the run: `file` would pass MOST_FILE_BYTES with what comes next. advice: "Use -mif or a coarser output."
+[[noreturn]] void gisStopAtFileLimit(std::string_view file, std::string_view advice);
 /// ERROR or, with GisProjection::differenceIsWarning, WARNING 0305: the input layer `name` lies in another projection
 /// than the run. extension: ".mif" or ".shp".
 void gisReportProjection(std::string_view extension, const std::string& name, std::string_view layers,

@@ -11,8 +11,8 @@
 //
 // What stops the run. A numbered ERROR, after saying which file and where; "Should not be here ..." when an operation
 // is called with a handle that is not open or that does not suit it; a file that the disk refuses. WARNINGs let the
-// operation go on. A layer is complete once gisCloseLayer has returned. No file passes MOST_FILE_BYTES: the layer is
-// completed and closed before it does, then the run stops.
+// operation go on. A layer is complete once gisCloseLayer has returned. No file passes MOST_FILE_BYTES: the run stops
+// before it does.
 #pragma once
 
 #include "gis/object.h"

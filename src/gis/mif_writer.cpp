@@ -112,7 +112,7 @@ void mifWriteObject(GisLayer& layer, const GisObject& o) {
     // The record of this object must fit as well, so that the pair is whole.
     const bool recordFits = layer.files[1].bytes + static_cast<std::int64_t>(LONGEST_LINE) <= MOST_FILE_BYTES;
     if (after > MOST_FILE_BYTES || !recordFits)
-        gisStopAtFileLimit(layer, GETNAM(layer.files[recordFits ? 0 : 1].handle), "Use -shp or a coarser output.");
+        gisStopAtFileLimit(GETNAM(layer.files[recordFits ? 0 : 1].handle), "Use -shp or a coarser output.");
     if (!WRITE_BYTES(file.handle, bytes))
         stopWriting(name + ": " + LAST_FILE_ERROR(file.handle) + ". The file is incomplete.");
     file.bytes = after;

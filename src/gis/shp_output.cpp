@@ -32,7 +32,8 @@ bool replaceHeader(const GisFile& file, std::string_view bytes) {
 }
 
 void writeCodePage(const std::string& base) {
-    const int file = OPEN_FILE(base + ".cpg", "O ", "cpg");
+    const int file = OPEN_COMPANION(base + ".cpg", "cpg");
+    if (file == 0) return;
     WRITE_OR_STOP(file, "1252");
     CLOSE_FILE(file);
 }

@@ -37,7 +37,7 @@ void stopBeforeLimit(GisLayer& layer, std::int64_t content) {
                                                 layer.shp->table.recordBytes + 1};  // the table's end byte too
     for (std::size_t place = 0; place < coming.size(); ++place)
         if (layer.files[place].bytes + coming[place] > MOST_FILE_BYTES)
-            gisStopAtFileLimit(layer, GETNAM(layer.files[place].handle), "Use -mif or a coarser output.");
+            gisStopAtFileLimit(GETNAM(layer.files[place].handle), "Use -mif or a coarser output.");
 }
 
 struct Box {

@@ -1,6 +1,7 @@
 // Files and folders by name. Names are UTF-8 on every system; on Windows they may be longer than 260 characters.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -20,8 +21,25 @@ enum class FileKind : std::uint8_t { Nothing, File, Folder };
 FileKind KIND_OF_FILE(std::string_view name);
 /// As std::fopen: null, with errno set, when the file cannot be opened.
 std::FILE* OPEN_STREAM(std::string_view name, const char* mode);
+/// The same for writing and reading back, of a file that must not exist yet. It can be removed while it is open.
+std::FILE* CREATE_STREAM(std::string_view name);
 /// Bytes of an open file; 0 of what has no length, such as a pipe.
 std::int64_t STREAM_LENGTH(std::FILE* stream);
+/// True of what is neither file nor folder: a pipe, a terminal, the null device.
+bool IS_DEVICE(std::string_view name);
+/// Where a link to a file leads, which need not exist; the name itself when it is none. Blank when that has no name of
+/// its own to put another file under: the files that a shell opened for this process.
+std::string LINK_TARGET(std::string_view name);
+/// Moves a file or a folder within its disk, over a file of that name. 0, else errno; EBUSY when another program holds
+/// one of them.
+int MOVE_FILE(std::string_view from, std::string_view to);
+/// Removes a file, or a folder with everything in it, when it is there. False when it stays.
+bool REMOVE_TREE(std::string_view name);
+/// Gives a file the permissions of another, where the disk knows any.
+void TAKE_OVER_PERMISSIONS(std::string_view from, std::string_view to);
+constexpr std::size_t SHORTEST_NAME_LIMIT = 140;  ///< bytes; every disk takes a name of these
+/// Bytes that a name in the folder can have (blank: the current one).
+std::size_t LONGEST_NAME_IN(const std::string& folder);
 /// Makes a folder and those above it that are missing. No error when it is there already.
 std::error_code MAKE_FOLDERS(std::string_view name);
 /// The names of what stands in a folder, in no order; none when it cannot be read.

@@ -1,8 +1,12 @@
 #include "platform/file_system.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 
 namespace fs = std::filesystem;
 
@@ -18,9 +22,65 @@ FileKind KIND_OF_FILE(std::string_view name) {
 
 std::FILE* OPEN_STREAM(std::string_view name, const char* mode) { return std::fopen(std::string(name).c_str(), mode); }
 
+std::FILE* CREATE_STREAM(std::string_view name) {
+    const int file = open(std::string(name).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (file < 0) return nullptr;
+    std::FILE* const stream = fdopen(file, "w+b");
+    if (stream != nullptr) return stream;
+    const int error = errno;
+    close(file);
+    unlink(std::string(name).c_str());
+    errno = error;
+    return nullptr;
+}
+
 std::int64_t STREAM_LENGTH(std::FILE* stream) {
     struct stat facts {};
     return fstat(fileno(stream), &facts) == 0 && S_ISREG(facts.st_mode) ? facts.st_size : 0;
+}
+
+bool IS_DEVICE(std::string_view name) {
+    std::error_code error;
+    const fs::file_status status = fs::status(name, error);
+    return !error && fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+}
+
+std::string LINK_TARGET(std::string_view name) {
+    constexpr int MOST_LINKS = 40;  // as the system; a longer chain is a ring, which opening it will tell
+    fs::path path = name;
+    for (int i = 0; i < MOST_LINKS; ++i) {
+        const std::string& text = path.native();
+        if (text.starts_with("/proc/") || text.starts_with("/dev/fd/")) return {};
+        std::error_code error;
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) return text;
+        path = path.parent_path() / target;
+    }
+    return std::string(name);
+}
+
+int MOVE_FILE(std::string_view from, std::string_view to) {
+    return std::rename(std::string(from).c_str(), std::string(to).c_str()) == 0 ? 0 : errno;
+}
+
+bool REMOVE_TREE(std::string_view name) {
+    const std::string path(name);
+    if (unlink(path.c_str()) == 0 || errno == ENOENT) return true;
+    std::error_code error;
+    fs::remove_all(path, error);
+    return !error;
+}
+
+void TAKE_OVER_PERMISSIONS(std::string_view from, std::string_view to) {
+    struct stat facts {};
+    // A disk that knows no permissions refuses, and needs none.
+    if (stat(std::string(from).c_str(), &facts) == 0 && chmod(std::string(to).c_str(), facts.st_mode & 07777U) != 0)
+        errno = 0;
+}
+
+std::size_t LONGEST_NAME_IN(const std::string& folder) {
+    const long longest = pathconf(folder.empty() ? "." : folder.c_str(), _PC_NAME_MAX);
+    return longest > 0 ? static_cast<std::size_t>(longest) : 255;
 }
 
 std::error_code MAKE_FOLDERS(std::string_view name) {

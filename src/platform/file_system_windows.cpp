@@ -1,10 +1,45 @@
 #include "platform/file_system.h"
 #include "platform/wide_text.h"
 
+#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
 #include <algorithm>
+#include <cerrno>
+
+namespace {
+
+/// errno for the system's reason.
+int reasonOf(DWORD reason) {
+    switch (reason) {
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION: return EBUSY;
+        case ERROR_ACCESS_DENIED: return EACCES;
+        case ERROR_WRITE_PROTECT: return EROFS;
+        case ERROR_DISK_FULL: return ENOSPC;
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND: return ENOENT;
+        case ERROR_FILE_EXISTS:
+        case ERROR_ALREADY_EXISTS: return EEXIST;
+        default: return EIO;
+    }
+}
+
+/// Where an existing file or folder really stands; blank when it cannot be opened.
+std::wstring finalName(std::string_view name) {
+    const HANDLE file =
+        CreateFileW(SYSTEM_NAME(name).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return {};
+    std::wstring final(32768, L'\0');
+    const DWORD length = GetFinalPathNameByHandleW(file, final.data(), static_cast<DWORD>(final.size()), 0);
+    CloseHandle(file);
+    final.resize(length < final.size() ? length : 0);
+    return final;
+}
+
+}  // namespace
 
 std::filesystem::path PATH_OF(std::string_view name) { return {WIDE_TEXT(name)}; }
 std::string NAME_OF(const std::filesystem::path& path) { return NARROW_TEXT(path.native()); }
@@ -19,7 +54,56 @@ std::FILE* OPEN_STREAM(std::string_view name, const char* mode) {
     return _wfopen(SYSTEM_NAME(name).c_str(), WIDE_TEXT(mode).c_str());
 }
 
+std::FILE* CREATE_STREAM(std::string_view name) {
+    const HANDLE file =
+        CreateFileW(SYSTEM_NAME(name).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                    FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        errno = reasonOf(GetLastError());
+        return nullptr;
+    }
+    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_RDWR | _O_BINARY);
+    std::FILE* const stream = descriptor >= 0 ? _fdopen(descriptor, "w+b") : nullptr;
+    if (stream == nullptr) CloseHandle(file);
+    return stream;
+}
+
 std::int64_t STREAM_LENGTH(std::FILE* stream) { return std::max<std::int64_t>(_filelengthi64(_fileno(stream)), 0); }
+
+bool IS_DEVICE(std::string_view name) {
+    const HANDLE file = CreateFileW(SYSTEM_NAME(name).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const bool device = GetFileType(file) != FILE_TYPE_DISK;
+    CloseHandle(file);
+    return device;
+}
+
+std::string LINK_TARGET(std::string_view name) {
+    const DWORD attributes = GetFileAttributesW(SYSTEM_NAME(name).c_str());
+    const bool link = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    const std::wstring target = link ? finalName(name) : std::wstring{};
+    return target.empty() ? std::string(name) : NARROW_TEXT(target);
+}
+
+int MOVE_FILE(std::string_view from, std::string_view to) {
+    constexpr DWORD HOW = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (MoveFileExW(SYSTEM_NAME(from).c_str(), SYSTEM_NAME(to).c_str(), HOW) != 0) return 0;
+    const DWORD reason = GetLastError();
+    // Over a file that another program holds, the system tells of a refused access.
+    const bool held = reason == ERROR_ACCESS_DENIED && KIND_OF_FILE(to) == FileKind::File;
+    return held ? EBUSY : reasonOf(reason);
+}
+
+bool REMOVE_TREE(std::string_view name) {
+    if (DeleteFileW(SYSTEM_NAME(name).c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND) return true;
+    std::error_code error;
+    std::filesystem::remove_all(PATH_OF(name), error);
+    return !error;
+}
+
+void TAKE_OVER_PERMISSIONS(std::string_view, std::string_view) {}  // those of the folder hold
+std::size_t LONGEST_NAME_IN(const std::string&) { return 255; }
 
 std::error_code MAKE_FOLDERS(std::string_view name) {
     const FileKind kind = KIND_OF_FILE(name);
@@ -48,23 +132,6 @@ std::vector<std::string> NAMES_IN_FOLDER(std::string_view folder) {
 }
 
 std::string ABSOLUTE_NAME(std::string_view name) { return NARROW_TEXT(FULL_NAME(WIDE_TEXT(name))); }
-
-namespace {
-
-/// Where an existing file or folder really stands; blank when it cannot be opened.
-std::wstring finalName(std::string_view name) {
-    const HANDLE file =
-        CreateFileW(SYSTEM_NAME(name).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return {};
-    std::wstring final(32768, L'\0');
-    const DWORD length = GetFinalPathNameByHandleW(file, final.data(), static_cast<DWORD>(final.size()), 0);
-    CloseHandle(file);
-    final.resize(length < final.size() ? length : 0);
-    return final;
-}
-
-}  // namespace
 
 std::string COMPARABLE_FILE_NAME(std::string_view name) {
     // What exists of the name is asked of the disk; what does not follows as it was given.

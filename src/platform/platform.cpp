@@ -29,7 +29,7 @@ bool isConsole(DWORD which) {
 
 bool INPUT_IS_TERMINAL() { return isConsole(STD_INPUT_HANDLE); }
 bool OUTPUT_IS_TERMINAL() { return isConsole(STD_OUTPUT_HANDLE); }
-void SURVIVE_CLOSED_PIPES() {}
+void SURVIVE_REFUSED_WRITES() {}
 bool HELD_BY_ANOTHER_PROGRAM(int) { return _doserrno == ERROR_SHARING_VIOLATION || _doserrno == ERROR_LOCK_VIOLATION; }
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return _fseeki64(file, offset, SEEK_SET) == 0; }
 std::int64_t TELL_64(std::FILE* file) { return _ftelli64(file); }
@@ -44,7 +44,10 @@ std::uint64_t AVAILABLE_MEMORY() {
 
 bool INPUT_IS_TERMINAL() { return isatty(STDIN_FILENO) != 0; }
 bool OUTPUT_IS_TERMINAL() { return isatty(STDOUT_FILENO) != 0; }
-void SURVIVE_CLOSED_PIPES() { std::signal(SIGPIPE, SIG_IGN); }
+void SURVIVE_REFUSED_WRITES() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 bool HELD_BY_ANOTHER_PROGRAM(int error) { return error == EBUSY || error == ETXTBSY; }
 bool SEEK_64(std::FILE* file, std::int64_t offset) { return fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0; }
 std::int64_t TELL_64(std::FILE* file) { return ftello(file); }

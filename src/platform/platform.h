@@ -9,9 +9,9 @@ bool INPUT_IS_TERMINAL();
 /// True when the standard output is a terminal, so that a progress count may overwrite itself.
 bool OUTPUT_IS_TERMINAL();
 
-/// A write to a pipe that nobody reads any more (output cut off by "head") fails as any other write does, instead of
-/// ending the process in the middle of an output file.
-void SURVIVE_CLOSED_PIPES();
+/// A write to a pipe that nobody reads any more (output cut off by "head"), or beyond the limit of a file's size, fails
+/// as any other write does, instead of ending the process.
+void SURVIVE_REFUSED_WRITES();
 
 /// True when a file could not be opened because another program holds it: `error` is errno right behind the attempt.
 /// Elsewhere than on Windows a lock never stands in the way, and EACCES is a matter of permission.

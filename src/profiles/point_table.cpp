@@ -50,7 +50,6 @@ void WRITE_POINT_TABLE(const std::string& file, const PointStage& stage) {
     if (stage.taken.empty()) return;
     REPORT("Writing " + file + "...");
     BEGIN_OUTPUT(file);
-    const WholeOrNothing output(file);
     const int handle = OPEN_FILE(file, "O ", "csv");
     CsvText csv;
     addHeader(csv, stage, stage.taken.front());

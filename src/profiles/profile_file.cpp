@@ -126,7 +126,6 @@ void WRITE_PROFILE(const std::string& file, const ProfileSet& set, std::size_t l
                    const ProfileRules& rules) {
     REPORT("Writing " + file + "...");
     BEGIN_OUTPUT(file);
-    const WholeOrNothing output(file);
     const int handle = OPEN_FILE(file, "O ", "csv");
     CsvText csv;
     addHeader(csv, set, points);

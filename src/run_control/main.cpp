@@ -1,8 +1,10 @@
+#include "platform/process.h"
 #include "platform/terminal.h"
 #include "run_control/driver.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/pending_outputs.h"
 
 #include <exception>
 #include <new>
@@ -11,12 +13,14 @@
 #include <vector>
 
 int main(int argc, char* argv[]) {
+    CLEAN_UP_BEFORE_SIGNALS_END(DISCARD_OUTPUTS_FOR_GOOD);
     try {
         const std::vector<std::string> texts = PROGRAM_ARGUMENTS(argc, argv);
         std::vector<const char*> arguments;
         for (const std::string& text : texts) arguments.push_back(text.c_str());
         return CONVERT(static_cast<int>(arguments.size()), arguments.data());
     } catch (const RunStopped& stopped) {  // the reason is already on the console
+        DISCARD_OUTPUTS();
         FLUSH_CONSOLE();
         return stopped.status;
     } catch (const std::bad_alloc&) {

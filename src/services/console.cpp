@@ -54,7 +54,7 @@ std::string_view withoutQuotes(std::string_view text) {
 }  // namespace
 
 void INITIALISE_CONSOLE() {
-    SURVIVE_CLOSED_PIPES();
+    SURVIVE_REFUSED_WRITES();
     FLUSH_CONSOLE();
     console.counts = MessageCounts{};
     console.batch = false;

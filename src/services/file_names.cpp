@@ -1,23 +1,15 @@
 #include "services/file_names.h"
 
 #include "platform/file_system.h"
-#include "services/console.h"
 #include "services/files.h"
 
 #include <algorithm>
-#include <exception>
 #include <filesystem>
 #include <set>
-#include <system_error>
-#include <utility>
 
 namespace {
 
-struct FileNames {
-    std::set<std::string> used;  ///< read or written by this run
-    int outputs = 0;             ///< completed
-};
-FileNames names;
+std::set<std::string> used;  ///< names of what this run has read or written
 
 std::string lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -42,31 +34,9 @@ std::optional<std::string> caseBlindMatch(std::string_view file) {
 
 }  // namespace
 
-void FORGET_FILE_NAMES() { names = FileNames{}; }
-void NOTE_FILE_USED(std::string_view name) { names.used.insert(COMPARABLE_FILE_NAME(name)); }
-bool NAME_IN_USE(std::string_view name) { return names.used.contains(COMPARABLE_FILE_NAME(name)); }
-
-void BEGIN_OUTPUT(std::string_view name) {
-    if (isFile(name) && !NAME_IN_USE(name)) DMESSAGE("Check - Replacing " + std::string(name) + ".");
-}
-
-void FINISH_OUTPUT(std::string_view name) {
-    ++names.outputs;
-    REPORT("Wrote " + std::string(name));
-}
-
-int OUTPUTS_WRITTEN() { return names.outputs; }
-
-std::string WORKING_NAME(std::string_view finalName) { return std::string(finalName); }
-
-WholeOrNothing::WholeOrNothing(std::string name) : name_(std::move(name)), stopping_(std::uncaught_exceptions()) {}
-
-WholeOrNothing::~WholeOrNothing() {
-    if (std::uncaught_exceptions() == stopping_) return;
-    std::error_code ignored;
-    const std::filesystem::path path = PATH_OF(name_);
-    if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
-}
+void FORGET_FILE_NAMES() { used.clear(); }
+void NOTE_FILE_USED(std::string_view name) { used.insert(COMPARABLE_FILE_NAME(name)); }
+bool NAME_IN_USE(std::string_view name) { return used.contains(COMPARABLE_FILE_NAME(name)); }
 
 std::optional<std::string> FIND_FILE(std::string_view name) {
     std::string tried(name);

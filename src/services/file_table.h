@@ -31,3 +31,11 @@ bool FLUSH_FILE(OpenFile& file);
 std::string SYSTEM_REASON(int error);
 /// The ERROR that says an output is not whole, and why.
 std::string INCOMPLETE_OUTPUT(const OpenFile& file);
+/// Stops the run: the file cannot be opened, for the reason that errno gives.
+[[noreturn]] void CANNOT_OPEN(const std::string& name, bool output, int error);
+/// True when whoever was asked has closed the file in the other program.
+bool RETRY_LOCKED(const std::string& name);
+/// Opens an output for OPEN_FILE and OPEN_COMPANION; null when it is left out.
+std::FILE* OPEN_OUTPUT_STREAM(const std::string& name, bool optional);
+/// Removes outputs under way and forgets their count.
+void FORGET_OUTPUTS();

@@ -6,6 +6,7 @@
 #include "services/exits.h"
 #include "services/file_names.h"
 #include "services/file_table.h"
+#include "services/pending_outputs.h"
 
 #include "text_utils/paths.h"
 
@@ -64,7 +65,9 @@ bool asked(const std::function<bool(const std::string&)>& question, const std::s
     STOP_RUN("ERROR - No permission to " + std::string(output ? "write" : "read") + " file " + name + ".");
 }
 
-[[noreturn]] void cannotOpen(const std::string& name, bool output, int error) {
+}  // namespace
+
+[[noreturn]] void CANNOT_OPEN(const std::string& name, bool output, int error) {
     if (KIND_OF_FILE(name) == FileKind::Folder) STOP_RUN("ERROR - " + name + " is a folder, not a file.");
     if (error == EACCES || error == EPERM || error == EROFS) noPermission(name, output);
     REPORT("Can't open:");
@@ -75,20 +78,24 @@ bool asked(const std::function<bool(const std::string&)>& question, const std::s
     STOP_RUN("ERROR - Could not open " + name + ": " + SYSTEM_REASON(error));
 }
 
+bool RETRY_LOCKED(const std::string& name) { return asked(table.questions.retryLocked, name); }
+
+namespace {
+
 /// The folder of an output, made when that is wanted.
 void createFolderFor(const std::string& name) {
     const std::string folder = NAME_OF(PATH_OF(name).parent_path());
     if (!folder.empty()) CREATE_FOLDER(folder);
 }
 
-std::FILE* openStream(const std::string& name, bool output) {
-    if (KIND_OF_FILE(name) == FileKind::Folder) cannotOpen(name, output, EISDIR);
+std::FILE* openInput(const std::string& name) {
+    if (KIND_OF_FILE(name) == FileKind::Folder) CANNOT_OPEN(name, false, EISDIR);
     for (;;) {
         errno = 0;
-        std::FILE* stream = OPEN_STREAM(name, output ? "w+b" : "rb");
+        std::FILE* stream = OPEN_STREAM(name, "rb");
         if (stream != nullptr) return stream;
         const int error = HELD_BY_ANOTHER_PROGRAM(errno) ? EBUSY : errno;
-        if (error != EBUSY || !asked(table.questions.retryLocked, name)) cannotOpen(name, output, error);
+        if (error != EBUSY || !RETRY_LOCKED(name)) CANNOT_OPEN(name, false, error);
     }
 }
 
@@ -148,6 +155,7 @@ void INITIALISE_FILES() {
     table = FileTable{};
     prepareTable();
     FORGET_FILE_NAMES();
+    FORGET_OUTPUTS();
     OPENER(5, "input", "I ");
     OPENER(6, "output", "F ");
 }
@@ -174,20 +182,23 @@ void OPENER(int slot, std::string_view name, std::string_view mode) {
 
 const std::string& GETNAM(int handle) { return OPEN_HANDLE(handle).name; }
 
-int OPEN_FILE(std::string_view requested, std::string_view mode, std::string_view kind) {
+namespace {
+
+/// 0 for an optional output that is left out.
+int openFile(std::string_view requested, bool output, std::string_view kind, bool optional) {
     if (table.files.empty()) prepareTable();
     if (requested.find_first_not_of(' ') == std::string_view::npos)
         STOP_RUN("Empty filename specified.  Bailing out.  Please contact " + std::string(SUPPORT_CONTACT));
     if (!knownKind(kind, requested)) STOP_AT_ONCE("Unrecognised file type");
-    const bool output = mode == "O ";
     const std::string name = output ? std::string(requested) : existingName(std::string(requested), std::string(kind));
     if (const int other = conflictingHandle(name, output); other != 0) {
-        if (!asked(table.questions.closeOpen, name)) cannotOpen(name, output, EBUSY);
+        if (!asked(table.questions.closeOpen, name)) CANNOT_OPEN(name, output, EBUSY);
         CLOSE_FILE(other);
     }
     if (output) createFolderFor(name);
     const int handle = lowestFreeHandle();
-    std::FILE* stream = openStream(name, output);
+    std::FILE* stream = output ? OPEN_OUTPUT_STREAM(name, optional) : openInput(name);
+    if (stream == nullptr) return 0;
     std::setvbuf(stream, nullptr, _IONBF, 0);  // the blocks below are the only buffer
     OpenFile& file = table.files[static_cast<std::size_t>(handle)];
     file = OpenFile{};
@@ -198,16 +209,32 @@ int OPEN_FILE(std::string_view requested, std::string_view mode, std::string_vie
     return handle;
 }
 
-bool TRY_CLOSE_FILE(int handle) {
-    OpenFile& file = OPEN_HANDLE(handle);
-    const bool written = !file.output || (file.error == 0 && FLUSH_FILE(file));
+}  // namespace
+
+int OPEN_FILE(std::string_view name, std::string_view mode, std::string_view kind) {
+    return openFile(name, mode == "O ", kind, false);
+}
+
+int OPEN_COMPANION(std::string_view name, std::string_view kind) { return openFile(name, true, kind, true); }
+
+namespace {
+
+/// finished: else nobody came to the end of it, and it is not kept. False when an output lost anything.
+bool closeFile(OpenFile& file, bool finished) {
+    if (file.output && file.error == 0) FLUSH_FILE(file);
     errno = 0;
-    const bool closed = std::fclose(file.stream) == 0;
-    if (!closed) file.error = errno == 0 ? EIO : errno;
+    if (std::fclose(file.stream) != 0) file.error = errno == 0 ? EIO : errno;
     file.stream = nullptr;
     file.buffer = {};
-    return written && closed;
+    if (!file.output) return true;
+    const int error = OUTPUT_CLOSED(file.name, finished && file.error == 0);
+    if (file.error == 0) file.error = error;
+    return file.error == 0;
 }
+
+}  // namespace
+
+bool TRY_CLOSE_FILE(int handle) { return closeFile(OPEN_HANDLE(handle), true); }
 
 void CLOSE_FILE(int handle) {
     if (TRY_CLOSE_FILE(handle)) return;
@@ -228,15 +255,16 @@ bool CLOSE_FILES_ON_EXIT() {
     for (FixedSlot& slot : table.slots) slot.open = false;
     bool allKept = true;
     for (std::size_t i = 1; i < table.files.size(); ++i) {
-        const OpenFile& file = table.files[i];
+        OpenFile& file = table.files[i];
         if (file.stream == nullptr) continue;
         const bool alreadySaid = file.error != 0;  // what failed before is why the run ends
-        if (TRY_CLOSE_FILE(static_cast<int>(i))) continue;
+        if (closeFile(file, false)) continue;
         allKept = false;
         if (alreadySaid) continue;
         REPORT("Unable to close file.");
         DMESSAGE(INCOMPLETE_OUTPUT(file));
     }
+    DISCARD_OUTPUTS();
     return allKept;
 }
 

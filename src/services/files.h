@@ -40,9 +40,13 @@ bool NAME_IN_USE(std::string_view name);
 void NOTE_FILE_USED(std::string_view name);
 
 // ---- outputs: a file or a set of files, said under the name of the main one ----
-/// Before anything is written: "Check - Replacing <name>." when the file exists and this run has not written it.
+// An output is written under other names, beside its place, and stands there when all of it is whole. What is written
+// outside of a set stands there when it is closed. When the run stops, what does not stand there yet is removed.
+/// Before anything is written: "Check - Replacing <name>." when the file exists and this run has not written it. The
+/// set takes every file of that name with another extension; several can be under way.
 void BEGIN_OUTPUT(std::string_view name);
-/// When everything is written and closed: "Wrote <name>". Counted.
+/// When everything is written and closed: moves the set to its place and says "Wrote <name>". Counted. A file that
+/// cannot be moved stops the run, with the earlier set as it was.
 void FINISH_OUTPUT(std::string_view name);
 int OUTPUTS_WRITTEN();
 /// Where a library that writes a file itself (HDF5, GDAL) puts what is to stand under `finalName`: a name in the same
@@ -50,20 +54,6 @@ int OUTPUTS_WRITTEN();
 /// and for each companion alike; FINISH_OUTPUT moves what stands there to its final name, and a stop removes it.
 /// Everybody else opens files by their final names.
 std::string WORKING_NAME(std::string_view finalName);
-
-/// Stands where an output is written. When the run stops there the file is removed, so that nothing torn looks
-/// complete; a device stays.
-class WholeOrNothing {
-public:
-    explicit WholeOrNothing(std::string name);
-    ~WholeOrNothing();
-    WholeOrNothing(const WholeOrNothing&) = delete;
-    WholeOrNothing& operator=(const WholeOrNothing&) = delete;
-
-private:
-    std::string name_;
-    int stopping_;  ///< exceptions on their way when it was made
-};
 
 // ---- opening and closing ----
 /// Opens fixed slot 1 to 8. A slot above 8 or already open is a fault of the program and stops the run at once.
@@ -79,6 +69,9 @@ bool CREATE_FOLDER(const std::string& folder);
 /// is missing, a folder of an output that is, and a file that something else holds are brought before the
 /// FileQuestions. A file that cannot be opened stops the run, naming it and the reason.
 int OPEN_FILE(std::string_view name, std::string_view mode, std::string_view kind);
+/// An output that the others of its set can do without, such as the .prj: 0 when its folder takes no new file, which a
+/// WARNING tells.
+int OPEN_COMPANION(std::string_view name, std::string_view kind);
 /// Writes out what is buffered and closes. A failure means lost output: "Unable to close file.", an ERROR naming it,
 /// and the run stops.
 void CLOSE_FILE(int handle);
@@ -87,8 +80,8 @@ void CLOSE_FILE(int handle);
 [[nodiscard]] bool TRY_CLOSE_FILE(int handle);
 /// "Closing all file units...", then every open file.
 void CLOSE_ALL_FILES();
-/// What EXITS does: closes everything once per run, quietly; never stops the run. False when an output lost its last
-/// bytes, which is said.
+/// What EXITS does: closes everything once per run, quietly, and removes outputs under way; never stops the run. False
+/// when an output lost its last bytes, which is said.
 bool CLOSE_FILES_ON_EXIT();
 
 // ---- reading ----

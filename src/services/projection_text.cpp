@@ -133,7 +133,8 @@ std::string READ_COORD_SYS_LINE(int file) {
 
 void WRITE_PRJ(const std::string& base, std::string_view text) {
     if (TRIMMED(text).empty()) return;
-    const int file = OPEN_FILE(base + ".prj", "O ", "prj");
+    const int file = OPEN_COMPANION(base + ".prj", "prj");
+    if (file == 0) return;
     WRITE_OR_STOP(file, text);
     CLOSE_FILE(file);
 }

@@ -104,11 +104,11 @@ TEST_CASE("EXITS closes the files once, tells lost output, and a success is none
     const TemporaryFolder folder;
     INITIALISE_FILES();
     const int first = OPEN_FILE(folder.name("a.txt"), "O ", "txt");
-    CHECK(WRITE_BYTES(first, "kept"));
+    CHECK(WRITE_BYTES(first, "torn"));
     const std::string end = "\nPress Enter to Close\n<stopped>";
     CHECK(consoleOf([] { EXITS(); }) == end);
-    CHECK(folder.read("a.txt") == "kept");
-    const int second = OPEN_FILE(folder.name("a.txt"), "I ", "txt");
+    CHECK(std::filesystem::is_empty(folder.name("")));
+    const int second = OPEN_FILE(folder.write("a.txt", "kept"), "I ", "txt");
     CHECK(consoleOf([] { EXITS(); }) == end);
     CHECK(FILE_LENGTH(second) == 4);  // still open
 

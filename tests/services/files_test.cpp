@@ -1,6 +1,7 @@
 #include "services/files.h"
 
 #include "console_of.h"
+#include "rows.h"
 #include "run_control/file_questions.h"
 #include "services/file_table.h"
 #include "temporary_folder.h"
@@ -202,6 +203,68 @@ TEST_CASE("A file of an earlier run is said to be replaced, one of this run is n
     CHECK(OUTPUTS_WRITTEN() == 2);
     INITIALISE_FILES();
     CHECK(OUTPUTS_WRITTEN() == 0);
+}
+
+namespace {
+void writeFile(const std::string& name, const std::string& kind) {
+    const int file = OPEN_FILE(name, "O ", kind);
+    WRITE_OR_STOP(file, "new " + kind);
+    CLOSE_FILE(file);
+}
+std::size_t filesIn(const TemporaryFolder& folder) {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder.name("")), {}));
+}
+}  // namespace
+
+TEST_CASE("A set comes to its place as one, and the earlier one comes back when a file of it cannot be moved") {
+    for (const bool fails : {false, true}) {
+        const TemporaryFolder folder;
+        INITIALISE_FILES();
+        for (const char* name : {"x.shp", "x.dbf"}) folder.write(name, "old");
+        std::filesystem::permissions(folder.name("x.dbf"), std::filesystem::perms(0640));
+        consoleOf([&] {
+            BEGIN_OUTPUT(folder.name("x.y.csv"));  // under way beside it, and of a name that begins alike
+            BEGIN_OUTPUT(folder.name("x.shp"));
+        });
+        for (const char* kind : {"shp", "shx", "dbf"}) writeFile(folder.name("x." + std::string(kind)), kind);
+        writeFile(folder.name("x.y.csv"), "csv");
+        CHECK((folder.read("x.shp") == "old" && folder.read("x.dbf") == "old" && filesIn(folder) == 6));
+        for (const auto& file : std::filesystem::directory_iterator(folder.name("")))
+            if (fails && file.path().string().ends_with(".part.shx")) std::filesystem::remove(file.path());
+        std::string said = consoleOf([&] { FINISH_OUTPUT(folder.name("x.shp")); });
+        CHECK(folder.read("x.shp") == (fails ? "old" : "new shp"));
+        CHECK(folder.read("x.dbf") == (fails ? "old" : "new dbf"));
+        CHECK(folder.read("x.shx") == (fails ? "" : "new shx"));
+        CHECK(std::filesystem::status(folder.name("x.dbf")).permissions() == std::filesystem::perms(0640));
+        if (fails)
+            CHECK(said.starts_with("ERROR - Could not move what was written to " + folder.name("x.shx") +
+                                   ": No such file"));
+        else said = consoleOf([&] { FINISH_OUTPUT(folder.name("x.y.csv")); });
+        CHECK(filesIn(folder) == (fails ? 2 : 4));  // nothing waits beside them
+        CHECK(folder.read("x.y.csv") == (fails ? "" : "new csv"));
+        INITIALISE_FILES();
+    }
+}
+
+TEST_CASE("What a library writes under the working name is moved with what it puts beside it, or removed") {
+    for (const bool finishes : {true, false}) {
+        const TemporaryFolder folder;
+        INITIALISE_FILES();
+        BEGIN_OUTPUT(folder.name("x.tif"));
+        const std::string working = WORKING_NAME(folder.name("x.tif"));
+        CHECK((working.starts_with(folder.name("x.")) && working.ends_with(".part.tif") && filesIn(folder) == 0));
+        std::ofstream(working) << "picture";
+        std::ofstream(working + ".aux.xml") << "statistics";
+        std::ofstream(replaced(working, ".tif", ".tfw")) << "place";
+        consoleOf([&] {
+            if (finishes) FINISH_OUTPUT(folder.name("x.tif"));
+            else STOP_RUN("ERROR - None.");
+        });
+        CHECK(folder.read("x.tif") == (finishes ? "picture" : ""));
+        CHECK(folder.read("x.tif.aux.xml") == (finishes ? "statistics" : ""));
+        CHECK(folder.read("x.tfw") == (finishes ? "place" : ""));
+        CHECK(filesIn(folder) == (finishes ? 3 : 0));
+    }
 }
 
 TEST_CASE("A file is found by its name, with either separator, else in any letter case") {

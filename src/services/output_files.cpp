@@ -1,0 +1,79 @@
+#include "platform/file_system.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/file_table.h"
+#include "services/files.h"
+#include "services/pending_outputs.h"
+
+#include <cerrno>
+
+namespace {
+
+int outputs = 0;  ///< completed
+
+std::string folderOf(const std::string& name) {
+    const std::string folder = NAME_OF(PATH_OF(name).parent_path());
+    return folder.empty() ? "." : folder;
+}
+
+/// Asks about a file that another program holds; stops the run when the file cannot be written.
+NewOutput makeOutput(const std::string& name, bool optional) {
+    if (KIND_OF_FILE(name) == FileKind::Folder) CANNOT_OPEN(name, true, EISDIR);
+    NewOutput output = MAKE_OUTPUT(name);
+    while (output.error == EBUSY && RETRY_LOCKED(name)) output = MAKE_OUTPUT(name);
+    if (output.making == Making::Refused || (output.making == Making::LeftOut && !optional))
+        CANNOT_OPEN(name, true, output.error);
+    if (output.making == Making::LeftOut)
+        DMESSAGE("WARNING - Folder " + folderOf(name) + " takes no new file, so that " + name + " is left out.");
+    if (output.making == Making::InPlace && output.error != 0)
+        DMESSAGE("WARNING - Folder " + folderOf(name) + " takes no new file, so that " + name +
+                 " is written in place: it is incomplete if the run stops.");
+    return output;
+}
+
+}  // namespace
+
+std::FILE* OPEN_OUTPUT_STREAM(const std::string& name, bool optional) {
+    const NewOutput output = makeOutput(name, optional);
+    if (output.making != Making::InPlace) return output.stream;
+    errno = 0;
+    std::FILE* const stream = OPEN_STREAM(output.path, "w+b");
+    if (stream == nullptr) CANNOT_OPEN(name, true, errno);
+    return stream;
+}
+
+void FORGET_OUTPUTS() {
+    DISCARD_OUTPUTS();
+    outputs = 0;
+}
+
+void BEGIN_OUTPUT(std::string_view name) {
+    if (KIND_OF_FILE(name) == FileKind::File && !NAME_IN_USE(name))
+        DMESSAGE("Check - Replacing " + std::string(name) + ".");
+    BEGIN_SET(name);
+}
+
+void FINISH_OUTPUT(std::string_view name) {
+    std::string failed;
+    int error = MOVE_SET(name, failed);
+    while (error == EBUSY && RETRY_LOCKED(failed)) error = MOVE_SET(name, failed);
+    if (error != 0)
+        STOP_RUN("ERROR - Could not move what was written to " + failed + ": " + SYSTEM_REASON(error) +
+                 ". What stood there before is kept.");
+    ++outputs;
+    REPORT("Wrote " + std::string(name));
+}
+
+int OUTPUTS_WRITTEN() { return outputs; }
+
+std::string WORKING_NAME(std::string_view finalName) {
+    const std::string name(finalName);
+    const NewOutput output = makeOutput(name, false);
+    if (output.stream != nullptr) {  // it has shown that the folder takes it
+        std::fclose(output.stream);
+        REMOVE_TREE(output.path);
+        LEAVE_TO_LIBRARY(name);
+    }
+    NOTE_FILE_USED(name);
+    return output.path;
+}

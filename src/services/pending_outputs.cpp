@@ -1,0 +1,151 @@
+#include "services/pending_outputs.h"
+
+#include "platform/file_system.h"
+#include "platform/platform.h"
+#include "services/output_set.h"
+#include "services/working_names.h"
+#include "text_utils/paths.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <exception>
+#include <mutex>
+#include <utility>
+
+namespace {
+
+/// Never destroyed: a signal may come while the process ends.
+struct PendingOutputs {
+    std::mutex guard;  ///< held while files are made or moved, so that a signal finds all of a set moved or none
+    std::vector<OutputSet> sets;
+};
+PendingOutputs& pending() {
+    static auto& outputs = *new PendingOutputs;
+    return outputs;
+}
+
+bool folderRefuses(int error) { return error == EACCES || error == EPERM || error == EROFS; }
+
+OutputSet* begunSet(std::string_view mainName) {
+    for (OutputSet& set : pending().sets)
+        if (set.begun && set.main == mainName) return &set;
+    return nullptr;
+}
+
+/// Of several sets that a file could belong to, the one whose name it shares most of.
+OutputSet& setFor(const std::string& name) {
+    OutputSet* best = nullptr;
+    for (OutputSet& set : pending().sets)
+        if (set.begun && (name == set.main || name.starts_with(set.stem + ".")) &&
+            (best == nullptr || set.stem.size() > best->stem.size()))
+            best = &set;
+    if (best != nullptr) return *best;
+    pending().sets.push_back({name, FILENAMEPATH(name), false, {}});
+    return pending().sets.back();
+}
+
+/// 0, else errno: a file that may not be written, or that another program holds, is not replaced either.
+int refusesWriting(const std::string& place) {
+    errno = 0;
+    std::FILE* const there = OPEN_STREAM(place, "r+b");
+    if (there == nullptr) return HELD_BY_ANOTHER_PROGRAM(errno) ? EBUSY : errno;
+    std::fclose(there);
+    return 0;
+}
+
+/// What to do where the folder takes no new file.
+Making withoutNewFile(OutputSet& set, bool replaces) {
+    const auto inPlace = [](const PendingFile& file) { return file.working.empty(); };
+    if (replaces) {
+        set.files.back().working.clear();
+        return Making::InPlace;
+    }
+    return std::any_of(set.files.begin(), set.files.end(), inPlace) ? Making::LeftOut : Making::Refused;
+}
+
+void makeFile(const std::string& name, const std::string& place, bool replaces, NewOutput& output) {
+    const std::lock_guard lock(pending().guard);
+    OutputSet& set = setFor(name);
+    std::erase_if(set.files, [&name](const PendingFile& other) { return other.name == name; });
+    PendingFile file = PENDING_FILE(set, name, place);
+    REMOVE_LEFTOVERS(place, file.stem);
+    REMOVE_TREE(file.working);  // of an ended process that had this one's number
+    output.path = file.working;
+    set.files.push_back(std::move(file));  // known before it is there
+    errno = 0;
+    output.stream = CREATE_STREAM(output.path);
+    output.error = output.stream == nullptr ? errno : 0;
+    output.making = Making::Made;
+    if (output.stream != nullptr) return;
+    output.making = folderRefuses(output.error) ? withoutNewFile(set, replaces) : Making::Refused;
+    output.path = place;
+    if (output.making != Making::InPlace) set.files.pop_back();
+    if (!set.begun && set.files.empty()) pending().sets.pop_back();
+}
+
+void discard() noexcept {
+    try {
+        for (const OutputSet& set : pending().sets) REMOVE_WORKING_FILES(set);
+        pending().sets.clear();
+    } catch (const std::exception&) {  // no memory: they stay under their telling names
+    }
+}
+
+}  // namespace
+
+NewOutput MAKE_OUTPUT(const std::string& name) {
+    NewOutput output;
+    output.path = name;
+    output.making = Making::InPlace;
+    const std::string place = IS_DEVICE(name) ? std::string{} : LINK_TARGET(name);
+    if (place.empty()) return output;
+    const bool replaces = KIND_OF_FILE(place) == FileKind::File;
+    output.error = replaces ? refusesWriting(place) : 0;
+    output.making = Making::Refused;
+    if (output.error == 0) makeFile(name, place, replaces, output);
+    return output;
+}
+
+void LEAVE_TO_LIBRARY(const std::string& name) {
+    const std::lock_guard lock(pending().guard);
+    for (OutputSet& set : pending().sets)
+        for (PendingFile& file : set.files) file.ofLibrary = file.ofLibrary || file.name == name;
+}
+
+int OUTPUT_CLOSED(const std::string& name, bool whole) {
+    const std::lock_guard lock(pending().guard);
+    auto& sets = pending().sets;
+    const auto set =
+        std::find_if(sets.begin(), sets.end(), [&name](const OutputSet& s) { return !s.begun && s.main == name; });
+    if (set == sets.end()) return 0;
+    std::string failed;
+    const int error = whole ? MOVE_FILES(*set, failed) : 0;
+    if (!whole || error != 0) REMOVE_WORKING_FILES(*set);
+    sets.erase(set);
+    return error;
+}
+
+void BEGIN_SET(std::string_view mainName) {
+    const std::lock_guard lock(pending().guard);
+    if (begunSet(mainName) == nullptr)
+        pending().sets.push_back({std::string(mainName), FILENAMEPATH(mainName), true, {}});
+}
+
+int MOVE_SET(std::string_view mainName, std::string& failed) {
+    const std::lock_guard lock(pending().guard);
+    const OutputSet* const set = begunSet(mainName);
+    if (set == nullptr) return 0;
+    const int error = MOVE_FILES(*set, failed);
+    if (error == 0) pending().sets.erase(pending().sets.begin() + (set - pending().sets.data()));
+    return error;
+}
+
+void DISCARD_OUTPUTS() noexcept {
+    const std::lock_guard lock(pending().guard);
+    discard();
+}
+
+void DISCARD_OUTPUTS_FOR_GOOD() noexcept {
+    pending().guard.lock();  // and never unlocked
+    discard();
+}

@@ -1,0 +1,104 @@
+#include "services/working_names.h"
+
+#include "platform/file_system.h"
+#include "platform/process.h"
+#include "text_utils/paths.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+
+namespace {
+
+constexpr std::size_t DIGITS_OF_PID = 10;
+constexpr std::size_t LONGEST_HOST = 32;
+
+/// ".<host>-"
+const std::string& hostMark() {
+    static const std::string mark = [] {
+        std::string host = HOST_NAME().substr(0, LONGEST_HOST);
+        for (char& c : host) {
+            const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
+            if (!plain) c = '_';
+        }
+        return "." + (host.empty() ? "host" : host) + "-";
+    }();
+    return mark;
+}
+
+/// FNV-1a, as eight hexadecimal digits.
+std::string numberOf(std::string_view text) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    std::string digits(8, '0');
+    for (std::size_t i = digits.size(); i-- > 0; hash >>= 4U) digits[i] = "0123456789abcdef"[hash & 15U];
+    return digits;
+}
+
+struct Parts {
+    std::string folder;  ///< with its separator
+    std::string stem;    ///< cut where needed, alike for every process
+    std::string rest;
+};
+
+Parts partsOf(std::string_view name, std::size_t stem) {
+    Parts parts{FILEFOLDERPATH(name), {}, std::string(name.substr(stem))};
+    parts.stem = name.substr(parts.folder.size(), stem - parts.folder.size());
+    const std::size_t added = hostMark().size() + DIGITS_OF_PID + PART.size() + parts.rest.size();
+    if (parts.stem.size() + added <= SHORTEST_NAME_LIMIT) return parts;
+    const std::size_t limit = LONGEST_NAME_IN(parts.folder);
+    if (parts.stem.size() + added <= limit) return parts;
+    const std::string number = "~" + numberOf(parts.stem);
+    std::size_t room = limit > added + number.size() ? limit - added - number.size() : 0;
+    while (room > 0 && (static_cast<unsigned char>(parts.stem[room]) & 0xC0U) == 0x80U) --room;
+    parts.stem = parts.stem.substr(0, room) + number;
+    return parts;
+}
+
+/// The marked names of this host in a folder when this run first wrote there, whoever made them.
+const std::vector<std::string>& markedIn(const std::string& folder) {
+    static std::map<std::string, std::vector<std::string>> searched;
+    const auto [found, isNew] = searched.try_emplace(folder);
+    if (isNew)
+        for (std::string& name : NAMES_IN_FOLDER(folder.empty() ? "." : folder))
+            if (name.find(hostMark()) != std::string::npos) found->second.push_back(std::move(name));
+    return found->second;
+}
+
+/// True of "123.part.shp" for the rest ".shp", and of what a library put beside it, when process 123 is gone.
+bool isLeftover(std::string_view text, std::string_view rest) {
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    if (digits == 0 || digits > DIGITS_OF_PID) return false;
+    const std::uint64_t pid = std::stoull(std::string(text.substr(0, digits)));
+    text.remove_prefix(digits);
+    const std::string_view kind = text.starts_with(PART) ? PART : OLD;
+    if (!text.starts_with(kind)) return false;
+    text.remove_prefix(kind.size());
+    if (!text.starts_with(rest)) return false;
+    text.remove_prefix(rest.size());
+    return (text.empty() || text.front() == '.' || text.front() == '-') && PROCESS_IS_GONE(pid);
+}
+
+}  // namespace
+
+std::string MARKED_NAME(std::string_view name, std::size_t stem, std::string_view kind) {
+    const Parts parts = partsOf(name, stem);
+    return parts.folder + parts.stem + hostMark() + std::to_string(PROCESS_NUMBER()) + std::string(kind) + parts.rest;
+}
+
+void REMOVE_LEFTOVERS(std::string_view name, std::size_t stem) {
+    const Parts parts = partsOf(name, stem);
+    const std::string beginning = parts.stem + hostMark();
+    for (const std::string& marked : markedIn(parts.folder))
+        if (marked.starts_with(beginning) && isLeftover(std::string_view(marked).substr(beginning.size()), parts.rest))
+            REMOVE_TREE(parts.folder + marked);
+}
+
+std::vector<std::string> ENDINGS_OF_MARKED(std::string_view markedStem) {
+    const std::string folder = FILEFOLDERPATH(markedStem);
+    const std::string leaf = FILENAMEEXT(markedStem);
+    std::vector<std::string> endings;
+    for (const std::string& name : NAMES_IN_FOLDER(folder.empty() ? "." : folder))
+        if (name == leaf || name.starts_with(leaf + ".")) endings.push_back(name.substr(leaf.size()));
+    return endings;
+}

@@ -1,0 +1,126 @@
+#!/usr/bin/env bash
+# What stands under an output's name is whole: an earlier output or the new one, whatever happens to the run.
+. "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+make_model -times 3 -cells 10 basin
+echo 'GEOGCS["none"]' >Header.prj
+host=$(uname -n | tr -c 'A-Za-z0-9\n-' _ | cut -c1-32)
+layer=(-b -mif -grid20 -t0.2 -out out basin_h.dat)             # its .mid is larger than what a pipe holds
+grid=(-b -asc -grid400 -t0.2 -out out basin_h.dat)
+
+earlier() { for name in "$@"; do echo "earlier" >"$name"; done; }
+untouched() { for name in "$@"; do check "$name was touched" [ "$(cat "$name")" = "earlier" ]; done; }
+none_left() { check "left: $(echo *.part* *.old*)" [ -z "$(find . -name '*.part*' -o -name '*.old*')" ]; }
+
+run 0 "${layer[@]}"
+keep out.mif out.mid
+run 0 "${grid[@]}"
+keep out.asc out.prj
+
+# A run that waits in the middle of its output, since nobody reads its .mid; `pid` is its process.
+waiting_run() {
+    command_line="VORANT_to_GIS ${layer[*]} (nobody reads its .mid)"
+    rm -f out.mid
+    mkfifo out.mid
+    env --default-signal=INT,TERM,HUP "$PROGRAM" "${layer[@]}" </dev/null >../console.txt 2>&1 &
+    pid=$!
+    for ((i = 0; i < 600; i++)); do
+        [ ! -e "out.$host-$pid.part.mif" ] || return
+        sleep 0.1
+    done
+    fail "there is no out.$host-$pid.part.mif"
+}
+
+# ended_by <signal> <status>
+ended_by() {
+    earlier out.mif
+    waiting_run
+    kill -s "$1" "$pid"
+    wait "$pid" 2>/dev/null
+    check "status of SIG$1 is not $2" [ $? -eq "$2" ]
+    untouched out.mif
+}
+for signal in INT:130 TERM:143 HUP:129; do
+    ended_by "${signal%:*}" "${signal#*:}"
+    none_left
+done
+
+# What a killed run leaves is removed by the next that writes the same, but not what a live one or another machine writes.
+ended_by KILL 137
+left=out.$host-$pid.part.mif
+others=("out.$host-$$.part.mif" "out.elsewhere-$pid.part.mif" "outer.$host-$pid.part.mif" "out.$host-$pid.part.shp")
+check "$left is not there" [ -e "$left" ]
+earlier "${others[@]}"
+waiting_run
+check "$left is still there" [ ! -e "$left" ]
+untouched "${others[@]}"
+rm -f "${others[@]}"
+# The run that waits goes on beside another, and writes its pipe and its file.
+run 0 -b -asc -grid400 -t0.2 -out other basin_h.dat
+check "two runs disturb each other" cmp -s other.asc ../kept/out.asc
+cat out.mid >../piped.mid
+wait "$pid"
+check "the waiting run failed" [ $? -eq 0 ]
+check "the pipe got something else" cmp -s ../piped.mid ../kept/out.mid
+check "out.mif differs" cmp -s out.mif ../kept/out.mif
+check "the pipe is gone" [ -p out.mid ]
+rm -f out.mid out.mif
+none_left
+
+# A full disk in the second file of a set, a limit of the file size, and the third of three times.
+earlier out.mif out.flt out.hdr out.asc
+ln -s /dev/full out.mid
+row 1 "" "${layer[@]}"
+said "out.mid: No space left on device"
+rm out.mid
+earlier out.mid
+limited() { (ulimit -f 8 && exec "$PROGRAM" "$@" </dev/null) 2>&1 | head -c 4000 >../console.txt; return "${PIPESTATUS[0]}"; }
+for format in mif shp flt asc; do
+    command_line="VORANT_to_GIS -$format (8 kB at most)"
+    start
+    limited -b "-$format" -grid20 -t0.2 -out out basin_h.dat
+    finished_with 1 $?
+    wrote
+    said "ERROR" "File too large"
+done
+untouched out.mif out.mid out.flt out.hdr out.asc
+none_left
+ln -s /dev/full basin_h_t000.20_g400.asc
+row 1 "basin_h_t000.00_g400.asc basin_h_t000.00_g400.prj basin_h_t000.10_g400.asc basin_h_t000.10_g400.prj" \
+    -b -asc -grid400 -tAll basin_h.dat
+rm basin_h_t000.20_g400.asc
+none_left
+
+# A link is followed; a name of as many letters as the disk takes is shortened while it is written.
+mkdir deep
+earlier deep/real.asc
+ln -sf deep/real.asc out.asc
+run 0 "${grid[@]}"
+check "the link is gone" [ -L out.asc ]
+check "the link was not followed" cmp -s deep/real.asc ../kept/out.asc
+rm -rf out.asc deep
+long=$(printf 'n%.0s' {1..251})
+row 0 "$long.asc $long.prj" -b -asc -grid400 -t0.2 -out "$long" basin_h.dat
+check "a long name changes the output" cmp -s "$long.asc" ../kept/out.asc
+
+# A folder that takes no new file: what exists is written in place, with a warning; what does not is left out or refused.
+user=()
+[ "$(id -u)" -ne 0 ] || user=(setpriv --reuid 65534 --regid 65534 --clear-groups)
+in_closed_folder() {
+    command_line="VORANT_to_GIS -out closed/$1"
+    ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0" "${user[@]}" "$PROGRAM" -b -asc -grid400 -t0.2 -out "closed/$1" basin_h.dat </dev/null >../console.txt 2>&1
+    finished_with "$2" $?
+}
+mkdir closed
+earlier closed/there.asc
+chmod a+rw closed/there.asc
+chmod a-w closed
+in_closed_folder there 0
+said "WARNING - Folder closed takes no new file, so that closed/there.asc is written in place" "so that closed/there.prj is left out."
+check "in place it differs" cmp -s closed/there.asc ../kept/out.asc
+in_closed_folder new 1
+said "ERROR - No permission to write files into folder closed (for closed/new.asc)."
+chmod u+w closed
+none_left
+
+finish
