@@ -27,6 +27,15 @@ bool sameFile(const std::string& a, const std::string& b) {
     return std::filesystem::equivalent(PATH_OF(a), PATH_OF(b), error);
 }
 
+/// Without a projection the coordinates tell, but those of a flume, whose cells are no fraction of a degree, are
+/// metres.
+bool isInDegrees(const Mesh& mesh) {
+    constexpr double LARGE_CELL = 0.05;  // degrees: 5 km
+    const CoordinateKind kind = PROJECTION().kind();
+    if (kind != CoordinateKind::Unknown || !IS_IN_DEGREES(mesh, kind)) return kind == CoordinateKind::Geographic;
+    return (mesh.xmax - mesh.xmin) * (mesh.ymax - mesh.ymin) < LARGE_CELL * LARGE_CELL * mesh.elementCount;
+}
+
 void findSecondMesh(InputFiles& was) {
     const RunOptions& options = OPTIONS();
     FIND_MESH_FILE(was, options.secondMesh.empty() ? options.meshFile : options.secondMesh);
@@ -83,7 +92,7 @@ void IDENTIFY_SIDES(BothSides& sides) {
 void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, OutputStages& stages) {
     std::unique_ptr<ResultsSource> now = OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh);
     findSecondMesh(sides.was);
-    const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
+    const bool degrees = isInDegrees(mesh);
     Mesh second;
     const bool sameName = sameFile(sides.now.mesh, sides.was.mesh);
     const bool one = sameName || isOneMesh(sides, mesh, degrees, second);

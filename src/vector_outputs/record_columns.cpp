@@ -26,9 +26,13 @@ void add(std::string& line, std::string_view text) {
     line += text;
 }
 
+int decimalsOf(const RecordColumns& record, Column column) {
+    return record.wholeValues && column == Column::Value ? 0 : record.format.decimals;
+}
+
 void addReal(std::string& line, const RecordColumns& record, Column column, double value) {
     RealText buffer;
-    const std::string_view text = REAL_TEXT(buffer, value, record.format.decimals);
+    const std::string_view text = REAL_TEXT(buffer, value, decimalsOf(record, column));
     if (column == Column::Angle && text == record.westFrom) return add(line, record.westTo);
     if (column == Column::Bearing && text == record.turnFrom) return add(line, record.turnTo);
     add(line, text);
@@ -83,9 +87,10 @@ std::string typeOf(const RecordColumns& record, const RecordColumn& column, bool
             const int width = longest(column, 0);
             return shortIntegers && width > SHORT_INTEGER ? decimalType(width, 0) : "Integer";
         }
-        default:
-            return decimalType(std::max(record.format.width, longest(column, record.format.decimals)),
-                               record.format.decimals);
+        default: {
+            const int decimals = decimalsOf(record, column.column);
+            return decimalType(std::max(record.format.width, longest(column, decimals)), decimals);
+        }
     }
 }
 

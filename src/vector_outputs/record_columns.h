@@ -26,6 +26,7 @@ struct RecordColumns {
     std::vector<RecordColumn> columns;
     RealFormat format;
     std::string valueName;         ///< "Water Level"; blank becomes "Value"
+    bool wholeValues = false;      ///< the values are classes: no decimals in their column
     int gridDigits = 5;            ///< of a row and of a column in the grid reference
     std::string westFrom, westTo;  ///< texts of -180 and 180: an angle that rounds to the one is written as the other
     std::string turnFrom, turnTo;  ///< texts of 360 and 0, for bearings

@@ -90,7 +90,9 @@ void write(const VectorRun& run, LayerJob& job, const std::string& valueName, co
     const Grid* grid = job.source.grid;
     const std::vector<Column> columns =
         choice.text ? textColumns(kind, choice.shown) : LAYER_COLUMNS(kind, choice.shown);
+    const bool wholeValues = job.record.wholeValues;
     job.record = RECORD_COLUMNS(columns, choice.format, valueName, grid ? grid->nrows : 0, grid ? grid->ncols : 0);
+    job.record.wholeValues = wholeValues;
     job.name = base + choice.extension;
     if (choice.text) return WRITE_TEXT_POINTS(job.name, job.source, job.record, run.coordinateDecimals, job.written);
     job.arrows = run.arrows;
@@ -98,10 +100,8 @@ void write(const VectorRun& run, LayerJob& job, const std::string& valueName, co
     WRITE_LAYER(job);
 }
 
-/// One layer. written: takes the values of a difference; nullptr when nobody asks.
-void writeResults(VectorRun& run, const Results& results, const std::string& base, std::vector<float>* written) {
-    LayerJob job;
-    job.written = written;
+/// One layer. job: what is not the rule.
+void writeResults(VectorRun& run, const Results& results, const std::string& base, LayerJob job = {}) {
     ItemSource& source = job.source;
     source.mesh = run.mesh;
     source.kind = layerOf(run, results);
@@ -127,7 +127,9 @@ void writeResults(VectorRun& run, const Results& results, const std::string& bas
 /// The layer, and what there is to say of its values.
 void writeDifference(VectorRun& run, const Results& results, const std::string& base) {
     std::vector<float> written;
-    writeResults(run, results, base, &written);
+    LayerJob job;
+    job.written = &written;
+    writeResults(run, results, base, std::move(job));
     ChangedAreas areas = CHANGED_AREAS(*run.mesh, *results.parts);
     if (run.gridded) {
         const double cellArea = run.grid.run.grid.cellSize * run.grid.run.grid.cellSize;
@@ -135,13 +137,6 @@ void writeDifference(VectorRun& run, const Results& results, const std::string& 
         areas.nowDry = static_cast<double>(run.grid.changes.nowDry) * cellArea;
     }
     REPORT_DIFFERENCE(written, areas);
-}
-
-/// Regions by their class, in whole numbers.
-void writeClasses(VectorRun& run, const Results& classes, const std::string& base) {
-    const RealFormat format = std::exchange(run.choice.format, {run.choice.format.width, 0});
-    writeResults(run, classes, base, nullptr);
-    run.choice.format = format;
 }
 
 }  // namespace
@@ -174,11 +169,13 @@ void WRITE_RESULTS_LAYER(VectorRun& run, const Results& results, const std::stri
         return DMESSAGE("WARNING - " + results.quantity + " holds no vectors, no arrows are written.");
     if (run.choice.regions && !results.cellCentred && !results.cornersOnly && !run.mesh->highResolution)
         STOP_RUN("ERROR - -region requires High Resolution or cell centred results.");
-    if (results.parts == nullptr) return writeResults(run, results, base, nullptr);
+    if (results.parts == nullptr) return writeResults(run, results, base);
     if (!run.choice.regions) return writeDifference(run, results, base);
     const DifferenceParts cells = CELL_PARTS(*run.mesh, *results.parts);
     writeDifference(run, CELL_DIFFERENCE(*run.mesh, cells), base);
-    writeClasses(run, CLASS_RESULTS(*run.mesh, cells), base + std::string(CLASS_ENDING));
+    LayerJob classes;
+    classes.record.wholeValues = true;
+    writeResults(run, CLASS_RESULTS(*run.mesh, cells), base + std::string(CLASS_ENDING), std::move(classes));
 }
 
 void WRITE_MESH_LAYER(VectorRun& run, const std::string& base) {

@@ -1,6 +1,7 @@
 #include "inputs/dat_reader.h"
 
 #include "console_of.h"
+#include "inputs/dat_bytes.h"
 #include "inputs/results.h"
 #include "run_control/read_switches.h"
 #include "services/files.h"
@@ -14,43 +15,12 @@
 #include <functional>
 #include <limits>
 
+using namespace dat_bytes;
+
 namespace {
 
 constexpr float MISSING = -99999.0F;
 constexpr float INFINITE = std::numeric_limits<float>::infinity();
-
-/// One output time by hand; no flags: the activity byte is 0. Vectors are x, y, x, y.
-struct Step {
-    float time;
-    std::vector<float> values;
-    std::vector<int> flags;
-};
-
-std::string integer(std::int64_t value, int size = 4) {
-    std::string bytes;
-    for (int i = 0; i < size; ++i) bytes.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
-    return bytes;
-}
-std::string real(float value) { return integer(std::bit_cast<std::int32_t>(value)); }
-
-std::string header(int nodes, int cells, bool vector = false, int flagSize = 1) {
-    return integer(3000) + integer(100) + integer(3) + integer(110) + integer(4) + integer(120) + integer(flagSize) +
-           integer(vector ? 140 : 130) + integer(170) + integer(nodes) + integer(180) + integer(cells) + integer(190) +
-           "Water Level" + std::string(29, ' ');
-}
-
-std::string stepBytes(const Step& step, int flagSize = 1, int active = 1) {
-    std::string bytes = integer(200) + integer(step.flags.empty() ? 0 : active, flagSize) + real(step.time);
-    for (const int flag : step.flags) bytes += integer(flag, flagSize);
-    for (const float value : step.values) bytes += real(value);
-    return bytes;
-}
-
-std::string datBytes(const std::string& cards, const std::vector<Step>& steps, int flagSize = 1, int active = 1) {
-    std::string bytes = cards;
-    for (const Step& step : steps) bytes += stepBytes(step, flagSize, active);
-    return bytes + integer(210);
-}
 
 DatFile dat;      // of the last file read
 Results results;  // and its values

@@ -121,6 +121,12 @@ TEST_CASE("Overridden switches are cleared with a warning") {
     checked({"-asc", "-typev", "-tmax"});
     CHECK(o.secondDatasetName == "Time of Peak V");
     CHECK(checked({"-asc", "-typeAll", "-tmax"}) == ASC);
+    CHECK(checked({"-asc", "-mesh2", "b.2dm"}).find("(-dif), -mesh2 ignored.\n") != std::string::npos);
+    CHECK(o.secondMesh.empty());
+    CHECK(checked({"-cp", "c.mif", "-obsX", "-dif", "b.dat"}).find("recorded values, -obs ignored.\n") !=
+          std::string::npos);
+    CHECK(o.recordedField.empty());
+    CHECK(checked({"-asc", "-dif", " "}) == exits(ASC + "ERROR - No file specified after -dif."));
 }
 
 TEST_CASE("The usage text keeps its odd lines") {
