@@ -97,6 +97,7 @@ Ending walkSteps(Walk& walked, std::int64_t firstStep, std::int64_t length) {
         if (found.steps.size() == MOST_DAT_TIMES)
             STOP_RUN("WARNING - Cannot store anymore output times.  Limit of " +
                      AINTEGER8(static_cast<std::int64_t>(MOST_DAT_TIMES)) + " times.");
+        if (step.flags) step.flagsOf = step.offset;
         found.steps.push_back(step);
         if (next == NextCard::PartOfStep) return Ending::Truncated;
         if (next != NextCard::Step) {

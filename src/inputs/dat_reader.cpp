@@ -63,8 +63,23 @@ void ALLOCATE_DAT_RESULTS(const DatFile& dat, bool cellCentred, std::string_view
     ALLOCATE_RESULTS(dat.header.nodes, dat.header.cells, dat.header.vector, results);
     results.endReached = false;
     results.cellCentred = cellCentred;
+    results.flagged = std::any_of(dat.steps.begin(), dat.steps.end(), [](const DatStep& step) { return step.flags; });
+    results.units.clear();
     results.quantity = quantity;
     results.code = code;
+}
+
+void ORDER_DAT_STEPS(DatFile& dat) {
+    const auto place = [](const DatStep& step) {
+        switch (step.time.kind) {
+            case TimeKind::Minimum: return 0;
+            case TimeKind::Maximum: return 2;
+            case TimeKind::TimeOfMaximum: return 3;
+            default: return 1;
+        }
+    };
+    std::stable_sort(dat.steps.begin(), dat.steps.end(),
+                     [&](const DatStep& a, const DatStep& b) { return place(a) < place(b); });
 }
 
 void LIST_DAT_TIMES(const DatFile& dat, Results& results) {

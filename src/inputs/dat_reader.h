@@ -27,6 +27,8 @@ struct DatStep {
     std::int64_t offset = 0;  ///< bytes from the start of the file to the step's first byte, behind its card 200
     OutputTime time;
     bool flags = false;  ///< wet/dry flags follow the time
+    /// `offset` of the step whose flags count here: its own, else the last one's before it that has some; 0: all wet
+    std::int64_t flagsOf = 0;
 };
 
 /// An open .dat file. Filled by READ_DAT_HEADER.
@@ -57,6 +59,10 @@ DatFile READ_DAT_HEADER(int file, bool seconds);
 /// cellCentred: the header's values are one per mesh cell. quantity, code: "Water Level", "h"; blank where unknown.
 void ALLOCATE_DAT_RESULTS(const DatFile& dat, bool cellCentred, std::string_view quantity, std::string_view code,
                           Results& results);
+
+/// Moves stored minimums before and stored maximums, then times of maximum, behind the ordinary times: the order in
+/// which files of results hold them. To be called before anything is read.
+void ORDER_DAT_STEPS(DatFile& dat);
 
 /// Fills `times` of the results with the time of every whole step in file order.
 void LIST_DAT_TIMES(const DatFile& dat, Results& results);

@@ -7,6 +7,8 @@
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
+#include <algorithm>
+
 namespace {
 
 /// The text behind the last underscore of the name part: "h" of "run/x_h.dat"; blank when there is none.
@@ -26,12 +28,17 @@ const OutputType* identify(const std::string& name, const DatHeader& header) {
 
 DatSource::DatSource(const std::string& name, const TimeChoice& choice)
     : choice_(choice), dat_(READ_DAT_HEADER(OPEN_FILE(name, "I ", "dat"), choice.seconds)) {
+    if (choice.ordered && choice.of == TimeChoice::Of::All) ORDER_DAT_STEPS(dat_);
     Dataset dataset;
     dataset.vector = dat_.header.vector;
     dataset.values = dat_.header.nodes;
     dataset.flags = dat_.header.cells;
     dataset.quantity = dat_.header.name;
-    if (choice.of == TimeChoice::Of::All) dataset.outputs = dat_.steps.size();
+    if (choice.of == TimeChoice::Of::All) {
+        dataset.outputs = dat_.steps.size();
+        dataset.timed =
+            std::any_of(dat_.steps.begin(), dat_.steps.end(), [](const DatStep& step) { return step.time.ordinary(); });
+    }
     if (const OutputType* type = identify(name, dat_.header)) {
         dataset.quantity = type->name;
         dataset.code = type->code;

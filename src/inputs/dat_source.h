@@ -19,6 +19,7 @@ struct TimeChoice {
     WantedTime wanted;
     std::optional<double> tolerance;  ///< hours; else by the distances of the file's times
     bool seconds = false;             ///< times are shown in seconds
+    bool ordered = false;             ///< All: minimums come before and maximums behind the ordinary times
 };
 
 class DatSource : public ResultsSource {

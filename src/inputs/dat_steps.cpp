@@ -28,11 +28,11 @@ void seek(int file, std::int64_t offset) {
         STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file) + ".");
 }
 
-/// Any flag but zero is wet: some compilers write true as -1.
-void readFlags(const DatFile& dat, const DatStep& step, std::vector<std::uint8_t>& wet) {
+/// Any flag but zero is wet: some compilers write true as -1. step: offset of the one that has them.
+void readFlags(const DatFile& dat, std::int64_t step, std::vector<std::uint8_t>& wet) {
     const auto size = static_cast<std::size_t>(dat.flagSize);
     const auto cells = static_cast<std::size_t>(dat.header.cells);
-    seek(dat.file, step.offset + DAT_FLAGS_OFFSET(dat.flagSize));
+    seek(dat.file, step + DAT_FLAGS_OFFSET(dat.flagSize));
     if (size == 1) {
         readWhole(dat.file, wet.data() + 1, cells);
         for (std::size_t c = 1; c <= cells; ++c) wet[c] = wet[c] != 0 ? 1 : 0;
@@ -47,13 +47,6 @@ void readFlags(const DatFile& dat, const DatStep& step, std::vector<std::uint8_t
             wet[++done] = std::any_of(first, first + dat.flagSize, [](std::uint8_t byte) { return byte != 0; }) ? 1 : 0;
         }
     }
-}
-
-/// Flags of the step itself or, without any, of the last step before it.
-void readWetCells(const DatFile& dat, std::size_t index, std::vector<std::uint8_t>& wet) {
-    for (std::size_t k = index + 1; k-- > 0;)
-        if (dat.steps[k].flags) return readFlags(dat, dat.steps[k], wet);
-    std::fill(wet.begin(), wet.end(), std::uint8_t{1});
 }
 
 void readVectors(int file, std::size_t nodes, DatTables tables) {
@@ -81,7 +74,8 @@ void READ_DAT_STEP(const DatFile& dat, std::size_t index, DatTables tables) {
     const DatStep& step = dat.steps[index];
     const auto nodes = static_cast<std::size_t>(dat.header.nodes);
     REPORT("Reading data for time " + DAT_TIME_TEXT(dat, step.time));
-    readWetCells(dat, index, tables.wet);
+    if (step.flagsOf > 0) readFlags(dat, step.flagsOf, tables.wet);
+    else std::fill(tables.wet.begin(), tables.wet.end(), std::uint8_t{1});
     seek(dat.file, step.offset + DAT_VALUES_OFFSET(dat.header, dat.flagSize, step.flags));
     if (dat.header.vector) readVectors(dat.file, nodes, tables);
     else readScalars(dat.file, nodes, tables.x);

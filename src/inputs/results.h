@@ -22,12 +22,14 @@ struct Results {
     std::vector<float> y;  ///< y component of vectors, numbered from 1; empty for scalars
     /// per cell, numbered from 1: 1 wet, 0 dry. 1 everywhere until a file gives flags
     std::vector<std::uint8_t> wet;
+    bool flagged = true;            ///< the source tells wet cells from dry ones; else `wet` is 1 for want of flags
     std::vector<OutputTime> times;  ///< every output time of the source, in file order
     std::string quantity;           ///< name of what is held ("Water Level"), blank when unknown
     std::string code;               ///< short code of the quantity ("h"), blank when unknown
     /// of a difference: both results that it is taken between (inputs/difference.h), the source's; nullptr for results
     /// as a file holds them
     const DifferenceParts* parts = nullptr;
+    std::string units;              ///< of the values, as the source names them ("m"); blank when it does not
 };
 
 /// What the datasets that follow have in common, so that an output takes its memory once.

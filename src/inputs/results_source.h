@@ -20,6 +20,7 @@ struct Dataset {
     std::int32_t flags = 0;   ///< wet/dry flags per time; 0: none, every cell is wet
     std::size_t outputs = 1;  ///< how many of its times, or maximums, are converted
     bool bed = false;         ///< of a mesh: it has no time, and a 9-node quad is the quad of its corners
+    bool timed = false;       ///< several outputs, ordinary times among them
 };
 
 class ResultsSource {

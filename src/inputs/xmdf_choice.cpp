@@ -109,8 +109,21 @@ bool XmdfChoice::addStored(XmdfKind kind, std::int32_t number) {
         case XmdfFolder::Maximums: return add(kind, number, XmdfRead::Maximum);
         case XmdfFolder::Minimums: return add(kind, number, XmdfRead::Minimum);
         case XmdfFolder::Times: return add(kind, number, XmdfRead::SingleOutput);
-        default: return add(kind, number, XmdfRead::AllTimes);
+        default: return addAllTimes(kind, number);
     }
+}
+
+/// Into a file of results the stored extremes go along.
+bool XmdfChoice::addAllTimes(XmdfKind kind, std::int32_t number) {
+    if (!options_.resultsFile) return add(kind, number, XmdfRead::AllTimes);
+    const XmdfDatasets& datasets = entry_.of(kind);
+    const std::string& path = datasets.path(number);
+    if (const std::int32_t lowest = XMDF_TWIN(datasets, path, XmdfFolder::Minimums); lowest > 0)
+        add(kind, lowest, XmdfRead::Minimum);
+    add(kind, number, XmdfRead::AllTimes);
+    if (const std::int32_t highest = XMDF_TWIN(datasets, path, XmdfFolder::Maximums); highest > 0)
+        add(kind, highest, XmdfRead::Maximum);
+    return true;
 }
 
 bool XmdfChoice::addMaximum(XmdfKind kind, std::int32_t stored, std::int32_t temporal) {
@@ -182,7 +195,7 @@ bool XmdfChoice::addFound(XmdfKind kind) {
                                       : lacks("no temporal dataset to find the output time in");
         case XmdfWanted::AllTimes: break;
     }
-    return found.temporal > 0 ? add(kind, found.temporal, XmdfRead::AllTimes) : lacks("no temporal dataset");
+    return found.temporal > 0 ? addAllTimes(kind, found.temporal) : lacks("no temporal dataset");
 }
 
 bool XmdfChoice::addDataset(XmdfKind kind, std::int32_t number, bool alone) {
@@ -232,7 +245,7 @@ bool XmdfChoice::addOfAll(XmdfKind kind, std::int32_t number) {
                          : lacks("no temporal dataset to find the output time in");
         case XmdfWanted::AllTimes: break;
     }
-    return steps ? add(kind, number, XmdfRead::AllTimes) : lacks("no temporal dataset");
+    return steps ? addAllTimes(kind, number) : lacks("no temporal dataset");
 }
 
 bool XmdfChoice::holdsPeakOf(std::string_view path) const {

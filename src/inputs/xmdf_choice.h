@@ -55,6 +55,7 @@ private:
     bool addStored(XmdfKind kind, std::int32_t number);
     bool addMaximum(XmdfKind kind, std::int32_t stored, std::int32_t temporal);
     bool addPeak(std::string_view quantity);
+    bool addAllTimes(XmdfKind kind, std::int32_t number);
     bool addClosestTime(XmdfKind kind, std::int32_t number, bool stopsRun);
     bool addWithoutTime(XmdfKind kind, std::int32_t number);
     void warnOfNoTime();

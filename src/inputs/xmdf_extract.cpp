@@ -169,6 +169,8 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
     ALLOCATE_RESULTS(item.facts.values, item.facts.flags, item.kind == XmdfKind::Vector, results);
     results.cellCentred = cellCentred;
     results.endReached = false;
+    results.flagged = item.facts.flags > 0;
+    results.units = item.facts.units;
     results.quantity = item.quantity;
     results.code = item.code;
     results.times = item.facts.times;

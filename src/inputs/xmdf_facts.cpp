@@ -71,6 +71,7 @@ XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
     XmdfFacts facts;
     const std::string unitName = readCounts(*group, facts);
     const std::vector<double> stored = readTimes(*group, entry.fileName);
+    xfgetdatasetunits_f(*group, facts.units);
     const bool derived = XMDF_FOLDER_OF(path) == XmdfFolder::Times;
     const TimeUnit* unit = unitOf(unitName);
     if (unit != nullptr) facts.secondsPerUnit = unit->seconds;

@@ -8,19 +8,12 @@
 
 namespace {
 
-/// Other characters than letters and digits become "_": "ME%" -> "ME_". Letters beyond ASCII stay, byte for byte.
-std::string cleaned(std::string_view text) {
-    std::string clean(text);
-    for (char& c : clean) {
-        const bool kept = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-                          static_cast<unsigned char>(c) >= 0x80;
-        if (!kept) c = '_';
-    }
-    return clean;
+std::string nameTag(const XmdfItem& item) {
+    return WITH_UNDERSCORES(std::string("_").append(XMDF_LAST_PART(item.path)));
 }
-
-std::string nameTag(const XmdfItem& item) { return cleaned(std::string("_").append(XMDF_LAST_PART(item.path))); }
-std::string codeTag(const XmdfItem& item) { return item.code.empty() ? nameTag(item) : cleaned("_" + item.code); }
+std::string codeTag(const XmdfItem& item) {
+    return item.code.empty() ? nameTag(item) : WITH_UNDERSCORES("_" + item.code);
+}
 
 /// Told by the time marker of its own: "x_time_hMax".
 bool namedByTime(const XmdfItem& item) { return item.read == XmdfRead::SingleOutput && !item.time.ordinary(); }
@@ -67,8 +60,8 @@ std::string_view lastFolders(std::string_view path, int count) {
     return folders.substr(at == folders.size() ? at : at + 1);
 }
 
-/// Folders go in front of the tag, as few as tell all of them apart: "_b_Temporal_d". Names that differ in what is
-/// cleaned out of them stay alike.
+/// Folders go in front of the tag, as few as tell all of them apart: "_b_Temporal_d". Names that differ in what
+/// becomes "_" stay alike.
 void addFolders(const std::vector<XmdfItem*>& alike) {
     const std::string& path = alike.front()->path;
     const auto most = static_cast<int>(std::count(path.begin(), path.end(), '/'));
@@ -78,7 +71,7 @@ void addFolders(const std::vector<XmdfItem*>& alike) {
         if (told.size() < alike.size()) continue;
         for (XmdfItem* item : alike)
             if (const std::string_view folders = lastFolders(item->path, count); !folders.empty())
-                item->tag = cleaned(std::string("_").append(folders)) + item->tag;
+                item->tag = WITH_UNDERSCORES(std::string("_").append(folders)) + item->tag;
         return;
     }
 }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -171,6 +172,30 @@ void checkLimits(const std::vector<XmdfItem>& items) {
     }
 }
 
+// ---- order ----
+
+int placeOf(XmdfRead read) {
+    switch (read) {
+        case XmdfRead::Minimum: return 0;
+        case XmdfRead::Time:
+        case XmdfRead::AllTimes: return 1;
+        default: return 2;
+    }
+}
+
+/// What belongs into one file of results stands together, minimums first, whatever folders it comes from.
+void gatherQuantities(std::vector<XmdfItem>& items) {
+    std::vector<std::string> keys;
+    const auto place = [&](const XmdfItem& item) {
+        const auto found = std::find(keys.begin(), keys.end(), XMDF_QUANTITY_KEY(item.path));
+        return std::pair(found - keys.begin(), placeOf(item.read));
+    };
+    for (const XmdfItem& item : items)
+        if (static_cast<std::size_t>(place(item).first) == keys.size()) keys.push_back(XMDF_QUANTITY_KEY(item.path));
+    std::stable_sort(items.begin(), items.end(),
+                     [&](const XmdfItem& a, const XmdfItem& b) { return place(a) < place(b); });
+}
+
 }  // namespace
 
 std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOptions& options,
@@ -201,6 +226,7 @@ std::vector<XmdfItem> SELECT_XMDF_OUTPUTS(XmdfCatalogue& catalogue, const RunOpt
     REPORT("Determine xmdf paths to be outputted...");
     checkLimits(items);
     NAME_XMDF_ITEMS(items);
+    if (options.resultsFile) gatherQuantities(items);
     for (const XmdfItem& item : items) REPORT(item.path);
     REPORT("   Done.");
     return items;

@@ -18,7 +18,10 @@ Dataset datasetOf(const XmdfItem& item) {
     dataset.vector = item.kind == XmdfKind::Vector;
     dataset.values = item.facts.values;
     dataset.flags = item.facts.flags;
-    if (item.read == XmdfRead::AllTimes) dataset.outputs = item.facts.times.size();
+    if (item.read != XmdfRead::AllTimes) return dataset;
+    dataset.outputs = item.facts.times.size();
+    dataset.timed = std::any_of(item.facts.times.begin(), item.facts.times.end(),
+                                [](const OutputTime& time) { return time.ordinary(); });
     return dataset;
 }
 
@@ -27,7 +30,7 @@ Dataset datasetOf(const XmdfItem& item) {
 XmdfSource::XmdfSource(const std::string& name, const RunOptions& options, const std::string& typeName)
     : catalogue_(OPEN_XMDF_FILES({name})),
       items_(SELECT_XMDF_OUTPUTS(catalogue_, options, typeName)),
-      seconds_(options.seconds) {
+      seconds_(options.seconds && !options.resultsFile) {
     for (const XmdfItem& item : items_) datasets_.push_back(datasetOf(item));
 }
 

@@ -1,11 +1,13 @@
 #include "run_control/convert_results.h"
 
+#include "inputs/xmdf_choice.h"
 #include "run_control/file_questions.h"
 #include "run_control/mesh_match.h"
 #include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
 
+#include <set>
 #include <utility>
 
 namespace {
@@ -21,18 +23,29 @@ void checkOutputsFit(const ResultsSource& source, const Mesh& mesh, const std::v
         STOP_RUN("ERROR - mif or shp option only for cell centred .dat files");
 }
 
-/// Several outputs cannot share one name.
-bool several(const ResultsSource& source) {
+std::size_t outputsOf(const ResultsSource& source) {
     std::size_t outputs = 0;
     for (const Dataset& dataset : source.datasets()) outputs += dataset.outputs;
-    if (outputs > 1) IGNORE_OUTPUT_NAME();
-    return outputs > 1;
+    return outputs;
+}
+
+/// Several outputs cannot share one name.
+void checkOutputName(const ResultsSource& source) {
+    const Holds holds = OUTPUT_FORMAT(OPTIONS()).holds;
+    std::set<std::string> quantities;
+    for (const Dataset& dataset : source.datasets()) quantities.insert(XMDF_QUANTITY_KEY(dataset.path));
+    const bool several = holds == Holds::Time      ? outputsOf(source) > 1
+                         : holds == Holds::Dataset ? quantities.size() > 1
+                                                   : false;
+    if (several) IGNORE_OUTPUT_NAME();
 }
 
 OutputLabel labelOf(OutputLabel label, const Dataset& dataset, const Results& results) {
     label.base = label.run + dataset.tag + label.ending;
     label.run += label.ending;
     label.timed = !dataset.bed;
+    label.tag = dataset.tag;
+    label.dataset = dataset.path;
     label.time = results.time;
     label.quantity = results.quantity;
     label.vector = results.vector;
@@ -78,7 +91,8 @@ void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh&
     const std::vector<bool> cellCentred = MATCH_SOURCE_TO_MESH(source, mesh);
     checkOutputsFit(source, mesh, cellCentred);
     source.settle(cellCentred, results);
-    const bool severalTimes = several(source);
+    checkOutputName(source);
+    const bool severalTimes = outputsOf(source) > 1;
     OutputLabel label;
     label.run = base;
     label.ending = source.nameEnding();

@@ -93,9 +93,9 @@ InputFiles askInGoodOrder() {
     return files;
 }
 
-/// Water level lines belong into a grid; every other output tells them from the cells.
+/// Water level lines belong into a grid and a file of results; every other output tells them from the cells.
 void settleOneD(Mesh& mesh) {
-    if (!GIVEN(OPTIONS(), Family::Raster)) SETTLE_ONE_D_TRIANGLES(mesh, OPTIONS().no1d);
+    if (!GIVEN(OPTIONS(), Family::Raster) && !OPTIONS().resultsFile) SETTLE_ONE_D_TRIANGLES(mesh, OPTIONS().no1d);
 }
 
 /// The mesh reader has already marked what -rmp leaves out; this tells the user that it counts.

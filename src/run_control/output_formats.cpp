@@ -56,6 +56,18 @@ const OutputFormat TABLE[] = {
      .files = {".flt", ".hdr", ".prj"},
      .projection = TAKES_PRJ,
      .writer = WRITE_FLT},
+    {.keyword = "dat",
+     .line = ".dat output format specified.",
+     .family = Family::ResultsFile,
+     .files = {".dat"},
+     .holds = Holds::Dataset,
+     .wholeWord = true},
+    {.keyword = "xmdf",
+     .line = ".xmdf output format specified.",
+     .family = Family::ResultsFile,
+     .files = {".xmdf"},
+     .holds = Holds::Run,
+     .wholeWord = true},
 };
 
 bool given(const RunOptions& options, const OutputFormat& format) {

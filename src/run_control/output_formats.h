@@ -12,13 +12,17 @@
 
 /// What a format makes of a run.
 enum class Family : std::uint8_t {
-    Raster,     ///< a regular grid
-    Layer,      ///< map objects with attributes
-    Text,       ///< a table of points
-    Profile,    ///< values along lines
-    Points,     ///< values at the points of a layer
-    WorldFile,  ///< the place of a picture; no model is read
+    Raster,       ///< a regular grid
+    Layer,        ///< map objects with attributes
+    Text,         ///< a table of points
+    Profile,      ///< values along lines
+    Points,       ///< values at the points of a layer
+    ResultsFile,  ///< datasets and times as a file that can be read back
+    WorldFile,    ///< the place of a picture; no model is read
 };
+
+/// What stands together in one output, and so shares its name.
+enum class Holds : std::uint8_t { Time, Dataset, Run };
 
 struct OutputFormat {
     std::string_view keyword;  ///< of its switch, without the dash; what RunOptions::outputs holds
@@ -26,6 +30,9 @@ struct OutputFormat {
     Family family = Family::Raster;
     std::vector<std::string_view> files;  ///< extensions, the main file's first; what one output consists of
     ProjectionUse projection = {};
+    Holds holds = Holds::Time;
+    /// the whole word only: arguments that begin with it may be paths
+    bool wholeWord = false;
     GridWriter writer = nullptr;  ///< of a raster format
     bool outlinedArrows = false;  ///< of a layer format: arrows are polygons, never lines
     double coordinateStep = 0.0;  ///< of a layer format: what the file keeps coordinates to, map units; 0: as they are

@@ -17,6 +17,8 @@ struct OutputLabel {
     int timeDecimals = 2;   ///< of NAME_DECIMALS
     std::string run;        ///< the base of outputs that hold several datasets
     std::string ending;     ///< behind base and tag, and behind run, of a difference: "_minus_base_h"
+    std::string tag;        ///< of the dataset alone: "_h"; blank where the file's name says it
+    std::string dataset;    ///< its path in the source; blank where a file holds one dataset
     std::string quantity;   ///< "Water Level", blank when unknown: names the times of its maximum
     bool vector = false;    ///< component switches name a component of vector results only
     double gridSize = 0.0;  ///< cell size of a grid output, 0 for none

@@ -3,6 +3,7 @@
 #include "run_control/layer_stage.h"
 #include "run_control/output_formats.h"
 #include "run_control/raster_stage.h"
+#include "run_control/results_file_stage.h"
 #include "run_control/sample_stage.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -16,6 +17,7 @@ std::unique_ptr<OutputStage> stageOf(const OutputFormat& format, const RunOption
         case Family::Text: return MAKE_LAYER_STAGE(format, options);
         case Family::Profile:
         case Family::Points: return std::make_unique<SampleStage>(options);
+        case Family::ResultsFile: return MAKE_RESULTS_FILE_STAGE(format, options);
         case Family::WorldFile: break;
     }
     SHOULD_NOT_BE_HERE("MAKE_OUTPUT_STAGES");

@@ -58,7 +58,8 @@ void checkOutputName(RunOptions& o) {
         DMESSAGE("Warning - Supress grid size (-sgs) switch ignored as output file specified.");
         o.suppressGridSize = false;
     }
-    if ((o.suppressGridSize || o.outputNameGiven) && !GIVEN(o, Family::Raster) && !GIVEN(o, Family::Layer)) {
+    const bool named = GIVEN(o, Family::Raster) || GIVEN(o, Family::Layer) || GIVEN(o, Family::ResultsFile);
+    if ((o.suppressGridSize || o.outputNameGiven) && !named) {
         say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc "
             "outputs.",
             "-sgs or -out flag ignored.");
@@ -154,6 +155,7 @@ void CHECK_SWITCHES() {
     REPORT("Checking input flags.");
     RunOptions& options = OPTIONS_TO_FILL();
     checkFormats(options);
+    options.resultsFile = GIVEN(options, Family::ResultsFile);
     checkTimes(options);
     stopIf(options.vector && !GIVEN(options, Family::Layer),
            "Error - Vector option requires -mif or -shp output type.");

@@ -65,6 +65,10 @@ struct RunOptions {
     bool verbose = false;
     bool projectionWarning = false;  ///< -prjwarn: a layer in another projection is read, with a warning
 
+    /// The output is a file of results: -tAll takes stored minimums before and stored maximums behind the times, and
+    /// values that are times are hours, whatever -sec says.
+    bool resultsFile = false;
+
     // Mesh
     bool keepAllMeshParts = true;
     std::vector<std::string> removedParts;  ///< -rmp, in the order given, at most MOST_REMOVED_PARTS

@@ -40,6 +40,16 @@ std::string_view WITHOUT_MARK(std::string_view text) {
     return text;
 }
 
+std::string WITH_UNDERSCORES(std::string_view text) {
+    std::string clean(text);
+    for (char& c : clean) {
+        const bool kept = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                          static_cast<unsigned char>(c) >= 0x80;
+        if (!kept) c = '_';
+    }
+    return clean;
+}
+
 std::string REMOVEQUOTES(std::string_view text) {
     std::string out(text);
     std::erase(out, '"');

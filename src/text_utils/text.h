@@ -13,6 +13,8 @@ std::string_view TRIMMED(std::string_view text);
 std::string_view TRIMF(std::string_view text);
 /// Without the byte-order mark that some programs put before UTF-8: it is no text.
 std::string_view WITHOUT_MARK(std::string_view text);
+/// Other characters of ASCII than letters and digits become "_": "ME%" -> "ME_". For names that others read.
+std::string WITH_UNDERSCORES(std::string_view text);
 /// Without its double quotes, wherever they stand.
 std::string REMOVEQUOTES(std::string_view text);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -37,12 +38,26 @@ bool readFixed(hid_t attribute, hid_t fileType, std::string& text) {
 
 }  // namespace
 
-void h5Silence() { H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); }
+void h5Silence() {
+    // What a full disk refused cannot be written at the exit either, and libraries crash over it.
+    static const bool leavesNothing = H5dont_atexit() >= 0;
+    static_cast<void>(leavesNothing);
+    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
+}
 
 std::string h5Reason() {
     const char* innermost = nullptr;
     H5Ewalk2(H5E_DEFAULT, H5E_WALK_UPWARD, keepFirst, static_cast<void*>(&innermost));
-    return innermost == nullptr ? std::string() : " (HDF5: " + std::string(innermost) + ")";
+    if (innermost == nullptr) return {};
+    // Of the system's own reason that alone, without addresses and the time of day: "... error message = 'No space left
+    // on device', buf = 0x55..."
+    constexpr std::string_view SYSTEM = "error message = '";
+    std::string_view text = innermost;
+    if (const std::size_t at = text.find(SYSTEM); at != std::string_view::npos) {
+        text.remove_prefix(at + SYSTEM.size());
+        text = text.substr(0, text.find('\''));
+    }
+    return std::string(" (HDF5: ").append(text) + ")";
 }
 
 bool h5ReadText(hid_t object, const char* name, std::string& text) {

@@ -5,7 +5,8 @@
 
 #include <string>
 
-/// Stops the library from printing its error stack on the console by itself.
+/// Before any other call of the library: stops it from printing its error stack on the console by itself, and from
+/// writing anything at the exit of the process; files are closed by their handles.
 void h5Silence();
 /// " (HDF5: unable to open file)": the innermost entry of the error stack, blank when there is none. Any later call of
 /// the library, the closing of a handle included, empties the stack.

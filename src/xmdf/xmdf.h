@@ -60,6 +60,8 @@ XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState& group, std::int32_t& count);
 XmdfStatus xfgetdatasetnumactive_f(XmdfGroupState& group, std::int32_t& count);
 /// The attribute TimeUnits as it stands, blank when absent.
 XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState& group, std::string& units);
+/// The attribute DatasetUnits, blank when absent.
+XmdfStatus xfgetdatasetunits_f(XmdfGroupState& group, std::string& units);
 /// The times that Times, Values and Active all have, and that were written.
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count);
 /// What of the file is beyond those times ("Times has 3 times, Values has 2 times"), blank where nothing is.

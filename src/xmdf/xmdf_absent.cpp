@@ -1,13 +1,18 @@
 // Stands in for the XMDF layer in a build without the HDF5 library: every operation fails with the same reason.
+#include "xmdf/xmdf_output.h"
 #include "xmdf/xmdf_reason.h"
 
 struct XmdfFileState {};
 struct XmdfGroupState {};
+struct XmdfOutputState {};
 void XmdfFileCloser::operator()(XmdfFileState* state) const { delete state; }
 void XmdfGroupCloser::operator()(XmdfGroupState* state) const { delete state; }
+void XmdfOutputCloser::operator()(XmdfOutputState* state) const { delete state; }
 
 namespace {
-XmdfStatus absent() { return xmdfFailed("This build reads no .xmdf files: it was made without the HDF5 library."); }
+XmdfStatus absent() {
+    return xmdfFailed("This build reads and writes no .xmdf files: it was made without the HDF5 library.");
+}
 }  // namespace
 
 XmdfStatus xfopenfile_f(const std::string&, XmdfFile&) { return absent(); }
@@ -27,6 +32,7 @@ XmdfStatus xfclosegroup_f(XmdfGroup&) { return absent(); }
 XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState&, std::int32_t&) { return absent(); }
 XmdfStatus xfgetdatasetnumactive_f(XmdfGroupState&, std::int32_t&) { return absent(); }
 XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState&, std::string&) { return absent(); }
+XmdfStatus xfgetdatasetunits_f(XmdfGroupState&, std::string&) { return absent(); }
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState&, std::int32_t&) { return absent(); }
 std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState&) { return {}; }
 XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState&, std::int32_t&) { return absent(); }
@@ -34,3 +40,9 @@ XmdfStatus xfgetdatasettimes_f(XmdfGroupState&, std::vector<double>&) { return a
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
 XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
 XmdfStatus xfreadactivitytimestep_f(XmdfGroupState&, std::int32_t, std::span<std::uint8_t>) { return absent(); }
+
+XmdfStatus XMDF_CREATE(const std::string&, XmdfOutput&) { return absent(); }
+XmdfStatus XMDF_BEGIN_DATASET(XmdfOutputState&, const XmdfNewDataset&) { return absent(); }
+bool XMDF_HAS_DATASET(XmdfOutputState&, const XmdfNewDataset&) { return false; }
+XmdfStatus XMDF_ADD_TIME(XmdfOutputState&, const XmdfNewTime&) { return absent(); }
+XmdfStatus XMDF_FINISH(XmdfOutput&) { return absent(); }

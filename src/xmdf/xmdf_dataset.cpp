@@ -111,6 +111,12 @@ XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState& group, std::string& units) {
     return xmdfFailed(group.name + " has an attribute TimeUnits that is no text");
 }
 
+XmdfStatus xfgetdatasetunits_f(XmdfGroupState& group, std::string& units) {
+    units.clear();
+    h5ReadText(group.group.id(), "DatasetUnits", units);  // nothing is done with it but handing it on
+    return 0;
+}
+
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count) {
     if (!shareTimes(group)) return -1;
     count = static_cast<std::int32_t>(group.sharedTimes);
