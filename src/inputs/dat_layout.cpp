@@ -199,6 +199,7 @@ DatFile INDEX_DAT_STEPS(int file, const DatCards& cards, bool seconds) {
         DMESSAGE("Check - " + GETNAM(file) + " holds flags of " + std::to_string(best.found.flagSize) +
                  " bytes, as its header declares; 8-bit flags do not fit it.");
     best.found.seconds = seconds;
+    best.found.secondsPerUnit = cards.secondsPerUnit;
     settleTimes(best.found, cards.secondsPerUnit);
     reportEnding(best);
     return std::move(best.found);

@@ -37,6 +37,7 @@ struct ResultsKind {
     bool vector = false;
     bool cellCentred = false;
     bool severalTimes = false;  ///< what serves more than one output time is worth keeping
+    bool timed = false;         ///< a dataset of the run has ordinary times among several
     bool cornersOnly = false;   ///< as in Results
     bool difference = false;    ///< each comes with its parts
     bool operator==(const ResultsKind&) const = default;

@@ -27,22 +27,23 @@ const TimeUnit* unitOf(std::string_view name) {
     return row == std::end(UNITS) ? nullptr : row;
 }
 
-std::string readCounts(XmdfGroupState& group, XmdfFacts& facts) {
-    if (xfgetdatasetnumvals_f(group, facts.values) < 0)
-        XMDF_UNREADABLE("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
-    REPORT("Number of nodes: " + AINTEGER(facts.values));
-    if (xfgetdatasetnumactive_f(group, facts.flags) < 0)
-        XMDF_UNREADABLE("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
-    REPORT("Number of cells: " + AINTEGER(facts.flags));
-    std::string unit;
-    if (xfgetdatasettimeunits_f(group, unit) < 0)
-        XMDF_UNREADABLE("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
-    REPORT("Time Units: " + unit);
-    return unit;
+void say(XmdfSaying saying, const std::string& step) {
+    if (saying == XmdfSaying::Steps) REPORT(step);
 }
 
-std::vector<double> readTimes(XmdfGroupState& group, const std::string& fileName) {
-    REPORT("Extracting number of outputs for temporal data in " + XMDF_QUOTED(fileName));
+void readCounts(XmdfGroupState& group, XmdfFacts& facts, XmdfSaying saying) {
+    if (xfgetdatasetnumvals_f(group, facts.values) < 0)
+        XMDF_UNREADABLE("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
+    say(saying, "Number of nodes: " + AINTEGER(facts.values));
+    if (xfgetdatasetnumactive_f(group, facts.flags) < 0)
+        XMDF_UNREADABLE("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
+    say(saying, "Number of cells: " + AINTEGER(facts.flags));
+    if (xfgetdatasettimeunits_f(group, facts.timeUnits) < 0)
+        XMDF_UNREADABLE("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
+    say(saying, "Time Units: " + facts.timeUnits);
+}
+
+std::vector<double> readTimes(XmdfGroupState& group) {
     std::int32_t count = 0;
     if (xfgetdatasetnumtimes_f(group, count) < 0)
         XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
@@ -63,23 +64,25 @@ void warnOfTimesLeftOut(XmdfGroupState& group, const std::string& path, XmdfFact
 
 }  // namespace
 
-XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path) {
-    REPORT("Getting time units, number of cells and nodes from XMDF file " + XMDF_QUOTED(entry.fileName));
+XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path, XmdfSaying saying) {
+    say(saying, "Getting time units, number of cells and nodes from XMDF file " + XMDF_QUOTED(entry.fileName));
     XmdfGroup group;
     if (xfopengroup_f(*entry.file, path, group) < 0)
         XMDF_UNREADABLE("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
     XmdfFacts facts;
-    const std::string unitName = readCounts(*group, facts);
-    const std::vector<double> stored = readTimes(*group, entry.fileName);
+    readCounts(*group, facts, saying);
+    say(saying, "Extracting number of outputs for temporal data in " + XMDF_QUOTED(entry.fileName));
+    facts.storedTimes = readTimes(*group);
     xfgetdatasetunits_f(*group, facts.units);
     const bool derived = XMDF_FOLDER_OF(path) == XmdfFolder::Times;
-    const TimeUnit* unit = unitOf(unitName);
+    const TimeUnit* unit = unitOf(facts.timeUnits);
     if (unit != nullptr) facts.secondsPerUnit = unit->seconds;
-    facts.times = OUTPUT_TIMES(stored, facts.secondsPerUnit, derived ? TimeMarkers::All : TimeMarkers::Extremes);
+    facts.times =
+        OUTPUT_TIMES(facts.storedTimes, facts.secondsPerUnit, derived ? TimeMarkers::All : TimeMarkers::Extremes);
     warnOfTimesLeftOut(*group, path, facts);
     const auto ordinary = [](const OutputTime& time) { return time.ordinary(); };
     if (unit == nullptr && (derived || std::any_of(facts.times.begin(), facts.times.end(), ordinary)))
-        DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(unitName) + " of " + XMDF_QUOTED(path) +
+        DMESSAGE("WARNING - Unknown time unit " + XMDF_QUOTED(facts.timeUnits) + " of " + XMDF_QUOTED(path) +
                  ", taken as hours.");
     return facts;
 }

@@ -7,6 +7,9 @@
 /// Depth -> "Depth" between double quotes.
 std::string XMDF_QUOTED(std::string_view name);
 
+/// Behind a message that nothing of a type, path or folder was found.
+constexpr std::string_view XMDF_LISTING_HINT = "        -xnfo lists the datasets of the file.";
+
 /// The message, which names the operation, the library's reason on a second line, and the end of the run.
 [[noreturn]] void STOP_XMDF(std::string_view message);
 

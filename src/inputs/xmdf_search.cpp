@@ -77,7 +77,10 @@ void search(XmdfEntry& entry, const std::string& name, const Match& matches, con
             DMESSAGE("Warning - No " + std::string(texts.word) + " datasets found of type " + XMDF_QUOTED(name));
         anything = anything || found;
     }
-    if (!anything) STOP_RUN("ERROR - No datasets found of type " + XMDF_QUOTED(name) + " found in " + entry.fileName);
+    if (anything) return;
+    DMESSAGE("ERROR - No datasets found of type " + XMDF_QUOTED(name) + " found in " + entry.fileName);
+    REPORT(XMDF_LISTING_HINT);
+    EXITS();
 }
 
 std::string withLeadingSlash(std::string_view path) {

@@ -93,9 +93,9 @@ std::vector<Chosen> byFolder(const XmdfEntry& entry, const std::string& folder, 
     };
     if (std::any_of(chosen.begin(), chosen.end(), called))
         std::erase_if(chosen, [&](const Chosen& one) { return !called(one); });
-    if (chosen.empty())
-        DMESSAGE("Warning - No datasets found in a folder " + XMDF_QUOTED(folder) + " of " +
-                 XMDF_QUOTED(entry.fileName));
+    if (!chosen.empty()) return chosen;
+    DMESSAGE("Warning - No datasets found in a folder " + XMDF_QUOTED(folder) + " of " + XMDF_QUOTED(entry.fileName));
+    REPORT(XMDF_LISTING_HINT);
     return chosen;
 }
 

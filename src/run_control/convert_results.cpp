@@ -7,6 +7,7 @@
 #include "services/console.h"
 #include "services/exits.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -93,6 +94,8 @@ void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh&
     source.settle(cellCentred, results);
     checkOutputName(source);
     const bool severalTimes = outputsOf(source) > 1;
+    const bool timed = std::any_of(source.datasets().begin(), source.datasets().end(),
+                                   [](const Dataset& dataset) { return dataset.timed; });
     OutputLabel label;
     label.run = base;
     label.ending = source.nameEnding();
@@ -105,6 +108,7 @@ void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh&
                 conversion.convert(i, {.vector = vector,
                                        .cellCentred = cellCentred[i],
                                        .severalTimes = severalTimes,
+                                       .timed = timed,
                                        .cornersOnly = source.datasets()[i].bed,
                                        .difference = !source.nameEnding().empty()});
     }

@@ -7,6 +7,7 @@
 #include "run_control/arguments.h"
 #include "run_control/convert_difference.h"
 #include "run_control/convert_results.h"
+#include "run_control/file_listing.h"
 #include "run_control/file_questions.h"
 #include "run_control/grid_choice.h"
 #include "run_control/input_files.h"
@@ -73,6 +74,14 @@ int convertWorldFile() {
     return finish();
 }
 
+int listInput() {
+    InputFiles files = FIND_INPUT_FILE();
+    FIND_INPUT_KIND(files);
+    LIST_FILE(files, OPTIONS().verbose);
+    REPORT("Finished.");
+    return finish();
+}
+
 /// A type, a scalar or a vector number chooses among the datasets of an .xmdf; other inputs hold one.
 void checkDatasetSwitches(const BothSides& sides) {
     const RunOptions& options = OPTIONS();
@@ -133,6 +142,7 @@ int CONVERT(int argc, const char* const argv[]) {
     CHECK_SWITCHES();
     explainWrongSwitches();
     if (GIVEN(OPTIONS(), Family::WorldFile)) return convertWorldFile();
+    if (GIVEN(OPTIONS(), Family::Listing)) return listInput();
     OutputStages stages = MAKE_OUTPUT_STAGES();
     BothSides sides;
     sides.now = askInGoodOrder();

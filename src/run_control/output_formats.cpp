@@ -68,6 +68,17 @@ const OutputFormat TABLE[] = {
      .files = {".xmdf"},
      .holds = Holds::Run,
      .wholeWord = true},
+    {.keyword = "ensight",
+     .line = "EnSight Gold (.case) output format specified.",
+     .family = Family::Scene,
+     .files = {".case", ".geo"},
+     .holds = Holds::Run,
+     .wholeWord = true},
+    {.keyword = "xnfo",
+     .line = "Information (_info.txt) output format specified.",
+     .family = Family::Listing,
+     .files = {"_info.txt"},
+     .wholeWord = true},
 };
 
 bool given(const RunOptions& options, const OutputFormat& format) {

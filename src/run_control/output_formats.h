@@ -18,6 +18,8 @@ enum class Family : std::uint8_t {
     Profile,      ///< values along lines
     Points,       ///< values at the points of a layer
     ResultsFile,  ///< datasets and times as a file that can be read back
+    Scene,        ///< mesh and values for a 3D viewer
+    Listing,      ///< what the input holds; no mesh is looked for
     WorldFile,    ///< the place of a picture; no model is read
 };
 

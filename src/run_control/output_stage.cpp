@@ -1,5 +1,6 @@
 #include "run_control/output_stage.h"
 
+#include "run_control/ensight_stage.h"
 #include "run_control/layer_stage.h"
 #include "run_control/output_formats.h"
 #include "run_control/raster_stage.h"
@@ -18,7 +19,9 @@ std::unique_ptr<OutputStage> stageOf(const OutputFormat& format, const RunOption
         case Family::Profile:
         case Family::Points: return std::make_unique<SampleStage>(options);
         case Family::ResultsFile: return MAKE_RESULTS_FILE_STAGE(format, options);
-        case Family::WorldFile: break;
+        case Family::Scene: return MAKE_ENSIGHT_STAGE(format);
+        case Family::WorldFile:
+        case Family::Listing: break;
     }
     SHOULD_NOT_BE_HERE("MAKE_OUTPUT_STAGES");
 }

@@ -58,7 +58,8 @@ void checkOutputName(RunOptions& o) {
         DMESSAGE("Warning - Supress grid size (-sgs) switch ignored as output file specified.");
         o.suppressGridSize = false;
     }
-    const bool named = GIVEN(o, Family::Raster) || GIVEN(o, Family::Layer) || GIVEN(o, Family::ResultsFile);
+    const bool named =
+        GIVEN(o, Family::Raster) || GIVEN(o, Family::Layer) || GIVEN(o, Family::ResultsFile) || GIVEN(o, Family::Scene);
     if ((o.suppressGridSize || o.outputNameGiven) && !named) {
         say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc "
             "outputs.",

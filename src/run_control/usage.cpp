@@ -73,6 +73,8 @@ constexpr std::string_view USAGE[] = {
     "   -dat for .dat results files, one for each dataset",
     "   -xmdf for one .xmdf results file of all datasets",
     "    With -tAll stored maximums and minimums go along.",
+    "   -ensight for EnSight Gold files (.case, .geo) for 3D viewers",
+    "   -xnfo to list what a .xmdf, .dat or .2dm file holds; needs no mesh",
     "",
     "GENERAL OPTIONS:",
     "   -2dm \"<2dm_file>\" to specify a different .2dm file",

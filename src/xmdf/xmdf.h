@@ -72,6 +72,9 @@ XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState& group, std::int32_t& count);
 /// Those times in the file's unit. A time that is not a finite number is a failure.
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times);
 
+/// Mins and Maxs of those times; blank where the dataset does not hold both, or holds fewer than it has times.
+XmdfStatus xfgetdatasetextremes_f(XmdfGroupState& group, std::vector<float>& mins, std::vector<float>& maxs);
+
 /// One time step, numbered from 1, of any integer or float type in the file. values: exactly one per node, or x and y
 /// per node in turn. A time that is not whole is a failure, as is storage that does not fit the shape of the table.
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values);

@@ -37,6 +37,7 @@ XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState&, std::int32_t&) { return absen
 std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState&) { return {}; }
 XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState&, std::int32_t&) { return absent(); }
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState&, std::vector<double>&) { return absent(); }
+XmdfStatus xfgetdatasetextremes_f(XmdfGroupState&, std::vector<float>&, std::vector<float>&) { return absent(); }
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
 XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState&, std::int32_t, std::span<float>) { return absent(); }
 XmdfStatus xfreadactivitytimestep_f(XmdfGroupState&, std::int32_t, std::span<std::uint8_t>) { return absent(); }

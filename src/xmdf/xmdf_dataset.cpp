@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -151,6 +152,22 @@ XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times
     for (std::size_t i = 0; i < times.size(); ++i)
         if (!std::isfinite(times[i]))
             return xmdfFailed(group.times.name + ", number " + std::to_string(i + 1) + ", is not a finite number");
+    return 0;
+}
+
+XmdfStatus xfgetdatasetextremes_f(XmdfGroupState& group, std::vector<float>& mins, std::vector<float>& maxs) {
+    if (!shareTimes(group)) return -1;
+    for (const auto& [member, list] : {std::pair{"Mins", &mins}, std::pair{"Maxs", &maxs}}) {
+        H5Table table;
+        list->assign(static_cast<std::size_t>(group.sharedTimes), 0.0F);
+        if (h5OpenTable(group.group.id(), group.name, member, 1, table) && table.extent[0] >= group.sharedTimes &&
+            h5CheckStored(table) && !table.holes &&
+            h5ReadRows(table, {1, group.sharedTimes}, H5T_NATIVE_FLOAT, list->data(), list->size()))
+            continue;
+        mins.clear();
+        maxs.clear();
+        return 0;
+    }
     return 0;
 }
 

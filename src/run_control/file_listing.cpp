@@ -1,0 +1,83 @@
+#include "run_control/file_listing.h"
+
+#include "geometry/no_value.h"
+#include "services/console.h"
+#include "services/files.h"
+#include "text_utils/numbers.h"
+#include "text_utils/paths.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace {
+
+template <typename Real>
+std::string shortest(Real value) {
+    std::array<char, 32> buffer;
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+}
+
+/// Hours as AREAL8 writes them; a number that marks an output is no time.
+std::string hoursText(const OutputTime& time) {
+    switch (time.kind) {
+        case TimeKind::Ordinary: return AREAL8(time.number) + " h";
+        case TimeKind::Maximum: return "maximums";
+        case TimeKind::Minimum: return "minimums";
+        default: return "no time";
+    }
+}
+
+}  // namespace
+
+void Listing::line(std::string_view text) {
+    REPORT(text);
+    text_.append(text) += '\n';
+}
+
+void Listing::times(std::span<const OutputTime> times, std::span<const double> stored, std::string_view unit) {
+    const auto shown = [&](std::size_t i) { return hoursText(times[i]) + " (stored as " + shortest(stored[i]) + ")"; };
+    line("   Unit of time: " + std::string(unit.empty() ? "not given" : unit));
+    line("   Number of times: " + std::to_string(times.size()));
+    if (times.empty()) return;
+    line("   First time: " + shown(0));
+    line("   Last time: " + shown(times.size() - 1));
+    line("   Times:");
+    for (std::size_t i = 0; i < std::min(times.size(), MOST_LISTED_TIMES); ++i)
+        line("      " + std::to_string(i + 1) + "  " + shown(i));
+    if (times.size() > MOST_LISTED_TIMES)
+        line("      ... and " + std::to_string(times.size() - MOST_LISTED_TIMES) + " more");
+}
+
+void Listing::range(const ValueRange& range, bool known) {
+    const auto shown = [&](float value) {
+        return !known ? "-" : IS_MISSING(value) ? "none, all missing" : shortest(value);
+    };
+    line("   Smallest value: " + shown(range.least));
+    line("   Largest value: " + shown(range.most));
+}
+
+void LIST_FILE(const InputFiles& files, bool verbose) {
+    Listing listing;
+    std::string kind;
+    switch (files.kind) {
+        case InputKind::Xmdf:
+            kind = "xmdf";
+            LIST_XMDF(files.input, verbose, listing);
+            break;
+        case InputKind::Dat:
+            kind = "dat";
+            LIST_DAT(files.input, verbose, listing);
+            break;
+        case InputKind::Mesh:
+            kind = "2dm";
+            LIST_MESH(files.input, listing);
+            break;
+    }
+    const std::string name = FILENAMEPATH(files.input) + "_" + kind + "_info.txt";
+    BEGIN_OUTPUT(name);
+    const int file = OPEN_FILE(name, "O ", "txt");
+    WRITE_OR_STOP(file, listing.text());
+    CLOSE_FILE(file);
+    FINISH_OUTPUT(name);
+}
