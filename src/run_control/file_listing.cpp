@@ -12,16 +12,20 @@
 
 namespace {
 
-template <typename Real>
-std::string shortest(Real value) {
+/// The fewest digits that give the number back, in single precision where that holds it.
+std::string shortest(double value) {
     std::array<char, 32> buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+    char* const end = buffer.data() + buffer.size();
+    const auto single = static_cast<float>(value);
+    const bool isSingle = static_cast<double>(single) == value;
+    return {buffer.data(),
+            (isSingle ? std::to_chars(buffer.data(), end, single) : std::to_chars(buffer.data(), end, value)).ptr};
 }
 
-/// Hours as AREAL8 writes them; a number that marks an output is no time.
-std::string hoursText(const OutputTime& time) {
+/// A number that marks an output is no time.
+std::string hoursText(const OutputTime& time, int decimals) {
     switch (time.kind) {
-        case TimeKind::Ordinary: return AREAL8(time.number) + " h";
+        case TimeKind::Ordinary: return TIME_TEXT(time, decimals, false) + " h";
         case TimeKind::Maximum: return "maximums";
         case TimeKind::Minimum: return "minimums";
         default: return "no time";
@@ -36,7 +40,10 @@ void Listing::line(std::string_view text) {
 }
 
 void Listing::times(std::span<const OutputTime> times, std::span<const double> stored, std::string_view unit) {
-    const auto shown = [&](std::size_t i) { return hoursText(times[i]) + " (stored as " + shortest(stored[i]) + ")"; };
+    const int decimals = TIME_DECIMALS(times, false);
+    const auto shown = [&](std::size_t i) {
+        return hoursText(times[i], decimals) + " (stored as " + shortest(stored[i]) + ")";
+    };
     line("   Unit of time: " + std::string(unit.empty() ? "not given" : unit));
     line("   Number of times: " + std::to_string(times.size()));
     if (times.empty()) return;
@@ -51,7 +58,7 @@ void Listing::times(std::span<const OutputTime> times, std::span<const double> s
 
 void Listing::range(const ValueRange& range, bool known) {
     const auto shown = [&](float value) {
-        return !known ? "-" : IS_MISSING(value) ? "none, all missing" : shortest(value);
+        return !known ? "-" : IS_MISSING(value) ? "none, all missing" : shortest(static_cast<double>(value));
     };
     line("   Smallest value: " + shown(range.least));
     line("   Largest value: " + shown(range.most));

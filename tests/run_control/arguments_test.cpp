@@ -38,14 +38,16 @@ TEST_CASE("The leading characters choose a switch, in the order of the table") {
         "sec sec  s3 s  sgs sgs  sf-2 sf  slant5 slant  shp shp  cd.05 cd  cpsd50 cpsd  cp cp  cc cc  compass "
         "compass  lpmd5 lpmd  lp lp  like like  ttf1 ttf  tmax tmax  TALL tAll  typeAll type  txt txt  t5 t "
         "vector vector  verbose verbose  v2 v  vx vx  vdir vdir  vmax3 vmax  max max  mif mif  fso fso "
-        "folderMaximums folder  FLT flt  asciigrid asc  batch b  path/a path ");
+        "folderMaximums folder  FLT flt  asciigrid asc  batch b  path/a path  DAT dat  xmdf xmdf  "
+        "ensight ensight  xnfo xnfo ");
     for (std::string text, keyword; rows >> text >> keyword;) {
         CAPTURE(text);
         const std::optional<Switch> row = FIND_SWITCH(text);
         REQUIRE(row);
         CHECK(row->keyword == keyword);
     }
-    for (const char* unknown : {"", "zzz", "as", "lik", "h"}) CHECK_FALSE(FIND_SWITCH(unknown));
+    for (const char* unknown : {"", "zzz", "as", "lik", "h", "data", "xmdf2", "ensights"})
+        CHECK_FALSE(FIND_SWITCH(unknown));
 }
 
 TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encoding") {

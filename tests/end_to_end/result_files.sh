@@ -1,0 +1,134 @@
+#!/usr/bin/env bash
+# Results as files that are read back (-dat, -xmdf), models for 3D viewers (-ensight) and listings (-xnfo).
+. "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+make_model -cells 10 -times 3 -xmdf run_1
+hdf5=$([ -f run_1.xmdf ] && echo yes)
+header=100        # bytes of a scalar .dat of the example program; ours has a time unit as well
+cells=$((($(stat -c %s run_1_h.dat) - header - 4) / 4 - 9 - 4 * 121))
+
+# A .dat in our own words: the same times, flags and values, byte for byte, whatever -sec says.
+row 0 "run_1_h_out_h.dat" -b -dat -tAll run_1_h.dat
+check "steps differ" cmp -s -i $header:$((header + 8)) run_1_h.dat run_1_h_out_h.dat
+mv run_1_h_out_h.dat ../h.dat
+row 0 "mine.dat" -b -dat -tAll -sec -out mine.dat run_1_h.dat
+check "-sec changes a file" cmp -s mine.dat ../h.dat
+row 0 "run_1_h_out_h.dat" -b -dat -max -rmp "East Bank" run_1_h.dat
+flags=$(od -An -v -tu1 -j $((header + 8 + 9)) -N "$cells" run_1_h_out_h.dat | tr -s ' ' '\n' | grep -c '^1$')
+check "$flags cells of $cells are wet without the eastern part" [ "$flags" -gt 10 -a "$flags" -lt "$cells" ]
+row 0 "run_1_V_out_v.dat" -b -dat -t0.2 run_1_V.dat
+did_not_say "1D water level lines"
+
+if [ -n "$hdf5" ]; then
+    row 0 "run_1_h_out.xmdf" -b -xmdf -tAll run_1_h.dat
+    cp run_1_h_out.xmdf ../first.xmdf
+    outputs=()
+    sleep 1
+    row 0 "" -b -xmdf -tAll run_1_h.dat
+    said "Check - Replacing run_1_h_out.xmdf."
+    check "equal runs leave different bytes" cmp -s run_1_h_out.xmdf ../first.xmdf
+    row 0 "back.dat" -b -dat -tAll -typeAll -out back -2dm run_1.2dm run_1_h_out.xmdf
+    check "a .dat differs behind the way through an .xmdf" cmp -s back.dat ../h.dat
+    rm run_1_h_out.xmdf
+
+    # One file a dataset; stored minimums before, maximums behind the times.
+    row 0 "run_1_out_d.dat run_1_out_h.dat run_1_out_v.dat" -b -dat -tAll -typeAll -out name run_1.xmdf
+    said "WARNING - Several outputs are written"
+    row 0 "name.dat" -b -dat -tAll -typeh -out name run_1.xmdf
+    times=$(for step in 0 1 2 3 4; do od -An -tf4 -j $((header + 13 + step * (9 + cells + 4 * 121))) -N 4 name.dat; done | awk '{ printf "%g ", $1 }')
+    check "times are $times" [ "$times" = "-99999 0 0.1 0.2 99999 " ]
+    # whatever folder comes first in the file
+    row 0 "name.dat" -b -dat -tAll -Folderrun_1 -typeh -out name run_1.xmdf
+    check "folders are taken in another order" [ "$(od -An -tf4 -j $((header + 13)) -N 4 name.dat | tr -d ' ')" = -99999 ]
+    row 0 "run_1_out.xmdf" -b -xmdf -tAll -typeAll run_1.xmdf
+    row 1 "" -b -xmdf -max -typeh -out RUN_1 run_1.xmdf
+    said "ERROR - RUN_1.xmdf is read by this run, -out has to name another file."
+    ln -s run_1.xmdf link.xmdf
+    row 1 "" -b -xmdf -max -typeh -out link run_1.xmdf
+
+    # What cannot be written ends in the ERROR, without a crash when the library is left.
+    if unshare -rm true 2>/dev/null; then
+        mkdir small
+        for size in 8 60; do
+            command_line="VORANT_to_GIS -xmdf, on a disk of $size kB"
+            start
+            PROGRAM=$PROGRAM SIZE=$size unshare -rm sh -c 'mount -t tmpfs -o size="$SIZE"k tmpfs small &&
+                "$PROGRAM" -b -xmdf -tAll -typeAll -out small/full run_1.xmdf; status=$?
+                [ $status -ne 0 ] || ls small; exit $status' </dev/null >../console.txt 2>&1
+            finished_with 1 $?
+            said "ERROR - Could not write small/full.xmdf. The file is incomplete." "No space left on device"
+        done
+    else
+        echo "No file systems of one's own: the full disk is left out for .xmdf."
+    fi
+fi
+
+# Refusals.
+row 1 "" -b -dat -max -out run_1_h run_1_h.dat
+said "ERROR - run_1_h.dat is read by this run, -out has to name another file."
+row 1 "" -b -xmdf run_1.2dm
+said "ERROR - A mesh alone holds no results to write into a .xmdf file."
+row 2 "" -b -xnfo -asc -grid400 run_1.2dm
+said "ERROR - More than one output format specified."
+for name in dat:mine.dat ensight:mine.case ensight:mine.geo; do
+    ln -s /dev/full "${name#*:}"
+    run 1 -b "-${name%:*}" -max -out mine run_1_h.dat
+    said "ERROR"
+    rm -f mine.* mine_*
+    outputs=()
+done
+long=$(printf 'n%.0s' {1..200})
+row 0 "$long.dat" -b -dat -max -out "$long" run_1_h.dat
+
+# Listings need no mesh.
+mkdir alone
+cp run_1_h.dat alone/
+row 0 "alone/run_1_h_dat_info.txt" -b -xnfo alone/run_1_h.dat
+said "   Smallest value: -" "   Number of times: 4" "   Last time: maximums (stored as 99999)" "      2  0.1 h (stored as 0.1)"
+row 0 "run_1_2dm_info.txt" -b -xnfo run_1.2dm
+said "   Area: 64000000.00 (square map units)" "      West Bank" "   Nodes: 121"
+if [ -n "$hdf5" ]; then
+    cp run_1.xmdf alone/
+    row 0 "alone/run_1_xmdf_info.txt" -b -xnfo alone/run_1.xmdf
+    said "XMDF Version: 2.1" "1 S /run_1/Maximums/Depth" "   Unit of time: Hours" "   Smallest value: -"
+    row 0 "alone/run_1_xmdf_info.txt" -b -xnfo -verbose alone/run_1.xmdf
+    did_not_say "Smallest value: -"
+    row 1 "" -b -asc -grid400 -typeNothing -max run_1.xmdf
+    said "-xnfo lists the datasets of the file."
+fi
+
+# EnSight Gold: names without blanks, one file a dataset and time, extremes without a TIME section.
+row 0 "my_run.case my_run.geo my_run_Depth_000000.scl my_run_Depth_000001.scl my_run_Depth_000002.scl" -b -ensight -tAll -out "my run" run_1_d.dat
+row 0 "run_1.case run_1.geo" -b -ensight run_1.2dm
+check "a mesh alone has variables" not grep -q VARIABLE run_1.case
+row 0 "run_1_V.case run_1_V.geo run_1_V_Vector_Velocity_Max.vec" -b -ensight -max run_1_V.dat
+check "maximums have times" not grep -q TIME run_1_V.case
+run 0 -b -ensight -tAll run_1_V.dat
+said "WARNING - Stored maximums and the like have no output time"
+for python in python3 /usr/bin/python3; do
+    "$python" -c 'import vtkmodules.vtkIOEnSight' 2>/dev/null && break
+    python=
+done
+if [ -n "$python" ]; then
+    # The reader's values against those of the .dat: node 61 is the middle one, 3 times, the last maximums left out.
+    "$python" - run_1_V.case <<'END' >../vtk.txt
+import sys
+from vtkmodules.vtkIOEnSight import vtkGenericEnSightReader
+reader = vtkGenericEnSightReader()
+reader.SetCaseFileName(sys.argv[1])
+reader.ReadAllVariablesOn()
+reader.UpdateInformation()
+times = reader.GetTimeSets().GetItem(0)
+reader.SetTimeValue(times.GetValue(2))
+reader.Update()
+block = reader.GetOutput().GetBlock(0)
+vector = block.GetPointData().GetArray("Vector_Velocity").GetTuple(60)
+print(block.GetNumberOfPoints(), block.GetNumberOfCells(), *("%.1f" % times.GetValue(i) for i in range(times.GetNumberOfTuples())))
+print(*("%.6g" % value for value in vector), "%.1f %.1f" % block.GetPoint(60)[:2])
+END
+    x=$(od -An -tf4 -j $((108 + 3 * (9 + cells + 8 * 121) - 8 * 61)) -N 8 run_1_V.dat | awk '{ printf "%.6g %.6g", $1, $2 }')
+    check "ParaView's reader finds $(head -n 1 ../vtk.txt)" [ "$(head -n 1 ../vtk.txt)" = "121 $cells 0.0 0.1 0.2" ]
+    check "ParaView's reader finds $(tail -n 1 ../vtk.txt), the .dat holds $x" [ "$(tail -n 1 ../vtk.txt)" = "$x 0 4000.0 4000.0" ]
+else
+    echo "No python3-vtk9: the EnSight files are not opened with ParaView's reader."
+fi
+finish
