@@ -29,7 +29,7 @@ struct Results {
     /// of a difference: both results that it is taken between (inputs/difference.h), the source's; nullptr for results
     /// as a file holds them
     const DifferenceParts* parts = nullptr;
-    std::string units;              ///< of the values, as the source names them ("m"); blank when it does not
+    std::string units;  ///< of the values, as the source names them ("m"); blank when it does not
 };
 
 /// What the datasets that follow have in common, so that an output takes its memory once.

@@ -1,7 +1,5 @@
 #include "geometry/polygon_area.h"
-#include "inputs/mesh_reader.h"
 #include "run_control/file_listing.h"
-#include "services/files.h"
 #include "text_utils/numbers.h"
 
 #include <array>
@@ -34,11 +32,7 @@ std::string fromTo(double least, double most) { return AREAL8(least) + " to " + 
 
 void LIST_MESH(const std::string& name, Listing& listing) {
     Mesh mesh;
-    const int file = OPEN_FILE(name, "I ", "2dm");
-    SCAN_2DM(file, mesh);
-    SIZE_MESH_TABLES(mesh);
-    READ_2DM(file, {}, mesh);
-    CLOSE_FILE(file);
+    READ_MESH(name, mesh);
     std::map<std::int32_t, Cells> materials;
     Cells all;
     for (const MeshElement& element : mesh.elements) {

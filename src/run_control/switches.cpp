@@ -285,7 +285,7 @@ std::optional<Switch> FIND_SWITCH(std::string_view text) {
     for (const Switch& row : TABLE)
         if (row.wholeWord ? ASAME(text, row.keyword) : BEGINS_WITH(text, row.keyword)) return row;
     for (const OutputFormat& format : OUTPUT_FORMATS())
-        if (BEGINS_WITH(text, format.keyword) && (!format.wholeWord || text.size() == format.keyword.size()))
+        if (format.wholeWord ? ASAME(text, format.keyword) : BEGINS_WITH(text, format.keyword))
             return Switch{format.keyword, addOutput};
     return {};
 }
