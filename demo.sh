@@ -42,6 +42,9 @@ convert "Highest water level at points 100 m apart, for MapInfo:" -b -mif -grid1
 printf 'Version 300\nDelimiter ","\nColumns 1\n  Name Char(40)\nData\nPline 3\n300900 6202900\n304000 6204000\n307300 6205000\n' >"$out/river.mif"
 echo '"River"' >"$out/river.mid"
 convert "Bed and water level along the line of river.mif at every output time:" -b -lp river.mif -tAll basin_h.dat
+convert "What the .xmdf holds, as a list:" -b -xnfo basin.xmdf
+convert "Depths at every output time, for ParaView:" -b -ensight -typed -tAll basin.xmdf
+convert "Water levels and depths as one .xmdf of their own:" -b -xmdf -FolderTemporal -tAll basin.xmdf
 convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
 
 cat <<EOF

@@ -1,5 +1,6 @@
 #include "inputs/dataset_pairs.h"
 
+#include "inputs/xmdf_search.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "text_utils/numbers.h"
@@ -51,11 +52,20 @@ void checkQuantities(const Dataset& now, const Dataset& was, const PairRules& ru
     DMESSAGE("WARNING - Whether both files of -dif hold the same quantity is not known: " + both);
 }
 
-/// The dataset of the same name; the count of them when there is none.
+/// The dataset of the same name, of the same folder where a quantity comes with its stored extremes; the count of them
+/// when there is none.
 std::size_t partnerOf(const Dataset& now, const std::vector<Dataset>& was) {
-    const auto found = std::find_if(was.begin(), was.end(), [&](const Dataset& dataset) {
-        return dataset.vector == now.vector && ASAME(dataset.quantity, now.quantity) && ASAME(dataset.tag, now.tag);
+    const XmdfFolder folder = XMDF_FOLDER_OF(now.path);
+    const auto named = [&](const Dataset& dataset) {
+        const bool bothLowest =
+            (XMDF_FOLDER_OF(dataset.path) == XmdfFolder::Minimums) == (folder == XmdfFolder::Minimums);
+        return dataset.vector == now.vector && ASAME(dataset.quantity, now.quantity) && ASAME(dataset.tag, now.tag) &&
+               dataset.timed == now.timed && (bothLowest || dataset.path.empty() || now.path.empty());
+    };
+    auto found = std::find_if(was.begin(), was.end(), [&](const Dataset& dataset) {
+        return named(dataset) && XMDF_FOLDER_OF(dataset.path) == folder;
     });
+    if (found == was.end()) found = std::find_if(was.begin(), was.end(), named);
     return static_cast<std::size_t>(found - was.begin());
 }
 

@@ -4,6 +4,7 @@
 #include "services/files.h"
 #include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
+#include "text_utils/paths.h"
 #include "text_utils/text.h"
 
 #include <algorithm>
@@ -20,7 +21,7 @@ constexpr std::size_t NUMBERS_AT_ONCE = 1U << 15;
 /// A file of texts and little-endian numbers of four bytes.
 class BinaryFile {
 public:
-    BinaryFile(const std::string& name, const char* kind) : file_(OPEN_FILE(name, "O ", kind)) {}
+    explicit BinaryFile(const std::string& name) : file_(OPEN_FILE(name, "O ", FILEEXT(name).substr(1))) {}
 
     void text(std::string_view words) {
         std::string line = FITTED(words, LINE - 1);
@@ -79,7 +80,7 @@ std::string shortest(double value) {
 void WRITE_ENSIGHT_GEOMETRY(const std::string& name, const std::string& model, const Mesh& mesh,
                             std::span<const EnsightPart> parts) {
     const double west = std::floor(mesh.xmin), south = std::floor(mesh.ymin);
-    BinaryFile file(name, "geo");
+    BinaryFile file(name);
     file.text("C Binary");
     file.text("Coordinates less x " + AREAL8(west) + " y " + AREAL8(south));
     file.text(model);
@@ -114,7 +115,7 @@ void WRITE_ENSIGHT_VARIABLE(const std::string& name, const Results& results, con
     const auto missing = [&](std::size_t id) {
         return dry[id] != 0 || IS_MISSING(results.x[id]) || (results.vector && IS_MISSING(results.y[id]));
     };
-    BinaryFile file(name, results.vector ? "vec" : "scl");
+    BinaryFile file(name);
     const auto writeAll = [&](const std::string& heading, std::span<const std::int32_t> ids) {
         const auto component = [&](auto valueOf) {
             file.reals(ids.size(),

@@ -23,7 +23,7 @@ struct GrowingTable {
     std::array<hsize_t, 3> row{1, 1, 1};  ///< extent of one time
 };
 
-/// Keeps the library's reason before the closing of a handle empties its error stack.
+/// Keeps the library's reason before the closing of any handle, of properties too, empties its error stack.
 bool done(bool good) { return good || xmdfFailed(h5Reason()) >= 0; }
 bool done(herr_t status) { return done(status >= 0); }
 
@@ -88,11 +88,18 @@ bool addRow(const GrowingTable& table, hsize_t step, const void* values) {
            done(H5Dwrite(table.data.id(), table.memoryType, inMemory.id(), inFile.id(), H5P_DEFAULT, values));
 }
 
+H5Group createGroup(hid_t parent, const std::string& name) {
+    const H5Properties made = timeless(H5P_GROUP_CREATE);
+    H5Group group(H5Gcreate2(parent, name.c_str(), H5P_DEFAULT, made.id(), H5P_DEFAULT));
+    done(group.valid());
+    return group;
+}
+
 /// The group, made as a folder if it is not there.
 H5Group folderOf(hid_t parent, const std::string& name) {
     if (H5Lexists(parent, name.c_str(), H5P_DEFAULT) > 0) return H5Group(H5Gopen2(parent, name.c_str(), H5P_DEFAULT));
-    H5Group group(H5Gcreate2(parent, name.c_str(), H5P_DEFAULT, timeless(H5P_GROUP_CREATE).id(), H5P_DEFAULT));
-    return done(group.valid()) && writeText(group.id(), "Grouptype", "Generic") ? std::move(group) : H5Group();
+    H5Group group = createGroup(parent, name);
+    return group.valid() && writeText(group.id(), "Grouptype", "Generic") ? std::move(group) : H5Group();
 }
 
 }  // namespace
@@ -143,9 +150,8 @@ bool beginDataset(XmdfOutputState& file, const XmdfNewDataset& dataset) {
     if (!run.valid()) return false;
     const H5Group folder = folderOf(run.id(), dataset.folder);
     if (!folder.valid()) return false;
-    file.group = H5Group(
-        H5Gcreate2(folder.id(), dataset.name.c_str(), H5P_DEFAULT, timeless(H5P_GROUP_CREATE).id(), H5P_DEFAULT));
-    return done(file.group.valid()) &&
+    file.group = createGroup(folder.id(), dataset.name);
+    return file.group.valid() &&
            writeText(file.group.id(), "Grouptype", dataset.vector ? "DATASET VECTOR" : "DATASET SCALAR") &&
            writeText(file.group.id(), "TimeUnits", "Hours") &&
            writeText(file.group.id(), "DatasetUnits", dataset.units.empty() ? "None" : dataset.units) &&
@@ -167,8 +173,8 @@ XmdfStatus XMDF_CREATE(const std::string& name, XmdfOutput& file) {
     h5Silence();
     file.reset(new XmdfOutputState);
     file->name = name;
-    file->file =
-        H5File(H5Fcreate(NAME_FOR_LIBRARY(name).c_str(), H5F_ACC_TRUNC, timeless(H5P_FILE_CREATE).id(), H5P_DEFAULT));
+    const H5Properties made = timeless(H5P_FILE_CREATE);
+    file->file = H5File(H5Fcreate(NAME_FOR_LIBRARY(name).c_str(), H5F_ACC_TRUNC, made.id(), H5P_DEFAULT));
     return outcome(*file, done(file->file.valid()) && writeRoot(file->file.id()));
 }
 

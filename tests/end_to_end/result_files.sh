@@ -40,6 +40,12 @@ if [ -n "$hdf5" ]; then
     row 0 "name.dat" -b -dat -tAll -Folderrun_1 -typeh -out name run_1.xmdf
     check "folders are taken in another order" [ "$(od -An -tf4 -j $((header + 13)) -N 4 name.dat | tr -d ' ')" = -99999 ]
     row 0 "run_1_out.xmdf" -b -xmdf -tAll -typeAll run_1.xmdf
+    # of a difference too, each against its own kind
+    row 0 "run_1_minus_run_1_out.xmdf" -b -xmdf -tAll -typeh -dif run_1.xmdf run_1.xmdf
+    outputs=()
+    row 0 "run_1_minus_run_1_out_xmdf_info.txt" -b -xnfo run_1_minus_run_1_out.xmdf
+    said "/run_1_minus_run_1/Maximums/Water Level" "/run_1_minus_run_1/Minimums/Water Level" "   Number of times: 3" "   Largest value: 0"
+    rm run_1_minus_run_1_out.xmdf
     row 1 "" -b -xmdf -max -typeh -out RUN_1 run_1.xmdf
     said "ERROR - RUN_1.xmdf is read by this run, -out has to name another file."
     ln -s run_1.xmdf link.xmdf

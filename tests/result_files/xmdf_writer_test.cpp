@@ -71,6 +71,6 @@ TEST_CASE("A file that cannot be written ends the run with the reason") {
     const TemporaryFolder folder;
     const std::string said = consoleOf([&] { XmdfWriter(folder.name("no folder/x.xmdf"), "run", "x.xmdf"); });
     CHECK(said.starts_with("ERROR - Could not write x.xmdf. The file is incomplete.\n        \""));
-    CHECK(said.find("No such file or directory") != std::string::npos);
+    CHECK_MESSAGE(said.find("No such file or directory") != std::string::npos, said);
     CHECK(said.ends_with("<stopped>"));
 }
