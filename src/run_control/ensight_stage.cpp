@@ -89,8 +89,9 @@ private:
             name = plain + "_" + std::to_string(copy);
         open_.emplace();
         open_->dataset = dataset;
+        // "run.Depth_000000.scl": what begins with the name and a point is of the set that appears as a whole
         open_->variable = {name, results.vector, results.cellCentred, 0,
-                           FILENAMEEXT(base_) + "_" + name + (ordinary ? "_" + std::string(NUMBER_DIGITS, '*') : "") +
+                           FILENAMEEXT(base_) + "." + name + (ordinary ? "_" + std::string(NUMBER_DIGITS, '*') : "") +
                                (results.vector ? ".vec" : ".scl")};
     }
 
