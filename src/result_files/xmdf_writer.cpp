@@ -72,7 +72,6 @@ void XmdfWriter::begin(const Results& results, const std::string& path, const st
 
 void XmdfWriter::write(const Results& results, const std::string& path, std::span<const std::uint8_t> flags) {
     const std::string folder = folderOf(results.time, path);
-    // a .dat without a path has one dataset; letter n tells a scalar from a vector of one name
     const std::string key = folder + "/" + path + (results.vector ? "/v" : "/s");
     if (key != current_) begin(results, path, folder, flags.size());
     current_ = key;

@@ -5,7 +5,6 @@
 #include "xmdf/xmdf_output.h"
 
 #include <cstdint>
-#include <map>
 #include <span>
 #include <string>
 #include <vector>

@@ -70,7 +70,9 @@ bool createTable(hid_t group, const char* name, hid_t fileType, GrowingTable& ta
     most[0] = H5S_UNLIMITED;
     const H5Space space(H5Screate_simple(table.rank, none.data(), most.data()));
     const H5Properties made = timeless(H5P_DATASET_CREATE);
-    if (!done(H5Pset_chunk(made.id(), table.rank, table.row.data())) || !done(H5Pset_deflate(made.id(), COMPRESSION)))
+    // Bytes of one rank stand together before they are compressed, which takes half the time and half the room.
+    if (!done(H5Pset_chunk(made.id(), table.rank, table.row.data())) || !done(H5Pset_shuffle(made.id())) ||
+        !done(H5Pset_deflate(made.id(), COMPRESSION)))
         return false;
     table.data = H5Dataset(H5Dcreate2(group, name, fileType, space.id(), H5P_DEFAULT, made.id(), H5P_DEFAULT));
     return done(table.data.valid());
