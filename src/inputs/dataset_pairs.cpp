@@ -57,10 +57,11 @@ void checkQuantities(const Dataset& now, const Dataset& was, const PairRules& ru
 std::size_t partnerOf(const Dataset& now, const std::vector<Dataset>& was) {
     const XmdfFolder folder = XMDF_FOLDER_OF(now.path);
     const auto named = [&](const Dataset& dataset) {
-        const bool bothLowest =
-            (XMDF_FOLDER_OF(dataset.path) == XmdfFolder::Minimums) == (folder == XmdfFolder::Minimums);
-        return dataset.vector == now.vector && ASAME(dataset.quantity, now.quantity) && ASAME(dataset.tag, now.tag) &&
-               dataset.timed == now.timed && (bothLowest || dataset.path.empty() || now.path.empty());
+        if (dataset.vector != now.vector || dataset.timed != now.timed || !ASAME(dataset.quantity, now.quantity))
+            return false;
+        if (dataset.path.empty() || now.path.empty()) return true;  // a .dat: no folders, and its name is its tag
+        const bool lowest = XMDF_FOLDER_OF(dataset.path) == XmdfFolder::Minimums;
+        return ASAME(dataset.tag, now.tag) && lowest == (folder == XmdfFolder::Minimums);
     };
     auto found = std::find_if(was.begin(), was.end(), [&](const Dataset& dataset) {
         return named(dataset) && XMDF_FOLDER_OF(dataset.path) == folder;

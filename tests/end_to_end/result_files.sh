@@ -46,6 +46,9 @@ if [ -n "$hdf5" ]; then
     row 0 "run_1_minus_run_1_out_xmdf_info.txt" -b -xnfo run_1_minus_run_1_out.xmdf
     said "/run_1_minus_run_1/Maximums/Water Level" "/run_1_minus_run_1/Minimums/Water Level" "   Number of times: 3" "   Largest value: 0"
     rm run_1_minus_run_1_out.xmdf
+    row 3 "run_1_minus_run_1_h_out_h.dat" -b -dat -tAll -typeh -dif run_1_h.dat run_1.xmdf
+    said "Warning - Datasets without a partner in run_1_h.dat are left out: /run_1/Minimums/Water Level, /run_1/Maximums/Water Level"
+    row 3 "run_1_h_minus_run_1_out_h.dat" -b -dat -tAll -typeh -dif run_1.xmdf run_1_h.dat
     row 1 "" -b -xmdf -max -typeh -out RUN_1 run_1.xmdf
     said "ERROR - RUN_1.xmdf is read by this run, -out has to name another file."
     ln -s run_1.xmdf link.xmdf
