@@ -45,6 +45,9 @@ convert "Bed and water level along the line of river.mif at every output time:" 
 convert "What the .xmdf holds, as a list:" -b -xnfo basin.xmdf
 convert "Depths at every output time, for ParaView:" -b -ensight -typed -tAll basin.xmdf
 convert "Water levels and depths as one .xmdf of their own:" -b -xmdf -FolderTemporal -tAll basin.xmdf
+build/release/examples/make_parabolic_basin -origin 300000,6200300 "$out/shifted"
+convert "Where the water stands deeper or shallower than in a flood 300 m further north, and what is newly wet or dry:" \
+    -b -flt -grid50 -max -dif shifted_d.dat basin_d.dat
 convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
 
 cat <<EOF

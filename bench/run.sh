@@ -92,9 +92,18 @@ for size in "$@"; do
     asc=$SECONDS_BEST
     asc_processor=$PROCESSOR
     converted "maximum of all times to .flt" -flt -grid$GRID -max -out "out/x" "${model}_d.dat"
+    cp "${model}.2dm" "${model}_was.2dm"      # another run of the same mesh has a copy of its own
+    cp "${model}_h.dat" "${model}_was_h.dat"
+    converted "difference of two .dat, one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" -dif "${model}_was_h.dat" "${model}_h.dat"
+    difference=$SECONDS_BEST
+    row "   times one time to .flt (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $difference / $flt }")" "" ""
+    converted "difference, all times, to .flt" -flt -grid$GRID -tAll -dif "${model}_was_h.dat" "${model}_h.dat"
+    all_differences=$SECONDS_BEST
+    rm -f "${model}"_h_minus_*
     converted "velocity, one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_V.dat"
     converted "all times, $((FURTHER + 1)) grids, to .flt" -flt -grid$GRID -tAll "${model}_h.dat"
     row "   each further time" "$(further "$flt" "$SECONDS_BEST")" "$(further "$flt_processor" "$PROCESSOR")" ""
+    row "   differences over these (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $all_differences / $SECONDS_BEST }")" "" ""
     rm -f "${model}"_h_*.flt "${model}"_h_*.hdr
     converted "all times, $((FURTHER + 1)) grids, to .asc" -asc -grid$GRID -tAll "${model}_h.dat"
     row "   each further time" "$(further "$asc" "$SECONDS_BEST")" "$(further "$asc_processor" "$PROCESSOR")" ""

@@ -3,51 +3,76 @@
 #include "geometry/no_value.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <vector>
 
 namespace {
 
-constexpr std::size_t HALF = std::size_t{1} << 16;
+constexpr std::uint32_t HALF = 1U << 16;
+constexpr float LARGEST = std::numeric_limits<float>::max();
+constexpr std::size_t LANES = 8;   ///< sums and extremes side by side, for the compiler to take several at once
+constexpr std::size_t BLOCK = 64;  ///< values looked at before they are counted one by one
 using Counts = std::vector<std::int64_t>;
 
 /// A number that grows with the value. Minus zero is zero.
 std::uint32_t keyOf(float value) {
     const auto bits = std::bit_cast<std::uint32_t>(value + 0.0F);
-    return (bits & 0x80000000U) != 0 ? ~bits : bits | 0x80000000U;
+    return bits ^ (0x80000000U | (0U - (bits >> 31)));  // all bits of a negative one, else the sign alone
 }
 
 float valueOf(std::uint32_t key) { return std::bit_cast<float>((key & 0x80000000U) != 0 ? key & 0x7FFFFFFFU : ~key); }
 
 /// What the first pass finds out.
 struct Tally {
-    Statistics statistics;
-    Counts upper = Counts(HALF);  ///< values by the upper half of their keys
+    Counts upper = Counts(HALF + 1);  ///< values by the upper half of their keys; behind them the missing ones
+    std::array<float, LANES> least, most;
+    std::array<double, LANES> sum{}, absolute{};
+
+    Tally() {
+        least.fill(LARGEST);
+        most.fill(-LARGEST);
+    }
+    void take(const float* values);
 };
 
-Tally tallyOf(std::span<const float> values) {
-    Tally tally;
-    float least = std::numeric_limits<float>::max(), most = -least;
-    double sum = 0.0, absolute = 0.0;
-    for (const float value : values) {
-        if (IS_MISSING(value)) continue;
-        ++tally.upper[keyOf(value) >> 16];
-        least = std::min(least, value);
-        most = std::max(most, value);
-        sum += static_cast<double>(value);
-        absolute += static_cast<double>(std::abs(value));
+/// A block of values.
+void Tally::take(const float* values) {
+    std::array<std::uint32_t, BLOCK> present, entries;
+    std::array<float, BLOCK> counted;
+    for (std::size_t i = 0; i < BLOCK; ++i) {
+        present[i] = VALUE_BITS(values[i]);
+        counted[i] = WITH_BITS(present[i], values[i], 0.0F);
+        entries[i] = ((keyOf(counted[i]) >> 16) & present[i]) | (HALF & ~present[i]);
     }
-    for (const std::int64_t count : tally.upper) tally.statistics.count += count;
-    if (tally.statistics.count == 0) return tally;
-    const auto count = static_cast<double>(tally.statistics.count);
-    tally.statistics.least = static_cast<double>(least);
-    tally.statistics.most = static_cast<double>(most);
-    tally.statistics.mean = sum / count;
-    tally.statistics.meanAbsolute = absolute / count;
-    return tally;
+    for (std::size_t i = 0; i < BLOCK; i += LANES)
+        for (std::size_t lane = 0; lane < LANES; ++lane) {
+            const float low = WITH_BITS(present[i + lane], counted[i + lane], LARGEST);
+            const float high = WITH_BITS(present[i + lane], counted[i + lane], -LARGEST);
+            least[lane] = low < least[lane] ? low : least[lane];
+            most[lane] = high > most[lane] ? high : most[lane];
+        }
+    for (std::size_t i = 0; i < BLOCK; i += LANES)
+        for (std::size_t lane = 0; lane < LANES; ++lane) {
+            sum[lane] += static_cast<double>(counted[i + lane]);
+            absolute[lane] += static_cast<double>(std::abs(counted[i + lane]));
+        }
+    for (const std::uint32_t entry : entries) ++upper[entry];
+}
+
+/// Calls visit(first of BLOCK values) for all of them; the last block is filled up with missing ones.
+template <typename Visit>
+void forEachBlock(std::span<const float> values, Visit visit) {
+    std::size_t first = 0;
+    for (; first + BLOCK <= values.size(); first += BLOCK) visit(values.data() + first);
+    std::array<float, BLOCK> last;
+    last.fill(NO_VALUE);
+    std::copy(values.begin() + static_cast<std::ptrdiff_t>(first), values.end(), last.begin());
+    visit(last.data());
 }
 
 /// The entry that holds a rank, which becomes the rank inside it.
@@ -72,8 +97,15 @@ private:
     void countLower(std::uint32_t upper) {
         lower_.assign(HALF, 0);
         counted_ = upper;
-        for (const float value : values_)
-            if (const std::uint32_t key = keyOf(value); key >> 16 == upper && !IS_MISSING(value)) ++lower_[key % HALF];
+        const float low = valueOf(upper << 16), high = valueOf(upper << 16 | (HALF - 1));
+        forEachBlock(values_, [&](const float* values) {
+            std::uint32_t any = 0;  // mostly none of a block
+            for (std::size_t i = 0; i < BLOCK; ++i)
+                any |= static_cast<std::uint32_t>((values[i] >= low) & (values[i] <= high));
+            for (std::size_t i = 0; i < BLOCK && any != 0; ++i)
+                if (const std::uint32_t key = keyOf(values[i]); key >> 16 == upper && !IS_MISSING(values[i]))
+                    ++lower_[key % HALF];
+        });
     }
 
     std::span<const float> values_;
@@ -93,9 +125,17 @@ double percentile(Ranks& ranks, std::int64_t count, double share) {
 }  // namespace
 
 Statistics STATISTICS_OF(std::span<const float> values) {
-    Tally tally = tallyOf(values);
-    Statistics& statistics = tally.statistics;
+    Tally tally;
+    forEachBlock(values, [&](const float* block) { tally.take(block); });
+    tally.upper.pop_back();
+    const auto total = [](const auto& lanes) { return std::accumulate(lanes.begin(), lanes.end(), 0.0); };
+    Statistics statistics;
+    statistics.count = std::accumulate(tally.upper.begin(), tally.upper.end(), std::int64_t{0});
     if (statistics.count == 0) return statistics;
+    statistics.least = static_cast<double>(*std::min_element(tally.least.begin(), tally.least.end()));
+    statistics.most = static_cast<double>(*std::max_element(tally.most.begin(), tally.most.end()));
+    statistics.mean = total(tally.sum) / static_cast<double>(statistics.count);
+    statistics.meanAbsolute = total(tally.absolute) / static_cast<double>(statistics.count);
     Ranks ranks(values, tally.upper);
     statistics.percentile5 = percentile(ranks, statistics.count, 0.05);
     statistics.percentile95 = percentile(ranks, statistics.count, 0.95);

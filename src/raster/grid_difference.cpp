@@ -58,21 +58,33 @@ Wetness wetnessAt(const GridWetness& side, std::size_t cell, float value) {
     return !side.holes.empty() && side.holes[cell] != 0 ? Wetness::Unknown : Wetness::Dry;
 }
 
-/// now becomes the difference, was the classes.
-GridChanges subtract(std::vector<float>& now, std::vector<float>& was, const GridWas& sides, bool dryIsZero,
-                     bool directions) {
+/// One cell of which one side has no value, or that holds a direction.
+void subtractCell(float& now, float& was, std::size_t cell, const GridWas& sides, bool dryIsZero, bool directions) {
+    const Wetness nowWetness = wetnessAt(sides.now, cell, now), wasWetness = wetnessAt(sides.was, cell, was);
+    const bool turn = directions && nowWetness == Wetness::Wet && wasWetness == Wetness::Wet;
+    now = turn ? TURN_OF(now, was) : DIFFERENCE_OF(now, nowWetness, was, wasWetness, dryIsZero);
+    was = CLASS_OF(nowWetness, wasWetness);
+}
+
+/// now becomes the difference, was the classes. Blocks of cells that have both values, or neither, are most of a grid
+/// and need no look at each.
+GridChanges subtract(float* now, float* was, std::size_t cells, const GridWas& sides, bool dryIsZero, bool directions) {
+    constexpr std::size_t BLOCK = 256;
     GridChanges changes;
-    for (std::size_t i = 0; i < now.size(); ++i) {
-        const bool nowMissing = IS_MISSING(now[i]), wasMissing = IS_MISSING(was[i]);
-        if (!nowMissing && !wasMissing) {
-            now[i] = directions ? TURN_OF(now[i], was[i]) : now[i] - was[i];
-            was[i] = WET_IN_BOTH;
-        } else if (nowMissing && wasMissing) {
-            now[i] = was[i] = NO_VALUE;
-        } else {
-            const Wetness nowWetness = wetnessAt(sides.now, i, now[i]), wasWetness = wetnessAt(sides.was, i, was[i]);
-            now[i] = DIFFERENCE_OF(now[i], nowWetness, was[i], wasWetness, dryIsZero);
-            was[i] = CLASS_OF(nowWetness, wasWetness);
+    for (std::size_t first = 0; first < cells; first += BLOCK) {
+        const std::size_t end = std::min(first + BLOCK, cells);
+        std::uint32_t alone = directions ? 1 : 0;
+        for (std::size_t i = first; i < end; ++i) alone |= VALUE_BITS(now[i]) ^ VALUE_BITS(was[i]);
+        if (alone == 0) {
+            for (std::size_t i = first; i < end; ++i) {
+                const std::uint32_t both = VALUE_BITS(now[i]);
+                now[i] = WITH_BITS(both, now[i] - was[i], NO_VALUE);
+                was[i] = WITH_BITS(both, WET_IN_BOTH, NO_VALUE);
+            }
+            continue;
+        }
+        for (std::size_t i = first; i < end; ++i) {
+            subtractCell(now[i], was[i], i, sides, dryIsZero, directions);
             changes.nowWet += was[i] == NOW_WET ? 1 : 0;
             changes.nowDry += was[i] == NOW_DRY ? 1 : 0;
         }
@@ -103,5 +115,6 @@ GridChanges GRID_DIFFERENCE(GridRun& run, GridWas& was, const Mesh& mesh, const 
     gridSide(run, mesh, parts.now, choice, ownMesh, was.now);
     REPORT("Taking the difference...");
     const bool directions = parts.now.vector && choice.scalar == VectorScalar::Direction;
-    return subtract(run.grid.values, was.run.grid.values, was, parts.dryIsZero, directions);
+    return subtract(run.grid.values.data(), was.run.grid.values.data(), run.grid.values.size(), was, parts.dryIsZero,
+                    directions);
 }
