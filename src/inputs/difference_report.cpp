@@ -1,6 +1,7 @@
 #include "inputs/difference_report.h"
 
 #include "geometry/polygon_area.h"
+#include "geometry/vector_magnitude.h"
 #include "inputs/statistics.h"
 #include "inputs/wet_mesh.h"
 #include "services/console.h"
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -63,4 +65,11 @@ void REPORT_DIFFERENCE(std::span<const float> values, const ChangedAreas& areas)
     REPORT(line);
     REPORT("   was dry, now wet: " + areaText(areas.nowWet, areas.degrees));
     REPORT("   was wet, now dry: " + areaText(areas.nowDry, areas.degrees));
+}
+
+void REPORT_RESULTS_DIFFERENCE(const Mesh& mesh, const Results& difference) {
+    std::vector<float> values = difference.x;
+    for (std::size_t i = 1; difference.vector && i < values.size(); ++i)
+        if (!IS_MISSING(values[i])) values[i] = VECTOR_MAGNITUDE(values[i], difference.y[i]);
+    REPORT_DIFFERENCE(std::span(values).subspan(1), CHANGED_AREAS(mesh, *difference.parts));
 }

@@ -17,3 +17,6 @@ ChangedAreas CHANGED_AREAS(const Mesh& mesh, const DifferenceParts& parts);
 
 /// Says count, extremes, means and percentiles of the values, and both areas. Missing values do not count.
 void REPORT_DIFFERENCE(std::span<const float> values, const ChangedAreas& areas);
+
+/// The same of all values of a difference, of vectors their magnitudes.
+void REPORT_RESULTS_DIFFERENCE(const Mesh& mesh, const Results& difference);

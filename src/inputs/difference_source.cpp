@@ -47,6 +47,7 @@ void DifferenceSource::begin(std::size_t dataset, bool cellCentred, Results& res
     results.times = parts_.now.times;
     results.quantity = parts_.now.quantity;
     results.code = parts_.now.code;
+    results.units = parts_.now.units;
     results.parts = &parts_;
 }
 
@@ -80,6 +81,7 @@ bool DifferenceSource::readPair() {
 void DifferenceSource::hand(Results& results) const {
     results.time = parts_.now.time;
     results.endReached = parts_.now.endReached;
+    results.flagged = parts_.now.flagged || parts_.was.flagged;
     if (rules_.nodeByNode) SUBTRACT_RESULTS(mesh_, parts_, results);
 }
 

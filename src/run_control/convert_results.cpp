@@ -1,5 +1,6 @@
 #include "run_control/convert_results.h"
 
+#include "inputs/difference_report.h"
 #include "inputs/xmdf_choice.h"
 #include "run_control/file_questions.h"
 #include "run_control/mesh_match.h"
@@ -62,9 +63,13 @@ public:
     void convert(std::size_t index, const ResultsKind& kind) {
         if (!begun_ || kind_ != kind) beginStages(kind);
         source_.begin(index, kind.cellCentred, results_);
-        while (source_.next(results_))
+        while (source_.next(results_)) {
             for (const auto& stage : stages_)
                 stage->take(results_, labelOf(label_, source_.datasets()[index], results_));
+            // what these write is the record itself; the others tell of what they have made of it
+            if (kind.difference && (GIVEN(OPTIONS(), Family::ResultsFile) || GIVEN(OPTIONS(), Family::Scene)))
+                REPORT_RESULTS_DIFFERENCE(mesh_, results_);
+        }
     }
 
 private:
