@@ -28,7 +28,10 @@ std::string hoursText(const OutputTime& time, int decimals) {
         case TimeKind::Ordinary: return TIME_TEXT(time, decimals, false) + " h";
         case TimeKind::Maximum: return "maximums";
         case TimeKind::Minimum: return "minimums";
-        default: return "no time";
+        case TimeKind::TimeOfMaximum:
+        case TimeKind::PeakLevel:
+        case TimeKind::PeakVelocity: return "times of maximum";
+        default: return "no output time";
     }
 }
 

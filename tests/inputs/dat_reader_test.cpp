@@ -10,6 +10,7 @@
 
 #include <doctest/doctest.h>
 
+#include <array>
 #include <bit>
 #include <filesystem>
 #include <functional>
@@ -64,6 +65,18 @@ TEST_CASE("The header is read past cards of other programs") {
     CHECK(results.x == std::vector<float>{MISSING, 1, 3, 5});
     CHECK(results.y == std::vector<float>{MISSING, 2, 4, 6});
     CHECK(results.wet == std::vector<std::uint8_t>{1, 1, 0});
+}
+
+TEST_CASE("For a file of results minimums come first and maximums last, each with the flags it has in the file") {
+    const TemporaryFolder folder;
+    const std::string name = folder.write(
+        "x_h.dat", datBytes(header(1, 1), {{99999, {9}, {1}}, {1, {5}, {0}}, {-99999, {4}, {}}, {2, {6}, {1}}}));
+    std::vector<std::array<float, 2>> held;  // value, flag
+    readFile(name, [&] {
+        ORDER_DAT_STEPS(dat);
+        while (NEXT_DAT_TIME(dat, results)) held.push_back({results.x[1], static_cast<float>(results.wet[1])});
+    });
+    CHECK(held == std::vector<std::array<float, 2>>{{4, 0}, {5, 0}, {6, 1}, {9, 1}});
 }
 
 TEST_CASE("A file that is no whole binary .dat is refused by name") {
