@@ -30,6 +30,7 @@ constexpr std::array<KindRow, 12> KINDS = {{
     {"TEXT", GisShape::Any},
     {"MULTIPOINT", GisShape::MultiPoint},
 }};
+static_assert(KINDS.size() == static_cast<std::size_t>(GisKind::MultiPoint) + 1);
 
 }  // namespace
 

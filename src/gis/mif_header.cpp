@@ -125,7 +125,7 @@ void readPreamble(GisLayer& layer) {
         layer.header.coordSys = DEFAULT_COORD_SYS;
     }
     layer.header.bounds = BOUNDS_OF(layer.header.coordSys);
-    if (!SEEK_FILE(handle, 0)) STOP_RUN("ERROR - Could not read " + GETNAM(handle) + ": " + LAST_FILE_ERROR(handle));
+    if (!SEEK_FILE(handle, 0)) STOP_UNREADABLE(handle);
 }
 
 }  // namespace

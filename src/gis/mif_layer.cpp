@@ -9,12 +9,8 @@
 
 namespace {
 
-[[noreturn]] void cannotRead(int handle) {
-    STOP_RUN("ERROR - Could not read " + GETNAM(handle) + ": " + LAST_FILE_ERROR(handle));
-}
-
 void seekTo(GisFile& file, std::int64_t offset) {
-    if (!SEEK_FILE(file.handle, offset)) cannotRead(file.handle);
+    if (!SEEK_FILE(file.handle, offset)) STOP_UNREADABLE(file.handle);
 }
 
 /// The name with the extension .mif, which it may have already in another letter case.

@@ -23,7 +23,7 @@ constexpr int MOST_UNKNOWN_CARDS = 1000;  ///< a header holds a dozen cards; mor
 template <std::size_t Count>
 bool readBytes(int file, std::array<unsigned char, Count>& bytes) {
     const std::int64_t got = READ_BYTES(file, bytes.data(), Count);
-    if (got < 0) STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file));
+    if (got < 0) STOP_UNREADABLE(file);
     return got == static_cast<std::int64_t>(Count);
 }
 
@@ -55,12 +55,12 @@ bool beginsAsText(int file) {
 constexpr struct {
     std::int32_t code;
     double seconds;
-} TIME_UNITS[] = {{0, 3600.0}, {1, 60.0}, {2, 1.0}, {4, 86400.0}};
+} TIME_UNITS[] = {{0, SECONDS_PER_HOUR}, {1, 60.0}, {2, 1.0}, {4, 86400.0}};
 
 bool readTimeUnit(int file, double& secondsPerUnit) {
     std::int32_t code = 0;
     if (!readInteger(file, code)) return false;
-    secondsPerUnit = 3600.0;
+    secondsPerUnit = SECONDS_PER_HOUR;
     const auto* unit =
         std::find_if(std::begin(TIME_UNITS), std::end(TIME_UNITS), [&](const auto& row) { return row.code == code; });
     if (unit != std::end(TIME_UNITS)) secondsPerUnit = unit->seconds;

@@ -12,9 +12,9 @@ constexpr std::int32_t DAT_CARD_END = 210;
 /// What the cards say, and where the first output time begins.
 struct DatCards {
     DatHeader header;
-    std::int32_t declaredFlagSize = 1;  ///< card 120, bytes
-    double secondsPerUnit = 3600.0;     ///< card 250: of the unit of times
-    std::int64_t firstStep = 0;         ///< bytes from the start of the file to the byte behind the first card 200
+    std::int32_t declaredFlagSize = 1;         ///< card 120, bytes
+    double secondsPerUnit = SECONDS_PER_HOUR;  ///< card 250: of the unit of times
+    std::int64_t firstStep = 0;  ///< bytes from the start of the file to the byte behind the first card 200
 };
 
 /// Reads the cards from the start of the file. Stops the run on a file that is empty, a text or without an output time,

@@ -46,7 +46,7 @@ struct Walk {
 /// Bytes at an offset, as many as the file holds of those asked for.
 std::size_t readAt(int file, std::int64_t offset, std::span<unsigned char> bytes) {
     const std::int64_t got = SEEK_FILE(file, offset) ? READ_BYTES(file, bytes.data(), bytes.size()) : -1;
-    if (got < 0) STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file));
+    if (got < 0) STOP_UNREADABLE(file);
     return static_cast<std::size_t>(got);
 }
 

@@ -19,13 +19,12 @@ constexpr std::size_t CHUNK = 1U << 16;
 void readWhole(int file, void* to, std::size_t count) {
     const std::int64_t got = READ_BYTES(file, to, count);
     if (got == static_cast<std::int64_t>(count)) return;
-    STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " +
-             (got < 0 ? LAST_FILE_ERROR(file) : "it has become shorter since it was opened") + ".");
+    if (got < 0) STOP_UNREADABLE(file);
+    STOP_UNREADABLE(file, "it has become shorter since it was opened");
 }
 
 void seek(int file, std::int64_t offset) {
-    if (!SEEK_FILE(file, offset))
-        STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file) + ".");
+    if (!SEEK_FILE(file, offset)) STOP_UNREADABLE(file);
 }
 
 /// Any flag but zero is wet: some compilers write true as -1. step: offset of the one that has them.

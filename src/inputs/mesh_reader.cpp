@@ -149,7 +149,7 @@ private:
 
 void rewind(int file) {
     REPORT("Rewinding .2dm file...");
-    if (!SEEK_FILE(file, 0)) STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file));
+    if (!SEEK_FILE(file, 0)) STOP_UNREADABLE(file);
     REPORT("Done.");
 }
 

@@ -33,7 +33,7 @@ struct XmdfDatasets {
 struct XmdfEntry {
     std::string fileName;  ///< as given
     XmdfFile file;
-    std::array<XmdfDatasets, 2> sorts;  ///< by XmdfKind
+    std::array<XmdfDatasets, static_cast<std::size_t>(XmdfKind::Vector) + 1> sorts;  ///< by XmdfKind
     XmdfDatasets& of(XmdfKind kind) { return sorts[static_cast<std::size_t>(kind)]; }
     const XmdfDatasets& of(XmdfKind kind) const { return sorts[static_cast<std::size_t>(kind)]; }
 };

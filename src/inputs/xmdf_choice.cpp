@@ -9,6 +9,7 @@
 #include "text_utils/text.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -39,6 +40,20 @@ OutputTime timeOf(const XmdfItem& item) {
         case XmdfRead::AllTimes: break;
     }
     return {};
+}
+
+/// For messages. A marker says nothing to a user: it gives way to the closest time that is one, else to its name.
+std::string closestText(const std::vector<OutputTime>& times, OutputTime closest, const RunOptions& options) {
+    const bool extreme = closest == TIME_MAXIMUM || closest == TIME_MINIMUM;
+    double best = std::numeric_limits<double>::infinity();
+    for (const OutputTime& time : times) {
+        if (!extreme || !time.ordinary() || options.outputTime.away(time) >= best) continue;
+        best = options.outputTime.away(time);
+        closest = time;
+    }
+    if (closest == TIME_MAXIMUM) return "Max";
+    if (closest == TIME_MINIMUM) return "Min";
+    return TIME_TEXT(closest, TIME_DECIMALS(times, options.seconds), options.seconds);
 }
 
 }  // namespace
@@ -152,12 +167,12 @@ bool XmdfChoice::addClosestTime(XmdfKind kind, std::int32_t number, bool stopsRu
     OutputTime closest;
     const double tolerance = options_.timeTolerance.value_or(TIME_TOLERANCE(facts.times));
     const std::int32_t step = CLOSEST_XMDF_TIME(facts.times, options_.outputTime, tolerance, closest);
-    const std::string text = TIME_TEXT(closest, decimals, options_.seconds);
     if (step > 0) {
-        REPORT("Found closest time: " + text);
+        REPORT("Found closest time: " + TIME_TEXT(closest, decimals, options_.seconds));
         const bool times = XMDF_FOLDER_OF(path) == XmdfFolder::Times;
         return add(kind, number, times ? XmdfRead::SingleOutput : XmdfRead::Time, std::move(facts), step);
     }
+    const std::string text = closestText(facts.times, closest, options_);
     if (!stopsRun) return lacks("no output time " + wanted + ", the closest is " + text);
     DMESSAGE("ERROR - Closest time " + XMDF_QUOTED(text) + " is not within time search tolerance");
     REPORT("        " + XMDF_QUOTED(entry_.fileName) + ": " + path);
@@ -167,7 +182,8 @@ bool XmdfChoice::addClosestTime(XmdfKind kind, std::int32_t number, bool stopsRu
 bool XmdfChoice::addWithoutTime(XmdfKind kind, std::int32_t number) {
     const std::string& path = entry_.of(kind).path(number);
     if (!holdsTimeSteps(XMDF_FOLDER_OF(path))) return addStored(kind, number);
-    XmdfFacts facts = READ_XMDF_FACTS(entry_, path);
+    XmdfFacts facts;
+    if (!readable(path, facts)) return true;
     if (facts.times.size() == 1) return add(kind, number, XmdfRead::Time, std::move(facts), 1);
     if (!options_.datasetByNumber) return add(kind, number, XmdfRead::AllTimes, std::move(facts));
     return addMaximum(kind, XMDF_TWIN(entry_.of(kind), path, XmdfFolder::Maximums), number);

@@ -15,9 +15,9 @@ std::span<float> numberedFromOne(std::vector<float>& table) { return std::span(t
 
 void readFlags(XmdfReading& reading, std::int32_t step, std::vector<std::uint8_t>& wet) {
     if (reading.item->facts.flags == 0) return;  // a dataset without flags: every cell is wet
-    if (xfreadactivitytimestep_f(*reading.group, step, std::span(wet).subspan(1)) < 0)
-        XMDF_UNREADABLE("ERROR - Reading cell/wet dry flags [XF_READ_ACTIVITY_TIMESTEP] while reading " +
-                        reading.entry->fileName);
+    CHECK_XMDF(
+        xfreadactivitytimestep_f(*reading.group, step, std::span(wet).subspan(1)),
+        "ERROR - Reading cell/wet dry flags [XF_READ_ACTIVITY_TIMESTEP] while reading " + reading.entry->fileName);
 }
 
 XmdfStatus readVectors(XmdfReading& reading, std::int32_t step, std::vector<float>& x, std::vector<float>& y) {
@@ -36,10 +36,9 @@ void readStep(XmdfReading& reading, std::int32_t step, const char* what, std::ve
     const bool vector = reading.item->kind == XmdfKind::Vector;
     const XmdfStatus status = vector ? readVectors(reading, step, x, y)
                                      : xfreadscalarvaluestimestep_f(*reading.group, step, numberedFromOne(x));
-    if (status < 0)
-        XMDF_UNREADABLE("ERROR - Reading " + std::string(what) +
-                        (vector ? " [XF_READ_VECTOR_VALUES_TIMESTEP]" : " [XF_READ_SCALAR_VALUES_TIMESTEP]") +
-                        " while reading " + reading.entry->fileName);
+    CHECK_XMDF(status, "ERROR - Reading " + std::string(what) +
+                           (vector ? " [XF_READ_VECTOR_VALUES_TIMESTEP]" : " [XF_READ_SCALAR_VALUES_TIMESTEP]") +
+                           " while reading " + reading.entry->fileName);
     readFlags(reading, step, wet);
 }
 
@@ -49,12 +48,12 @@ void readIntoResults(XmdfReading& reading, std::int32_t step, const char* what) 
 }
 
 void openGroup(XmdfReading& reading) {
-    if (xfopengroup_f(*reading.entry->file, reading.item->path, reading.group) < 0)
-        XMDF_UNREADABLE("ERROR - Unable to open group [XF_OPEN_GROUP]");
+    CHECK_XMDF(xfopengroup_f(*reading.entry->file, reading.item->path, reading.group),
+               "ERROR - Unable to open group [XF_OPEN_GROUP]");
 }
 
 void closeGroup(XmdfReading& reading) {
-    if (xfclosegroup_f(reading.group) < 0) XMDF_UNREADABLE("ERROR - Closing group [XF_CLOSE_GROUP]");
+    CHECK_XMDF(xfclosegroup_f(reading.group), "ERROR - Closing group [XF_CLOSE_GROUP]");
 }
 
 void closeAndSaySo(XmdfReading& reading) {
@@ -75,7 +74,7 @@ void readStored(XmdfReading& reading, const char* announcement) {
 /// Times in the file's unit become hours, or seconds where the run shows those.
 void convertTimes(XmdfReading& reading) {
     const double secondsPerUnit = reading.item->facts.secondsPerUnit;
-    const double factor = reading.seconds ? secondsPerUnit : secondsPerUnit / 3600.0;
+    const double factor = reading.seconds ? secondsPerUnit : secondsPerUnit / SECONDS_PER_HOUR;
     for (float& value : numberedFromOne(reading.results->x))
         if (!IS_MISSING(value)) value = static_cast<float>(static_cast<double>(value) * factor);
 }
@@ -84,8 +83,8 @@ void readSingleOutput(XmdfReading& reading) {
     REPORT("Getting data from group: " + reading.item->path);
     openGroup(reading);
     std::int32_t times = 0;
-    if (xfgetdatasetnumtimes_f(*reading.group, times) < 0)
-        XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    CHECK_XMDF(xfgetdatasetnumtimes_f(*reading.group, times),
+               "ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
     if (times > 1)
         throw XmdfUnreadable{"ERROR - Multiple output times exits, expecting 1.",
                              "Contact " + std::string(SUPPORT_CONTACT)};
@@ -98,8 +97,8 @@ void readSingleOutput(XmdfReading& reading) {
 void findLastTime(XmdfReading& reading) {
     const XmdfItem& item = *reading.item;
     std::int32_t whole = 0;
-    if (XMDF_WHOLE_TIMES(*reading.group, whole) < 0)
-        XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    CHECK_XMDF(XMDF_WHOLE_TIMES(*reading.group, whole),
+               "ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
     if (item.facts.cut || whole < reading.last) NOTE_INCOMPLETE();
     if (whole == 0 || whole >= reading.last) return;
     const OutputTime& missing = item.facts.times[static_cast<std::size_t>(whole)];

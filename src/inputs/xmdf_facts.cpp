@@ -16,8 +16,16 @@ struct TimeUnit {
     double seconds;
 };
 constexpr TimeUnit UNITS[] = {
-    {"hour", 3600.0}, {"hr", 3600.0}, {"h", 3600.0}, {"minute", 60.0}, {"min", 60.0},
-    {"second", 1.0},  {"sec", 1.0},   {"s", 1.0},    {"day", 86400.0}, {"d", 86400.0},
+    {"hour", SECONDS_PER_HOUR},
+    {"hr", SECONDS_PER_HOUR},
+    {"h", SECONDS_PER_HOUR},
+    {"minute", 60.0},
+    {"min", 60.0},
+    {"second", 1.0},
+    {"sec", 1.0},
+    {"s", 1.0},
+    {"day", 86400.0},
+    {"d", 86400.0},
 };
 
 const TimeUnit* unitOf(std::string_view name) {
@@ -32,24 +40,20 @@ void say(XmdfSaying saying, const std::string& step) {
 }
 
 void readCounts(XmdfGroupState& group, XmdfFacts& facts, XmdfSaying saying) {
-    if (xfgetdatasetnumvals_f(group, facts.values) < 0)
-        XMDF_UNREADABLE("ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
+    CHECK_XMDF(xfgetdatasetnumvals_f(group, facts.values), "ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
     say(saying, "Number of nodes: " + AINTEGER(facts.values));
-    if (xfgetdatasetnumactive_f(group, facts.flags) < 0)
-        XMDF_UNREADABLE("ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
+    CHECK_XMDF(xfgetdatasetnumactive_f(group, facts.flags), "ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
     say(saying, "Number of cells: " + AINTEGER(facts.flags));
-    if (xfgetdatasettimeunits_f(group, facts.timeUnits) < 0)
-        XMDF_UNREADABLE("ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
+    CHECK_XMDF(xfgetdatasettimeunits_f(group, facts.timeUnits), "ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
     say(saying, "Time Units: " + facts.timeUnits);
 }
 
 std::vector<double> readTimes(XmdfGroupState& group) {
     std::int32_t count = 0;
-    if (xfgetdatasetnumtimes_f(group, count) < 0)
-        XMDF_UNREADABLE("ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
+    CHECK_XMDF(xfgetdatasetnumtimes_f(group, count),
+               "ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
     std::vector<double> times;
-    if (xfgetdatasettimes_f(group, times) < 0)
-        XMDF_UNREADABLE("ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
+    CHECK_XMDF(xfgetdatasettimes_f(group, times), "ERROR - Extracting times [XF_GET_DATASET_TIMES] from xmdf file");
     return times;
 }
 
@@ -67,8 +71,8 @@ void warnOfTimesLeftOut(XmdfGroupState& group, const std::string& path, XmdfFact
 XmdfFacts READ_XMDF_FACTS(XmdfEntry& entry, const std::string& path, XmdfSaying saying) {
     say(saying, "Getting time units, number of cells and nodes from XMDF file " + XMDF_QUOTED(entry.fileName));
     XmdfGroup group;
-    if (xfopengroup_f(*entry.file, path, group) < 0)
-        XMDF_UNREADABLE("ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
+    CHECK_XMDF(xfopengroup_f(*entry.file, path, group),
+               "ERROR - Could not open data group " + XMDF_QUOTED(path) + " in XMDF file.");
     XmdfFacts facts;
     readCounts(*group, facts, saying);
     say(saying, "Extracting number of outputs for temporal data in " + XMDF_QUOTED(entry.fileName));

@@ -10,7 +10,7 @@
 struct XmdfFacts {
     std::int32_t values = 0;          ///< per time: the nodes of the model, or its cells
     std::int32_t flags = 0;           ///< wet/dry flags per time; 0: none, every cell is wet
-    double secondsPerUnit = 3600.0;   ///< of the file's time unit
+    double secondsPerUnit = SECONDS_PER_HOUR;   ///< of the file's time unit
     std::string units;                ///< of the values, blank where the file does not say
     std::string timeUnits;            ///< as it stands in the file
     std::vector<OutputTime> times;    ///< in file order; never empty

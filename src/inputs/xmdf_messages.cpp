@@ -2,7 +2,6 @@
 
 #include "services/console.h"
 #include "services/exits.h"
-#include "xmdf/xmdf.h"
 
 std::string XMDF_QUOTED(std::string_view name) {
     std::string text(1, '"');
@@ -11,9 +10,9 @@ std::string XMDF_QUOTED(std::string_view name) {
     return text;
 }
 
-void STOP_XMDF(std::string_view message) { STOP_XMDF(XmdfUnreadable{std::string(message), XMDF_REASON()}); }
-
-void XMDF_UNREADABLE(std::string_view message) { throw XmdfUnreadable{std::string(message), XMDF_REASON()}; }
+void CHECK_XMDF(const XmdfStatus& status, std::string_view message) {
+    if (status < 0) throw XmdfUnreadable{std::string(message), status.reason};
+}
 
 void STOP_XMDF(const XmdfUnreadable& unreadable) {
     DMESSAGE(unreadable.message);

@@ -61,7 +61,7 @@ struct Summary {
     double sum = 0.0, absolute = 0.0, squares = 0.0;
     std::optional<std::size_t> above, below;  ///< points of the largest differences of either sign
     std::array<int, 4> within{};
-    std::vector<std::size_t> dry;
+    std::vector<std::size_t> dry, outside;  ///< points with a recorded value that have no modelled one
 };
 constexpr std::array<double, 4> LIMITS = {0.1, 0.2, 0.3, 0.5};
 
@@ -83,6 +83,12 @@ std::string largest(const CalibrationPoints& points, std::span<const float> diff
                     std::optional<std::size_t> point, int decimals) {
     if (!point) return "none";
     return points.labels[*point] + " " + realText(static_cast<double>(differences[*point]), decimals);
+}
+
+void reportLabels(const std::string& what, const CalibrationPoints& points, const std::vector<std::size_t>& which) {
+    std::string line = "   " + what + ":";
+    for (std::size_t i = 0; i < which.size(); ++i) line += (i > 0 ? ", " : " ") + points.labels[which[i]];
+    if (!which.empty()) REPORT(line);
 }
 
 }  // namespace
@@ -123,7 +129,7 @@ void REPORT_COMPARISON(const CalibrationPoints& points, const RecordedValues& re
     Summary summary;
     for (std::size_t i = 0; i < differences.size(); ++i) {
         if (!IS_MISSING(differences[i])) count(summary, differences, i);
-        else if (!std::isnan(recorded.value[i]) && inMesh[i]) summary.dry.push_back(i);
+        else if (!std::isnan(recorded.value[i])) (inMesh[i] ? summary.dry : summary.outside).push_back(i);
     }
     REPORT("Calibration: " + AINTEGER(summary.compared) + " of " +
            AINTEGER8(static_cast<std::int64_t>(points.count())) + " points have a recorded and a modelled value, " +
@@ -138,8 +144,6 @@ void REPORT_COMPARISON(const CalibrationPoints& points, const RecordedValues& re
         REPORT("   within 0.1: " + AINTEGER(summary.within[0]) + ", 0.2: " + AINTEGER(summary.within[1]) +
                ", 0.3: " + AINTEGER(summary.within[2]) + ", 0.5: " + AINTEGER(summary.within[3]));
     }
-    if (summary.dry.empty()) return;
-    std::string dry = "   dry: ";
-    for (std::size_t i = 0; i < summary.dry.size(); ++i) dry += (i > 0 ? ", " : "") + points.labels[summary.dry[i]];
-    REPORT(dry);
+    reportLabels("dry", points, summary.dry);
+    reportLabels("outside the mesh", points, summary.outside);
 }

@@ -27,17 +27,38 @@ void layLines(ProfileSet& set, const Mesh& mesh, const ElementBuckets& buckets, 
     set.firstStation.push_back(set.stations.size());
 }
 
-void checkCover(const ProfileSet& set, const std::vector<ProfileLine>& lines) {
-    std::vector<std::string> outside;
-    for (std::size_t line = 0; line < lines.size(); ++line) {
-        bool covered = false;
-        for (std::size_t i = set.firstStation[line]; i < set.firstStation[line + 1] && !covered; ++i)
-            covered = set.stationPlaces.isInMesh(i);
-        if (!covered) outside.push_back(lines[line].name);
+/// Per line: whether any of its stations has a place.
+std::vector<bool> linesIn(const ProfileSet& set, const SampledPoints& places) {
+    std::vector<bool> in;
+    for (std::size_t line = 0; line + 1 < set.firstStation.size(); ++line) {
+        std::size_t i = set.firstStation[line];
+        while (i < set.firstStation[line + 1] && !places.isInMesh(i)) ++i;
+        in.push_back(i < set.firstStation[line + 1]);
     }
-    if (outside.size() == lines.size()) STOP_RUN("ERROR - No profile lies within the mesh; check the projection.");
-    for (const std::string& name : outside)
-        DMESSAGE("WARNING - Profile " + name + " lies outside the mesh, it holds no values.");
+    return in;
+}
+
+/// The stations in the mesh that -rmp took away.
+SampledPoints placesInRemovedParts(const ProfileSet& set, const Mesh& mesh) {
+    Mesh away = mesh;
+    for (MeshElement& element : away.elements) element.removed = !element.removed;
+    const SampledPoints& stations = set.stationPlaces;
+    return LOCATE_POINTS(INDEX_ELEMENTS(away, PlanKind::Corners), away, stations.x, stations.y);
+}
+
+void checkCover(const ProfileSet& set, const Mesh& mesh, const std::vector<ProfileLine>& lines) {
+    const std::vector<bool> covered = linesIn(set, set.stationPlaces);
+    const bool any = std::find(covered.begin(), covered.end(), true) != covered.end();
+    if (any && std::find(covered.begin(), covered.end(), false) == covered.end()) return;
+    const std::vector<bool> removed = linesIn(set, placesInRemovedParts(set, mesh));
+    if (!any && std::find(removed.begin(), removed.end(), true) == removed.end())
+        STOP_RUN("ERROR - No profile lies within the mesh; check the projection.");
+    if (!any) STOP_RUN("ERROR - No profile lies within what -rmp leaves of the mesh.");
+    for (std::size_t line = 0; line < lines.size(); ++line)
+        if (!covered[line])
+            DMESSAGE("WARNING - Profile " + lines[line].name +
+                     (removed[line] ? " lies in removed parts of the mesh (-rmp)" : " lies outside the mesh") +
+                     ", it holds no values.");
 }
 
 /// The bed at located points, over the nodes that the results use.
@@ -69,7 +90,7 @@ ProfileSet MAKE_PROFILE_SET(const Mesh& mesh, const PointIndex& index, PlanKind 
         y.push_back(station.y);
     }
     set.stationPlaces = LOCATE_POINTS(ofKind, mesh, std::move(x), std::move(y));
-    checkCover(set, lines);
+    checkCover(set, mesh, lines);
     set.elevation = bedAt(set.stationPlaces, index, mesh);
     if (points != nullptr) {
         set.pointPlaces = LOCATE_POINTS(ofKind, mesh, points->x, points->y);

@@ -152,6 +152,10 @@ void TAKE_PROFILES(ProfileStage& stage, const Results& results, const std::strin
 
 void FINISH_PROFILES(ProfileStage& stage, const std::string& base) {
     if (stage.sets.empty()) setOf(stage, PlanKind::Corners);
+    if (stage.sets.size() > 1)
+        DMESSAGE(
+            "Check - Values of nodes and of cells have stations of their own: every profile is written twice, the " +
+            std::string(stage.sets.back().kind == PlanKind::Cells ? "cells" : "nodes") + " to \"_2.csv\".");
     UniqueNames files;
     for (const ProfileSet& set : stage.sets)
         for (std::size_t line = 0; line < stage.lines.size(); ++line)

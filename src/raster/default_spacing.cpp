@@ -1,6 +1,7 @@
 #include "raster/default_spacing.h"
 
-#include <algorithm>
+#include "geometry/median.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -16,14 +17,6 @@ void addSides(const Mesh& mesh, const MeshElement& quad, std::vector<double>& si
         const double side = std::hypot(to.x - from.x, to.y - from.y);
         if (std::isfinite(side)) sides.push_back(side);
     }
-}
-
-/// The middle one, or the mean of the two in the middle.
-double median(std::vector<double>& values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    if (values.size() % 2 != 0) return *middle;
-    return 0.5 * (*middle + *std::max_element(values.begin(), middle));
 }
 
 double toThreeDigits(double value) {
@@ -43,7 +36,7 @@ std::optional<double> DEFAULT_SPACING(const Mesh& mesh, bool degrees) {
         if (!element.removed && (element.shape == 4 || element.shape == 9)) addSides(mesh, element, sides);
     }
     if (sides.empty()) return std::nullopt;
-    const double spacing = median(sides) * (mesh.highResolution ? 0.5 : 1.0);
+    const double spacing = MEDIAN(sides) * (mesh.highResolution ? 0.5 : 1.0);
     const double rounded = degrees ? toThreeDigits(spacing) : std::round(spacing * 1000.0) / 1000.0;
     return rounded > 0.0 ? std::optional(rounded) : std::nullopt;
 }

@@ -46,10 +46,10 @@ XmdfWriter::XmdfWriter(const std::string& name, const std::string& run, std::str
     check(XMDF_CREATE(name, file_));
 }
 
-void XmdfWriter::check(XmdfStatus status) const {
+void XmdfWriter::check(const XmdfStatus& status) const {
     if (status >= 0) return;
     DMESSAGE("ERROR - Could not write " + shown_ + ". The file is incomplete.");
-    REPORT("        " + XMDF_REASON());
+    REPORT("        " + status.reason);
     EXITS();
 }
 

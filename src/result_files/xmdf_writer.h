@@ -22,7 +22,7 @@ public:
 
 private:
     void begin(const Results& results, const std::string& path, const std::string& folder, std::size_t flags);
-    void check(XmdfStatus status) const;
+    void check(const XmdfStatus& status) const;
 
     XmdfOutput file_;
     std::string run_, shown_;

@@ -75,7 +75,7 @@ std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at
 
 /// Hours inside, always. Done last, so that -sec may stand anywhere on the command line.
 void convertTimesToHours(RunOptions& options) {
-    const double unitsPerHour = options.seconds ? 3600.0 : 1.0;
+    const double unitsPerHour = options.seconds ? SECONDS_PER_HOUR : 1.0;
     options.outputTime.hours = static_cast<double>(options.outputTime.typed) / unitsPerHour;
     if (options.timeTolerance) *options.timeTolerance /= unitsPerHour;
 }

@@ -30,7 +30,7 @@ ValueRange rangeRead(XmdfGroupState& group, XmdfKind kind, const XmdfFacts& fact
         const XmdfStatus status = results.vector
                                       ? xfreadvectorvaluestimestep_f(group, step, pairs)
                                       : xfreadscalarvaluestimestep_f(group, step, std::span(results.x).subspan(1));
-        if (status < 0) XMDF_UNREADABLE("ERROR - Reading values");
+        CHECK_XMDF(status, "ERROR - Reading values");
         for (std::size_t i = 0; i < pairs.size() / 2; ++i) {
             results.x[i + 1] = pairs[2 * i];
             results.y[i + 1] = pairs[2 * i + 1];
@@ -47,7 +47,7 @@ void listDataset(XmdfEntry& entry, XmdfKind kind, std::int32_t number, bool verb
     listing.line(AINTEGER(number) + " " + letter + " " + path);
     const XmdfFacts facts = READ_XMDF_FACTS(entry, path, XmdfSaying::Nothing);
     XmdfGroup group;
-    if (xfopengroup_f(*entry.file, path, group) < 0) XMDF_UNREADABLE("ERROR - Unable to open group [XF_OPEN_GROUP]");
+    CHECK_XMDF(xfopengroup_f(*entry.file, path, group), "ERROR - Unable to open group [XF_OPEN_GROUP]");
     ValueRange range;
     bool known = storedRange(*group, range);
     if (!known && verbose) {
@@ -67,7 +67,8 @@ void LIST_XMDF(const std::string& name, bool verbose, Listing& listing) {
     XmdfCatalogue catalogue = OPEN_XMDF_FILES({name});
     XmdfEntry& entry = catalogue.front();
     float version = 0.0F;
-    if (xfgetlibraryversion_f(version) < 0) STOP_XMDF("ERROR - Determining XMDF Library Version.");
+    if (const XmdfStatus status = xfgetlibraryversion_f(version); status < 0)
+        STOP_XMDF({"ERROR - Determining XMDF Library Version.", status.reason});
     listing.line("File: " + name);
     listing.line("XMDF Version: " + AREAL(version));
     listing.line("Scalar datasets (S, -s<number>): " + AINTEGER(entry.of(XmdfKind::Scalar).count()));

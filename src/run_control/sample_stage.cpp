@@ -10,6 +10,7 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/projection.h"
+#include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
 
@@ -22,7 +23,17 @@ constexpr double MERGE_METRES = 0.001, MERGE_DEGREES = 0.00000001;
 void checkLayer(const std::string& file, const std::string& what, const std::string& keyword) {
     if (TRIMMED(file).empty()) STOP_RUN("ERROR - No layer specified after " + keyword + ".");
     const std::string name = FILEEXT(file).empty() ? file + ".mif" : file;
-    if (!FIND_FILE(name)) STOP_RUN("ERROR - " + what + " layer " + name + " (" + keyword + ") does not exist.");
+    std::vector<std::string> needed = {name};
+    if (FILEEXT(name) == ".mif") needed.push_back(FILENAMEPATH(name) + ".mid");
+    for (const std::string& one : needed)
+        if (!FIND_FILE(one)) STOP_RUN("ERROR - " + what + " layer " + one + " (" + keyword + ") does not exist.");
+}
+
+/// The defaults are meant as metres, and a degree is a hundred kilometres.
+void warnOfDegrees(double distance, const std::string& what, const std::string& keyword) {
+    if (distance == DEFAULT_PROFILE_DISTANCE)
+        DMESSAGE("WARNING - The mesh is in degrees: " + what + " " + AREAL8(distance) + " degrees, give " + keyword +
+                 " for another distance.");
 }
 
 /// "t020.00" is shown as 20.00, an extreme by its own name.
@@ -41,6 +52,11 @@ TimeText timeText(const OutputLabel& label, bool seconds) {
 
 ProfileRules profileRules(const RunOptions& options, const Mesh& mesh) {
     const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
+    if (degrees && GIVEN(options, Family::Profile)) {
+        warnOfDegrees(options.lpMarkerDistance, "markers along profiles are every", "-lpmd");
+        if (GIVEN(options, Family::Points))
+            warnOfDegrees(options.cpSearchDistance, "profiles take calibration points within", "-cpsd");
+    }
     ProfileRules rules;
     rules.stations = {options.lpMarkerDistance, degrees ? MERGE_DEGREES : MERGE_METRES};
     rules.searchDistance = options.cpSearchDistance;

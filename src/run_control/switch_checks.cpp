@@ -104,6 +104,11 @@ void checkAllTimes(RunOptions& o) {
     o.secondDatasetName.clear();
 }
 
+void checkRecorded(const RunOptions& o) {
+    if (!o.recordedField.empty() && !GIVEN(o, Family::Points))
+        DMESSAGE("WARNING - Recorded values (-obs) are those of calibration points (-cp), -obs ignored.");
+}
+
 void checkRegions(RunOptions& o) {
     stopIf(o.region && GIVEN(o, Family::Raster), "ERROR - Invalid flag combination (-region and -asc).");
     // points and profiles are the format of such a run
@@ -165,6 +170,7 @@ void CHECK_SWITCHES() {
     checkShapes(options);
     checkDatasets(options);
     checkAllTimes(options);
+    checkRecorded(options);
     checkRegions(options);
     checkComponents(options);
     checkTemplateGrid(options);

@@ -12,9 +12,10 @@
 
 /// What has been said on the console so far. Filled by DMESSAGE.
 struct MessageCounts {
-    std::array<int, 5> byLevel{};  ///< indexed by MessageLevel
-    int lastNumber = 0;            ///< the number of the last message that carried one ("ERROR 0251": 251), else 0
-    std::string lastError;         ///< the last message of level Error; blank when there was none
+    /// indexed by MessageLevel
+    std::array<int, static_cast<std::size_t>(MessageLevel::Unstable) + 1> byLevel{};
+    int lastNumber = 0;     ///< the number of the last message that carried one ("ERROR 0251": 251), else 0
+    std::string lastError;  ///< the last message of level Error; blank when there was none
 };
 
 /// Starts the console afresh, as at the start of a run: nothing counted, no batch. The sink stays.

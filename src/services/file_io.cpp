@@ -71,7 +71,7 @@ LineStatus READ_LINE(int handle, std::string_view& line) {
         return LineStatus::Read;
     }
     if (file.error != 0) {
-        DMESSAGE("ERROR - Could not read " + file.name + ": " + SYSTEM_REASON(file.error));
+        DMESSAGE(CANNOT_READ(file.name, SYSTEM_REASON(file.error)));
         return LineStatus::Error;
     }
     if (!spans) return LineStatus::EndOfFile;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 constexpr std::size_t FILE_BLOCK_SIZE = 1U << 18;  ///< bytes read or written at a time
@@ -29,6 +30,8 @@ OpenFile& OPEN_HANDLE(int handle);
 bool FLUSH_FILE(OpenFile& file);
 /// "No space left on device"
 std::string SYSTEM_REASON(int error);
+/// "ERROR - Could not read <name>: <reason>"
+std::string CANNOT_READ(std::string_view name, std::string_view reason);
 /// The ERROR that says an output is not whole, and why.
 std::string INCOMPLETE_OUTPUT(const OpenFile& file);
 /// Stops the run: the file cannot be opened, for the reason that errno gives.

@@ -268,7 +268,15 @@ bool CLOSE_FILES_ON_EXIT() {
     return allKept;
 }
 
+std::string CANNOT_READ(std::string_view name, std::string_view reason) {
+    return "ERROR - Could not read " + std::string(name) + ": " + std::string(reason);
+}
+
 std::string LAST_FILE_ERROR(int handle) {
     const bool known = handle >= 1 && static_cast<std::size_t>(handle) < table.files.size();
     return SYSTEM_REASON(known ? table.files[static_cast<std::size_t>(handle)].error : 0);
+}
+
+void STOP_UNREADABLE(int handle, std::string_view reason) {
+    STOP_RUN(CANNOT_READ(GETNAM(handle), reason.empty() ? LAST_FILE_ERROR(handle) : std::string(reason)));
 }

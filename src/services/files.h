@@ -109,3 +109,5 @@ std::int64_t FILE_POSITION(int handle);
 void WRITE_OR_STOP(int handle, std::string_view bytes);
 /// The system's reason for the last failure on this handle, such as "No space left on device".
 std::string LAST_FILE_ERROR(int handle);
+/// "ERROR - Could not read <name>: <reason>", the system's reason unless another is given, and the end of the run.
+[[noreturn]] void STOP_UNREADABLE(int handle, std::string_view reason = {});

@@ -13,6 +13,8 @@
 
 constexpr std::size_t MOST_REMOVED_PARTS = 100;
 
+constexpr double DEFAULT_PROFILE_DISTANCE = 100.0;  ///< map units: between markers, and of points from a line
+
 /// Every switch value with its default. Times are in hours, whatever -sec says.
 struct RunOptions {
     // Regular grid
@@ -29,9 +31,9 @@ struct RunOptions {
     // Calibration points and long profiles
     bool freeSurfaceOnly = false;  ///< -fso
     std::string cpFile, lpFile;
-    double cpSearchDistance = 100.0;  ///< map units
-    double lpMarkerDistance = 100.0;  ///< map units
-    std::string recordedField;        ///< -obs; blank: looked for by its usual names
+    double cpSearchDistance = DEFAULT_PROFILE_DISTANCE;  ///< map units
+    double lpMarkerDistance = DEFAULT_PROFILE_DISTANCE;  ///< map units
+    std::string recordedField;                           ///< -obs; blank: looked for by its usual names
 
     // Numbers
     bool seconds = false;       ///< -sec: times are shown and entered in seconds

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr double SECONDS_PER_HOUR = 3600.0;
 constexpr double LARGEST_TOLERANCE = 0.001;  // hours
 constexpr int MOST_DECIMALS = 6;
 /// Single precision stores 99999.1 as 99999.1015625.

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+constexpr double SECONDS_PER_HOUR = 3600.0;
+
 enum class TimeKind : std::uint8_t {
     Ordinary,
     Maximum,        ///< the stored maximums

@@ -113,7 +113,7 @@ std::string READ_PRJ(std::string_view name) {
     const int file = OPEN_FILE(name, "I ", "prj");
     std::string bytes(LONGEST_PRJ, '\0');
     const std::int64_t length = READ_BYTES(file, bytes.data(), bytes.size());
-    if (length < 0) STOP_RUN("ERROR - Could not read " + GETNAM(file) + ": " + LAST_FILE_ERROR(file));
+    if (length < 0) STOP_UNREADABLE(file);
     CLOSE_FILE(file);
     bytes.resize(static_cast<std::size_t>(length));
     return bytes.size() == LONGEST_PRJ ? std::string{} : onOneLine(WITHOUT_MARK(bytes));

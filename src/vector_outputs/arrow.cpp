@@ -1,5 +1,6 @@
 #include "vector_outputs/arrow.h"
 
+#include "geometry/median.h"
 #include "vector_outputs/cell_shape.h"
 
 #include <algorithm>
@@ -104,12 +105,12 @@ Drawn drawOutline(const ArrowRules& rules, const Pen& pen, double length) {
 /// Square root of the area; 0 for a cell that is flat as far as the rounding of its coordinates can tell.
 double sizeOf(const Mesh& mesh, const MeshElement& element) {
     constexpr double ROUNDING = 4.0 * std::numeric_limits<double>::epsilon();
-    const CellShape shape = CELL_SHAPE(mesh, element);
+    const PieceShape shape = CELL_SHAPE(mesh, element);
     double extent = 0.0;
-    for (std::size_t i = 1; i < shape.corners; ++i)
+    for (std::size_t i = 1; i < shape.x.size(); ++i)  // the fourth of a triangle repeats the first
         extent = std::max(extent, std::max(std::abs(shape.x[i]), std::abs(shape.y[i])));
     const double coordinates = std::max(extent, std::max(std::abs(shape.x0), std::abs(shape.y0)));
-    const double twiceArea = std::abs(shape.twiceArea);
+    const double twiceArea = std::abs(TWICE_CLOCKWISE_AREA(shape));
     return twiceArea <= ROUNDING * extent * coordinates ? 0.0 : std::sqrt(twiceArea / 2.0);
 }
 
@@ -138,11 +139,7 @@ std::optional<double> MEDIAN_CELL_SIZE(const Mesh& mesh) {
         if (const double size = sizeOf(mesh, element); size > 0.0) sizes.push_back(size);
     }
     if (sizes.empty()) return {};
-    const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
-    std::nth_element(sizes.begin(), middle, sizes.end());
-    const double upper = *middle;
-    if (sizes.size() % 2 == 1) return upper;
-    return (upper + *std::max_element(sizes.begin(), middle)) / 2.0;
+    return MEDIAN(sizes);
 }
 
 Drawn DRAW_ARROW(const ArrowRules& rules, const MapItem& item, GisObject& o) {

@@ -11,7 +11,10 @@ constexpr double ROUNDING = 4.0e-16;  ///< relative error of a cross product of 
 
 using Ring = std::span<const double>;
 
-std::size_t cornerCount(const MeshElement& element) { return element.shape == 3 ? 3 : 4; }
+std::size_t cornerCount(const PieceShape& shape) { return static_cast<std::size_t>(shape.corners); }
+Ring ringOf(const std::array<double, 4>& coordinates, const PieceShape& shape) {
+    return Ring(coordinates).first(cornerCount(shape));
+}
 
 /// Side of c from the line a-b: 1 left, -1 right, 0 on it as far as rounding can tell.
 int sideOf(Ring x, Ring y, std::size_t a, std::size_t b, std::size_t c) {
@@ -51,19 +54,15 @@ double inSteps(double coordinate, double step) { return std::nearbyint(coordinat
 
 }  // namespace
 
-CellShape CELL_SHAPE(const Mesh& mesh, const MeshElement& element) {
-    CellShape shape;
-    shape.corners = cornerCount(element);
-    const MeshNode& first = mesh.nodes[static_cast<std::size_t>(element.nodes[0])];
-    shape.x0 = first.x;
-    shape.y0 = first.y;
-    for (std::size_t i = 1; i < shape.corners; ++i) {
-        const MeshNode& node = mesh.nodes[static_cast<std::size_t>(element.nodes[i])];
-        shape.x[i] = node.x - first.x;
-        shape.y[i] = node.y - first.y;
-    }
-    shape.twiceArea = POLYGON_AREA_8(Ring(shape.x).first(shape.corners), Ring(shape.y).first(shape.corners));
+PieceShape CELL_SHAPE(const Mesh& mesh, const MeshElement& element) {
+    PieceShape shape;
+    const auto& nodes = element.nodes;
+    PLACE_PIECE(mesh, element.shape == 3 ? 3 : 4, {nodes[0], nodes[1], nodes[2], nodes[3]}, shape);
     return shape;
+}
+
+double TWICE_CLOCKWISE_AREA(const PieceShape& shape) {
+    return POLYGON_AREA_8(ringOf(shape.x, shape), ringOf(shape.y, shape));
 }
 
 bool VALID_RING(std::span<const double> x, std::span<const double> y) {
@@ -76,39 +75,42 @@ bool VALID_RING(std::span<const double> x, std::span<const double> y) {
     return true;
 }
 
-bool VALID_CELL(const CellShape& shape, double step) {
-    if (step <= 0.0) return VALID_RING(Ring(shape.x).first(shape.corners), Ring(shape.y).first(shape.corners));
+bool VALID_CELL(const PieceShape& shape, double step) {
+    if (step <= 0.0) return VALID_RING(ringOf(shape.x, shape), ringOf(shape.y, shape));
     // Rounded where they stand, as the file does it, in whole steps, whose differences are exact.
     std::array<double, 4> x{};
     std::array<double, 4> y{};
     const double firstX = inSteps(shape.x0, step);
     const double firstY = inSteps(shape.y0, step);
-    for (std::size_t i = 1; i < shape.corners; ++i) {
+    for (std::size_t i = 1; i < cornerCount(shape); ++i) {
         x[i] = inSteps(shape.x0 + shape.x[i], step) - firstX;
         y[i] = inSteps(shape.y0 + shape.y[i], step) - firstY;
     }
-    return VALID_RING(Ring(x).first(shape.corners), Ring(y).first(shape.corners));
+    return VALID_RING(ringOf(x, shape), ringOf(y, shape));
 }
 
-MapPoint CELL_CENTROID(const CellShape& shape) {
+MapPoint CELL_CENTROID(const PieceShape& shape) {
     const bool valid = VALID_CELL(shape, 0.0);
+    const std::size_t corners = cornerCount(shape);
     double x = 0.0;
     double y = 0.0;
-    for (std::size_t i = 0; i < shape.corners; ++i) {
-        const std::size_t next = (i + 1) % shape.corners;
+    for (std::size_t i = 0; i < corners; ++i) {
+        const std::size_t next = (i + 1) % corners;
         const double weight = valid ? shape.x[i] * shape.y[next] - shape.x[next] * shape.y[i] : 1.0;
         x += weight * (valid ? shape.x[i] + shape.x[next] : shape.x[i]);
         y += weight * (valid ? shape.y[i] + shape.y[next] : shape.y[i]);
     }
-    const double divisor = valid ? -3.0 * shape.twiceArea : static_cast<double>(shape.corners);
+    const double divisor = valid ? -3.0 * TWICE_CLOCKWISE_AREA(shape) : static_cast<double>(corners);
     return {shape.x0 + x / divisor, shape.y0 + y / divisor};
 }
 
-void CELL_REGION(const Mesh& mesh, const MeshElement& element, const CellShape& shape, GisObject& o) {
+void CELL_REGION(const Mesh& mesh, const MeshElement& element, const PieceShape& shape, GisObject& o) {
     o.start(GisKind::Region);
-    for (std::size_t k = 0; k <= shape.corners; ++k) {
-        const std::size_t along = k % shape.corners;
-        const std::size_t corner = shape.twiceArea > 0.0 ? along : (shape.corners - along) % shape.corners;
+    const std::size_t corners = cornerCount(shape);
+    const bool clockwise = TWICE_CLOCKWISE_AREA(shape) > 0.0;
+    for (std::size_t k = 0; k <= corners; ++k) {
+        const std::size_t along = k % corners;
+        const std::size_t corner = clockwise ? along : (corners - along) % corners;
         const MeshNode& node = mesh.nodes[static_cast<std::size_t>(element.nodes[corner])];
         o.add(node.x, node.y);
     }

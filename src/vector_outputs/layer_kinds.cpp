@@ -12,6 +12,7 @@ const Columns LEADING[] = {
     {Column::SmsId, Column::MatId, Column::Elevation},
     {Column::GridRef},
 };
+static_assert(std::size(LEADING) == static_cast<std::size_t>(ItemKind::GridCell) + 1);
 
 Columns contentColumns(const LayerKind& kind, const ShownColumns& shown) {
     switch (kind.content) {

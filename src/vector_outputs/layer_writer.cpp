@@ -29,7 +29,7 @@ GisShape shapeOf(const LayerJob& job) {
 Drawn drawCell(const LayerJob& job, const MapItem& item, GisObject& o) {
     const Mesh& mesh = *job.source.mesh;
     const MeshElement& element = mesh.elements[static_cast<std::size_t>(item.id)];
-    const CellShape shape = CELL_SHAPE(mesh, element);
+    const PieceShape shape = CELL_SHAPE(mesh, element);
     if (!VALID_CELL(shape, job.step)) return Drawn::Invalid;
     CELL_REGION(mesh, element, shape, o);
     return Drawn::Object;

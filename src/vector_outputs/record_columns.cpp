@@ -15,6 +15,7 @@ constexpr int GRID_REF_WIDTH = 16;
 /// By Column. The name of the value is the layer's.
 constexpr std::string_view NAMES[] = {"Elevation", "",     "Depth",  "Magnitude", "Angle", "X_component", "Y_component",
                                       "Bearing",   "Time", "SMS_ID", "PtType",    "MatID", "Grid_Ref"};
+static_assert(std::size(NAMES) == static_cast<std::size_t>(Column::GridRef) + 1);
 
 std::string realText(double value, int decimals) {
     RealText buffer;

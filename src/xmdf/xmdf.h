@@ -10,8 +10,12 @@
 #include <string_view>
 #include <vector>
 
-/// What an operation returns: negative on failure, and then XMDF_REASON tells why.
-using XmdfStatus = int;
+/// What an operation returns.
+struct XmdfStatus {
+    int code = 0;             ///< negative on failure
+    std::string reason = {};  ///< of a failure: names the file, the dataset and what the HDF5 library says
+    operator int() const { return code; }
+};
 
 struct XmdfFileState;
 struct XmdfGroupState;
@@ -25,9 +29,6 @@ struct XmdfGroupCloser {
 /// An open file and an open dataset group of one; empty while nothing is open. They close themselves, in any order.
 using XmdfFile = std::unique_ptr<XmdfFileState, XmdfFileCloser>;
 using XmdfGroup = std::unique_ptr<XmdfGroupState, XmdfGroupCloser>;
-
-/// Why the last failed operation failed, naming the file, the dataset and what the HDF5 library says.
-const std::string& XMDF_REASON();
 
 /// Opens read-only, without a lock where another program holds one.
 XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file);
@@ -47,6 +48,8 @@ XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState& file, std::vector<std::strin
 /// What the listing passed over, a line each: dangling and external links, and groups that hold Values without a
 /// Grouptype.
 const std::vector<std::string>& XMDF_SKIPPED(const XmdfFileState& file);
+/// Damaged groups, which the listing passed over with all that they hold: a line each, why.
+const std::vector<std::string>& XMDF_UNREADABLE_GROUPS(const XmdfFileState& file);
 
 /// Opens a dataset by its full path. A group without a dataset's Grouptype is refused.
 XmdfStatus xfopengroup_f(XmdfFileState& file, const std::string& path, XmdfGroup& group);

@@ -2,7 +2,7 @@
 
 #include "platform/platform.h"
 #include "xmdf/h5_text.h"
-#include "xmdf/xmdf_reason.h"
+#include "xmdf/xmdf_failure.h"
 
 #include <algorithm>
 #include <bit>
@@ -17,17 +17,17 @@ constexpr float DRY = -99999.0F;
 constexpr std::uint64_t CHECKSUM_BYTES = 4;
 constexpr std::uint64_t FILTER_BYTES = 1024;  // what compression may add to a chunk of noise, with twice its bytes
 
-bool failed(std::string reason) { return xmdfFailed(std::move(reason)) >= 0; }
-
 std::string megabytes(std::uint64_t bytes) { return std::to_string((bytes >> 20) + 1) + " MB"; }
 
-bool tooLarge(const H5Table& table, const std::string& limit) {
-    return failed(table.name + " is stored in chunks of " + megabytes(table.chunks.bytes) + ", " + limit);
+[[noreturn]] void tooLarge(const H5Table& table, const std::string& limit) {
+    xmdfFailed(table.name + " is stored in chunks of " + megabytes(table.chunks.bytes) + ", " + limit);
 }
 
-bool damaged(const H5Table& table, const std::string& how) { return failed(table.name + " is damaged: " + how); }
+[[noreturn]] void damaged(const H5Table& table, const std::string& how) {
+    xmdfFailed(table.name + " is damaged: " + how);
+}
 
-bool sizesFit(H5Table& table) {
+void checkSizes(H5Table& table) {
     H5Chunks& chunks = table.chunks;
     const H5Type type(H5Dget_type(table.data.id()));
     chunks.bytes = H5Tget_size(type.id());
@@ -35,14 +35,13 @@ bool sizesFit(H5Table& table) {
         const hsize_t size = chunks.size[k];
         const bool fixed = table.most[k] != H5S_UNLIMITED;
         if (size == 0 || (fixed && table.extent[k] > 0 && size > table.most[k]))
-            return damaged(table,
-                           "chunks of " + std::to_string(size) + " in a dimension of " + std::to_string(table.most[k]));
+            damaged(table, "chunks of " + std::to_string(size) + " in a dimension of " + std::to_string(table.most[k]));
         chunks.bytes *= size;
-        if (chunks.bytes > LARGEST_CHUNK) return tooLarge(table, "the limit is 2048 MB");
+        if (chunks.bytes > LARGEST_CHUNK) tooLarge(table, "the limit is 2048 MB");
         chunks.across[k] = table.extent[k] / size + (table.extent[k] % size > 0 ? 1 : 0);
     }
     const std::uint64_t available = AVAILABLE_MEMORY();
-    return available == 0 || chunks.bytes <= available || tooLarge(table, "more than the memory available");
+    if (available > 0 && chunks.bytes > available) tooLarge(table, "more than the memory available");
 }
 
 /// Bytes that a chunk takes in the file; 0 where a filter that compresses has run over it, so that nobody knows. A
@@ -61,7 +60,7 @@ std::uint64_t storedBytes(const H5Table& table, const H5Properties& layout, unsi
     return bytes;
 }
 
-bool checkEach(const H5Table& table, const H5Space& space, hsize_t count) {
+void checkEach(const H5Table& table, const H5Space& space, hsize_t count) {
     const H5Properties layout(H5Dget_create_plist(table.data.id()));
     std::set<std::array<hsize_t, 3>> met;
     for (hsize_t i = 0; i < count; ++i) {
@@ -70,19 +69,17 @@ bool checkEach(const H5Table& table, const H5Space& space, hsize_t count) {
         haddr_t address = 0;
         hsize_t size = 0;
         if (H5Dget_chunk_info(table.data.id(), space.id(), i, at.data(), &mask, &address, &size) < 0)
-            return failed(table.name + ": chunk number " + std::to_string(i + 1) + " could not be found" + h5Reason());
+            xmdfFailed(table.name + ": chunk number " + std::to_string(i + 1) + " could not be found" + h5Reason());
         bool placed = met.insert(at).second;
         for (std::size_t k = 0; k < static_cast<std::size_t>(table.rank); ++k)
             placed = placed && at[k] % table.chunks.size[k] == 0 && at[k] < table.extent[k];
-        if (!placed) return damaged(table, "chunk number " + std::to_string(i + 1) + " is out of place");
+        if (!placed) damaged(table, "chunk number " + std::to_string(i + 1) + " is out of place");
         const std::uint64_t expected = storedBytes(table, layout, mask);
         const bool fits = expected > 0 ? size == expected : size <= 2 * table.chunks.bytes + FILTER_BYTES;
         if (!fits)
-            return damaged(table, "chunk number " + std::to_string(i + 1) + " has " + std::to_string(size) +
-                                      " bytes, expecting " +
-                                      std::to_string(expected > 0 ? expected : table.chunks.bytes));
+            damaged(table, "chunk number " + std::to_string(i + 1) + " has " + std::to_string(size) +
+                               " bytes, expecting " + std::to_string(expected > 0 ? expected : table.chunks.bytes));
     }
-    return true;
 }
 
 /// Bytes stored of the chunk that begins there; 0 where there is none.
@@ -99,28 +96,27 @@ bool ownFillIsDry(const H5Table& table) {
            H5Pget_fill_value(layout.id(), H5T_NATIVE_FLOAT, &fill) >= 0 && fill == DRY;
 }
 
-bool checkChunks(H5Table& table) {
+void checkChunks(H5Table& table) {
     const H5Space space(H5Dget_space(table.data.id()));
     hsize_t count = 0;
     if (H5Dget_num_chunks(table.data.id(), space.id(), &count) < 0)
-        return failed(table.name + ": its chunks could not be counted" + h5Reason());
+        xmdfFailed(table.name + ": its chunks could not be counted" + h5Reason());
     const hsize_t whole = table.chunks.across[0] * table.chunks.inRow();
     if (count > whole)
-        return damaged(table, std::to_string(count) + " chunks are stored, its shape holds " + std::to_string(whole));
-    if (count <= MOST_LISTED && !checkEach(table, space, count)) return false;
+        damaged(table, std::to_string(count) + " chunks are stored, its shape holds " + std::to_string(whole));
+    if (count <= MOST_LISTED) checkEach(table, space, count);
     table.holes = count < whole;
-    return true;
 }
 
 }  // namespace
 
-bool h5ReadChunkSizes(H5Table& table) {
+void h5ReadChunkSizes(H5Table& table) {
     const H5Properties layout(H5Dget_create_plist(table.data.id()));
     table.chunks = {};
-    if (H5Pget_layout(layout.id()) != H5D_CHUNKED) return true;
+    if (H5Pget_layout(layout.id()) != H5D_CHUNKED) return;
     if (H5Pget_chunk(layout.id(), table.rank, table.chunks.size.data()) != table.rank)
-        return damaged(table, "the sizes of its chunks cannot be read");
-    return sizesFit(table);
+        damaged(table, "the sizes of its chunks cannot be read");
+    checkSizes(table);
 }
 
 H5CacheSize h5CacheOf(const H5Table& table) {
@@ -138,16 +134,15 @@ H5CacheSize h5CacheOf(const H5Table& table) {
     return cache;
 }
 
-bool h5CheckStored(H5Table& table) {
-    if (table.checked) return true;
+void h5CheckStored(H5Table& table) {
+    if (table.checked) return;
     if (table.chunks.bytes > 0) {
-        if (!checkChunks(table)) return false;
+        checkChunks(table);
     } else {
         table.holes = H5Dget_storage_size(table.data.id()) == 0;  // nothing was ever written
     }
     table.dryFill = table.holes && ownFillIsDry(table);
     table.checked = true;
-    return true;
 }
 
 H5Stored h5RowStored(const H5Table& table, hsize_t step) {

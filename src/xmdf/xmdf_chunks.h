@@ -3,9 +3,9 @@
 
 #include "xmdf/xmdf_table.h"
 
-/// Fills table.chunks (blank for storage without chunks). False leaves the reason in XMDF_REASON: chunks of no size,
+/// Fills table.chunks (blank for storage without chunks). An XmdfFailure tells of chunks of no size,
 /// longer than a dimension of fixed length, or too large to hold. The library believes any size in a damaged header.
-bool h5ReadChunkSizes(H5Table& table);
+void h5ReadChunkSizes(H5Table& table);
 
 /// Bytes and slots of a cache that holds one row of chunks; no bytes where every chunk holds one time, since it is read
 /// once in any case, and straight to its place.
@@ -16,8 +16,8 @@ struct H5CacheSize {
 H5CacheSize h5CacheOf(const H5Table& table);
 
 /// Looks once at what is stored, when the first row is read: never more chunks than the shape holds, each at a place of
-/// its own, uncompressed ones of their full size. False leaves the reason: the library would read beyond them.
-bool h5CheckStored(H5Table& table);
+/// its own, uncompressed ones of their full size. Others are an XmdfFailure: the library would read beyond them.
+void h5CheckStored(H5Table& table);
 
 enum class H5Stored : std::uint8_t {
     Written,

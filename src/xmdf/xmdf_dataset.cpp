@@ -1,6 +1,6 @@
 #include "xmdf/h5_text.h"
 #include "xmdf/xmdf_chunks.h"
-#include "xmdf/xmdf_reason.h"
+#include "xmdf/xmdf_failure.h"
 #include "xmdf/xmdf_state.h"
 
 #include <algorithm>
@@ -13,56 +13,50 @@ namespace {
 constexpr hsize_t MOST_COUNTED = std::numeric_limits<std::int32_t>::max();
 constexpr hsize_t MOST_TIMES = 10'000'000;  // a second apart for four months; more is a damaged file
 
-bool failed(std::string reason) { return xmdfFailed(std::move(reason)) >= 0; }
-
-bool countFits(const H5Table& table, int dimension, hsize_t least, hsize_t most, const char* what) {
+void checkCount(const H5Table& table, int dimension, hsize_t least, hsize_t most, const char* what) {
     const hsize_t count = table.extent[static_cast<std::size_t>(dimension)];
-    return (count >= least && count <= most) || failed(table.name + " has " + std::to_string(count) + " " + what);
+    if (count < least || count > most) xmdfFailed(table.name + " has " + std::to_string(count) + " " + what);
 }
 
-bool openValues(XmdfGroupState& g) {
-    if (g.values.isOpen()) return true;
-    H5Table table;
-    if (!h5OpenTable(g.group.id(), g.name, "Values", g.vector ? 3 : 2, table)) return false;
-    if (!countFits(table, 0, 1, MOST_TIMES, "times") || !countFits(table, 1, 1, MOST_COUNTED, "values per time"))
-        return false;
-    if (g.vector && !countFits(table, 2, 2, 2, "components, expecting 2")) return false;
+void openValues(XmdfGroupState& g) {
+    if (g.values.isOpen()) return;
+    H5Table table = h5OpenTable(g.group.id(), g.name, "Values", g.vector ? 3 : 2);
+    checkCount(table, 0, 1, MOST_TIMES, "times");
+    checkCount(table, 1, 1, MOST_COUNTED, "values per time");
+    if (g.vector) checkCount(table, 2, 2, 2, "components, expecting 2");
     g.values = std::move(table);
-    return true;
 }
 
-bool openTimes(XmdfGroupState& g) {
-    if (g.times.isOpen()) return true;
-    H5Table table;
-    if (!h5OpenTable(g.group.id(), g.name, "Times", 1, table) || !countFits(table, 0, 1, MOST_TIMES, "times"))
-        return false;
+void openTimes(XmdfGroupState& g) {
+    if (g.times.isOpen()) return;
+    H5Table table = h5OpenTable(g.group.id(), g.name, "Times", 1);
+    checkCount(table, 0, 1, MOST_TIMES, "times");
     g.times = std::move(table);
-    return true;
 }
 
 /// Opens Active where there is one; a dataset without it leaves the table closed.
-bool openActive(XmdfGroupState& g) {
-    if (g.active.isOpen() || H5Lexists(g.group.id(), "Active", H5P_DEFAULT) <= 0) return true;
-    H5Table table;
-    if (!h5OpenTable(g.group.id(), g.name, "Active", 2, table) || !countFits(table, 0, 1, MOST_TIMES, "times") ||
-        !countFits(table, 1, 0, MOST_COUNTED, "flags per time"))
-        return false;
+void openActive(XmdfGroupState& g) {
+    if (g.active.isOpen() || H5Lexists(g.group.id(), "Active", H5P_DEFAULT) <= 0) return;
+    H5Table table = h5OpenTable(g.group.id(), g.name, "Active", 2);
+    checkCount(table, 0, 1, MOST_TIMES, "times");
+    checkCount(table, 1, 0, MOST_COUNTED, "flags per time");
     g.active = std::move(table);
-    return true;
 }
 
 /// Opens all members and settles the times that they share: a run that is stopped while it writes leaves one longer
 /// than another, or times that were never filled in.
-bool shareTimes(XmdfGroupState& g) {
-    if (g.sharedTimes > 0) return true;
-    if (!openValues(g) || !openTimes(g) || !openActive(g) || !h5CheckStored(g.times)) return false;
+void shareTimes(XmdfGroupState& g) {
+    if (g.sharedTimes > 0) return;
+    openValues(g);
+    openTimes(g);
+    openActive(g);
+    h5CheckStored(g.times);
     hsize_t shared = std::min(g.times.extent[0], g.values.extent[0]);
     if (g.active.isOpen()) shared = std::min(shared, g.active.extent[0]);
     hsize_t written = 0;
     while (written < shared && h5RowStored(g.times, written + 1) == H5Stored::Written) ++written;
-    if (written == 0) return failed(g.times.name + " was never written");
+    if (written == 0) xmdfFailed(g.times.name + " was never written");
     g.sharedTimes = written;
-    return true;
 }
 
 /// Where a time without values is a legal one, it has no flags either: all cells are dry.
@@ -72,44 +66,55 @@ bool timeIsWhole(const XmdfGroupState& g, hsize_t step) {
     return !g.active.isOpen() || h5RowStored(g.active, step) == H5Stored::Written;
 }
 
-bool timesAreChecked(XmdfGroupState& g) {
-    return openValues(g) && openActive(g) && h5CheckStored(g.values) && (!g.active.isOpen() || h5CheckStored(g.active));
+void checkTimes(XmdfGroupState& g) {
+    openValues(g);
+    openActive(g);
+    h5CheckStored(g.values);
+    if (g.active.isOpen()) h5CheckStored(g.active);
+}
+
+void checkStep(const XmdfGroupState& g, std::int32_t step) {
+    if (step < 1) xmdfFailed(g.name + " has no time number " + std::to_string(step));
 }
 
 /// One time of Values or Active.
-bool readTime(XmdfGroupState& g, const H5Table& table, std::int32_t step, hid_t memoryType, void* to,
+void readTime(XmdfGroupState& g, const H5Table& table, std::int32_t step, hid_t memoryType, void* to,
               std::size_t count) {
-    if (!timesAreChecked(g)) return false;
+    checkTimes(g);
     const auto row = static_cast<hsize_t>(step);
     if (row <= table.extent[0] && !timeIsWhole(g, row))
-        return failed(table.name + ", time number " + std::to_string(step) + ", was never written");
-    return h5ReadRows(table, {row, 1}, memoryType, to, count);
+        xmdfFailed(table.name + ", time number " + std::to_string(step) + ", was never written");
+    h5ReadRows(table, {row, 1}, memoryType, to, count);
 }
 
 XmdfStatus readValues(XmdfGroupState& g, bool vector, std::int32_t step, std::span<float> values) {
-    if (g.vector != vector) return xmdfFailed(g.name + (vector ? " is no vector dataset" : " is no scalar dataset"));
-    if (step < 1) return xmdfFailed(g.name + " has no time number " + std::to_string(step));
-    return readTime(g, g.values, step, H5T_NATIVE_FLOAT, values.data(), values.size()) ? 0 : -1;
+    return xmdfOperation([&] {
+        if (g.vector != vector) xmdfFailed(g.name + (vector ? " is no vector dataset" : " is no scalar dataset"));
+        checkStep(g, step);
+        readTime(g, g.values, step, H5T_NATIVE_FLOAT, values.data(), values.size());
+    });
 }
 
 }  // namespace
 
 XmdfStatus xfgetdatasetnumvals_f(XmdfGroupState& group, std::int32_t& count) {
-    if (!openValues(group)) return -1;
-    count = static_cast<std::int32_t>(group.values.extent[1]);
-    return 0;
+    return xmdfOperation([&] {
+        openValues(group);
+        count = static_cast<std::int32_t>(group.values.extent[1]);
+    });
 }
 
 XmdfStatus xfgetdatasetnumactive_f(XmdfGroupState& group, std::int32_t& count) {
-    if (!openActive(group)) return -1;
-    count = group.active.isOpen() ? static_cast<std::int32_t>(group.active.extent[1]) : 0;
-    return 0;
+    return xmdfOperation([&] {
+        openActive(group);
+        count = group.active.isOpen() ? static_cast<std::int32_t>(group.active.extent[1]) : 0;
+    });
 }
 
 XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState& group, std::string& units) {
     units.clear();
-    if (H5Aexists(group.group.id(), "TimeUnits") <= 0 || h5ReadText(group.group.id(), "TimeUnits", units)) return 0;
-    return xmdfFailed(group.name + " has an attribute TimeUnits that is no text");
+    if (H5Aexists(group.group.id(), "TimeUnits") <= 0 || h5ReadText(group.group.id(), "TimeUnits", units)) return {};
+    return {-1, group.name + " has an attribute TimeUnits that is no text"};
 }
 
 XmdfStatus xfgetdatasetunits_f(XmdfGroupState& group, std::string& units) {
@@ -119,13 +124,14 @@ XmdfStatus xfgetdatasetunits_f(XmdfGroupState& group, std::string& units) {
 }
 
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count) {
-    if (!shareTimes(group)) return -1;
-    count = static_cast<std::int32_t>(group.sharedTimes);
-    return 0;
+    return xmdfOperation([&] {
+        shareTimes(group);
+        count = static_cast<std::int32_t>(group.sharedTimes);
+    });
 }
 
 std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState& group) {
-    if (!shareTimes(group)) return {};
+    if (xmdfOperation([&] { shareTimes(group); }) < 0) return {};
     const auto text = [](const char* name, const H5Table& table) {
         return std::string(name) + " has " + std::to_string(table.extent[0]) + " times";
     };
@@ -138,37 +144,43 @@ std::string XMDF_TIMES_LEFT_OUT(XmdfGroupState& group) {
 }
 
 XmdfStatus XMDF_WHOLE_TIMES(XmdfGroupState& group, std::int32_t& count) {
-    if (!shareTimes(group) || !timesAreChecked(group)) return -1;
-    hsize_t whole = 0;
-    while (whole < group.sharedTimes && timeIsWhole(group, whole + 1)) ++whole;
-    count = static_cast<std::int32_t>(whole);
-    return 0;
+    return xmdfOperation([&] {
+        shareTimes(group);
+        checkTimes(group);
+        hsize_t whole = 0;
+        while (whole < group.sharedTimes && timeIsWhole(group, whole + 1)) ++whole;
+        count = static_cast<std::int32_t>(whole);
+    });
 }
 
 XmdfStatus xfgetdatasettimes_f(XmdfGroupState& group, std::vector<double>& times) {
-    if (!shareTimes(group)) return -1;
-    times.assign(static_cast<std::size_t>(group.sharedTimes), 0.0);
-    if (!h5ReadRows(group.times, {1, group.sharedTimes}, H5T_NATIVE_DOUBLE, times.data(), times.size())) return -1;
-    for (std::size_t i = 0; i < times.size(); ++i)
-        if (!std::isfinite(times[i]))
-            return xmdfFailed(group.times.name + ", number " + std::to_string(i + 1) + ", is not a finite number");
-    return 0;
+    return xmdfOperation([&] {
+        shareTimes(group);
+        times.assign(static_cast<std::size_t>(group.sharedTimes), 0.0);
+        h5ReadRows(group.times, {1, group.sharedTimes}, H5T_NATIVE_DOUBLE, times.data(), times.size());
+        for (std::size_t i = 0; i < times.size(); ++i)
+            if (!std::isfinite(times[i]))
+                xmdfFailed(group.times.name + ", number " + std::to_string(i + 1) + ", is not a finite number");
+    });
 }
 
 XmdfStatus xfgetdatasetextremes_f(XmdfGroupState& group, std::vector<float>& mins, std::vector<float>& maxs) {
-    if (!shareTimes(group)) return -1;
-    for (const auto& [member, list] : {std::pair{"Mins", &mins}, std::pair{"Maxs", &maxs}}) {
-        H5Table table;
-        list->assign(static_cast<std::size_t>(group.sharedTimes), 0.0F);
-        if (h5OpenTable(group.group.id(), group.name, member, 1, table) && table.extent[0] >= group.sharedTimes &&
-            h5CheckStored(table) && !table.holes &&
-            h5ReadRows(table, {1, group.sharedTimes}, H5T_NATIVE_FLOAT, list->data(), list->size()))
-            continue;
+    const XmdfStatus shared = xmdfOperation([&] { shareTimes(group); });
+    if (shared < 0) return shared;
+    const XmdfStatus read = xmdfOperation([&] {
+        for (const auto& [member, list] : {std::pair{"Mins", &mins}, std::pair{"Maxs", &maxs}}) {
+            H5Table table = h5OpenTable(group.group.id(), group.name, member, 1);
+            h5CheckStored(table);
+            if (table.holes || table.extent[0] < group.sharedTimes) xmdfFailed(table.name + " is not whole");
+            list->assign(static_cast<std::size_t>(group.sharedTimes), 0.0F);
+            h5ReadRows(table, {1, group.sharedTimes}, H5T_NATIVE_FLOAT, list->data(), list->size());
+        }
+    });
+    if (read < 0) {  // what is not there, or not whole, is not known
         mins.clear();
         maxs.clear();
-        return 0;
     }
-    return 0;
+    return {};
 }
 
 XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values) {
@@ -179,8 +191,10 @@ XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState& group, std::int32_t step
 }
 
 XmdfStatus xfreadactivitytimestep_f(XmdfGroupState& group, std::int32_t step, std::span<std::uint8_t> flags) {
-    if (step < 1) return xmdfFailed(group.name + " has no time number " + std::to_string(step));
-    if (!openActive(group)) return -1;
-    if (!group.active.isOpen()) return xmdfFailed(group.name + " has no active flags");
-    return readTime(group, group.active, step, H5T_NATIVE_UINT8, flags.data(), flags.size()) ? 0 : -1;
+    return xmdfOperation([&] {
+        checkStep(group, step);
+        openActive(group);
+        if (!group.active.isOpen()) xmdfFailed(group.name + " has no active flags");
+        readTime(group, group.active, step, H5T_NATIVE_UINT8, flags.data(), flags.size());
+    });
 }

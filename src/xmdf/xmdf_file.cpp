@@ -1,7 +1,6 @@
 #include "platform/file_system.h"
 #include "text_utils/text.h"
 #include "xmdf/h5_text.h"
-#include "xmdf/xmdf_reason.h"
 #include "xmdf/xmdf_state.h"
 
 namespace {
@@ -26,26 +25,26 @@ XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file) {
     file.reset(new XmdfFileState);
     file->name = name;
     file->file = H5File(H5Fopen(NAME_FOR_LIBRARY(name).c_str(), H5F_ACC_RDONLY, H5P_DEFAULT));
-    if (file->file.valid()) return 0;
+    if (file->file.valid()) return {};
     std::string reason = "\"" + name + "\" could not be opened" + h5Reason();
     file->file = openUnlocked(name);
     file->unlocked = file->file.valid();
-    if (file->unlocked) return 0;
+    if (file->unlocked) return {};
     file.reset();
-    return xmdfFailed(std::move(reason));
+    return {-1, std::move(reason)};
 }
 
 bool XMDF_UNLOCKED(const XmdfFileState& file) { return file.unlocked; }
 
 XmdfStatus xfclosefile_f(XmdfFile& file) {
     const XmdfFile closing = std::move(file);
-    if (closing == nullptr || closing->file.close()) return 0;
-    return xmdfFailed("\"" + closing->name + "\" could not be closed" + h5Reason());
+    if (closing == nullptr || closing->file.close()) return {};
+    return {-1, "\"" + closing->name + "\" could not be closed" + h5Reason()};
 }
 
 XmdfStatus xfgetlibraryversion_f(float& version) {
     version = LAYOUT_VERSION;
-    return 0;
+    return {};
 }
 
 XmdfGroupKind xmdfGroupKind(hid_t group) {
@@ -61,16 +60,16 @@ XmdfStatus xfopengroup_f(XmdfFileState& file, const std::string& path, XmdfGroup
     opened->name = "\"" + file.name + "\": " + path;
     const H5Properties access = h5WithinFile(H5P_GROUP_ACCESS);
     opened->group = H5Group(H5Gopen2(file.file.id(), path.c_str(), access.id()));
-    if (!opened->group.valid()) return xmdfFailed(opened->name + " could not be opened" + h5Reason());
+    if (!opened->group.valid()) return {-1, opened->name + " could not be opened" + h5Reason()};
     const XmdfGroupKind kind = xmdfGroupKind(opened->group.id());
-    if (kind == XmdfGroupKind::Folder) return xmdfFailed(opened->name + " has no Grouptype of a dataset");
+    if (kind == XmdfGroupKind::Folder) return {-1, opened->name + " has no Grouptype of a dataset"};
     opened->vector = kind == XmdfGroupKind::Vector;
     group = std::move(opened);
-    return 0;
+    return {};
 }
 
 XmdfStatus xfclosegroup_f(XmdfGroup& group) {
     const XmdfGroup closing = std::move(group);
-    if (closing == nullptr || closing->group.close()) return 0;
-    return xmdfFailed(closing->name + " could not be closed" + h5Reason());
+    if (closing == nullptr || closing->group.close()) return {};
+    return {-1, closing->name + " could not be closed" + h5Reason()};
 }

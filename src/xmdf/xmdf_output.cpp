@@ -2,7 +2,7 @@
 
 #include "platform/file_system.h"
 #include "xmdf/h5_text.h"
-#include "xmdf/xmdf_reason.h"
+#include "xmdf/xmdf_failure.h"
 
 #include <algorithm>
 #include <array>
@@ -24,7 +24,10 @@ struct GrowingTable {
 };
 
 /// Keeps the library's reason before the closing of any handle, of properties too, empties its error stack.
-bool done(bool good) { return good || xmdfFailed(h5Reason()) >= 0; }
+bool done(bool good) {
+    if (!good) xmdfFailed(h5Reason());
+    return true;
+}
 bool done(herr_t status) { return done(status >= 0); }
 
 /// Creation properties without the time of day, so that equal runs give equal files.
@@ -117,8 +120,11 @@ struct XmdfOutputState {
 
 namespace {
 
-XmdfStatus outcome(const XmdfOutputState& file, bool good) {
-    return good ? 0 : xmdfFailed("\"" + file.name + "\" could not be written" + XMDF_REASON());
+template <typename Step>
+XmdfStatus outcome(const XmdfOutputState& file, Step step) {
+    XmdfStatus status = xmdfOperation([&] { done(step()); });
+    if (status < 0) status.reason = "\"" + file.name + "\" could not be written" + status.reason;
+    return status;
 }
 
 bool endDataset(XmdfOutputState& file) {
@@ -177,7 +183,7 @@ XmdfStatus XMDF_CREATE(const std::string& name, XmdfOutput& file) {
     file->name = name;
     const H5Properties made = timeless(H5P_FILE_CREATE);
     file->file = H5File(H5Fcreate(NAME_FOR_LIBRARY(name).c_str(), H5F_ACC_TRUNC, made.id(), H5P_DEFAULT));
-    return outcome(*file, done(file->file.valid()) && writeRoot(file->file.id()));
+    return outcome(*file, [&] { return done(file->file.valid()) && writeRoot(file->file.id()); });
 }
 
 bool XMDF_HAS_DATASET(XmdfOutputState& file, const XmdfNewDataset& dataset) {
@@ -190,20 +196,21 @@ bool XMDF_HAS_DATASET(XmdfOutputState& file, const XmdfNewDataset& dataset) {
 }
 
 XmdfStatus XMDF_BEGIN_DATASET(XmdfOutputState& file, const XmdfNewDataset& dataset) {
-    return outcome(file, beginDataset(file, dataset));
+    return outcome(file, [&] { return beginDataset(file, dataset); });
 }
 
 XmdfStatus XMDF_ADD_TIME(XmdfOutputState& file, const XmdfNewTime& time) {
     const hsize_t step = file.times.size();
-    const bool good = addRow(file.values, step, time.values.data()) &&
-                      (!file.active.data.valid() || addRow(file.active, step, time.flags.data()));
     file.times.push_back(time.hours);
     file.mins.push_back(time.least);
     file.maxs.push_back(time.most);
-    return outcome(file, good);
+    return outcome(file, [&] {
+        return addRow(file.values, step, time.values.data()) &&
+               (!file.active.data.valid() || addRow(file.active, step, time.flags.data()));
+    });
 }
 
 XmdfStatus XMDF_FINISH(XmdfOutput& file) {
     const XmdfOutput closing = std::move(file);
-    return outcome(*closing, endDataset(*closing) && done(closing->file.close()));
+    return outcome(*closing, [&] { return endDataset(*closing) && done(closing->file.close()); });
 }

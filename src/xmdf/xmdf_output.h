@@ -1,5 +1,5 @@
 // Writing an .xmdf results file of the layout that xmdf.h reads, dataset after dataset and time after time: one time is
-// held in memory. Operations fail with a negative status, and then XMDF_REASON tells why, naming the file. A build
+// held in memory. Operations fail with a negative status and its reason, which names the file. A build
 // without HDF5 has the same operations, each of which fails.
 #pragma once
 

@@ -1,6 +1,6 @@
 // The datasets of a file, found without recursion: nesting costs an open group a level, never the call stack.
 #include "xmdf/h5_text.h"
-#include "xmdf/xmdf_reason.h"
+#include "xmdf/xmdf_failure.h"
 #include "xmdf/xmdf_state.h"
 
 #include <algorithm>
@@ -57,12 +57,12 @@ class Walk {
 public:
     explicit Walk(XmdfFileState& file) : file_(file) {}
 
-    bool run() {
+    void run() {
         H5O_type_t type{};
         ObjectMark root{};
-        if (!describeObject(file_.file.id(), "/", type, root)) return failed("/");
+        if (!describeObject(file_.file.id(), "/", type, root)) xmdfFailed(reason("/"));
         met_.insert(root);
-        if (!enter(file_.file.id(), "/")) return failed("/");
+        if (!enter(file_.file.id(), "/")) xmdfFailed(reason("/"));
         while (!levels_.empty()) {
             Level& level = levels_.back();
             if (level.next == level.links.size()) {
@@ -72,14 +72,13 @@ public:
             const Link& link = level.links[level.next++];
             path_.resize(level.pathLength);
             path_ += "/" + link.name;
-            if (!follow(level.group.id(), link)) return failed(path_);
+            if (!follow(level.group.id(), link)) file_.unreadable.push_back(reason(path_));
         }
-        return true;
     }
 
 private:
-    bool failed(const std::string& path) const {
-        return xmdfFailed("\"" + file_.name + "\": " + path + " could not be read" + h5Reason()) >= 0;
+    std::string reason(const std::string& path) const {
+        return "\"" + file_.name + "\": " + path + " could not be read" + h5Reason();
     }
     void skip(std::string_view what) {
         file_.skipped.push_back("Warning - " + std::string(what) + " skipped in \"" + file_.name + "\": " + path_);
@@ -126,30 +125,32 @@ private:
     std::string path_;
 };
 
-XmdfStatus list(XmdfFileState& file) {
-    if (file.listed) return 0;
+void list(XmdfFileState& file) {
+    if (file.listed) return;
     file.scalarPaths.clear();
     file.vectorPaths.clear();
     file.skipped.clear();
-    if (!Walk(file).run()) return -1;
+    file.unreadable.clear();
+    Walk(file).run();
     file.listed = true;
-    return 0;
 }
 
 XmdfStatus describe(XmdfFileState& file, const std::vector<std::string>& paths, std::int32_t& count,
                     std::int32_t& longest) {
-    if (list(file) < 0) return -1;
-    std::size_t length = 0;
-    for (const std::string& path : paths) length = std::max(length, path.size());
-    count = static_cast<std::int32_t>(paths.size());
-    longest = static_cast<std::int32_t>(length);
-    return 0;
+    return xmdfOperation([&] {
+        list(file);
+        std::size_t length = 0;
+        for (const std::string& path : paths) length = std::max(length, path.size());
+        count = static_cast<std::int32_t>(paths.size());
+        longest = static_cast<std::int32_t>(length);
+    });
 }
 
 XmdfStatus copyPaths(XmdfFileState& file, const std::vector<std::string>& from, std::vector<std::string>& paths) {
-    if (list(file) < 0) return -1;
-    paths = from;
-    return 0;
+    return xmdfOperation([&] {
+        list(file);
+        paths = from;
+    });
 }
 
 }  // namespace
@@ -167,3 +168,4 @@ XmdfStatus xfgetvectordatasetpaths_f(XmdfFileState& file, std::vector<std::strin
     return copyPaths(file, file.vectorPaths, paths);
 }
 const std::vector<std::string>& XMDF_SKIPPED(const XmdfFileState& file) { return file.skipped; }
+const std::vector<std::string>& XMDF_UNREADABLE_GROUPS(const XmdfFileState& file) { return file.unreadable; }

@@ -9,9 +9,9 @@ struct XmdfFileState {
     H5File file;
     std::string name;
     bool unlocked = false;  ///< another program has it open for writing
-    bool listed = false;    ///< the three lists below are filled
+    bool listed = false;    ///< the lists below are filled
     std::vector<std::string> scalarPaths, vectorPaths;
-    std::vector<std::string> skipped;
+    std::vector<std::string> skipped, unreadable;
 };
 
 struct XmdfGroupState {

@@ -3,11 +3,9 @@
 #include "xmdf/h5_layout.h"
 #include "xmdf/h5_text.h"
 #include "xmdf/xmdf_chunks.h"
-#include "xmdf/xmdf_reason.h"
+#include "xmdf/xmdf_failure.h"
 
 namespace {
-
-bool failed(std::string reason) { return xmdfFailed(std::move(reason)) >= 0; }
 
 herr_t refuseExternalLink(const char*, const char*, const char*, const char*, unsigned*, hid_t, void*) { return -1; }
 
@@ -32,52 +30,51 @@ bool holdsNumbers(const H5Dataset& data) {
            fillsItsWidth(H5Type(H5Tget_super(type.id())).id());
 }
 
-bool readExtent(H5Table& table, int rank) {
+void readExtent(H5Table& table, int rank) {
     const H5Space space(H5Dget_space(table.data.id()));
     table.rank = H5Sget_simple_extent_ndims(space.id());
     if (table.rank != rank)
-        return failed(table.name + " has " + std::to_string(table.rank) + " dimensions, expecting " +
-                      std::to_string(rank));
+        xmdfFailed(table.name + " has " + std::to_string(table.rank) + " dimensions, expecting " +
+                   std::to_string(rank));
     H5Sget_simple_extent_dims(space.id(), table.extent.data(), table.most.data());
-    return true;
 }
 
 /// Storage without chunks must have room for the whole table; the library itself believes a damaged header and reads
 /// beyond it.
-bool storageHoldsAll(const H5Table& table) {
+void checkStorage(const H5Table& table) {
     const H5Properties layout(H5Dget_create_plist(table.data.id()));
     const H5D_layout_t kind = H5Pget_layout(layout.id());
-    if (kind != H5D_COMPACT && kind != H5D_CONTIGUOUS) return true;
+    if (kind != H5D_COMPACT && kind != H5D_CONTIGUOUS) return;
     const H5Type type(H5Dget_type(table.data.id()));
     std::uint64_t bytes = H5Tget_size(type.id());
     for (int i = 0; i < table.rank; ++i) bytes *= table.extent[static_cast<std::size_t>(i)];
     const std::uint64_t stored = H5Dget_storage_size(table.data.id());
     // 0: nothing written yet, so that fill values are read
-    if (stored >= bytes || (kind == H5D_CONTIGUOUS && stored == 0)) return true;
-    return failed(table.name + " is damaged: " + std::to_string(stored) + " of " + std::to_string(bytes) +
-                  " bytes are stored");
+    if (stored >= bytes || (kind == H5D_CONTIGUOUS && stored == 0)) return;
+    xmdfFailed(table.name + " is damaged: " + std::to_string(stored) + " of " + std::to_string(bytes) +
+               " bytes are stored");
 }
 
-bool openWithCache(hid_t group, const char* member, const H5CacheSize& cache, H5Table& table) {
+void openWithCache(hid_t group, const char* member, const H5CacheSize& cache, H5Table& table) {
     const H5Properties access = h5WithinFile(H5P_DATASET_ACCESS);
     H5Pset_chunk_cache(access.id(), static_cast<std::size_t>(cache.slots) + 1, static_cast<std::size_t>(cache.bytes),
                        1.0);
     table.data = H5Dataset(H5Dopen2(group, member, access.id()));
-    return table.data.valid() || failed(table.name + " could not be opened" + h5Reason());
+    if (!table.data.valid()) xmdfFailed(table.name + " could not be opened" + h5Reason());
 }
 
-bool openTable(hid_t group, const char* member, int rank, H5Table& table) {
-    if (!h5HasMember(group, member)) return failed(table.name + " does not exist");
-    if (!h5LayoutIsSound(group, member)) return failed(table.name + " is damaged: chunks of no size");
-    if (!openWithCache(group, member, H5CacheSize{}, table)) return false;
-    if (!holdsNumbers(table.data)) return failed(table.name + " does not hold numbers");
-    if (!readExtent(table, rank)) return false;
-    if (!storageHoldsAll(table)) return false;
-    if (!h5ReadChunkSizes(table)) return false;
+void openTable(hid_t group, const char* member, int rank, H5Table& table) {
+    if (!h5HasMember(group, member)) xmdfFailed(table.name + " does not exist");
+    if (!h5LayoutIsSound(group, member)) xmdfFailed(table.name + " is damaged: chunks of no size");
+    openWithCache(group, member, H5CacheSize{}, table);
+    if (!holdsNumbers(table.data)) xmdfFailed(table.name + " does not hold numbers");
+    readExtent(table, rank);
+    checkStorage(table);
+    h5ReadChunkSizes(table);
     const H5CacheSize cache = h5CacheOf(table);
-    if (cache.bytes == 0) return true;
+    if (cache.bytes == 0) return;
     table.data.close();  // the cache of a dataset is settled when it is first opened
-    return openWithCache(group, member, cache, table);
+    openWithCache(group, member, cache, table);
 }
 
 }  // namespace
@@ -93,29 +90,26 @@ bool h5HasMember(hid_t group, const char* member) {
     return H5Lexists(group, member, H5P_DEFAULT) > 0 && H5Oexists_by_name(group, member, access.id()) > 0;
 }
 
-bool h5OpenTable(hid_t group, const std::string& groupName, const char* member, int rank, H5Table& table) {
-    H5Table opened;
-    opened.name = groupName + "/" + member;
-    if (!openTable(group, member, rank, opened)) return false;
-    table = std::move(opened);
-    return true;
+H5Table h5OpenTable(hid_t group, const std::string& groupName, const char* member, int rank) {
+    H5Table table;
+    table.name = groupName + "/" + member;
+    openTable(group, member, rank, table);
+    return table;
 }
 
-bool h5ReadRows(const H5Table& table, H5Rows wanted, hid_t memoryType, void* to, std::size_t count) {
+void h5ReadRows(const H5Table& table, H5Rows wanted, hid_t memoryType, void* to, std::size_t count) {
     if (wanted.first < 1 || wanted.first > table.extent[0] || wanted.rows > table.extent[0] - wanted.first + 1)
-        return failed(table.name + " has " + std::to_string(table.extent[0]) + " times, asked for number " +
-                      std::to_string(wanted.first));
+        xmdfFailed(table.name + " has " + std::to_string(table.extent[0]) + " times, asked for number " +
+                   std::to_string(wanted.first));
     const std::array<hsize_t, 3> start{wanted.first - 1, 0, 0};
     const std::array<hsize_t, 3> size{wanted.rows, table.extent[1], table.extent[2]};
     const hsize_t elements = size[0] * size[1] * size[2];
     if (elements != count)
-        return failed(table.name + " has " + std::to_string(size[1] * size[2]) + " values per time, expecting " +
-                      std::to_string(count));
+        xmdfFailed(table.name + " has " + std::to_string(size[1] * size[2]) + " values per time, expecting " +
+                   std::to_string(count));
     const H5Space inFile(H5Dget_space(table.data.id()));
     const H5Space inMemory(H5Screate_simple(1, &elements, nullptr));
     if (H5Sselect_hyperslab(inFile.id(), H5S_SELECT_SET, start.data(), nullptr, size.data(), nullptr) < 0 ||
         H5Dread(table.data.id(), memoryType, inMemory.id(), inFile.id(), H5P_DEFAULT, to) < 0)
-        return failed(table.name + ", time number " + std::to_string(wanted.first) + ", could not be read" +
-                      h5Reason());
-    return true;
+        xmdfFailed(table.name + ", time number " + std::to_string(wanted.first) + ", could not be read" + h5Reason());
 }

@@ -33,18 +33,17 @@ struct H5Table {
 bool h5HasMember(hid_t group, const char* member);
 
 /// Opens a member that holds numbers in `rank` dimensions. Storage in chunks that span several times gets a cache of
-/// one row of chunks, so that each chunk is read once while the times are taken in order. False leaves the reason in
-/// XMDF_REASON: absent, behind an external link, no numbers, another number of dimensions, or chunks that do not fit
-/// them or the memory.
-bool h5OpenTable(hid_t group, const std::string& groupName, const char* member, int rank, H5Table& table);
+/// one row of chunks, so that each chunk is read once while the times are taken in order. An XmdfFailure tells: absent,
+/// behind an external link, no numbers, another number of dimensions, or chunks that do not fit them or the memory.
+H5Table h5OpenTable(hid_t group, const std::string& groupName, const char* member, int rank);
 
 /// Rows `first` (numbered from 1) to `first` + `rows` - 1 of the first dimension.
 struct H5Rows {
     hsize_t first = 1, rows = 1;
 };
 /// Reads rows of a table that h5CheckStored has passed, converted to `memoryType`. `count`: elements that `to` has room
-/// for; rows of another size are refused.
-bool h5ReadRows(const H5Table& table, H5Rows wanted, hid_t memoryType, void* to, std::size_t count);
+/// for; rows of another size are an XmdfFailure.
+void h5ReadRows(const H5Table& table, H5Rows wanted, hid_t memoryType, void* to, std::size_t count);
 
 /// Link access that refuses external links, for whatever is opened by name.
 H5Properties h5WithinFile(hid_t propertyClass);

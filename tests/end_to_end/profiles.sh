@@ -72,10 +72,18 @@ echo "P|0|LINESTRING (149.95 -32.95,151.05 -32.95)" | layer across.shp LINESTRIN
 row 0 "plane_P.csv" -b -lp across.shp -lpmd0.0502 plane.2dm
 check "not a row for both ends, 11 edges and 21 markers" [ "$(wc -l <plane_P.csv)" -eq 35 ]
 line plane_P.csv "0.05000000,150.00000000,-32.95000000,E,-179.5000,,"
+echo "a|1|POINT (150.5 -32.5)" | layer a.shp POINT
+run 0 -b -lp across.shp -cp a.shp plane.2dm
+said "WARNING - The mesh is in degrees: markers along profiles are every 100. degrees, give -lpmd for another distance." \
+    "WARNING - The mesh is in degrees: profiles take calibration points within 100. degrees, give -cpsd for another distance."
+run 0 -b -lp across.shp -cpsd1 -lpmd1 -obsx plane.2dm
+said "WARNING - Recorded values (-obs) are those of calibration points (-cp), -obs ignored."
+did_not_say "mesh is in degrees"
 
 # 3. Layers that cannot be used leave nothing behind.
 echo "x|0|LINESTRING (-60 30,-59 30)" | layer degrees.shp LINESTRING
 echo "x|0|POINT (-60 30)" | layer far.shp POINT
+mv river.mid ../river.mid
 head -c 150 river.shp >cut.shp
 cp river.shx cut.shx
 cp river.dbf cut.dbf
@@ -86,8 +94,9 @@ while IFS='|' read -r text arguments; do
 done <<'ROWS'
 ERROR - No profile lies within the mesh; check the projection.|-lp degrees.shp -max basin_h.dat
 ERROR - No polylines found in marks.mif|-lp marks.mif -max basin_h.dat
-ERROR - No points found in river.mif|-cp river.mif -max basin_h.dat
+ERROR - No points found in river.shp|-cp river.shp -max basin_h.dat
 ERROR - Long profile layer nowhere.shp (-lp) does not exist.|-lp nowhere.shp -max basin_h.dat
+ERROR - Long profile layer river.mid (-lp) does not exist.|-lp river.mif -max basin_h.dat
 ERROR 04|-lp cut.shp -max basin_h.dat
 ERROR - No layer specified after -cp.|-max basin_h.dat -cp
 ERROR - Field level (-obs) is not in marks.mif|-cp marks.mif -obslevel -max basin_h.dat

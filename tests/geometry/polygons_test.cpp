@@ -1,15 +1,12 @@
 #include "geometry/inside_polygon.h"
+
 #include "geometry/interpolate.h"
 #include "geometry/no_value.h"
 #include "geometry/polygon_area.h"
 #include "geometry/sub_grid_area.h"
+#include "testing.h"
 
-#include <doctest/doctest.h>
-
-#include <array>
-#include <cmath>
 #include <stdexcept>
-#include <vector>
 
 namespace {
 

@@ -1,10 +1,7 @@
 #include "geometry/hydraulics.h"
+
 #include "geometry/shift.h"
-
-#include <doctest/doctest.h>
-
-#include <array>
-#include <cmath>
+#include "testing.h"
 
 TEST_CASE("CIRCLE_WIDTH is the chord, 0 when full or dry") {
     struct {

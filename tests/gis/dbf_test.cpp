@@ -2,8 +2,7 @@
 
 #include "gis/dbf_number.h"
 #include "gis/layer_table.h"
-
-#include <doctest/doctest.h>
+#include "testing.h"
 
 #include <ctime>
 
@@ -58,44 +57,40 @@ TEST_CASE("a .dbf file, byte for byte: types, widths, today, language, end") {
                      "20 2*20 '2.50 7*20 '7 'a 2*20 'T 9*20 '0.10000 20 6*20 6*20 '-1 'bcd 'F 16*20 1A"));
 }
 
+// Text, width and decimals of the field, and what stands in it: "_" is a blank, "!" that it does not fit.
 TEST_CASE("numbers stand right-aligned with the field's decimals, digits unchanged where they can be") {
-    struct {
-        std::string_view text;
-        int width, decimals;
-        std::string_view expected;
-    } const rows[] = {
-        {"12.5", 8, 2, "   12.50"},
-        {"-3", 5, 1, " -3.0"},
-        {"", 3, 0, "   "},
-        {"123456789012345678", 21, 2, "123456789012345678.00"},  // through a double: ...680
-        {"0.123456", 8, 6, "0.123456"},
-        {"1.", 4, 0, "   1"},
-        {".5", 5, 2, " 0.50"},
-        {"+7", 3, 0, "  7"},
-        {"1e3", 6, 1, "1000.0"},
-        {"1D+003", 5, 0, " 1000"},
-        {"0.125", 5, 2, " 0.12"},
-        {"0.375", 5, 2, " 0.38"},
-        {"2.999", 4, 1, " 3.0"},
-        {"0.1", 14, 12, "0.100000000000"},
-        {"1e-12", 14, 12, "0.000000000001"},  // more decimals than the fast way has
-        {"99999999", 8, 0, "99999999"},
-        {"123456789", 8, 0, "!"},
-        {"-12.50", 5, 2, "!"},
-        {"99.95", 4, 1, "!"},  // rounds up to 100.0
-        {"1e300", 20, 2, "!"},
-        {"nan", 8, 2, "!"},
-        {"-inf", 8, 2, "!"},
-        {"abc", 8, 0, "!"},
-        {"1.2.3", 8, 1, "!"},
-        {"-", 8, 0, "!"},
-        {"1 2", 8, 0, "!"},
-    };
-    for (const auto& r : rows) {
-        std::string field(static_cast<std::size_t>(r.width), ' ');
-        const bool put = PUT_DBF_NUMBER(field.data(), r.text, r.width, r.decimals);
-        CAPTURE(r.text);
-        CHECK((put ? field : "!") == r.expected);
+    for (const Row& row : rowsOf(R"(
+12.5 | 8 | 2 | ___12.50
+-3 | 5 | 1 | _-3.0
+ | 3 | 0 | ___
+# through a double: ...680
+123456789012345678 | 21 | 2 | 123456789012345678.00
+0.123456 | 8 | 6 | 0.123456
+1. | 4 | 0 | ___1
+.5 | 5 | 2 | _0.50
++7 | 3 | 0 | __7
+1e3 | 6 | 1 | 1000.0
+1D+003 | 5 | 0 | _1000
+0.125 | 5 | 2 | _0.12
+0.375 | 5 | 2 | _0.38
+2.999 | 4 | 1 | _3.0
+# more decimals than the fast way has
+1e-12 | 14 | 12 | 0.000000000001
+99999999 | 8 | 0 | 99999999
+123456789 | 8 | 0 | !
+# rounds up to 100.0
+99.95 | 4 | 1 | !
+1e300 | 20 | 2 | !
+nan | 8 | 2 | !
+-inf | 8 | 2 | !
+1.2.3 | 8 | 1 | !
+- | 8 | 0 | !
+1 2 | 8 | 0 | !
+)")) {
+        CAPTURE(row[0]);
+        std::string field(static_cast<std::size_t>(wholeOf(row[1])), ' ');
+        if (!PUT_DBF_NUMBER(field.data(), row[0], wholeOf(row[1]), wholeOf(row[2]))) field = "!";
+        CHECK(replaced(field, " ", "_") == row[3]);
     }
 }
 

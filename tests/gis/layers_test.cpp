@@ -2,8 +2,7 @@
 
 #include "gis/input_log.h"
 #include "gis/layer_table.h"
-
-#include <doctest/doctest.h>
+#include "testing.h"
 
 namespace {
 
@@ -31,27 +30,23 @@ TEST_CASE("the lowest free handle is taken, up to 100") {
 }
 
 TEST_CASE("the extension chooses the format") {
-    struct {
-        const char* name;
-        bool tableOnly;
-        GisFormat format;
-        const char* refused;
-    } const rows[] = {
-        {"a", false, GisFormat::Mif, ""},          {"b.Mif", false, GisFormat::Mif, ""},
-        {"c.MID", false, GisFormat::Mif, ""},      {"e.csv", true, GisFormat::Csv, ""},
-        {"f.csv", false, GisFormat::None, ".csv"}, {"g.dbf", false, GisFormat::None, ".dbf"},
-        {"h.tab", true, GisFormat::None, ".tab"},
+    using F = GisFormat;
+    const auto alone = GisTable::Alone, objects = GisTable::WithObjects;
+    const std::tuple<const char*, GisTable, GisFormat, const char*> rows[] = {
+        {"a", objects, F::Mif, ""},        {"b.Mif", objects, F::Mif, ""},      {"c.MID", objects, F::Mif, ""},
+        {"e.csv", alone, F::Csv, ""},      {"f.csv", objects, F::None, ".csv"}, {"g.dbf", objects, F::None, ".dbf"},
+        {"h.tab", alone, F::None, ".tab"},
     };
-    for (const auto& r : rows) {
+    for (const auto& row : rows) {
         const LayerTest test;
         const std::string said = consoleOf([&] {
-            const auto id = gisOpenLayer(test.folder.name(r.name), "R", "O ",
-                                         r.tableOnly ? GisTable::Alone : GisTable::WithObjects);
-            CHECK(gisEntry(id).format == r.format);
+            const auto id = gisOpenLayer(test.folder.name(std::get<0>(row)), "R", "O ", std::get<1>(row));
+            CHECK(gisEntry(id).format == std::get<2>(row));
             gisCloseAllLayers();
         });
-        const std::string refusal = "ERROR 0252 - " + std::string(r.refused) + " is not a supported GIS file format.\n";
-        CHECK_MESSAGE((said.find(refusal) != std::string::npos) == (r.format == GisFormat::None), said);
+        const std::string refusal =
+            "ERROR 0252 - " + std::string(std::get<3>(row)) + " is not a supported GIS file format.\n";
+        CHECK_MESSAGE(holds(said, refusal) == (std::get<2>(row) == F::None), said);
     }
 }
 
@@ -62,29 +57,24 @@ TEST_CASE("operations check their handle") {
     consoleOf([&] { gisOpenLayer(test.folder.name("in.mif"), "R", "I "); });
     GisObject o;
     std::string text;
-    struct {
-        std::function<void()> step;
-        std::string said;
-    } const rows[] = {
-        {[] { gisReadHeader(0); }, contact("Should not be here gisReadHeader[gisID=0] - please contact ")},
-        {[] { gisGotoBeginningOfData(-1); },
-         contact("Should not be here gisGotoBeginningOfData[gisID=0] - please contact ")},
-        {[&] { gisWriteObject(0, o); }, contact("Should not be here gisWriteObject[gisID=0] - please contact ")},
-        {[] { gisReadHeader(2); }, contact("Should not be here [gisReadHeader] - please contact ")},
-        {[&] { gisReadRecord(101, text); }, contact("Should not be here [gisReadRecord] - please contact ")},
-        {[&] { gisWriteObject(1, o); },
-         contact("Should not be here [gisWriteObject-shp].  Please contact ")},  // an input layer
-        {[] { gisWriteRecord(2, "1"); }, contact("Should not be here [gisWriteRecord-dbf].  Please contact ")},
+    const std::string here = "Should not be here ", please = " - please contact ", other = ".  Please contact ";
+    const std::pair<std::function<void()>, std::string> rows[] = {
+        {[] { gisReadHeader(0); }, contact(here + "gisReadHeader[gisID=0]" + please)},
+        {[] { gisGotoBeginningOfData(-1); }, contact(here + "gisGotoBeginningOfData[gisID=0]" + please)},
+        {[&] { gisWriteObject(0, o); }, contact(here + "gisWriteObject[gisID=0]" + please)},
+        {[] { gisReadHeader(2); }, contact(here + "[gisReadHeader]" + please)},
+        {[&] { gisReadRecord(101, text); }, contact(here + "[gisReadRecord]" + please)},
+        {[&] { gisWriteObject(1, o); }, contact(here + "[gisWriteObject-shp]" + other)},  // an input layer
+        {[] { gisWriteRecord(2, "1"); }, contact(here + "[gisWriteRecord-dbf]" + other)},
         {[] { gisWriteRecord(2, std::string(DATA_LINE_WIDTH + 1, '1')); },
-         contact("Should not be here [gisWriteRecordLarge-dbf].  Please contact ")},
-        {[&] { gisObjectType(1, o); },
-         contact("Should not be here [mifObjectType] - please contact ")},  // before the header
-        {[] { gisInitialiseLayer(0); }, contact("Should not be here gisInitialiseLayer[gisID=0] - please contact ")},
+         contact(here + "[gisWriteRecordLarge-dbf]" + other)},
+        {[&] { gisObjectType(1, o); }, contact(here + "[mifObjectType]" + please)},  // before the header
+        {[] { gisInitialiseLayer(0); }, contact(here + "gisInitialiseLayer[gisID=0]" + please)},
         {[] { gisCloseLayer(0); },
-         "SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact the maintainers (see "
-         "README)\n"},
+         "SOFTWARE CHECK - Trying to close a GIS Layer that's not open.  Please contact the "
+         "maintainers (see README)\n"},
     };
-    for (const auto& r : rows) CHECK(consoleOf(r.step) == r.said);
+    for (const auto& [step, said] : rows) CHECK(consoleOf(step) == said);
 }
 
 TEST_CASE("a layer can be read again") {

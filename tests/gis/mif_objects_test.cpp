@@ -1,10 +1,7 @@
 #include "layer_test.h"
 
 #include "gis/layer_table.h"
-
-#include <doctest/doctest.h>
-
-#include <limits>
+#include "testing.h"
 
 namespace {
 
@@ -120,58 +117,40 @@ TEST_CASE("objects as other programs write them") {
     for (const auto& r : rows) CHECK(readingOf(r.objects, r.records) == r.found);
 }
 
+// Objects, records and what is said; "/" ends a line.
 TEST_CASE("what a damaged layer says") {
-    const std::string coordinates = "\nERROR 0253 - Failed to read coordinates for a ";
-    struct {
-        std::string objects, records, said;
-    } const rows[] = {
-        {"Collection 2\n", "1\n",
-         "ERROR 0303 - MIF \"Collection\" objects not supported.  Delete or disaggregate object.\n   x.mif, line "
-         "8<stopped>"},
-        {"Region 10001\n", "1\n",
-         "ERROR 0304 - Exceeded maximum number of polygons in region below of 10000\nRegion 10001\n   x.mif, line 8" +
-             coordinates + "REGION object in GIS layer.<stopped>"},
-        {"Point 1 x\n", "1\n",
-         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n 1 x\n   x.mif, line 8" + coordinates +
-             "POINT object in GIS layer.<stopped>"},
-        {"Point 1 nan\n", "1\n",
-         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n 1 nan\n   x.mif, line 8" + coordinates +
-             "POINT object in GIS layer.<stopped>"},
-        {"Pline 2\n0 0\n1 1 1\n", "1\n",
-         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n1 1 1\n   x.mif, line 10" + coordinates +
-             "PLINE object in GIS layer.<stopped>"},
-        {"Pline -1\n0 0\n", "1\n",
-         "ERROR 0308 - Reading .mif file.  Erroneous line is:\n -1\n   x.mif, line 8" + coordinates +
-             "PLINE object in GIS layer.<stopped>"},
-        {"Pline 3\n0 0\n1 1\n", "1\n",
-         "ERROR 0309 - Unexpected end of .mif file encountered.\n   x.mif, line 11" + coordinates +
-             "PLINE object in GIS layer.<stopped>"},
-        {"Pline 40000000\n0 0\n", "1\n",
-         "ERROR 0309 - Unexpected end of .mif file encountered.\n   40000000 vertices are announced, more than the "
-         "rest of the file holds.\n   x.mif, line 8" +
-             coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline 50000001\n0 0\n", "1\n",
-         "ERROR 0310 - Exceeded number of allowable nodes in a single polyline or region.\nRequested 50000001\nLimit "
-         "50000000\n   x.mif, line 8" +
-             coordinates + "PLINE object in GIS layer.<stopped>"},
-        {"Pline Multiple 2147483647\n 1\n0 0\n", "1\n",
-         "ERROR 0309 - Unexpected end of .mif file encountered.\n   x.mif, line 11" + coordinates +
-             "PLINE MULTIPLE object in GIS layer.<stopped>"},
-        {"Region 1\n 4\n0 0\n0 1\n1 1\n0 0\n", "1\n",
-         "ERROR 0318 - Less than 5 points for Region object in mif file.\n   x.mif, line 9" + coordinates +
-             "REGION object in GIS layer.<stopped>"},
-        {"Multipoint x\n", "1\n", "ERROR 0308 - Reading .mif file.  Erroneous line is:\n x\n   x.mif, line 8<stopped>"},
-        {"Point 1 1\nPoi", "1\n2\n",
-         "ERROR 0322 - End of .mif file encountered whilst reading object type.\n   x.mid holds records beyond the "
-         "last object.\n   x.mif, line 10<stopped>POINT 1 1;"},
-        {"Point 1 1\nPoint 2 2\n", "1\n",
-         "   x.mid, line 2\n   The file ends before the record of the last object.\nERROR 0254 - Failed to read object "
-         "attribute data record for a POINT object in GIS layer.<stopped>POINT 1 1;"},
-        {"Point 1 1\n", std::string(LONGEST_LINE + 1, 'x'),
-         "   x.mid, line 1\n   The line is longer than 100000 characters.\nERROR 0254 - Failed to read object "
-         "attribute data record for a POINT object in GIS layer.<stopped>"},
+    const auto check = [](const std::string& objects, const std::string& records, const std::string& said) {
+        CHECK(readingOf(replaced(objects, "/", "\n"), replaced(records, "/", "\n")) ==
+              replaced(replaced(said, "COORDINATES", "/ERROR 0253 - Failed to read coordinates for a"), "/", "\n"));
     };
-    for (const auto& r : rows) CHECK(readingOf(r.objects, r.records) == r.said);
+    for (const Row& row : rowsOf(R"(
+Collection 2/ | 1/ | ERROR 0303 - MIF "Collection" objects not supported.  Delete or disaggregate object./   x.mif, line 8<stopped>
+Region 10001/ | 1/ | ERROR 0304 - Exceeded maximum number of polygons in region below of 10000/Region 10001/   x.mif, line 8\
+    COORDINATES REGION object in GIS layer.<stopped>
+Point 1 x/ | 1/ | ERROR 0308 - Reading .mif file.  Erroneous line is:/ 1 x/   x.mif, line 8COORDINATES POINT object in GIS layer.<stopped>
+Point 1 nan/ | 1/ | ERROR 0308 - Reading .mif file.  Erroneous line is:/ 1 nan/   x.mif, line 8COORDINATES POINT object in GIS layer.<stopped>
+Pline 2/0 0/1 1 1/ | 1/ | ERROR 0308 - Reading .mif file.  Erroneous line is:/1 1 1/   x.mif, line 10COORDINATES PLINE object in GIS layer.<stopped>
+Pline -1/0 0/ | 1/ | ERROR 0308 - Reading .mif file.  Erroneous line is:/ -1/   x.mif, line 8COORDINATES PLINE object in GIS layer.<stopped>
+Pline 3/0 0/1 1/ | 1/ | ERROR 0309 - Unexpected end of .mif file encountered./   x.mif, line 11COORDINATES PLINE object in GIS layer.<stopped>
+Pline 40000000/0 0/ | 1/ | ERROR 0309 - Unexpected end of .mif file encountered./   \
+    40000000 vertices are announced, more than the rest of the file holds./   x.mif, line 8COORDINATES PLINE object in GIS layer.<stopped>
+Pline 50000001/0 0/ | 1/ | ERROR 0310 - Exceeded number of allowable nodes in a single polyline or region./Requested 50000001/\
+    Limit 50000000/   x.mif, line 8COORDINATES PLINE object in GIS layer.<stopped>
+Pline Multiple 2147483647/ 1/0 0/ | 1/ | ERROR 0309 - Unexpected end of .mif file encountered./   x.mif, line 11\
+    COORDINATES PLINE MULTIPLE object in GIS layer.<stopped>
+Region 1/ 4/0 0/0 1/1 1/0 0/ | 1/ | ERROR 0318 - Less than 5 points for Region object in mif file./   x.mif, line 9\
+    COORDINATES REGION object in GIS layer.<stopped>
+Multipoint x/ | 1/ | ERROR 0308 - Reading .mif file.  Erroneous line is:/ x/   x.mif, line 8<stopped>
+Point 1 1/Poi | 1/2/ | ERROR 0322 - End of .mif file encountered whilst reading object type./   \
+    x.mid holds records beyond the last object./   x.mif, line 10<stopped>POINT 1 1;
+)"))
+        check(row[0], row[1], row[2]);
+    check("Point 1 1/Point 2 2/", "1/",
+          "   x.mid, line 2/   The file ends before the record of the last object./ERROR 0254 - Failed to read object "
+          "attribute data record for a POINT object in GIS layer.<stopped>POINT 1 1;");
+    check("Point 1 1/", std::string(LONGEST_LINE + 1, 'x'),
+          "   x.mid, line 1/   The line is longer than 100000 characters./ERROR 0254 - Failed to read object attribute "
+          "data record for a POINT object in GIS layer.<stopped>");
 }
 
 TEST_CASE("profile readers drop short regions with their records") {
@@ -182,32 +161,30 @@ TEST_CASE("profile readers drop short regions with their records") {
 
 TEST_CASE("records keep their values whatever the delimiter and the character set") {
     const LayerTest test;
-    struct {
-        std::string header, columns, record, line;
-    } const rows[] = {
-        {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "2", "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
-        {"Charset \"Neutral\"\nDelimiter \",\"\n", "1", "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
-        {"Charset \"WindowsLatin2\"\nDelimiter \",\"\n", "1", "\"\xA3\"", "\"\xC5\x81\""},
-        {"Charset \"CodePage866\"\nDelimiter \",\"\n", "1", "\"\x86\"", "\"\xD0\x96\""},
-        {"Charset \"WindowsLatin1\"\nDelimiter \",\"\n", "1", "\xEF\xBB\xBF\"\xC5\x81\"", "\"\xC5\x81\""},  // a mark
-        {"Charset \"Neutral\"\nDelimiter \";\"\n", "3", "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
-        {"Delimiter \",\"\n", "2", "1", ""},                             // a value is missing
-        {"Delimiter \",\"\n", "2", "\"a,\"\"b\",,3,4", "\"a,\"\"b\","},  // two too many
-        {"", "3", "\t\"say \"\"hi\"\"\"\t2", ",\"say \"\"hi\"\"\",2"},   // a tab when the header does not say
+    const std::string comma = "Delimiter \",\"\n", latin = "Charset \"WindowsLatin1\"\n" + comma;
+    const std::tuple<std::string, int, std::string, std::string> rows[] = {
+        {latin, 2, "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
+        {"Charset \"Neutral\"\n" + comma, 1, "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
+        {"Charset \"WindowsLatin2\"\n" + comma, 1, "\"\xA3\"", "\"\xC5\x81\""},
+        {"Charset \"CodePage866\"\n" + comma, 1, "\"\x86\"", "\"\xD0\x96\""},
+        {latin, 1, "\xEF\xBB\xBF\"\xC5\x81\"", "\"\xC5\x81\""},  // a mark
+        {"Charset \"Neutral\"\nDelimiter \";\"\n", 3, "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},
+        {comma, 2, "1", ""},                                          // a value is missing
+        {comma, 2, "\"a,\"\"b\",,3,4", "\"a,\"\"b\","},               // two too many
+        {"", 3, "\t\"say \"\"hi\"\"\"\t2", ",\"say \"\"hi\"\"\",2"},  // a tab when the header does not say
     };
-    for (const auto& r : rows) {
+    for (const auto& [head, columns, record, line] : rows) {
         const std::string definitions =
-            std::string("  C Integer\n  B Integer\n  A Integer\n").substr(36 - 12 * std::stoul(r.columns));
-        test.folder.write("x.mif",
-                          "Version 300\n" + r.header + "Columns " + r.columns + "\n" + definitions + "Data\nnone\n");
-        test.folder.write("x.mid", r.record + "\n");
+            std::string("  C Integer\n  B Integer\n  A Integer\n").substr(36U - 12U * unsigned(columns));
+        test.folder.write("x.mif", "Version 300\n" + head + "Columns " + std::to_string(columns) + "\n" + definitions +
+                                       "Data\nnone\n");
+        test.folder.write("x.mid", record + "\n");
         std::vector<GisObject> objects;
         std::vector<std::string> records;
         GisHeader header;
         const std::string said = test.readLayer("x.mif", objects, records, header);
-        if (r.line.empty())
-            CHECK(said.find("x.mid, line 1\n   The line has 1 of 2 values.\nERROR 0254 - ") != std::string::npos);
-        else CHECK(records == std::vector<std::string>{r.line});
+        if (line.empty()) CHECK(holds(said, "x.mid, line 1\n   The line has 1 of 2 values.\nERROR 0254 - "));
+        else CHECK(records == std::vector<std::string>{line});
     }
     const std::string large = "\"" + std::string(5000, 'x') + "\",\"\xE6\xB0\xB4\"";
     const GisObject point = objectOf(GisKind::Point, {{1, 1}});
@@ -220,41 +197,34 @@ TEST_CASE("records keep their values whatever the delimiter and the character se
 
 TEST_CASE("what the writer refuses") {
     const LayerTest test;
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    GisHeader points = ONE_COLUMN;
-    points.shape = GisShape::Point;
+    const double nan = std::numeric_limits<double>::quiet_NaN(), infinite = std::numeric_limits<double>::infinity();
+    const GisHeader points = {"", "", GisShape::Point, ONE_COLUMN.attributes};
+    const GisHeader two = {"", "", GisShape::Any, {{"A", "Integer"}, {"B", "Integer"}}};
+    const GisObject point = objectOf(GisKind::Point, {{1, 1}}), line = objectOf(GisKind::Pline, {{0, 0, 1, 1}});
     GisObject gap = objectOf(GisKind::Pline, {{0, 0, 1, 1}, {2, 2}});
     gap.ir[2] = 2;
-    struct {
-        GisHeader header;
-        GisObject object;
-        std::string record, said;
-    } const rows[] = {
-        {ONE_COLUMN, objectOf(GisKind::Point, {{1, nan}}), "1", "ERROR 0439 - Writing .mif file object coordinates.\n"},
-        {ONE_COLUMN, objectOf(GisKind::Point, {{std::numeric_limits<double>::infinity(), 1}}), "1",
-         "ERROR 0439 - Writing .mif file object coordinates.\n"},
+    const std::string coordinates = "ERROR 0439 - Writing .mif file object coordinates.\n",
+                      record = " for a POINT object in";
+    const std::tuple<GisHeader, GisObject, std::string, std::string> rows[] = {
+        {ONE_COLUMN, objectOf(GisKind::Point, {{1, nan}}), "1", coordinates},
+        {ONE_COLUMN, objectOf(GisKind::Point, {{infinite, 1}}), "1", coordinates},
         {ONE_COLUMN, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}), "1",
-         "ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact "},
+         "ERROR 0350 - Trying to write a MIF object that is"},
         {ONE_COLUMN, gap, "1",
-         "Should not be here [gisO_%ir(i) <= gisO_%ir(i-1)] - please contact the maintainers (see README)\nGIS Layer   "
-         "= 1\ni           = 2\ngisO_%ir(i) = 2\ngisO_%nr    = 2\n"},
-        {points, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), "1",
-         "Should not be here [gisWriteObject-mif].  Please contact "},
-        {ONE_COLUMN, objectOf(GisKind::Point, {{1, 1}}), "a\nb",
-         "ERROR 0254 - Failed to write attribute data record for a POINT object in GIS layer.\n"},
-        {ONE_COLUMN, objectOf(GisKind::Point, {{1, 1}}), std::string(LONGEST_LINE, 'x'),
-         "ERROR 0254 - Failed to write large attribute data record for a POINT object in GIS layer.\n"},
-        {{"", "", GisShape::Any, {{"A", "Integer"}, {"B", "Integer"}}},
-         objectOf(GisKind::Point, {{1, 1}}),
-         "1",
-         "r.mid, line 1\n   The line has 1 of 2 values.\nERROR 0254 - Failed to write attribute data record for a "},
-        {GisHeader{}, objectOf(GisKind::Point, {{1, 1}}), "1", "ERROR 0319 - No attributes specified in .mif file.\n"},
+         "gisO_%ir(i-1)] - please contact the maintainers (see README)\nGIS Layer   = 1\ni           "
+         "= 2\ngisO_%ir(i) = 2\ngisO_%nr    = 2\n"},
+        {points, line, "1", "Should not be here [gisWriteObject-mif].  Please contact "},
+        {ONE_COLUMN, point, "a\nb", "ERROR 0254 - Failed to write attribute data record" + record},
+        {ONE_COLUMN, point, std::string(LONGEST_LINE, 'x'),
+         "ERROR 0254 - Failed to write large attribute data record" + record},
+        {two, point, "1", "r.mid, line 1\n   The line has 1 of 2 values.\nERROR 0254 - "},
+        {GisHeader{}, point, "1", "ERROR 0319 - No attributes specified in .mif file.\n"},
     };
-    for (const auto& r : rows) {
+    for (const auto& [header, object, written, expected] : rows) {
         gisInitialise();
         INITIALISE_FILES();
-        const std::string said = test.writeLayer("r.mif", r.header, {r.object}, {r.record});
-        CHECK_MESSAGE(said.find(r.said) != std::string::npos, said);
+        const std::string said = test.writeLayer("r.mif", header, {object}, {written});
+        CHECK_MESSAGE(holds(said, expected), said);
         CHECK(said.ends_with("<stopped>"));
     }
 }

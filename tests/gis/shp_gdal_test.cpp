@@ -1,54 +1,9 @@
 // What GDAL makes of the sets that are written here, and what is read of the sets that GDAL wrote.
-#include <doctest/doctest.h>
-
 #include "gdal.h"
+
 #include "gis/layer_table.h"
 #include "shp_test.h"
-
-TEST_CASE("GDAL opens every kind of set without a warning and sees the same") {
-    if (!gdalIsThere()) return;
-    const std::vector<GisAttribute> attributes = {{"I", "Integer"},   {"F", "Float"},
-                                                  {"C", "Char(254)"}, {"D", "Decimal(12,3)"},
-                                                  {"L", "Logical"},   {"Name_of_11_c", "Char(9)"}};
-    const std::string fields =
-        "I: Integer (8.0)\nF: Real (16.5)\nC: String (254.0)\nD: Real (12.3)\nL: String (1.0)\nName_of_11_: String "
-        "(9.0)\n";
-    struct {
-        GisObject object;
-        std::string_view geometry, wkt;
-    } const rows[] = {
-        {objectOf(GisKind::Point, {{1, 2}}), "Geometry: Point", "POINT (1 2)"},
-        {objectOf(GisKind::MultiPoint, {{1, 2, 3, 4}}), "Geometry: Multi Point", "MULTIPOINT ((1 2),(3 4))"},
-        {objectOf(GisKind::Line, {{1, 2, 3, 4}}), "Geometry: Line String", "LINESTRING (1 2,3 4)"},
-        {objectOf(GisKind::PlineMultiple, {{1, 2, 3, 4}, {5, 6, 7, 8}}), "Geometry: Line String",
-         "MULTILINESTRING ((1 2,3 4),(5 6,7 8))"},
-        {objectOf(GisKind::Region, {{0, 0, 0, 9, 9, 9, 9, 0, 0, 0}, {1, 1, 2, 1, 2, 2, 1, 2, 1, 1}}),
-         "Geometry: Polygon", "POLYGON ((0 0,0 9,9 9,9 0,0 0),(1 1,2 1,2 2,1 2,1 1))"},
-    };
-    for (const auto& r : rows)
-        for (const bool empty : {false, true}) {
-            const LayerTest test;
-            gisSetProjection({"",
-                              "PROJCS[\"local\",GEOGCS[\"g\",DATUM[\"d\",SPHEROID[\"s\",6378137,298.25]],PRIMEM["
-                              "\"Greenwich\",0],UNIT[\"Degree\",0.0174532925199433]],"
-                              "PROJECTION[\"Transverse_Mercator\"],UNIT[\"Meter\",1]]",
-                              false});
-            const GisHeader header = {"", "", gisShapeOf(r.object.kind), attributes};
-            const std::vector<GisObject> objects(empty ? 0 : 1, r.object);
-            test.writeLayer("a.shp", header, objects, {"-7,0.5,\"\xC3\xA9\xE2\x82\xAC\",,\"T\",x"});
-            const std::string said = gdalSays(test.folder, "ogrinfo -al @a.shp");
-            CAPTURE(said);
-            CHECK(said.find("arning") == std::string::npos);
-            CHECK(said.find("ERROR") == std::string::npos);
-            CHECK(said.find(std::string(r.geometry) + "\nFeature Count: " + (empty ? "0" : "1")) != std::string::npos);
-            CHECK(said.find("PROJCRS[\"local\"") != std::string::npos);
-            CHECK(said.find(fields) != std::string::npos);
-            if (empty) continue;
-            CHECK(said.find("I (Integer) = -7\n  F (Real) = 0.50000\n  C (String) = \xC3\xA9\xE2\x82\xAC\n  D (Real) = "
-                            "(null)\n  L (String) = T\n") != std::string::npos);
-            CHECK(said.find("  " + std::string(r.wkt) + "\n") != std::string::npos);
-        }
-}
+#include "testing.h"
 
 TEST_CASE("sets that GDAL wrote are read with the same content") {
     if (!gdalIsThere()) return;

@@ -1,10 +1,7 @@
 #include "shp_test.h"
 
 #include "gis/layer_table.h"
-
-#include <doctest/doctest.h>
-
-#include <limits>
+#include "testing.h"
 
 namespace {
 

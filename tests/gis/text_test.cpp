@@ -1,17 +1,13 @@
 #include "gis/attributes.h"
+
 #include "gis/code_page.h"
 #include "gis/coord_sys.h"
 #include "gis/data_line.h"
 #include "gis/fixed_text.h"
+#include "testing.h"
 
-#include <doctest/doctest.h>
-
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstring>
-#include <limits>
-#include <random>
 
 namespace {
 

@@ -1,20 +1,14 @@
 #include "inputs/dat_reader.h"
 
-#include "console_of.h"
 #include "inputs/dat_bytes.h"
 #include "inputs/results.h"
 #include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
+#include "testing.h"
 
 #include <array>
 #include <bit>
-#include <filesystem>
-#include <functional>
-#include <limits>
 
 using namespace dat_bytes;
 
@@ -47,8 +41,6 @@ std::string readDat(
     const TemporaryFolder folder;
     return readFile(folder.write("x_h.dat", bytes), then);
 }
-
-bool holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 }  // namespace
 
@@ -285,28 +277,4 @@ TEST_CASE("Wrong bytes anywhere end in results of the counts or in an ERROR") {
             const std::string said = readFile(folder.write("x_h.dat", changed), maximums);
             CHECK(holds(said, "<stopped>") == holds(said, "ERROR - "));
         }
-}
-
-TEST_CASE("Results of other programs are read whole") {
-    const std::string data = SHARED_DATA;
-    struct {
-        const char* file;
-        std::size_t times;
-        double last;
-        const char* said;
-    } const rows[] = {
-        {"/sacramento/sacramento_V.dat", 14, 99999.0, "Data Description: Velocity"},
-        {"/valley/valley_d.dat", 48, 48.0, "Number Cells: 19966"},
-        {"/valley/valley_4byteflags_d.dat", 48, 48.0, "Check - "},
-    };
-    for (const auto& r : rows) {
-        if (!std::filesystem::exists(data + r.file)) {
-            MESSAGE("not here: " << data + r.file);
-            continue;
-        }
-        CHECK(holds(readFile(data + r.file), r.said));
-        CHECK(results.times.size() == r.times);
-        CHECK(results.times.back().number == r.last);
-        CHECK_FALSE(dat.damaged);
-    }
 }

@@ -1,13 +1,8 @@
 #include "inputs/mesh_reader.h"
 
-#include "console_of.h"
 #include "inputs/mesh.h"
 #include "services/files.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <filesystem>
+#include "testing.h"
 
 namespace {
 
@@ -36,8 +31,6 @@ std::string readMesh(const std::string& text, const std::vector<std::string>& re
     const TemporaryFolder folder;
     return readFile(folder.write("m.2dm", text), removedParts);
 }
-
-bool holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 std::string kindOf(std::size_t node) { return {mesh.nodes[node].kind.begin(), mesh.nodes[node].kind.end()}; }
 
@@ -174,28 +167,4 @@ TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
     CHECK_FALSE(holds(said, "<stopped>"));
     CHECK(mesh.elements[1].shape == 0);
     CHECK(mesh.elements[2].shape == 4);
-}
-
-TEST_CASE("Meshes of three other programs are read whole") {
-    const std::string data = SHARED_DATA;
-    struct {
-        const char* file;
-        std::int32_t nodes, triangles, quads;
-        double xmax;
-    } const rows[] = {
-        {"/sacramento/sacramento.2dm", 3492, 3808, 1228, 22300.9},
-        {"/valley/valley.2dm", 10170, 19966, 0, 2000.0},  // three-digit exponents
-        {"/reach/reach.2dm", 300, 0, 245, 9.0},           // CR LF, other cards between
-    };
-    for (const auto& r : rows) {
-        if (!std::filesystem::exists(data + r.file)) {
-            MESSAGE("not here: " << data + r.file);
-            continue;
-        }
-        CHECK(holds(readFile(data + r.file), "Finished Reading"));
-        CHECK(mesh.nodeCount == r.nodes);
-        CHECK(mesh.triangleCount == r.triangles);
-        CHECK(mesh.quad4Count == r.quads);
-        CHECK(mesh.xmax == doctest::Approx(r.xmax));
-    }
 }

@@ -1,8 +1,6 @@
 #include "inputs/one_d_triangles.h"
 
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 namespace {
 

@@ -1,10 +1,6 @@
 #include "inputs/output_types.h"
 
-#include "console_of.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 namespace {
 std::string nameOf(const OutputType* row) { return row == nullptr ? "none" : std::string(row->name); }

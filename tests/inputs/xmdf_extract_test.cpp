@@ -1,5 +1,5 @@
 #include "inputs/xmdf_extract.h"
-#include "console_of.h"
+
 #include "inputs/dat_reader.h"
 #include "inputs/results.h"
 #include "inputs/xmdf_messages.h"
@@ -7,13 +7,8 @@
 #include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "temporary_folder.h"
+#include "testing.h"
 #include "xmdf/make_xmdf.h"
-
-#include <doctest/doctest.h>
-
-#include <filesystem>
-#include <limits>
 
 namespace {
 
@@ -161,44 +156,5 @@ TEST_CASE("damaged values end the run with the operation, the file and the datas
                       console);
         CHECK(console.ends_with("<stopped>"));
         CHECK(openHandles() == 0);
-    }
-}
-
-TEST_CASE("a real model reads the same from its .xmdf as from its .dat files, bit for bit") {
-    const std::string model = std::string(SHARED_DATA) + "/sacramento/sacramento";
-    if (!std::filesystem::exists(model + ".xmdf")) {
-        MESSAGE("skipped: no model data in " << SHARED_DATA);
-        return;
-    }
-    const struct {
-        const char* dat;
-        const char* type;
-    } rows[] = {{"_h.dat", "Water Level"}, {"_d.dat", "Depth"}, {"_V.dat", "Vector Velocity"}};
-    for (const auto& row : rows) {
-        CAPTURE(row.dat);
-        std::vector<Results> fromDat;
-        consoleOf([&] {
-            INITIALISE_FILES();
-            const int file = OPEN_FILE(model + row.dat, "I ", "dat");
-            DatFile dat = READ_DAT_HEADER(file, false);
-            Results read;
-            ALLOCATE_DAT_RESULTS(dat, false, "", "", read);
-            LIST_DAT_TIMES(dat, read);
-            while (NEXT_DAT_TIME(dat, read)) fromDat.push_back(read);
-            CLOSE_FILE(file);
-        });
-        std::size_t compared = 0;
-        const auto compare = [&](const Results& results) {
-            for (const Results& dat : fromDat) {
-                if (dat.time != results.time) continue;
-                ++compared;
-                CHECK(dat.x == results.x);
-                CHECK(dat.y == results.y);
-                CHECK(dat.wet == results.wet);
-            }
-        };
-        readAll(model + ".xmdf", {"-tAll"}, row.type, compare);
-        readAll(model + ".xmdf", {"-max"}, row.type, compare);
-        CHECK(compared == fromDat.size());
     }
 }

@@ -1,15 +1,12 @@
 #include "inputs/xmdf_selection.h"
-#include "console_of.h"
+
 #include "inputs/xmdf_search.h"
-#include "rows.h"
 #include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "temporary_folder.h"
+#include "testing.h"
 #include "text_utils/numbers.h"
 #include "xmdf/make_xmdf.h"
-
-#include <doctest/doctest.h>
 
 #ifndef _WIN32
 #include <fcntl.h>
@@ -85,8 +82,6 @@ Selected selected(const std::string& file, const std::vector<const char*>& switc
     return result;
 }
 
-bool holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-
 /// console: "$" ends a line.
 void checkRow(const std::string& file, const std::string& switches, const std::string& type, const std::string& items,
               const std::string& console) {
@@ -141,7 +136,8 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
 -v2 |  | /Maximums/Vector Velocity max _v; | Using specifed scalar dataset: /run/Temporal/Vector Velocity$
 -s16 |  |  | ERROR - Specifed scalar dataset does not exist.$   Maximum scalar ID = 15$
 -v3 |  |  | ERROR - Specifed vector dataset does not exist.$   Maximum vector ID = 2$
--s1 -t2 |  |  | ERROR - Closest time "99999." is not within
+# a marker is no time that a user could ask for
+-s1 -t2 |  |  | ERROR - Closest time "Max" is not within
 -path/z odd |  | /z odd all 0. _z_odd;
 -pathZ ONE |  | /z one time1 7. _z_one;
 -path/z odd -max |  | /z odd tempmax _z_odd;
@@ -153,7 +149,7 @@ TEST_CASE("what the switches select, how it is read and what it is called") {
 -path |  |  | ERROR - No datasets found of type "" found in FILE$
 -Folderminimums |  | /Minimums/Depth min _d;
 -FolderMaximums -tAll |  | /Maximums/Depth max _d;/Maximums/Only Max max _Only_Max;/Maximums/Vector Velocity max _v;
--FolderMaximums -t2 |  |  | Warning - Dataset "/run/Maximums/Only Max" skipped: no output time 2., the closest is 99999.$
+-FolderMaximums -t2 |  |  | Warning - Dataset "/run/Maximums/Only Max" skipped: no output time 2., the closest is Max$
 -FolderTemporal -typen -t2 | Manning n | /Temporal/Manning n time4 2. _n;
 -FolderTimes |  | /Times/Dur a single 200000.5 _Dur_a;/Times/Dur b single 200000.5 _Dur_b;\
     /Times/Time of Peak V single 900002. ;/Times/Time of Peak h single 900001. ;
@@ -240,6 +236,23 @@ TEST_CASE("bad files end the run with the operation, the file and the dataset, e
     checkRow(file, "-typeAll", "Depth", "", "Warning - Number of scalar paths less than or equal to zero.$");
     const std::string text = folder.write("text.xmdf", "no HDF5");
     checkRow(text, "-max", "Depth", "", "ERROR - Could not open XMDF file \"FILE\"$        \"");
+}
+
+TEST_CASE("a damaged group is named, the rest of the file is taken, and the run counts as incomplete") {
+    const TemporaryFolder folder;
+    const std::string file = folder.name("x.xmdf");
+    makeXmdf(file, {dataset("/r/Temporal/Depth", {1})}, [](hid_t id) {
+        const H5Properties tracked(H5Pcreate(H5P_GROUP_CREATE));
+        H5Pset_link_creation_order(tracked.id(), H5P_CRT_ORDER_TRACKED);  // such a group has a checksum
+        const H5Group group(H5Gcreate2(id, "/a", H5P_DEFAULT, tracked.id(), H5P_DEFAULT));
+        writeText(group.id(), "Note", "MARK", TextForm::FixedNul);
+    });
+    replaceBytes(file, "MARK", "DARK");
+    INITIALISE_EXITS();
+    checkRow(
+        file, "-typeAll -tAll", "", "/r/Temporal/Depth all 1. _d;",
+        "WARNING - A damaged group is left out, with the datasets that it may hold.$        \"FILE\": /a could not");
+    CHECK(FINISHED_STATUS() == STATUS_INCOMPLETE);
 }
 
 TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output times") {

@@ -1,13 +1,7 @@
 #include "platform/file_system.h"
 
-#include "console_of.h"
 #include "services/files.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <algorithm>
-#include <string>
+#include "testing.h"
 
 #ifdef _WIN32
 #include <share.h>

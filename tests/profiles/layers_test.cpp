@@ -1,14 +1,9 @@
 #include "gis/layer_test.h"
+
 #include "profiles/calibration_points.h"
 #include "profiles/comparison.h"
 #include "profiles/line_layer.h"
-
-#include <doctest/doctest.h>
-
-#include <cmath>
-#include <string>
-#include <tuple>
-#include <vector>
+#include "testing.h"
 
 namespace {
 

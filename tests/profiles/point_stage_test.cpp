@@ -2,10 +2,7 @@
 
 #include "gis/layer_test.h"
 #include "profiles/small_flood.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 TEST_CASE("Calibration points: a copy of the layer, a time series, and how it compares") {
     const LayerTest test;
@@ -55,10 +52,11 @@ TEST_CASE("Calibration points: a copy of the layer, a time series, and how it co
          "2 of 5 points have a value.\nCalibration: 2 of 5 points have a recorded and a modelled value, 1 stayed dry.\n"
          "   mean difference -0.05, mean absolute difference 0.15, RMSE 0.16\n"
          "   largest above: east, low 0.10; largest below: n -0.20\n"
-         "   within 0.1: 1, 0.2: 2, 0.3: 2, 0.5: 2\n   dry: dry\n",
+         "   within 0.1: 1, 0.2: 2, 0.3: 2, 0.5: 2\n   dry: dry\n   outside the mesh: out\n",
          "4 of 5 points have a value.\nCalibration: 3 of 5 points have a recorded and a modelled value, 0 stayed dry.\n"
          "   mean difference 0.22, mean absolute difference 0.35, RMSE 0.45\n"
-         "   largest above: dry 0.75; largest below: n -0.20\n   within 0.1: 1, 0.2: 2, 0.3: 2, 0.5: 2\nWriting"})
+         "   largest above: dry 0.75; largest below: n -0.20\n   within 0.1: 1, 0.2: 2, 0.3: 2, 0.5: 2\n   outside the "
+         "mesh: out\nWriting"})
         CHECK(said.find(text) != std::string::npos);
 }
 

@@ -3,11 +3,7 @@
 #include "gis/layer_test.h"
 #include "profiles/profile_file.h"
 #include "profiles/small_flood.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
-#include <vector>
+#include "testing.h"
 
 namespace {
 
@@ -109,7 +105,7 @@ TEST_CASE("Cell values have a station in every cell; the bed alone comes without
     const Fixture f;
     ProfileStage cells = f.start({ALONG}, false);
     ProfileStage bed = f.start({ALONG, MAKE_PROFILE_LINE("a", {90, 95}, {5, 5})}, false);
-    std::string said = consoleOf([&] {
+    consoleOf([&] {
         BEGIN_PROFILES(cells, {PlanKind::Cells, false, "", 1});
         TAKE_PROFILES(cells, scalarResults({7, 8}, true), "t000.00");
         FINISH_PROFILES(cells, f.base);
@@ -121,12 +117,22 @@ TEST_CASE("Cell values have a station in every cell; the bed alone comes without
           "24.000,22.000,5.000,V,,,,\n");
     CHECK(f.file("A_2").find("\n12.000,10.000,5.000,E,1.00,,\n") != std::string::npos);
     CHECK(f.file("a_3").ends_with("Label,Offset\n0.000,90.000,5.000,V,,,\n5.000,95.000,5.000,V,,,\n"));
-    CHECK(said.find("WARNING - Profile a lies outside the mesh") != std::string::npos);
-    ProfileStage outside = f.start({MAKE_PROFILE_LINE("o", {90, 95}, {5, 5})}, false);
-    said = consoleOf([&] { FINISH_PROFILES(outside, f.base); });
-    CHECK(said.starts_with("ERROR - No profile lies within the mesh; check the projection.\n"));
-    CHECK(said.ends_with("<stopped>"));
-    CHECK(f.file("o").empty());
+}
+
+TEST_CASE("Lines outside the mesh are told from those in parts that were removed") {
+    Fixture f;
+    f.mesh.elements[2].removed = true;
+    const std::vector<ProfileLine> away = {MAKE_PROFILE_LINE("e", {12, 18}, {5, 5}),
+                                           MAKE_PROFILE_LINE("o", {90, 95}, {5, 5})};
+    const auto said = [&](const std::vector<ProfileLine>& lines) {
+        ProfileStage stage = f.start(lines, false);
+        return consoleOf([&] { BEGIN_PROFILES(stage, {PlanKind::Nodes, false, "", 1}); });
+    };
+    CHECK(said({ALONG, away[0], away[1]})
+              .starts_with("WARNING - Profile e lies in removed parts of the mesh (-rmp), it holds no values.\n"
+                           "WARNING - Profile o lies outside the mesh, it holds no values.\n"));
+    CHECK(said(away).starts_with("ERROR - No profile lies within what -rmp leaves of the mesh.\n"));
+    CHECK(said({away[1]}).starts_with("ERROR - No profile lies within the mesh; check the projection.\n"));
 }
 
 TEST_CASE("Names of profiles become names of files") {

@@ -1,19 +1,11 @@
 #include "profiles/stations.h"
 
-#include "console_of.h"
 #include "profiles/edge_crossings.h"
 #include "profiles/foot_points.h"
 #include "profiles/sampled_points.h"
 #include "raster/lattice_mesh.h"
+#include "testing.h"
 #include "text_utils/numbers.h"
-
-#include <doctest/doctest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <random>
-#include <string>
-#include <vector>
 
 namespace {
 

@@ -1,13 +1,8 @@
 #include "raster/external_grid.h"
-#include "services/files.h"
 
-#include "console_of.h"
 #include "raster/scratch_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
-#include <tuple>
+#include "services/files.h"
+#include "testing.h"
 
 namespace {
 
@@ -51,13 +46,13 @@ TEST_CASE("READ_EXTERNAL_GRID_HEADER takes what GIS packages write") {
         const ScratchFolder folder;
         folder.write(r.name == "a.asc" ? "a.asc" : "a.hdr", r.text);
         ExternalGrid external;
-        const std::string console = consoleOf([&] { external = READ_EXTERNAL_GRID_HEADER(folder.file(r.name)); });
+        const std::string console = consoleOf([&] { external = READ_EXTERNAL_GRID_HEADER(folder.name(r.name)); });
         CHECK(std::tuple(external.grid.ncols, external.grid.nrows, external.grid.xll, external.grid.yll,
                          external.grid.cellSize) == std::tuple(3, 2, r.x, r.y, 2.5));
         CHECK(external.dataOffset == std::int64_t(r.behind.empty() ? r.text.size() : r.text.find(r.behind)));
         CHECK(console.ends_with("External Grid Info: 2 rows by 3 columns with 2.5 cell size.\n"));
         CHECK(console.starts_with("WARNING - ") == (r.text.find("center") != std::string::npos));
-        CHECK(NAME_IN_USE(folder.file(r.name)));  // a .flt too: no output may replace it
+        CHECK(NAME_IN_USE(folder.name(r.name)));  // a .flt too: no output may replace it
     }
 }
 
@@ -94,15 +89,15 @@ TEST_CASE("READ_EXTERNAL_GRID_HEADER refuses what it cannot trust and names the 
         CAPTURE(r.text);
         const ScratchFolder folder;
         folder.write("a.asc", r.text);
-        const std::string console = consoleOf([&] { READ_EXTERNAL_GRID_HEADER(folder.file("a.asc")); });
-        CHECK(console == r.expected + "File = " + folder.file("a.asc") + "\n\nPress Enter to Close\n<stopped>");
+        const std::string console = consoleOf([&] { READ_EXTERNAL_GRID_HEADER(folder.name("a.asc")); });
+        CHECK(console == r.expected + "File = " + folder.name("a.asc") + "\n\nPress Enter to Close\n<stopped>");
     }
     const ScratchFolder folder;
     folder.write("a.flt", "1234");
     CHECK(consoleOf([&] {
-              READ_EXTERNAL_GRID_HEADER(folder.file("a.flt"));
-          }).starts_with("ERROR - There is no grid header file " + folder.file("a.hdr")));
-    CHECK(consoleOf([&] { READ_EXTERNAL_GRID_HEADER(folder.file("")); }).starts_with("ERROR - There is no grid file "));
+              READ_EXTERNAL_GRID_HEADER(folder.name("a.flt"));
+          }).starts_with("ERROR - There is no grid header file " + folder.name("a.hdr")));
+    CHECK(consoleOf([&] { READ_EXTERNAL_GRID_HEADER(folder.name("")); }).starts_with("ERROR - There is no grid file "));
 }
 
 TEST_CASE("READ_EXTERNAL_GRID_HEADER takes the projection beside the grid") {
@@ -119,10 +114,10 @@ TEST_CASE("READ_EXTERNAL_GRID_HEADER takes the projection beside the grid") {
         folder.write("a.asc", GOOD);
         folder.write("A.PRJ", r.prj);
         ExternalGrid external;
-        const std::string console = consoleOf([&] { external = READ_EXTERNAL_GRID_HEADER(folder.file("a.asc")); });
+        const std::string console = consoleOf([&] { external = READ_EXTERNAL_GRID_HEADER(folder.name("a.asc")); });
         CHECK(external.projection == r.projection);
-        CHECK(console.starts_with("Using " + folder.file("A.PRJ") + " for setting projection.\n"));
-        CHECK((console.find("WARNING - Unable to find PROJCS line in " + folder.file("A.PRJ") + "\n") !=
+        CHECK(console.starts_with("Using " + folder.name("A.PRJ") + " for setting projection.\n"));
+        CHECK((console.find("WARNING - Unable to find PROJCS line in " + folder.name("A.PRJ") + "\n") !=
                std::string::npos) == r.warned);
     }
 }

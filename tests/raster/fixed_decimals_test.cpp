@@ -1,15 +1,9 @@
 #include "raster/fixed_decimals.h"
 
-#include <doctest/doctest.h>
+#include "testing.h"
 
-#include <array>
 #include <bit>
-#include <cmath>
-#include <cstdint>
 #include <cstdio>
-#include <limits>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -33,11 +27,7 @@ std::string printed(const std::vector<float>& values, int width, int decimals) {
 
 TEST_CASE("PUT_FIXED_FIELDS: one blank and a right-aligned field that widens") {
     constexpr float INFINITE = std::numeric_limits<float>::infinity();
-    struct {
-        float value;
-        int width, decimals;
-        const char* expected;
-    } const rows[] = {
+    const std::tuple<float, int, int, const char*> rows[] = {
         {12.5F, 10, 3, "     12.500"},
         {-12.5F, 10, 3, "    -12.500"},
         {0.0625F, 10, 3, "      0.062"},
@@ -50,9 +40,8 @@ TEST_CASE("PUT_FIXED_FIELDS: one blank and a right-aligned field that widens") {
         {-99999.0F, 10, 3, " -99999.000"},
         {999999.5F, 10, 3, " 999999.500"},
         {-999999.5F, 10, 3, " -999999.500"},  // one too wide
-        // rounding adds the digit that does not fit
         {999.96F, 5, 1, " 1000.0"},
-        {9.96F, 3, 1, " 10.0"},
+        {9.96F, 3, 1, " 10.0"},  // rounding adds the digit that does not fit
         {5.0F, 0, 1, " 5.0"},
         {1.5F, 6, 0, "      2"},
         {NAN, 10, 3, " -99999.000"},
@@ -60,19 +49,12 @@ TEST_CASE("PUT_FIXED_FIELDS: one blank and a right-aligned field that widens") {
         {-99999.0F, 3, 1, " -99999.0"},
         {0.1F, 15, 12, "  0.100000001490"},
     };
-    for (const auto& r : rows) CHECK(put({r.value}, r.width, r.decimals) == r.expected);
+    for (const auto& [value, width, decimals, expected] : rows) CHECK(put({value}, width, decimals) == expected);
 }
 
 TEST_CASE("PUT_FIXED_FIELDS writes what printf writes") {
-    std::vector<float> edges = {0.0F,
-                                -0.0F,
-                                -99999.0F,
-                                -99999.0F,
-                                -99998.99F,
-                                1e-45F,
-                                1e15F,
-                                std::numeric_limits<float>::max(),
-                                4503599627370496.0F};
+    std::vector<float> edges = {
+        0.0F, -0.0F, -99999.0F, -99998.99F, 1e-45F, 1e15F, std::numeric_limits<float>::max(), 4503599627370496.0F};
     for (float power = 1e-9F; power < 1e17F; power *= 10.0F)
         for (const float factor : {1.0F, 5.0F, -1.0F, -5.0F})
             for (const float next : {0.0F, 1e30F, -1e30F})

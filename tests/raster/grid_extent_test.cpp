@@ -1,11 +1,8 @@
 #include "raster/grid_extent.h"
-#include "console_of.h"
+
 #include "raster/default_spacing.h"
 #include "raster/lattice_mesh.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 namespace {
 

@@ -1,20 +1,12 @@
 #include "raster/grid_writer.h"
+
 #include "raster/asc_writer.h"
 #include "raster/flt_writer.h"
 #include "raster/header_numbers.h"
+#include "raster/scratch_folder.h"
 #include "services/files.h"
 #include "services/options.h"
-
-#include "console_of.h"
-#include "raster/scratch_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <cmath>
-#include <filesystem>
-#include <limits>
-#include <string>
-#include <vector>
+#include "testing.h"
 
 namespace {
 
@@ -28,13 +20,13 @@ Grid smallGrid() { return {3, 2, 500000.0, 6250000.25, 2.5, {1, 2, 3.5F, -4, MIS
 
 TEST_CASE("An .asc holds its header, then the northern row first") {
     const ScratchFolder folder;
-    const std::string console = consoleOf([&] { WRITE_GRID(WRITE_ASC, folder.file("a"), smallGrid(), {10, 3}, " "); });
+    const std::string console = consoleOf([&] { WRITE_GRID(WRITE_ASC, folder.name("a"), smallGrid(), {10, 3}, " "); });
     CHECK(console == "Writing ASCII grid file...\n   Done.\n");
-    CHECK(folder.bytes("a.asc") ==
+    CHECK(folder.read("a.asc") ==
           "ncols        3\nnrows        2\nxllcorner       500000.000\nyllcorner      6250000.250\ncellsize        "
           "2.500\nNODATA_value    -99999.\n"
           "     -4.000 -99999.000      6.062\n      1.000      2.000      3.500\n");
-    CHECK_FALSE(std::filesystem::exists(folder.file("a.prj")));  // a blank projection leaves none
+    CHECK_FALSE(std::filesystem::exists(folder.name("a.prj")));  // a blank projection leaves none
 }
 
 TEST_CASE("A .flt holds little-endian values, northern row first, beside its .hdr and .prj") {
@@ -42,34 +34,34 @@ TEST_CASE("A .flt holds little-endian values, northern row first, beside its .hd
     Grid grid = smallGrid();
     grid.values[0] = std::numeric_limits<float>::quiet_NaN();
     const std::string console = consoleOf([&] {
-        WRITE_GRID(WRITE_FLT, folder.file("f"), grid, {10, 3}, "PROJCS[\"x\"]  ");
+        WRITE_GRID(WRITE_FLT, folder.name("f"), grid, {10, 3}, "PROJCS[\"x\"]  ");
     });
     CHECK(console == "Writing FLT grid...\nFinished writing FLT grid.\n");
-    CHECK(folder.bytes("f.hdr") ==
+    CHECK(folder.read("f.hdr") ==
           "ncols 3\nnrows 2\nxllcorner 500000.\nyllcorner 6250000.25\ncellsize 2.5\nNODATA_value -99999.0\nbyteorder "
           "LSBFIRST\n");
-    CHECK(folder.bytes("f.flt") ==
+    CHECK(folder.read("f.flt") ==
           "\x00\x00\x80\xC0"s
           "\x80\x4F\xC3\xC7"s
           "\x00\x00\xC2\x40"s  //
           "\x80\x4F\xC3\xC7"s
           "\x00\x00\x00\x40"s
           "\x00\x00\x60\x40"s);
-    CHECK(folder.bytes("f.prj") == "PROJCS[\"x\"]\n");
+    CHECK(folder.read("f.prj") == "PROJCS[\"x\"]\n");
 }
 
 TEST_CASE("Rows longer than a block keep their order and lose nothing") {
     const ScratchFolder folder;
     Grid grid{150001, 2, 0, 0, 1, std::vector<float>(300002)};
     for (std::size_t i = 0; i < grid.values.size(); ++i) grid.values[i] = static_cast<float>(i);
-    consoleOf([&] { WRITE_GRID(WRITE_ASC, folder.file("l"), grid, {10, 3}, ""); });
-    consoleOf([&] { WRITE_GRID(WRITE_FLT, folder.file("l"), grid, {10, 3}, ""); });
-    const std::string text = folder.bytes("l.asc");
+    consoleOf([&] { WRITE_GRID(WRITE_ASC, folder.name("l"), grid, {10, 3}, ""); });
+    consoleOf([&] { WRITE_GRID(WRITE_FLT, folder.name("l"), grid, {10, 3}, ""); });
+    const std::string text = folder.read("l.asc");
     const std::size_t body = text.find("-99999.\n") + 8;
     CHECK(text.size() - body == 300002 * 11 + 2);
     CHECK(text.substr(body + 150000 * 11, 23) == " 300001.000\n      0.000");
     CHECK(text.ends_with(" 149999.000 150000.000\n"));
-    const std::string bytes = folder.bytes("l.flt");
+    const std::string bytes = folder.read("l.flt");
     CHECK(bytes.size() == 4 * 300002);
     CHECK(bytes.substr(4 * 150000, 8) ==
           "\x20\x7C\x92\x48"s
@@ -126,34 +118,4 @@ TEST_CASE("Headers take more decimals where three would misplace the grid") {
         CHECK(HDR_NUMBER(r.x, CORNER_TOLERANCE(grid)) == r.hdrX);
         CHECK(HDR_NUMBER(r.cellSize, CELL_SIZE_TOLERANCE(grid)) == r.hdrSize);
     }
-}
-
-TEST_CASE("Output that cannot be written stops the run and names the file") {
-    const ScratchFolder folder;
-    folder.write("taken", "a file, not a folder");
-    for (const GridWriter format : {WRITE_ASC, WRITE_FLT})
-        CHECK(consoleOf([&] {
-                  WRITE_GRID(format, folder.file("taken/x"), smallGrid(), {10, 3}, "");
-              }).find("\nERROR - Could not open " + folder.file("taken/x")) != std::string::npos);
-    CHECK(consoleOf([&] {
-              WRITE_GRID(WRITE_FLT, "x", {3, 2, 0, 0, 1, {1, 2}}, {10, 3}, "");
-          }).starts_with("Should not be here [i.ne.nval]"));
-#ifdef __linux__
-    Grid large{1000, 1000, 0, 0, 1, std::vector<float>(1000000)};
-    for (const char* extension : {".asc", ".flt", ".hdr"}) {
-        const std::string full = folder.file("full_"s + (extension + 1) + extension);
-        std::filesystem::create_symlink("/dev/full", full);
-        const std::string expected =
-            "ERROR - Could not write " + full + ": No space left on device. The file is incomplete.\n";
-        for (const Grid& grid : {smallGrid(), large}) {
-            INITIALISE_FILES();  // a run closes its files once
-            const GridWriter format = extension == ".asc"s ? WRITE_ASC : WRITE_FLT;
-            const std::string console = consoleOf([&] {
-                WRITE_GRID(format, folder.file("full_"s + (extension + 1)), grid, {10, 3}, "");
-            });
-            CHECK(console.find(expected) != std::string::npos);
-            CHECK(console.ends_with("<stopped>"));
-        }
-    }
-#endif
 }

@@ -1,23 +1,11 @@
 #include "raster/mesh_to_grid.h"
 
-#include "console_of.h"
 #include "geometry/no_value.h"
 #include "raster/grid_extent.h"
 #include "raster/lattice_mesh.h"
 #include "raster/odd_quads.h"
 #include "raster/point_sample.h"
-
-#include <doctest/doctest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <limits>
-#include <random>
-#include <string>
-#include <utility>
-#include <vector>
+#include "testing.h"
 
 namespace {
 
@@ -47,52 +35,6 @@ bool near(float value, double expected, double tolerance) {
 }
 
 }  // namespace
-
-TEST_CASE("a plane comes back at every cell inside the mesh, and nothing outside it") {
-    struct {
-        Lattice lattice;
-        double spacing;
-    } const rows[] = {
-        {{}, 4.0},                                               // points on edges, diagonals and nodes
-        {{.triangleEvery = 0}, 20.0 / 3.0},                      // the same on quads alone
-        {{.side = 0.7, .x0 = 512345.6, .y0 = 6234567.8}, 0.28},  // lost digits open holes along edges
-        {{.angle = 0.4, .x0 = 512345.67, .y0 = 6234567.89, .jitter = 0.3}, 1.3},
-        // points along turned edges and diagonals
-        {{.side = 0.5, .angle = std::atan(1.0), .x0 = 5e5, .y0 = 6e6}, std::sqrt(0.5) / 5.0},
-        {{.angle = std::atan(0.5), .x0 = 5e5, .y0 = 6e6, .triangleEvery = 1}, std::sqrt(5.0)},
-        {{.side = 1e-5, .angle = 1.0, .x0 = -120.5, .y0 = 38.2, .jitter = 0.3, .triangleEvery = 3}, 3e-6},  // degrees
-        {{.angle = 0.2, .jitter = 0.2}, 37.0},  // elements between the cell points
-    };
-    for (const auto& r : rows) {
-        const Mesh mesh = latticeMesh(r.lattice);
-        const double unit = r.lattice.side;
-        const auto plane = [&](double x, double y) {
-            return (x - r.lattice.x0) / unit + 10.0 * (y - r.lattice.y0) / unit;
-        };
-        const Grid grid = LAYOUT_GRID(mesh, r.spacing, false);
-        const std::vector<float> values = gridded(mesh, nodeResults(mesh, plane), grid);
-        int holes = 0, wrong = 0, spills = 0, inside = 0;
-        for (std::int32_t row = 1; row <= grid.nrows; ++row)
-            for (std::int32_t column = 1; column <= grid.ncols; ++column) {
-                const double x = CELL_X(grid, column), y = CELL_Y(grid, row);
-                const double east = (x - r.lattice.x0) / unit, north = (y - r.lattice.y0) / unit;
-                const double c = std::cos(r.lattice.angle), s = std::sin(r.lattice.angle);
-                const double u = east * c + north * s, v = north * c - east * s;
-                // inside the field
-                const double depth = std::min(std::min(u, v), std::min(r.lattice.cells - u, r.lattice.cells - v));
-                const float value = values[CELL_INDEX(grid, column, row)];
-                inside += depth > 1e-4 ? 1 : 0;
-                holes += depth > 1e-4 && IS_MISSING(value) ? 1 : 0;
-                spills += depth < -1e-4 && value != NO_VALUE ? 1 : 0;
-                wrong += !IS_MISSING(value) && !near(value, plane(x, y), 2e-5) ? 1 : 0;
-            }
-        CAPTURE(r.spacing);
-        CHECK(holes == 0);
-        CHECK(spills == 0);
-        CHECK(wrong == 0);
-        CHECK(inside >= 4);
-    }
-}
 
 TEST_CASE("a quad takes the mean of its triangles at each point, three on a diagonal and four where they cross") {
     constexpr float T = 1.0F / 3.0F;
@@ -326,31 +268,4 @@ TEST_CASE("directions of a quad whose first corner has none turn about the other
     for (const double at : {6.0, 7.0, 9.0})
         CHECK(std::abs(gridded(mesh, results, header(1, 1, at - 0.5, at - 0.5, 1.0), PlanKind::Nodes,
                                {VectorScalar::Direction, 0.0F, false})[0]) > 174.0F);
-}
-
-TEST_CASE("a grid run says its steps in order, and refuses what it cannot hold") {
-    const Mesh mesh = latticeMesh({.cells = 10});
-    Results results = nodeResults(mesh, [](double, double) { return 1.0; });
-    results.vector = true;
-    results.y = results.x;
-    const auto said = consoleOf([&] {
-        GridRun run = START_GRID(LAYOUT_GRID(mesh, 2.5, false), PlanKind::Nodes, {.vector = true});
-        GRID_RESULTS(run, mesh, results, {VectorScalar::Direction, 0.0F, false});
-        CHECK(run.grid.values[0] == 45.0F);
-    });
-    CHECK(said ==
-          "Allocating RAM, for grid interpolation.\nAllocating 7Kb vector memory...\nGrid Size: 2.5\nGrid Dimensions: "
-          "41 high by 41 wide\n"
-          "Vector input and raster output, using direction.\n   ... done.\nProcessing 150 elements...\nElement: "
-          "150\nFinished processing.\n"
-          "Filtering values >360 for -va option.\n   Done.\n");
-    struct {
-        std::int32_t ncols, nrows;
-    } const tooMany[] = {{2147483647, 2147483647}, {2147483647, 2000000}, {100000000, 100000000}};
-    for (const auto& r : tooMany) {
-        const std::string refused =
-            consoleOf([&] { START_GRID(header(r.ncols, r.nrows, 0, 0, 1), PlanKind::Nodes, {}); });
-        CHECK(refused.find("ERROR - Could not allocate enough memory (RAM).") != std::string::npos);
-        CHECK(refused.ends_with("<stopped>"));
-    }
 }

@@ -1,13 +1,7 @@
 #include "raster/node_scalars.h"
 
-#include "console_of.h"
 #include "geometry/no_value.h"
-
-#include <doctest/doctest.h>
-
-#include <limits>
-#include <string>
-#include <vector>
+#include "testing.h"
 
 TEST_CASE("NODE_SCALARS makes one scalar of each vector") {
     Results results;
@@ -15,35 +9,21 @@ TEST_CASE("NODE_SCALARS makes one scalar of each vector") {
     results.x = {0, 3, -2, -1, 0, NO_VALUE, 1};
     results.y = {0, 4, -0.0F, -1e-9F, 0, 1, std::numeric_limits<float>::quiet_NaN()};
     const float o = NO_VALUE;
-    struct {
-        VectorChoice choice;
-        std::vector<float> expected;
-        std::string said;
-    } const rows[] = {
-        {{},
-         {o, 5, 2, 1, 0, o, o},
-         "Vector input and raster output, converting vectors to scalar...\n   ... done converting vector to scalar.\n"},
-        {{VectorScalar::XComponent, 0.0F, false},
-         {o, 3, -2, -1, 0, o, o},
-         "Vector input and raster output, using X direction component.\n   ... done.\n"},
-        {{VectorScalar::YComponent, 0.0F, false},
-         {o, 4, 0, -1e-9F, 0, o, o},
-         "Vector input and raster output, using Y direction component.\n   ... done.\n"},
-        {{VectorScalar::XComponent, 30.0F, false},
-         {o, 4.5980762F, -1.7320508F, -0.8660254F, 0, o, o},
-         "Vector input and raster output, using X direction component.\n   ... done.\n"},
-        {{VectorScalar::YComponent, 30.0F, false},
-         {o, 1.9641016F, 1, 0.5F, 0, o, o},
-         "Vector input and raster output, using Y direction component.\n   ... done.\n"},
-        {{VectorScalar::Direction, 30.0F, false},
-         {o, 53.130102F, 180, 180, 0, o, o},
-         "Vector input and raster output, using direction.\n   ... done.\n"},
+    using Scalar = VectorScalar;
+    const std::tuple<VectorChoice, std::vector<float>, const char*> rows[] = {
+        {{}, {o, 5, 2, 1, 0, o, o}, "converting vectors to scalar...\n   ... done converting vector to scalar.\n"},
+        {{Scalar::XComponent, 0.0F, false}, {o, 3, -2, -1, 0, o, o}, "using X direction component.\n   ... done.\n"},
+        {{Scalar::YComponent, 0.0F, false}, {o, 4, 0, -1e-9F, 0, o, o}, "using Y direction component.\n   ... done.\n"},
+        {{Scalar::XComponent, 30, false}, {o, 4.5980762F, -1.7320508F, -0.8660254F, 0, o, o}, "using X"},
+        {{Scalar::YComponent, 30, false}, {o, 1.9641016F, 1, 0.5F, 0, o, o}, "using Y"},
+        {{Scalar::Direction, 30, false}, {o, 53.130102F, 180, 180, 0, o, o}, "using direction.\n   ... done.\n"},
     };
-    for (const auto& r : rows) {
+    for (const auto& row : rows) {
         std::vector<float> scalars(99, 1.0F);
-        CHECK(consoleOf([&] { NODE_SCALARS(results, r.choice, false, scalars); }) == r.said);
-        REQUIRE(scalars.size() == r.expected.size());
-        for (std::size_t i = 0; i < scalars.size(); ++i) CHECK(scalars[i] == doctest::Approx(r.expected[i]));
+        const std::string said = consoleOf([&] { NODE_SCALARS(results, std::get<0>(row), false, scalars); });
+        CHECK(said.starts_with("Vector input and raster output, " + std::string(std::get<2>(row))));
+        REQUIRE(scalars.size() == std::get<1>(row).size());
+        for (std::size_t i = 0; i < scalars.size(); ++i) CHECK(scalars[i] == doctest::Approx(std::get<1>(row)[i]));
     }
     std::vector<float> scalars;
     const std::string refused = consoleOf([&] {

@@ -2,16 +2,7 @@
 
 #include "inputs/one_d_triangles.h"
 #include "raster/lattice_mesh.h"
-
-#include <doctest/doctest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <functional>
-#include <limits>
-#include <random>
-#include <utility>
-#include <vector>
+#include "testing.h"
 
 TEST_CASE("SAMPLE_POINT agrees with a plain loop over elements") {
     std::mt19937 random(3);
@@ -88,33 +79,4 @@ TEST_CASE("SAMPLE_POINT takes triangles of 1D water-level lines whatever their f
     CHECK(SAMPLE_POINT(index, mesh, level, dry, 5, 5).element == 0);
     mesh.elements.back().removed = true;
     CHECK(SAMPLE_POINT(INDEX_ELEMENTS(mesh, PlanKind::Nodes), mesh, level, dry, 31, 1).element == 0);
-}
-
-TEST_CASE("ELEMENTS_ALONG misses no element that the line passes, and looks at few others") {
-    std::mt19937 random(5);
-    Mesh mesh = latticeMesh({.cells = 20, .angle = 0.3, .x0 = 5e5, .y0 = 6e6, .jitter = 0.4, .triangleEvery = 3});
-    addElement(mesh, 3, {1, 21, 441});  // wider than its buckets
-    const PointIndex index = INDEX_ELEMENTS(mesh, PlanKind::Nodes);
-    std::uniform_real_distribution<double> along(-0.5, 1.5);
-    std::vector<std::int32_t> ids;
-    std::size_t looked = 0;
-    for (int line = 0; line < 100; ++line) {
-        const double x1 = 5e5 + 200.0 * along(random), y1 = 6e6 + 200.0 * along(random);
-        double x2 = 5e5 + 200.0 * along(random), y2 = 6e6 + 200.0 * along(random);
-        if (line % 5 == 1) x2 = x1;  // along the buckets
-        if (line % 5 == 2) y2 = y1;
-        ELEMENTS_ALONG(*index.buckets, x1, y1, x2, y2, ids);
-        CHECK(std::adjacent_find(ids.begin(), ids.end(), std::greater_equal<>{}) == ids.end());
-        looked += ids.size();
-        std::vector<PointPlace> places;
-        for (int k = 0; k <= 200; ++k)
-            LOCATE_POINT(index, mesh, x1 + (x2 - x1) * k / 200.0, y1 + (y2 - y1) * k / 200.0, places);
-        const bool all = std::all_of(places.begin(), places.end(), [&](const PointPlace& place) {
-            return std::binary_search(ids.begin(), ids.end(), place.element);
-        });
-        CHECK(all);
-    }
-    CHECK(looked < 100 * 120);  // of 533 elements
-    ELEMENTS_ALONG(*index.buckets, -1e12, 6e6 + 9e4, 1e12, 6e6 + 9e4, ids);
-    CHECK(ids.empty());
 }

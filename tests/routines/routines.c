@@ -125,8 +125,10 @@ static void lines(void) {
     const float nan = NAN;
     float x = 7, y = 8;
     double wideX = 7, wideY = 8;
-    CHECK(DISTANCE(F(0), F(0), F(3), F(4)) == 5 && DISTANCE(NULL, NULL, F(5e-7F), NULL) == 0);
+    CHECK(DISTANCE(F(5), F(5), F(2), F(1)) == 5 && DISTANCE(NULL, NULL, F(5e-7F), NULL) == 0);
     CHECK(DISTANCE_8(D(512000), D(6250000), D(512000), D(6250000.25)) == 0.25F);
+    CHECK(DISTANCE_8(D(0), D(0), D(5e-7), D(0)) == 0 && DISTANCE_8(D(0), D(0), D(2e-6), D(0)) == 2e-6F);
+    CHECK(SAME_POINT(F(1), F(1), F(1.4375F), F(0.5625F), F(0.5F)) == -1);  // 0.62 along the diagonal: no circle
     CHECK(SAME_POINT(F(0), F(0), F(1), F(0), F(1)) == 0 && SAME_POINT(F(0), F(0), F(1), F(0), F(1.5F)) == -1);
     CHECK(SAME_POINT_8(D(0), D(0), D(0), D(1), D(1.25)) == -1 && SAME_POINT(&nan, NULL, NULL, NULL, F(1)) == 0);
     CHECK(SAME_SIDE(F(0), F(0), F(2), F(0), F(0), F(1), F(0), F(3)) == 12);
@@ -142,8 +144,11 @@ static void lines(void) {
     CHECK(INTERSECTION_POINT(F(0), F(0), F(1), F(1), F(4), F(0), F(4), F(9), &x, NULL) == -1 && x == 4 && y == 8);
     CHECK(INTERSECTION_POINT_8(D(0), D(6), D(6), D(0), D(0), D(0), D(1), D(2), &wideX, &wideY) == -1);
     CHECK(wideX == 2 && wideY == 4);
+    CHECK(INTERSECTION_POINT_8(D(3), D(0), D(3), D(1), D(0), D(1), D(1), D(3), &wideX, &wideY) == -1 && wideY == 7);
+    CHECK(INTERSECTION_POINT(F(3), F(0), F(3), F(1), F(5), F(0), F(5), F(1), &x, &y) == 0);  // both vertical
     CHECK(ANGLE2D(D(0), D(0), D(1), D(0), D(0), D(0), D(-1), D(1)) == 135);
     CHECK(ANGLE2D(D(0), D(0), D(0), D(1), D(0), D(0), D(1), D(0)) == 0);
+    CHECK(fabs(ANGLE2D(D(0), D(0), D(-5), D(1), D(0), D(0), D(-5), D(-1)) - 22.619865) < 1e-4);  // not 337.38
     CHECK(VECTOR_MAGNITUDE(F(3), F(-4)) == 5 && VECTOR_MAGNITUDE(F(1e-6F), NULL) == 0);
 }
 

@@ -1,37 +1,29 @@
 #include "services/console.h"
 
-#include "console_of.h"
 #include "services/files.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 TEST_CASE("DMESSAGE takes the level from the words before the dash, a later word overriding an earlier") {
-    struct {
-        const char* text;
-        MessageLevel level;
-        int number;
-    } const rows[] = {
-        {"ERROR 0251 - Could not open", MessageLevel::Error, 251},
-        {"Warning - Both given", MessageLevel::Warning, 0},
-        {"WARNING 0317 - ERROR in line", MessageLevel::Warning, 317},  // the rest of the message has no say
-        {"Check - Tail", MessageLevel::Check, 0},
-        {"WARNING 0012 CHECK 2075 - both", MessageLevel::Check, 2075},
-        {"UNSTABLE 2991 - negative depth", MessageLevel::Unstable, 2991},
-        {"ERROR reading data", MessageLevel::Error, 0},
-        {"Finished - with ERROR", MessageLevel::None, 0},
+    using Level = MessageLevel;
+    const std::tuple<const char*, Level, int> rows[] = {
+        {"ERROR 0251 - Could not open", Level::Error, 251},
+        {"Warning - Both given", Level::Warning, 0},
+        {"WARNING 0317 - ERROR in line", Level::Warning, 317},  // the rest of the message has no say
+        {"Check - Tail", Level::Check, 0},
+        {"WARNING 0012 CHECK 2075 - both", Level::Check, 2075},
+        {"UNSTABLE 2991 - negative depth", Level::Unstable, 2991},
+        {"ERROR reading data", Level::Error, 0},
+        {"Finished - with ERROR", Level::None, 0},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.text);
+    for (const auto& [text, level, number] : rows) {
+        CAPTURE(text);
         ConsoleCapture capture;
-        DMESSAGE(r.text);
-        CHECK(capture.text() == std::string(r.text) + "\n");
-        CHECK(MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(r.level)] == 1);
-        CHECK(MESSAGE_COUNTS().lastNumber == r.number);
+        DMESSAGE(text);
+        CHECK(capture.text() == std::string(text) + "\n");
+        CHECK(MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(level)] == 1);
+        CHECK(MESSAGE_COUNTS().lastNumber == number);
         DMESSAGERESETCOUNTERS();
-        CHECK(MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(r.level)] == 0);
+        CHECK(MESSAGE_COUNTS().byLevel[static_cast<std::size_t>(level)] == 0);
     }
     CHECK(consoleOf([] { DLINE(); }) == std::string(60, '_') + "\n");
 }

@@ -1,16 +1,8 @@
 #include "services/files.h"
 
-#include "console_of.h"
-#include "rows.h"
 #include "run_control/file_questions.h"
 #include "services/file_table.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <array>
-#include <string>
-#include <vector>
+#include "testing.h"
 
 namespace {
 std::vector<std::string> linesOf(const std::string& name) {
@@ -167,26 +159,6 @@ TEST_CASE("Files that are not there are asked for, folders are created or refuse
               .starts_with(folder.name("O.asc") + " is already open.  Close it?"));
     CLOSE_FILE(open);
     INITIALISE_FILES();
-}
-
-TEST_CASE("A missing permission is said so, of the folder or of the file") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
-    const std::string file = folder.write("x.asc", "");
-    namespace fs = std::filesystem;
-    fs::permissions(file, fs::perms::none);
-    fs::permissions(folder.name(""), fs::perms::owner_read | fs::perms::owner_exec);
-    const bool superuser = std::ofstream(file).is_open();  // whom no permission stops
-    const std::string newFile = consoleOf([&] { OPEN_FILE(folder.name("new.asc"), "O ", "asc"); });
-    const std::string oldFile = consoleOf([&] { OPEN_FILE(file, "O ", "asc"); });
-    const std::string input = consoleOf([&] { OPEN_FILE(file, "I ", "asc"); });
-    fs::permissions(folder.name(""), fs::perms::owner_all);
-    INITIALISE_FILES();
-    if (superuser) return;
-    CHECK(newFile.starts_with("ERROR - No permission to write files into folder " +
-                              folder.name("").substr(0, folder.name("").size() - 1) + " ("));
-    CHECK(oldFile.starts_with("ERROR - No permission to write file " + file));
-    CHECK(input.starts_with("ERROR - No permission to read file " + file));
 }
 
 TEST_CASE("A file of an earlier run is said to be replaced, one of this run is not") {

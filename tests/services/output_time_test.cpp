@@ -1,6 +1,6 @@
 #include "services/output_time.h"
 
-#include <doctest/doctest.h>
+#include "testing.h"
 
 TEST_CASE("Stored times become hours; markers are told by the stored number and stay") {
     constexpr double SECONDS = 1.0, MINUTES = 60.0, HOURS = 3600.0;

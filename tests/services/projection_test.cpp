@@ -1,12 +1,7 @@
 #include "services/projection.h"
 
-#include "console_of.h"
 #include "services/files.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 namespace {
 using Need = ProjectionNeed;
@@ -69,10 +64,7 @@ TEST_CASE("A .prj file is read whole; grids take it quietly") {
 
 TEST_CASE("Projection texts are told apart") {
     using Kind = CoordinateKind;
-    const struct {
-        const char* text;
-        Kind kind;
-    } rows[] = {
+    const std::pair<const char*, Kind> rows[] = {
         {"", Kind::Unknown},
         {"LOCAL_CS[]", Kind::Unknown},
         {"CoordSys Earth Projection 1, 104", Kind::Geographic},
@@ -86,14 +78,11 @@ TEST_CASE("Projection texts are told apart") {
         {"COMPD_CS[\"a\",GEOGCS[\"y\"],VERT_CS[\"z\"]]", Kind::Geographic},
         {"compd_cs[]", Kind::Projected},
     };
-    for (const auto& r : rows) CHECK_MESSAGE((COORDINATE_KIND(r.text) == r.kind), r.text);
+    for (const auto& [text, kind] : rows) CHECK_MESSAGE((COORDINATE_KIND(text) == kind), text);
 }
 
 TEST_CASE("Projections are compared word by word, numbers as numbers") {
-    const struct {
-        const char *a, *b;
-        bool same;
-    } rows[] = {
+    const std::tuple<const char*, const char*, bool> rows[] = {
         {"CoordSys Earth Projection 8, 33, \"m\", -0.50", " COORDSYS Earth  Projection 8,\t33.0,\"M\" , -.5 ", true},
         {"CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 2)", "CoordSys NonEarth Units \"m\"", true},
         {"CoordSys NonEarth Units \"m\"", "CoordSys NonEarth Units \"ft\"", false},
@@ -105,5 +94,5 @@ TEST_CASE("Projections are compared word by word, numbers as numbers") {
         {"ID[\"1e7\"]", "ID[\"10000000\"]", false},  // a text
         {"NAME[\"Bounds\",1]", "NAME[\"Bounds\",2]", false},
     };
-    for (const auto& r : rows) CHECK_MESSAGE(SAME_PROJECTION(r.a, r.b) == r.same, r.b);
+    for (const auto& [a, b, same] : rows) CHECK_MESSAGE(SAME_PROJECTION(a, b) == same, b);
 }

@@ -1,22 +1,16 @@
 #include "text_utils/numbers.h"
+
+#include "testing.h"
 #include "text_utils/free_form.h"
 
-#include <doctest/doctest.h>
-
-#include <limits>
-
 TEST_CASE("AREAL takes its decimals from the magnitude, with the limits themselves in the upper band") {
-    struct {
-        float value;
-        const char* text;
-    } const rows[] = {
+    const std::pair<float, const char*> rows[] = {
         {2.0F, "2."},
         {1500.0F, "1500."},
         {0.25F, "0.25"},
         {0.0F, "0."},
-        // 0.01 has five decimals, so has what follows
         {0.0099999F, "0.01"},
-        {0.01F, "0.01"},
+        {0.01F, "0.01"},  // has five decimals, so has what follows
         {0.0123456F, "0.01235"},
         {0.0012346F, "0.001235"},
         {0.123456F, "0.1235"},
@@ -24,18 +18,15 @@ TEST_CASE("AREAL takes its decimals from the magnitude, with the limits themselv
         {12.3456F, "12.35"},
         {123.456F, "123.5"},
         {999.96F, "1000."},
-        {1234.5F, "1234."},  // rounded half to even in binary
         {100.0F, "100."},
+        {1234.5F, "1234."},  // rounded half to even in binary
         {std::numeric_limits<float>::quiet_NaN(), "nan"},
     };
-    for (const auto& r : rows) CHECK(AREAL(r.value) == r.text);
+    for (const auto& [value, text] : rows) CHECK(AREAL(value) == text);
 }
 
 TEST_CASE("AREAL8 loses one decimal per power of ten") {
-    struct {
-        double value;
-        const char* text;
-    } const rows[] = {
+    const std::pair<double, const char*> rows[] = {
         {1500.0, "1500."},
         {0.1234567891234, "0.1234567891"},
         {1.23456789123, "1.234567891"},
@@ -48,7 +39,7 @@ TEST_CASE("AREAL8 loses one decimal per power of ten") {
         {-2.5, "-2.5"},
         {1e300 * 1e300, "inf"},
     };
-    for (const auto& r : rows) CHECK(AREAL8(r.value) == r.text);
+    for (const auto& [value, text] : rows) CHECK(AREAL8(value) == text);
 }
 
 TEST_CASE("Fixed decimals widen and are never starred") {
@@ -67,34 +58,28 @@ TEST_CASE("POSITIVEINTEGERNUMBER takes digits only") {
 }
 
 TEST_CASE("FreeForm reads every form of a real, and nothing that is none") {
-    struct {
-        const char* text;
-        double value;
-    } const good[] = {
+    const std::pair<const char*, double> good[] = {
         {"1.", 1.0},
         {".5", 0.5},
         {"+2", 2.0},
         {"-.5", -0.5},
         {"1d3", 1000.0},
-        {"1.5D+003", 1500.0},
-        {"1.0E-003", 0.001},
+        {"1.5D+003", 1500},
+        {"1.0E-003", .001},
         {"1e-400", 0.0},
-        {"1E-400", 0.0},
         {"-1D-400", 0.0},
         {"\t, 7 8", 7.0},
         {"3\r", 3.0},
         {"6250000.4321", 6250000.4321},
         {".123456789012345", .123456789012345},
-        {"999999999999999", 999999999999999.0},
-        // digits beyond what is exact
-        {"9007199254740993", 9007199254740992.0},
+        {"9007199254740993", 9007199254740992.0},  // digits beyond what is exact
         {"9007199254740993.1", 9007199254740994.0},
     };
-    for (const auto& r : good) {
-        CAPTURE(r.text);
+    for (const auto& row : good) {
+        CAPTURE(row.first);
         double value = -1.0;
-        CHECK(FreeForm(r.text).NEXT_REAL(value) == FreeForm::Read::Value);
-        CHECK(value == r.value);
+        CHECK(FreeForm(row.first).NEXT_REAL(value) == FreeForm::Read::Value);
+        CHECK(value == row.second);
     }
     for (const char* text : {"1x", "1e400", "1D400", "+-1", "++1", "+", "1e5d2", "0x10", "--1", "1..2", ".", "1.5."}) {
         CAPTURE(text);

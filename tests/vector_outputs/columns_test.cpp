@@ -1,16 +1,14 @@
 // Columns of the layers, and values as they are written.
 #include "gis/data_line.h"
+
 #include "inputs/coordinate_decimals.h"
+#include "raster/lattice_mesh.h"
+#include "run_control/layer_stage.h"
+#include "testing.h"
 #include "vector_outputs/flow.h"
 #include "vector_outputs/layer_kinds.h"
 #include "vector_outputs/point_types.h"
 #include "vector_outputs/record_columns.h"
-
-#include "run_control/layer_stage.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
 
 namespace {
 
@@ -34,30 +32,33 @@ std::string columnsOf(const LayerKind& kind, void (*set)(RunOptions&)) {
 }  // namespace
 
 TEST_CASE("Every layer has its columns in their order") {
-    const auto none = [](RunOptions&) {};
+    using Set = void (*)(RunOptions&);
+    const Set none = [](RunOptions&) {}, vx = [](RunOptions&o) { o.vx = true; }, va = [](RunOptions&o) { o.va = true; };
+    const Set vyVa = [](RunOptions&o) { o.vy = o.va = true; }, vdir = [](RunOptions&o) { o.vdir = true; };
+    const Set bearing = [](RunOptions&o) { o.va = o.compass = true; }, verbose = [](RunOptions&o) { o.verbose = true; };
+    const LayerKind bed{LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false};
+    const LayerKind bedCells{LayerContent::Bed, ItemKind::Cell, DrawnAs::Region, false};
     const LayerKind nodes{LayerContent::Vector, ItemKind::Node, DrawnAs::Point, false};
     const LayerKind arrows{LayerContent::Vector, ItemKind::GridCell, DrawnAs::Arrow, false};
     const LayerKind cells{LayerContent::Scalar, ItemKind::Cell, DrawnAs::Region, true};
     const LayerKind grid{LayerContent::Scalar, ItemKind::GridCell, DrawnAs::Point, false};
-    CHECK(columnsOf({LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false}, none) == "SMS_ID PtType Elevation");
-    CHECK(columnsOf({LayerContent::Bed, ItemKind::Cell, DrawnAs::Region, false}, none) == "SMS_ID MatID Elevation");
-    CHECK(columnsOf(cells, none) == "SMS_ID MatID Elevation h Depth");
-    CHECK(columnsOf(grid, none) == "Grid_Ref h");
-    CHECK(columnsOf(nodes, none) == "SMS_ID PtType Elevation Magnitude Angle X_component Y_component Bearing");
-    CHECK(columnsOf(nodes, [](RunOptions& o) { o.vx = true; }) == "SMS_ID PtType Elevation X_component");
-    CHECK(columnsOf(nodes, [](RunOptions& o) {
-              o.vy = true;
-              o.va = true;
-          }) == "SMS_ID PtType Elevation Y_component");
-    CHECK(columnsOf(nodes, [](RunOptions& o) { o.vdir = true; }) == "SMS_ID PtType Elevation Angle");
-    CHECK(columnsOf(nodes, [](RunOptions& o) { o.va = o.compass = true; }) == "SMS_ID PtType Elevation Bearing");
-    CHECK(columnsOf(arrows, [](RunOptions& o) { o.va = true; }) ==
-          "Grid_Ref Magnitude Angle X_component Y_component Bearing");
-    CHECK(columnsOf(arrows, [](RunOptions& o) { o.vx = true; }) == "Grid_Ref X_component");
-    CHECK(columnsOf(cells, [](RunOptions& o) { o.verbose = true; }) == "SMS_ID MatID Elevation h Depth Time");
-    CHECK(columnsOf(grid, [](RunOptions& o) { o.verbose = true; }) == "Grid_Ref h MatID Elevation Time");
-    CHECK(columnsOf({LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false},
-                    [](RunOptions& o) { o.verbose = true; }) == "SMS_ID PtType Elevation MatID");
+    const std::tuple<LayerKind, Set, const char*> rows[] = {
+        {bed, none, "SMS_ID PtType Elevation"},
+        {bedCells, none, "SMS_ID MatID Elevation"},
+        {bed, verbose, "SMS_ID PtType Elevation MatID"},
+        {cells, none, "SMS_ID MatID Elevation h Depth"},
+        {cells, verbose, "SMS_ID MatID Elevation h Depth Time"},
+        {grid, none, "Grid_Ref h"},
+        {grid, verbose, "Grid_Ref h MatID Elevation Time"},
+        {nodes, none, "SMS_ID PtType Elevation Magnitude Angle X_component Y_component Bearing"},
+        {nodes, vx, "SMS_ID PtType Elevation X_component"},
+        {nodes, vyVa, "SMS_ID PtType Elevation Y_component"},
+        {nodes, vdir, "SMS_ID PtType Elevation Angle"},
+        {nodes, bearing, "SMS_ID PtType Elevation Bearing"},
+        {arrows, va, "Grid_Ref Magnitude Angle X_component Y_component Bearing"},
+        {arrows, vx, "Grid_Ref X_component"},
+    };
+    for (const auto& [kind, set, names] : rows) CHECK(columnsOf(kind, set) == names);
 }
 
 TEST_CASE("Field widths follow the longest text of the layer") {
@@ -83,11 +84,8 @@ TEST_CASE("Field widths follow the longest text of the layer") {
 }
 
 TEST_CASE("Directions stay in range, and zero has no sign, after rounding") {
-    const struct {
-        float vx, vy;
-        int decimals;
-        const char* expected;  ///< angle, bearing
-    } rows[] = {
+    const std::tuple<float, float, int, const char*> rows[] = {
+        // angle, bearing
         {1, 0, 4, "0.0000,90.0000"},
         {0, 1, 2, "90.00,0.00"},
         {-1, 0.0F, 4, "180.0000,270.0000"},
@@ -95,23 +93,22 @@ TEST_CASE("Directions stay in range, and zero has no sign, after rounding") {
         {-1, -1e-7F, 4, "180.0000,270.0000"},  // -179.99999: rounds to -180.0000
         {-1, -1e-3F, 4, "-179.9427,269.9427"},
         {-1, -1e-3F, 0, "180,270"},
-        {-1e-7F, 1, 4, "90.0000,0.0000"},  // a bearing of 359.99999
-        {-5e-3F, 1, 0, "90,0"},
-        {1, -1e-7F, 4, "0.0000,90.0000"},  // not -0.0000
-        {0, -1, 4, "-90.0000,180.0000"},
+        {-1e-7F, 1, 4, "90.0000,0.0000"},
+        {-5e-3F, 1, 0, "90,0"},  // a bearing of 359.99999
+        {1, -1e-7F, 4, "0.0000,90.0000"},
+        {0, -1, 4, "-90.0000,180.0000"},  // not -0.0000
         {-1, -1, 12, "-135.000000000000,225.000000000000"},
         {0, 0, 4, "0.0000,0.0000"},
         {1e-6F, -1e-6F, 1, "0.0,0.0"},  // at rest
     };
-    for (const auto& r : rows) {
-        const RecordColumns record = RECORD_COLUMNS({Column::Angle, Column::Bearing}, {10, r.decimals}, "", 0, 0);
+    for (const auto& [vx, vy, decimals, expected] : rows) {
         MapItem item;
-        item.vx = r.vx;
-        item.vy = r.vy;
+        item.vx = vx;
+        item.vy = vy;
         SET_FLOW(item, TURNED_AXES(40.0F));  // the axes of the components never turn the directions
         std::string line;
-        FORM_RECORD(record, item, line);
-        CHECK(line == r.expected);
+        FORM_RECORD(RECORD_COLUMNS({Column::Angle, Column::Bearing}, {10, decimals}, "", 0, 0), item, line);
+        CHECK(line == expected);
     }
     MapItem item;
     item.vx = 2.0F;
@@ -142,71 +139,59 @@ TEST_CASE(
 }
 
 TEST_CASE("-pts is read from left to right") {
-    const struct {
-        const char* text;
-        const char* passing;  ///< of T, H, UV, C, QL and blank
-        const char* unknown;
-    } rows[] = {
-        {"ALL", "T H UVC QL", ""},
-        {"CT", "T C ", ""},
-        {"uvh", "H UV", ""},
-        {"UVC", "UVC ", ""},
-        {"H,t", "T H ", ""},
-        // half a "UV" is nothing, and nothing stands for all
-        {"XH", "H ", "X"},
-        {"U", "T H UVC QL", "U"},
-        {"V", "T H UVC QL", "V"},
-        {"", "T H UVC QL", ""},
-        {"HALL", "T H UVC QL", ""},  // not H, A, L, L
-    };
-    for (const auto& r : rows) {
-        const PointTypes types = READ_POINT_TYPES(r.text);
+    for (const Row& row : rowsOf(R"(
+# text, what passes of T, H, UV, C, QL and blank, what is unknown
+ALL | T H UV C QL _ |
+CT | T C _ |
+uvh | H UV _ |
+UVC | UV C _ |
+H,t | T H _ |
+# half a "UV" is nothing, and nothing stands for all
+XH | H _ | X
+U | T H UV C QL _ | U
+V | T H UV C QL _ | V
+ | T H UV C QL _ |
+# not H, A, L, L
+HALL | T H UV C QL _ |
+)")) {
+        const PointTypes types = READ_POINT_TYPES(row[0]);
         std::string passing;
-        for (const NodeKind kind : {NodeKind{'T', ' '}, NodeKind{'H', ' '}, NodeKind{'U', 'V'}, NodeKind{'C', ' '},
-                                    NodeKind{'Q', 'L'}, NodeKind{' ', ' '}})
-            if (PASSES(types, kind)) passing.append(kind.data(), 2);
-        CAPTURE(r.text);
-        CHECK(passing == r.passing);
-        CHECK(types.unknown == r.unknown);
+        for (const std::string kind : {"T", "H", "UV", "C", "QL", "_"})
+            if (PASSES(types, {kind[0] == '_' ? ' ' : kind[0], kind.size() > 1 ? kind[1] : ' '})) passing += kind + " ";
+        CHECK_MESSAGE(passing == row[1] + " ", row[0]);
+        CHECK(types.unknown == row[2]);
     }
 }
 
 TEST_CASE("Coordinates show a thousandth of the shortest side") {
     using Kind = CoordinateKind;
-    const struct {
-        double side, x0;
-        Kind kind;
-        int decimals;
-    } rows[] = {
+    const std::tuple<double, double, Kind, int> rows[] = {
         {10, 500000, Kind::Unknown, 3},
         {0.5, 500000, Kind::Unknown, 4},
         {0.01, 500000, Kind::Projected, 5},
         {10, 500000, Kind::Geographic, 8},
-        {0.0001, 145, Kind::Unknown, 8},  // degrees by its extent, unless a
-                                          // projection says otherwise
+        // degrees by its extent, unless a projection says otherwise
+        {0.0001, 145, Kind::Unknown, 8},
         {10, 145, Kind::NonEarth, 3},
         {1e-6, 145, Kind::Geographic, 9},
         {1e-7, 145, Kind::Unknown, 10},
         {1e-12, 0, Kind::Unknown, 12},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.side);
+    for (const auto& [side, x0, kind, decimals] : rows) {
+        CAPTURE(side);
         Mesh mesh;
-        mesh.nodes.resize(5);
-        mesh.nodes[2].x = r.side;  // three nodes of a cell, whose other sides are longer, and a removed one
-        mesh.nodes[3].y = 5 * r.side;
-        mesh.nodes[4].y = r.side / 100;
-        mesh.elements.resize(3);
-        for (const std::size_t id : {1U, 2U}) {
-            mesh.elements[id].shape = 3;
-            mesh.elements[id].nodes = {1, 2, id == 1 ? 3 : 4};
-            mesh.elements[id].removed = id == 2;
-        }
-        for (MeshNode& node : mesh.nodes) node.x += r.x0;
-        mesh.xmin = r.x0;
-        mesh.xmax = r.x0 + r.side;
+        mesh.nodes.resize(1);
+        mesh.elements.resize(1);
+        // three nodes of a cell, whose other sides are longer, and a removed one
+        for (const auto& [x, y] : {std::pair{0.0, 0.0}, {side, 0.0}, {0.0, 5 * side}, {0.0, side / 100}})
+            addNode(mesh, x0 + x, y);
+        addElement(mesh, 3, {1, 2, 3});
+        addElement(mesh, 3, {1, 2, 4});
+        mesh.elements[2].removed = true;
+        mesh.xmin = x0;
+        mesh.xmax = x0 + side;
         mesh.ymin = mesh.ymax = 0;
-        CHECK(COORDINATE_DECIMALS(mesh, r.kind) == r.decimals);
+        CHECK(COORDINATE_DECIMALS(mesh, kind) == decimals);
     }
     std::string line;
     ADD_REAL(line, 145.1, 10);

@@ -1,13 +1,9 @@
 // Cells and arrows as map objects.
 #include "vector_outputs/arrow.h"
-#include "vector_outputs/cell_shape.h"
 
 #include "run_control/layer_stage.h"
-
-#include <doctest/doctest.h>
-
-#include <cmath>
-#include <string>
+#include "testing.h"
+#include "vector_outputs/cell_shape.h"
 
 namespace {
 
@@ -174,97 +170,50 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
     }
 }
 
+// East and north component, the cap of a velocity file, switches, length and direction of what is drawn; no length:
+// nothing is.
 TEST_CASE("Caps, fixed lengths and components decide how long an arrow is; what is too short is not drawn") {
-    const TurnedAxes turned = TURNED_AXES(30.0F);
-    struct Row {
-        float vx, vy;
-        double cap;
-        void (*set)(RunOptions&);
-        double length, east, north;  ///< length 0: nothing is drawn
-    };
-    const Row rows[] = {
-        {3, 4, 0, [](RunOptions&) {}, 50, 0.6, 0.8},
-        // the cap of a velocity file
-        {30, 40, 10, [](RunOptions&) {}, 100, 0.6, 0.8},
-        {30, 40, 10,
-         [](RunOptions& o) {
-             o.vmax = 20;
-             o.vmaxNotGiven = false;
-         },
-         200, 0.6, 0.8},
-        // given, but not positive: none
-        {30, 40, 10,
-         [](RunOptions& o) {
-             o.vmax = 0;
-             o.vmaxNotGiven = false;
-         },
-         500, 0.6, 0.8},
-        {3, 4, 0,
-         [](RunOptions& o) {
-             o.fixedVectorLength = true;
-             o.vectorLength = 7;
-         },
-         7, 0.6, 0.8},
-        {0, 0, 0,
-         [](RunOptions& o) {
-             o.fixedVectorLength = true;
-             o.vectorLength = 7;
-         },
-         0, 0, 0},
-        {1e-6F, 0, 0,
-         [](RunOptions& o) {
-             o.fixedVectorLength = true;
-             o.vectorLength = 7;
-         },
-         0, 0, 0},  // at rest
-        // below a ten-thousandth of a cell
-        {0.9e-4F, 0, 0, [](RunOptions&) {}, 0, 0, 0},
-        {1.1e-4F, 0, 0, [](RunOptions&) {}, 1.1e-3, 1, 0},
-        {3, 4, 0, [](RunOptions& o) { o.vx = true; }, 30, 1, 0},
-        {-3, 4, 2, [](RunOptions& o) { o.vx = true; }, 20, -1, 0},  // the component is capped
-        {3, -4, 0, [](RunOptions& o) { o.vy = true; }, 40, 0, -1},
-        {0, 4, 0, [](RunOptions& o) { o.vx = true; }, 0, 0, 0},
-        {0, 4, 0,
-         [](RunOptions& o) {
-             o.vx = true;
-             o.slantAngle = 30;
-         },
-         20, 0.8660254, 0.5},  // along the turned axis
-        {0, 4, 0,
-         [](RunOptions& o) {
-             o.vy = true;
-             o.slantAngle = 30;
-         },
-         34.6410162, -0.5, 0.8660254},
-    };
-    for (const Row& r : rows) {
-        RunOptions options;
-        r.set(options);
-        CAPTURE(&r - rows);
-        GisObject o;
-        const Drawn drawn = DRAW_ARROW(rulesOf(options, 10.0, r.cap),
-                                       vectorItem(r.vx, r.vy, options.slantAngle > 0 ? turned : TurnedAxes{}), o);
-        CHECK((drawn == Drawn::Object) == (r.length > 0.0));
+    for (const Row& row : rowsOf(R"(
+3 4 | 0 | | 50 | 0.6 0.8
+30 40 | 10 | | 100 | 0.6 0.8
+30 40 | 10 | vmax 20 | 200 | 0.6 0.8
+# given, but not positive: none
+30 40 | 10 | vmax 0 | 500 | 0.6 0.8
+3 4 | 0 | fixed 7 | 7 | 0.6 0.8
+# at rest
+0 0 | 0 | fixed 7
+1e-6 0 | 0 | fixed 7
+# below and above a ten-thousandth of a cell
+0.9e-4 0
+1.1e-4 0 | 0 | | 1.1e-3 | 1 0
+3 4 | 0 | x | 30 | 1 0
+# the component is capped
+-3 4 | 2 | x | 20 | -1 0
+3 -4 | 0 | y | 40 | 0 -1
+0 4 | 0 | x
+# along the turned axes
+0 4 | 0 | x slant | 20 | 0.8660254 0.5
+0 4 | 0 | y slant | 34.6410162 | -0.5 0.8660254
+)")) {
+        RunOptions o;
+        const float given =
+            holds(row[2], " ") && row[2].back() != 't' ? std::stof(row[2].substr(row[2].find(' '))) : 0.0F;
+        if (row[2].starts_with("vmax")) o.vmax = given;
+        o.vmaxNotGiven = !row[2].starts_with("vmax");
+        o.fixedVectorLength = row[2].starts_with("fixed");
+        if (o.fixedVectorLength) o.vectorLength = given;
+        o.vx = row[2].starts_with("x");
+        o.vy = row[2].starts_with("y");
+        if (holds(row[2], "slant")) o.slantAngle = 30;
+        CAPTURE(row[0] + row[2]);
+        const std::vector<float> flow = listOf<float>(row[0]);
+        GisObject arrow;
+        const MapItem item = vectorItem(flow[0], flow[1], o.slantAngle > 0 ? TURNED_AXES(30.0F) : TurnedAxes{});
+        const Drawn drawn = DRAW_ARROW(rulesOf(o, 10.0, numberOf(row[1])), item, arrow);
+        CHECK((drawn == Drawn::Object) != row[3].empty());
         if (drawn != Drawn::Object) continue;
-        CHECK(o.x[2] - o.x[1] == doctest::Approx(r.length * r.east));
-        CHECK(o.y[2] - o.y[1] == doctest::Approx(r.length * r.north));
-    }
-}
-
-TEST_CASE("Arrows too thin for the file's coordinates are no polygons") {
-    RunOptions options;
-    options.tailThicknessFactor = 1e-7F;  // a tail of 1e-6 m on an arrow of 10 m
-    ArrowRules rules = rulesOf(options, 10.0, 0.0);
-    GisObject o;
-    CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Object);
-    rules.step = 1e-6;
-    CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Invalid);
-    rules.thicknessOfLength = 0.01;
-    CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == Drawn::Object);
-    rules.outlined = false;
-    rules.cellSize = 0.0;
-    for (const double length : {1.1e-5, 0.9e-5}) {  // the head of the second vanishes in its line
-        rules.fixedLength = length;
-        CHECK(DRAW_ARROW(rules, vectorItem(0.6F, 0.8F), o) == (length > 1e-5 ? Drawn::Object : Drawn::Invalid));
+        const std::vector<double> direction = listOf(row[4]);
+        CHECK(arrow.x[2] - arrow.x[1] == doctest::Approx(numberOf(row[3]) * direction[0]));
+        CHECK(arrow.y[2] - arrow.y[1] == doctest::Approx(numberOf(row[3]) * direction[1]));
     }
 }

@@ -1,19 +1,13 @@
 // Which objects a layer holds, and what stands beside them: small meshes written as .mif and .txt.
 #include "vector_outputs/vector_output.h"
 
-#include "console_of.h"
 #include "gis/layers.h"
 #include "inputs/one_d_triangles.h"
 #include "run_control/layer_stage.h"
 #include "services/files.h"
 #include "services/options.h"
 #include "services/projection.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <cmath>
-#include <limits>
+#include "testing.h"
 
 namespace {
 

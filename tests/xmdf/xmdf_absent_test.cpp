@@ -3,6 +3,6 @@
 
 int main() {
     XmdfFile file;
-    const bool refused = xfopenfile_f("x.xmdf", file) < 0 && file == nullptr;
-    return refused && XMDF_REASON().find("without the HDF5 library") != std::string::npos ? 0 : 1;
+    const XmdfStatus status = xfopenfile_f("x.xmdf", file);
+    return status < 0 && file == nullptr && status.reason.find("without the HDF5 library") != std::string::npos ? 0 : 1;
 }

@@ -45,11 +45,14 @@ void addDescribed(std::vector<Described>& all, const char* list) {
     }
 }
 
-std::vector<Described> described(const char* driver, bool files, bool layers) {
+enum class OptionsOf : std::uint8_t { Files, Layers, Both };
+
+std::vector<Described> described(const char* driver, OptionsOf of) {
     std::vector<Described> all;
     GDALMajorObjectH object = DRIVER(driver);
-    if (files) addDescribed(all, GDALGetMetadataItem(object, GDAL_DMD_CREATIONOPTIONLIST, nullptr));
-    if (layers) addDescribed(all, GDALGetMetadataItem(object, GDAL_DS_LAYER_CREATIONOPTIONLIST, nullptr));
+    if (of != OptionsOf::Layers) addDescribed(all, GDALGetMetadataItem(object, GDAL_DMD_CREATIONOPTIONLIST, nullptr));
+    if (of != OptionsOf::Files)
+        addDescribed(all, GDALGetMetadataItem(object, GDAL_DS_LAYER_CREATIONOPTIONLIST, nullptr));
     return all;
 }
 
@@ -117,7 +120,7 @@ CPLStringList OPTIONS_OVER(CPLStringList defaults, GdalTexts options) {
 }
 
 CPLStringList OPTIONS_FOR(const char* driver, GdalTexts options, bool layers) {
-    const std::vector<Described> valid = described(driver, !layers, layers);
+    const std::vector<Described> valid = described(driver, layers ? OptionsOf::Layers : OptionsOf::Files);
     CPLStringList chosen;
     for (std::int32_t i = 0; i < options.count; ++i)
         if (find(valid, nameOf(options.texts[i])) != nullptr) chosen.AddString(options.texts[i]);
@@ -125,7 +128,7 @@ CPLStringList OPTIONS_FOR(const char* driver, GdalTexts options, bool layers) {
 }
 
 void CHECK_DRIVER_OPTIONS(const char* driver, GdalTexts options) {
-    const std::vector<Described> valid = described(driver, true, true);
+    const std::vector<Described> valid = described(driver, OptionsOf::Both);
     for (std::int32_t i = 0; i < options.count; ++i) {
         const std::string name = nameOf(options.texts[i]);
         const Described* option = find(valid, name);

@@ -1,0 +1,25 @@
+// What nearly every test uses: doctest, the standard library's usual headers, and the pieces that the tests share.
+#pragma once
+
+#include "console_of.h"
+#include "rows.h"
+#include "temporary_folder.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <map>
+#include <random>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+inline bool holds(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
