@@ -6,6 +6,7 @@
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
+#undef GIVEN  // a word of doctest's, and a function of the program
 
 #include <algorithm>
 #include <array>

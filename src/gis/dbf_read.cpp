@@ -13,15 +13,15 @@
 namespace {
 
 void warnOfEnd(GisLayer& layer) {
-    if (std::exchange(layer.shp->warnedOfEnd, true)) return;
+    if (std::exchange(SHP_OF(layer).warnedOfEnd, true)) return;
     REPORT(GETNAM(layer.files[DBF].handle));
     DMESSAGE("WARNING 0405 - Insufficient number of records found in .dbf file.");
     REPORT("Found " + std::to_string(layer.files[DBF].count) + ", expecting " +
-           std::to_string(layer.shp->table.records));
+           std::to_string(SHP_OF(layer).table.records));
 }
 
 DbfRecord loadedRecord(GisLayer& layer) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     GisFile& file = layer.files[DBF];
     if (file.count >= shp.table.records) return DbfRecord::End;
     const std::int64_t got = READ_BYTES(file.handle, shp.record.data(), shp.record.size());
@@ -72,10 +72,10 @@ void addField(ShpLayer& shp, const DbfField& field, std::string& line) {
 
 }  // namespace
 
-DbfRecord LOAD_DBF_RECORD(GisLayer& layer) { return layer.shp->recordState = loadedRecord(layer); }
+DbfRecord LOAD_DBF_RECORD(GisLayer& layer) { return SHP_OF(layer).recordState = loadedRecord(layer); }
 
 GisRead shpReadRecord(GisLayer& layer, std::string& line) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     if (shp.table.fields.empty()) gisFormatCheck("gisReadRecord-dbf");  // the header has not been read
     while (shp.recordState == DbfRecord::None || shp.recordState == DbfRecord::Deleted) LOAD_DBF_RECORD(layer);
     line.clear();

@@ -23,7 +23,7 @@ std::string place(const GisLayer& layer, const DbfField& field) {
 }
 
 void putText(GisLayer& layer, const DbfField& field, char* at, std::string_view text) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     if (!IS_ASCII(text)) {
         shp.text.clear();
         if (!ADD_AS_CODE_PAGE(shp.text, text)) gisWarnOfText(layer);
@@ -55,7 +55,7 @@ bool putValues(GisLayer& layer, char* record, std::string_view line, bool large)
     const char* check = large ? "dbfdatalinelarge" : "dbfdataline";
     DataLine values(line);
     DataValue value;
-    for (const DbfField& field : layer.shp->table.fields) {
+    for (const DbfField& field : SHP_OF(layer).table.fields) {
         if (!values.NEXT(value)) SHOULD_NOT_BE_HERE(check);
         char* at = record + field.offset;
         if (!field.isNumber()) putText(layer, field, at, value.text);
@@ -68,14 +68,14 @@ bool putValues(GisLayer& layer, char* record, std::string_view line, bool large)
 }  // namespace
 
 bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large) {
-    if (std::exchange(layer.shp->nullObject, false)) return true;
+    if (std::exchange(SHP_OF(layer).nullObject, false)) return true;
     GisFile& file = layer.files[DBF];
-    const std::int32_t recordBytes = layer.shp->table.recordBytes;
+    const std::int32_t recordBytes = SHP_OF(layer).table.recordBytes;
     if (file.bytes == 0) gisFormatCheck("gisWriteRecord-dbf");  // the header has not been written
     if (file.count >= MOST_RECORDS) stopAtMostRecords();
     if (file.bytes + recordBytes + 1 > MOST_FILE_BYTES)
         gisStopAtFileLimit(GETNAM(file.handle), "Use -mif or a coarser output.");
-    char* record = layer.shp->blocks[DBF].room(static_cast<std::size_t>(recordBytes));
+    char* record = SHP_OF(layer).blocks[DBF].room(static_cast<std::size_t>(recordBytes));
     if (record == nullptr) REPORT_PLACE(layer, DBF, LAST_FILE_ERROR(file.handle));
     // also what fills the fields
     if (record != nullptr) std::memset(record, DBF_NOT_DELETED, static_cast<std::size_t>(recordBytes));

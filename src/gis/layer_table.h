@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 enum class GisMode : std::int32_t { Closed = -1, NotSet = 0, Input = 1, Output = 2 };
 
@@ -22,8 +23,7 @@ struct GisFile {
     double xmin = 0.0, ymin = 0.0, xmax = -1.0, ymax = -1.0;
 };
 
-struct MifLayer;  ///< gis/mif_layer.h
-struct ShpLayer;  ///< gis/shp_layer.h
+struct LayerFormat;
 
 /// One entry of the table. Filled by gisOpenLayer and then by the layer's format.
 struct GisLayer {
@@ -38,10 +38,10 @@ struct GisLayer {
     std::string path;               ///< name the layer was opened with
     std::size_t listNumber = 0;     ///< its number in the input-layer list, from 1; 0 when not tracked
     GisHeader header;
-    GisKind kind = GisKind::None;   ///< of the last object read or written, for messages
-    std::array<GisFile, 3> files;   ///< .mif, .mid; or .shp, .shx, .dbf
-    std::shared_ptr<MifLayer> mif;  ///< what else the format keeps; made by its open
-    std::shared_ptr<ShpLayer> shp;
+    GisKind kind = GisKind::None;  ///< of the last object read or written, for messages
+    const LayerFormat* routines = nullptr;
+    std::array<GisFile, 3> files;  ///< .mif, .mid; or .shp, .shx, .dbf
+    std::shared_ptr<void> state;   ///< what else the format keeps; made by its open
 };
 
 /// How reading went. Failed: the format has reported its own numbered error with DMESSAGE; the operation then adds
@@ -83,43 +83,39 @@ void gisWarnOfText(GisLayer& layer);
 [[noreturn]] void gisFormatCheck(std::string_view check);
 
 // ---- what a format provides ----
-// The operations of layers.h have already checked the handle, the mode, and for mifWriteObject and shpWriteObject the
-// planned shape and the part ends, and have set layer.kind. path, mode, tableOnly, id and listNumber are set before
-// open; header is filled by the producer before WriteHeader. Routines without a result stop the run when they fail,
-// after the stated message. Every result of the file service is checked.
-
-/// Opens or creates the files, and checks an input's coordinate system against gisProjection().
-void mifOpen(GisLayer& layer);
-void shpOpen(GisLayer& layer);
-/// Closes whatever of its files is open. Does not write anything.
-void mifClose(GisLayer& layer);
-void shpClose(GisLayer& layer);
-/// Fills layer.header and stands at the first object and record.
-void mifReadHeader(GisLayer& layer);
-void shpReadHeader(GisLayer& layer);
-/// Writes the headers. Attribute names are cleaned here (CLEANED_NAMES), not in the record. A shapefile also writes
-/// .prj and .cpg.
-void mifWriteHeader(GisLayer& layer);
-void shpWriteHeader(GisLayer& layer);
-/// Done with o started (GisObject::start) as the next object's kind, or End. Its errors stop the run here: no object is
-/// known yet.
-GisRead mifObjectType(GisLayer& layer, GisObject& o);
-GisRead shpObjectType(GisLayer& layer, GisObject& o);
-/// The coordinates of that object: Done, Dropped or Failed. Never allocates more than the rest of the file can fill.
-GisRead mifReadObject(GisLayer& layer, GisObject& o);
-GisRead shpReadObject(GisLayer& layer, GisObject& o);
-/// Done with the data line in UTF-8, End (table-only layers), or Failed.
-GisRead mifReadRecord(GisLayer& layer, std::string& line);
-GisRead shpReadRecord(GisLayer& layer, std::string& line);
-/// Back to the first object and record; the header stays as read.
-void mifGotoBeginningOfData(GisLayer& layer);
-void shpGotoBeginningOfData(GisLayer& layer);
-/// ERROR 0439 when the coordinates are refused or not written, ERROR 0350 for a kind that the format lacks.
-void mifWriteObject(GisLayer& layer, const GisObject& o);
-void shpWriteObject(GisLayer& layer, const GisObject& o);
-/// large: the line is beyond DATA_LINE_WIDTH, for messages. False: its own error is reported and the operation adds
-/// ERROR 0254.
-bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large);
-bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large);
-/// Final headers of an output; MIF has none.
-void shpWriteEoF(GisLayer& layer);
+/// One format: a row of gis/layer_formats.cpp. The operations of layers.h have already checked the handle, the mode,
+/// and for writeObject the planned shape and the part ends, and have set layer.kind. path, mode, tableOnly, id and
+/// listNumber are set before open; header is filled by the producer before writeHeader. Routines without a result stop
+/// the run when they fail, after the stated message. Every result of the file service is checked.
+struct LayerFormat {
+    GisFormat number = GisFormat::Other;
+    std::vector<std::string_view> extensions;  ///< of layers of objects; "" for a name without one
+    std::vector<std::string_view> tables;      ///< of tables alone
+    std::string_view checkName;                ///< names the format in the checks of gisWriteObject
+    /// Opens or creates the files, and checks an input's coordinate system against gisProjection().
+    void (*open)(GisLayer&) = nullptr;
+    /// Closes whatever of its files is open. Does not write anything.
+    void (*close)(GisLayer&) = nullptr;
+    // A format with none of the following is opened and closed only.
+    /// Fills layer.header and stands at the first object and record.
+    void (*readHeader)(GisLayer&) = nullptr;
+    /// Writes the headers. Attribute names are cleaned here (CLEANED_NAMES), not in the record.
+    void (*writeHeader)(GisLayer&) = nullptr;
+    /// Done with o started (GisObject::start) as the next object's kind, or End. Its errors stop the run here: no
+    /// object is known yet.
+    GisRead (*objectType)(GisLayer&, GisObject& o) = nullptr;
+    /// The coordinates of that object: Done, Dropped or Failed. Never allocates more than the rest of the file can
+    /// fill.
+    GisRead (*readObject)(GisLayer&, GisObject& o) = nullptr;
+    /// Done with the data line in UTF-8, End (table-only layers), or Failed.
+    GisRead (*readRecord)(GisLayer&, std::string& line) = nullptr;
+    /// Back to the first object and record; the header stays as read.
+    void (*gotoBeginningOfData)(GisLayer&) = nullptr;
+    /// ERROR 0439 when the coordinates are refused or not written, ERROR 0350 for a kind that the format lacks.
+    void (*writeObject)(GisLayer&, const GisObject& o) = nullptr;
+    /// large: the line is beyond DATA_LINE_WIDTH, for messages. False: its own error is reported and the operation
+    /// adds ERROR 0254.
+    bool (*writeRecord)(GisLayer&, std::string_view line, bool large) = nullptr;
+    /// Final headers of an output; nullptr for none.
+    void (*writeEoF)(GisLayer&) = nullptr;
+};

@@ -1,7 +1,7 @@
 #include "gis/layers.h"
 
 #include "gis/input_log.h"
-#include "gis/layer_table.h"
+#include "gis/layer_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -19,43 +19,17 @@ struct LayerTable {
 };
 LayerTable table;
 
-/// The operations of one format.
-struct FormatRoutines {
-    void (*open)(GisLayer&);
-    void (*close)(GisLayer&);
-    void (*readHeader)(GisLayer&);
-    void (*writeHeader)(GisLayer&);
-    GisRead (*objectType)(GisLayer&, GisObject&);
-    GisRead (*readObject)(GisLayer&, GisObject&);
-    GisRead (*readRecord)(GisLayer&, std::string&);
-    void (*gotoBeginningOfData)(GisLayer&);
-    void (*writeObject)(GisLayer&, const GisObject&);
-    bool (*writeRecord)(GisLayer&, std::string_view, bool);
-    void (*writeEoF)(GisLayer&);
-    std::string_view checkName;  ///< names the format in the checks of gisWriteObject
-};
-constexpr FormatRoutines MIF = {mifOpen,        mifClose,       mifReadHeader,    mifWriteHeader,
-                                mifObjectType,  mifReadObject,  mifReadRecord,    mifGotoBeginningOfData,
-                                mifWriteObject, mifWriteRecord, [](GisLayer&) {}, "mif"};
-constexpr FormatRoutines SHP = {shpOpen,        shpClose,       shpReadHeader, shpWriteHeader,
-                                shpObjectType,  shpReadObject,  shpReadRecord, shpGotoBeginningOfData,
-                                shpWriteObject, shpWriteRecord, shpWriteEoF,   "shp"};
-
-const FormatRoutines* routinesOf(GisFormat format) {
-    return format == GisFormat::Mif ? &MIF : format == GisFormat::Shp ? &SHP : nullptr;
-}
-
 /// An open layer and what its format does. `mode` Closed admits layers of either mode.
 struct Dispatch {
     GisLayer& layer;
-    const FormatRoutines& format;
+    const LayerFormat& format;
 };
 bool suits(std::int32_t gisID, GisMode mode) {
     if (gisID > MOST_LAYERS) return false;
     const GisLayer& layer = gisEntry(gisID);
-    return layer.open && routinesOf(layer.format) != nullptr && (mode == GisMode::Closed || layer.mode == mode);
+    return layer.open && layer.routines->readHeader != nullptr && (mode == GisMode::Closed || layer.mode == mode);
 }
-Dispatch dispatchTo(std::int32_t gisID) { return {gisEntry(gisID), *routinesOf(gisEntry(gisID).format)}; }
+Dispatch dispatchTo(std::int32_t gisID) { return {gisEntry(gisID), *gisEntry(gisID).routines}; }
 
 Dispatch dispatch(std::int32_t gisID, std::string_view operation, GisMode mode) {
     gisCheckHandle(gisID, operation);
@@ -74,35 +48,16 @@ Dispatch dispatchWrite(std::int32_t gisID, std::string_view operation, std::stri
     STOP_RUN("ERROR " + std::string(what) + " for a " + std::string(gisKindName(layer.kind)) + " object in GIS layer.");
 }
 
-GisFormat formatOf(const std::string& extension, GisTable wanted) {
-    if (extension == ".mif" || extension == ".mid" || extension.empty()) return GisFormat::Mif;
-    if (extension == ".shp") return GisFormat::Shp;
-    if (extension == ".dbf" && wanted == GisTable::Alone) return GisFormat::Shp;
-    if (extension == ".csv" && wanted == GisTable::Alone) return GisFormat::Csv;
-    STOP_RUN("ERROR 0252 - " + extension + " is not a supported GIS file format.");
+const LayerFormat& formatOf(const std::string& extension, GisTable wanted) {
+    const LayerFormat* format = LAYER_FORMAT(extension, wanted);
+    if (format == nullptr) STOP_RUN("ERROR 0252 - " + extension + " is not a supported GIS file format.");
+    return *format;
 }
 
 std::int32_t lowestFreeID() {
     for (std::int32_t id = 1; id <= MOST_LAYERS; ++id)
         if (!gisEntry(id).open) return id;
     STOP_RUN("ERROR 0251 - Cannot have more than " + std::to_string(MOST_LAYERS) + " GIS layers open at once.");
-}
-
-void openFiles(GisLayer& layer, std::string_view mode) {
-    if (layer.format == GisFormat::Csv) {
-        layer.files[2].handle = OPEN_FILE(layer.path, mode, "csv");
-        return;
-    }
-    const FormatRoutines* format = routinesOf(layer.format);
-    if (format == nullptr || layer.mode == GisMode::NotSet) SHOULD_NOT_BE_HERE("gisOpenLayer");
-    format->open(layer);
-}
-
-void closeFiles(GisLayer& layer) {
-    if (layer.format == GisFormat::Csv) return CLOSE_FILE(layer.files[2].handle);
-    const FormatRoutines* format = routinesOf(layer.format);
-    if (format == nullptr) SHOULD_NOT_BE_HERE("gisCloseLayer");
-    format->close(layer);
 }
 
 void writeRecord(std::int32_t gisID, std::string_view line, bool large) {
@@ -138,13 +93,15 @@ std::int32_t gisOpenLayer(std::string_view name, std::string_view, std::string_v
     gisInitialiseLayer(id);
     GisLayer& layer = gisEntry(id);
     const std::string extension = FILEEXT(name);
-    layer.format = formatOf(extension, wanted);
+    layer.routines = &formatOf(extension, wanted);
+    layer.format = layer.routines->number;
     layer.path = FITTED(name, FILE_NAME_WIDTH);
     layer.tableOnly = extension == ".dbf" || extension == ".csv";
     layer.mode = mode == "I " ? GisMode::Input : mode == "O " ? GisMode::Output : GisMode::NotSet;
     if (layer.mode == GisMode::Input)
         layer.listNumber = TRACK_INPUT_LAYER(extension.empty() ? layer.path + ".mif" : layer.path, id);
-    openFiles(layer, mode);
+    if (layer.mode == GisMode::NotSet) SHOULD_NOT_BE_HERE("gisOpenLayer");
+    layer.routines->open(layer);
     layer.open = true;
     return id;
 }
@@ -167,11 +124,13 @@ void gisCloseLayer(std::int32_t gisID) {
     GisLayer& layer = gisEntry(gisID);
     REPORT("Closing GIS Layer " + std::to_string(gisID) + " [" + layer.path + "]...");
     if (layer.eofPending) gisWriteEoF(gisID);
-    closeFiles(layer);
+    if (layer.routines == nullptr) SHOULD_NOT_BE_HERE("gisCloseLayer");
+    layer.routines->close(layer);
     layer.open = false;
     layer.mode = GisMode::Closed;
     layer.eofPending = false;
     layer.format = GisFormat::None;
+    layer.routines = nullptr;
 }
 
 void gisCloseAllLayers() {
@@ -251,6 +210,6 @@ void gisWriteRecord(std::int32_t gisID, std::string_view line) {
 
 void gisWriteEoF(std::int32_t gisID) {
     const auto [layer, format] = dispatch(gisID, "gisWriteEoF", GisMode::Output);
-    format.writeEoF(layer);
+    if (format.writeEoF != nullptr) format.writeEoF(layer);
     layer.eofPending = false;
 }

@@ -35,7 +35,8 @@ struct GisAttribute {
     std::string type;  ///< MIF column syntax: "Integer", "Float", "Char(40)", "Decimal(10,4)", "Logical"
 };
 
-enum class GisFormat : std::int32_t { Csv = -1, None = 0, Mif = 1, Shp = 2 };
+/// Other: a format that callers tell by its extension alone.
+enum class GisFormat : std::int32_t { Csv = -1, None = 0, Mif = 1, Shp = 2, Other = 3 };
 
 /// The part of a layer that stands before its objects. A producer fills it between gisOpenLayer and gisWriteHeader;
 /// gisReadHeader fills it for an input layer.

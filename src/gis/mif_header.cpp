@@ -90,9 +90,9 @@ void countHeaderLines(GisLayer& layer) {
     const int handle = layer.files[0].handle;
     std::string_view line;
     mifGotoBeginningOfFiles(layer);
-    while (FILE_POSITION(handle) < layer.mif->dataOffset && mifNextLine(layer, line) == LineStatus::Read) {
+    while (FILE_POSITION(handle) < MIF_OF(layer).dataOffset && mifNextLine(layer, line) == LineStatus::Read) {
     }
-    layer.mif->headerLines = layer.files[0].count;
+    MIF_OF(layer).headerLines = layer.files[0].count;
 }
 
 /// What stands before the Columns line: coordinate system, character set and delimiter.
@@ -102,16 +102,16 @@ void readPreamble(GisLayer& layer) {
     bool marked = false;  // a byte-order mark tells more than the header
     while (findLine(handle, line, [](std::string_view) { return true; }) && !isColumnsLine(line) && !isDataLine(line)) {
         if (const std::string_view text = WITHOUT_MARK(line); text.size() < line.size()) {
-            marked = layer.mif->decoder.choose(PAGE_UTF_8);
+            marked = MIF_OF(layer).decoder.choose(PAGE_UTF_8);
             line = text;
         }
         if (layer.header.coordSys.empty() && FLAGEXISTS(line, "CoordSys"))
             layer.header.coordSys = FITTED(line, FILE_NAME_WIDTH);
         if (BEGINS_WITH(line, "Charset") && !marked)
-            gisChoosePage(layer, layer.mif->decoder, PAGE_NAMED(quotedWord(line)));
+            gisChoosePage(layer, MIF_OF(layer).decoder, PAGE_NAMED(quotedWord(line)));
         if (BEGINS_WITH(line, "Delimiter"))
             if (const std::string_view delimiter = quotedWord(line); delimiter.size() == 1)
-                layer.mif->delimiter = delimiter[0];
+                MIF_OF(layer).delimiter = delimiter[0];
         if (BEGINS_WITH(line, "Transform") && changesCoordinates(line)) {
             DMESSAGE("ERROR 0308 - Reading .mif file.  Erroneous line is:");
             REPORT(line);
@@ -134,11 +134,11 @@ void mifReadHeader(GisLayer& layer) {
     const int handle = layer.files[0].handle;
     mifGotoBeginningOfFiles(layer);
     readPreamble(layer);
-    layer.header.attributes = readDefinitions(handle, readColumnsCount(handle), layer.mif->decoder);
+    layer.header.attributes = readDefinitions(handle, readColumnsCount(handle), MIF_OF(layer).decoder);
     std::string_view line;
     if (!findLine(handle, line, isDataLine))
         stop(handle, "ERROR 0313 - Could not find start of \"Data\" block in .mif file.");
-    layer.mif->dataOffset = FILE_POSITION(handle);
+    MIF_OF(layer).dataOffset = FILE_POSITION(handle);
     countHeaderLines(layer);
     REPORT("MIF Fields: Name [#/Type]:");
     for (std::size_t i = 0; i < layer.header.attributes.size(); ++i)

@@ -38,7 +38,7 @@ void mifReportValues(const GisLayer& layer, std::size_t values) {
 }
 
 void mifOpen(GisLayer& layer) {
-    layer.mif = std::make_shared<MifLayer>();
+    layer.state = std::make_shared<MifLayer>();
     const std::string_view mode = layer.mode == GisMode::Input ? "I " : "O ";
     layer.files[0].handle = OPEN_FILE(mifName(layer.path), mode, "mif");
     layer.files[1].handle = OPEN_FILE(FILENAMEPATH(GETNAM(layer.files[0].handle)) + ".mid", mode, "mid");
@@ -52,7 +52,7 @@ void mifClose(GisLayer& layer) {
         if (file.handle != 0) CLOSE_FILE(file.handle);
         file.handle = 0;
     }
-    layer.mif.reset();
+    layer.state.reset();
 }
 
 void mifGotoBeginningOfFiles(GisLayer& layer) {
@@ -60,12 +60,12 @@ void mifGotoBeginningOfFiles(GisLayer& layer) {
         seekTo(layer.files[i], 0);
         layer.files[i].count = 0;
     }
-    layer.mif->objects = layer.mif->records = 0;
+    MIF_OF(layer).objects = MIF_OF(layer).records = 0;
 }
 
 void mifGotoBeginningOfData(GisLayer& layer) {
-    if (layer.mif->dataOffset == 0) SHOULD_NOT_BE_HERE("mifGotoBeginningOfData");
+    if (MIF_OF(layer).dataOffset == 0) SHOULD_NOT_BE_HERE("mifGotoBeginningOfData");
     mifGotoBeginningOfFiles(layer);
-    seekTo(layer.files[0], layer.mif->dataOffset);
-    layer.files[0].count = layer.mif->headerLines;
+    seekTo(layer.files[0], MIF_OF(layer).dataOffset);
+    layer.files[0].count = MIF_OF(layer).headerLines;
 }

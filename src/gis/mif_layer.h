@@ -47,6 +47,21 @@ struct MifLayer {
     std::string line;
 };
 
+/// What the .mif keeps of an open layer.
+inline MifLayer& MIF_OF(const GisLayer& layer) { return *static_cast<MifLayer*>(layer.state.get()); }
+
+// The operations of the format: see LayerFormat.
+void mifOpen(GisLayer& layer);
+void mifClose(GisLayer& layer);
+void mifReadHeader(GisLayer& layer);
+void mifWriteHeader(GisLayer& layer);
+GisRead mifObjectType(GisLayer& layer, GisObject& o);
+GisRead mifReadObject(GisLayer& layer, GisObject& o);
+GisRead mifReadRecord(GisLayer& layer, std::string& line);
+void mifGotoBeginningOfData(GisLayer& layer);
+void mifWriteObject(GisLayer& layer, const GisObject& o);
+bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large);
+
 /// Next line of the .mif file, counted for messages. The view is valid until the next call.
 inline LineStatus mifNextLine(GisLayer& layer, std::string_view& line) {
     ++layer.files[0].count;

@@ -139,8 +139,9 @@ GisRead readCountLine(GisLayer& layer, std::int64_t& count) {
 
 GisRead readPline(GisLayer& layer, GisObject& o) {
     std::int64_t count = 0;
-    const bool onKeywordLine = !TRIMMED(layer.mif->keywordLine).empty();  // some writers put it on a line of its own
-    const GisRead read = onKeywordLine ? readCount(layer, layer.mif->keywordLine, count) : readCountLine(layer, count);
+    const bool onKeywordLine = !TRIMMED(MIF_OF(layer).keywordLine).empty();  // some writers put it on a line of its own
+    const GisRead read =
+        onKeywordLine ? readCount(layer, MIF_OF(layer).keywordLine, count) : readCountLine(layer, count);
     return read == GisRead::Done ? readPart(layer, count, o) : read;
 }
 
@@ -165,7 +166,7 @@ GisRead readRegion(GisLayer& layer, GisObject& o) {
     if (o.sectionCount > MOST_POLYGONS) {
         DMESSAGE("ERROR 0304 - Exceeded maximum number of polygons in region below of " +
                  std::to_string(MOST_POLYGONS));
-        REPORT("Region" + layer.mif->keywordLine);
+        REPORT("Region" + MIF_OF(layer).keywordLine);
         mifReportPlace(layer.files[0]);
         return GisRead::Failed;
     }
@@ -179,12 +180,12 @@ GisRead readRegion(GisLayer& layer, GisObject& o) {
 }
 
 GisRead readText(GisLayer& layer, GisObject& o) {
-    std::string_view line = layer.mif->keywordLine;  // the text stands there or on the next line
+    std::string_view line = MIF_OF(layer).keywordLine;  // the text stands there or on the next line
     if (TRIMMED(line).empty() && objectLine(layer, line) != GisRead::Done) return GisRead::Failed;
     DataValue value;
     DataLine whole(line, '\0');
     whole.NEXT(value);
-    layer.mif->decoder.add(o.text, value.text);
+    MIF_OF(layer).decoder.add(o.text, value.text);
     if (objectLine(layer, line) != GisRead::Done) return GisRead::Failed;
     return verticesOnLine(layer, line, 2, o);
 }
@@ -193,10 +194,10 @@ GisRead readText(GisLayer& layer, GisObject& o) {
 LineStatus skipRecords(GisLayer& layer, std::int64_t number) {
     std::string_view line;
     LineStatus status = LineStatus::Read;
-    while (layer.mif->records < number - 1 && status == LineStatus::Read) {
+    while (MIF_OF(layer).records < number - 1 && status == LineStatus::Read) {
         status = READ_LINE(layer.files[1].handle, line);
         ++layer.files[1].count;
-        ++layer.mif->records;
+        ++MIF_OF(layer).records;
     }
     return status;
 }
@@ -204,7 +205,7 @@ LineStatus skipRecords(GisLayer& layer, std::int64_t number) {
 /// A .mid file with records left when the objects end belongs to a .mif file that has lost its end.
 bool recordsAreLeft(GisLayer& layer) {
     std::string_view line;
-    return skipRecords(layer, layer.mif->objects + 1) == LineStatus::Read &&
+    return skipRecords(layer, MIF_OF(layer).objects + 1) == LineStatus::Read &&
            READ_LINE(layer.files[1].handle, line) == LineStatus::Read && !TRIMMED(line).empty();
 }
 
@@ -235,7 +236,7 @@ void addWithCommas(std::string& out, std::string_view line, char delimiter, std:
 }  // namespace
 
 GisRead mifObjectType(GisLayer& layer, GisObject& o) {
-    if (layer.mif->dataOffset == 0) SHOULD_NOT_BE_HERE("mifObjectType");
+    if (MIF_OF(layer).dataOffset == 0) SHOULD_NOT_BE_HERE("mifObjectType");
     std::string_view line;
     for (;;) {
         if (const LineStatus status = mifNextLine(layer, line); status != LineStatus::Read)
@@ -252,8 +253,8 @@ GisRead mifObjectType(GisLayer& layer, GisObject& o) {
         std::int64_t count = 0;
         if (keyword->counted && readCount(layer, rest, count) != GisRead::Done) return GisRead::Failed;
         o.sectionCount = static_cast<std::int32_t>(std::min<std::int64_t>(count, INT32_MAX));
-        layer.mif->keywordLine = rest;
-        ++layer.mif->objects;
+        MIF_OF(layer).keywordLine = rest;
+        ++MIF_OF(layer).objects;
         return GisRead::Done;
     }
 }
@@ -261,7 +262,7 @@ GisRead mifObjectType(GisLayer& layer, GisObject& o) {
 GisRead mifReadObject(GisLayer& layer, GisObject& o) {
     switch (o.kind) {
         case GisKind::None: return GisRead::Done;
-        case GisKind::Point: return verticesOnLine(layer, layer.mif->keywordLine, 1, o);
+        case GisKind::Point: return verticesOnLine(layer, MIF_OF(layer).keywordLine, 1, o);
         case GisKind::Pline: return readPline(layer, o);
         case GisKind::PlineMultiple: return readSections(layer, o);
         case GisKind::Region: return readRegion(layer, o);
@@ -271,7 +272,7 @@ GisRead mifReadObject(GisLayer& layer, GisObject& o) {
         case GisKind::Rect:
         case GisKind::RoundRect:
         case GisKind::Arc:
-        case GisKind::Ellipse: return verticesOnLine(layer, layer.mif->keywordLine, 2, o);
+        case GisKind::Ellipse: return verticesOnLine(layer, MIF_OF(layer).keywordLine, 2, o);
     }
     SHOULD_NOT_BE_HERE("mifReadObject");
 }
@@ -279,14 +280,14 @@ GisRead mifReadObject(GisLayer& layer, GisObject& o) {
 GisRead mifReadRecord(GisLayer& layer, std::string& line) {
     GisFile& file = layer.files[1];
     std::string_view read;
-    LineStatus status = skipRecords(layer, layer.mif->objects);
+    LineStatus status = skipRecords(layer, MIF_OF(layer).objects);
     if (status == LineStatus::Read) status = READ_LINE(file.handle, read);
     ++file.count;
-    if (const std::string_view text = WITHOUT_MARK(read); layer.mif->records == 0 && text.size() < read.size()) {
-        layer.mif->decoder.choose(PAGE_UTF_8);
+    if (const std::string_view text = WITHOUT_MARK(read); MIF_OF(layer).records == 0 && text.size() < read.size()) {
+        MIF_OF(layer).decoder.choose(PAGE_UTF_8);
         read = text;
     }
-    const std::size_t values = status == LineStatus::Read ? VALUE_COUNT(read, layer.mif->delimiter) : 0;
+    const std::size_t values = status == LineStatus::Read ? VALUE_COUNT(read, MIF_OF(layer).delimiter) : 0;
     if (values < layer.header.attributes.size() || read.size() >= LONGEST_LINE) {
         mifReportPlace(file);
         if (status == LineStatus::EndOfFile) REPORT("   The file ends before the record of the last object.");
@@ -295,14 +296,14 @@ GisRead mifReadRecord(GisLayer& layer, std::string& line) {
         else if (status == LineStatus::Read) mifReportValues(layer, values);
         return GisRead::Failed;
     }
-    ++layer.mif->records;
+    ++MIF_OF(layer).records;
     line.clear();
-    if (layer.mif->delimiter == ',' && values == layer.header.attributes.size()) {
-        layer.mif->decoder.add(line, read);
+    if (MIF_OF(layer).delimiter == ',' && values == layer.header.attributes.size()) {
+        MIF_OF(layer).decoder.add(line, read);
         return GisRead::Done;
     }
-    layer.mif->line.clear();
-    addWithCommas(layer.mif->line, read, layer.mif->delimiter, layer.header.attributes.size());
-    layer.mif->decoder.add(line, layer.mif->line);
+    MIF_OF(layer).line.clear();
+    addWithCommas(MIF_OF(layer).line, read, MIF_OF(layer).delimiter, layer.header.attributes.size());
+    MIF_OF(layer).decoder.add(line, MIF_OF(layer).line);
     return GisRead::Done;
 }

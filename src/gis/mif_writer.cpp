@@ -102,9 +102,9 @@ void mifWriteObject(GisLayer& layer, const GisObject& o) {
     GisFile& file = layer.files[0];
     const std::string& name = GETNAM(file.handle);
     if (gisHasBadCoordinate(o))
-        stopWriting(name + ": object " + std::to_string(layer.mif->objects + 1) +
+        stopWriting(name + ": object " + std::to_string(MIF_OF(layer).objects + 1) +
                     " has a coordinate that is not a number.");
-    MifText& text = layer.mif->text;
+    MifText& text = MIF_OF(layer).text;
     text.clear();
     addObject(layer, text, o);
     const std::string_view bytes = text.text();
@@ -116,19 +116,19 @@ void mifWriteObject(GisLayer& layer, const GisObject& o) {
     if (!WRITE_BYTES(file.handle, bytes))
         stopWriting(name + ": " + LAST_FILE_ERROR(file.handle) + ". The file is incomplete.");
     file.bytes = after;
-    ++layer.mif->objects;
+    ++MIF_OF(layer).objects;
 }
 
 bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large) {
     GisFile& file = layer.files[1];
-    if (layer.mif->records + 1 != layer.mif->objects)
+    if (MIF_OF(layer).records + 1 != MIF_OF(layer).objects)
         SHOULD_NOT_BE_HERE(large ? "gisWriteRecordLarge" : "gisWriteRecord");
     if (const std::size_t values = VALUE_COUNT(line); values < layer.header.attributes.size()) {
-        REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(layer.mif->records + 1));
+        REPORT("   " + GETNAM(file.handle) + ", line " + std::to_string(MIF_OF(layer).records + 1));
         mifReportValues(layer, values);
         return false;
     }
-    std::string& text = layer.mif->line;
+    std::string& text = MIF_OF(layer).line;
     text.clear();
     if (IS_ASCII(line)) {
         text = line;
@@ -141,6 +141,6 @@ bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large) {
         return false;
     }
     file.bytes += static_cast<std::int64_t>(text.size());
-    ++layer.mif->records;
+    ++MIF_OF(layer).records;
     return true;
 }

@@ -27,12 +27,12 @@ void openOne(GisLayer& layer, std::size_t place, const std::string& name, std::s
     file = GisFile{};
     file.handle = OPEN_FILE(name, input ? "I " : "O ", kind);
     if (input) file.bytes = FILE_LENGTH(file.handle);
-    else layer.shp->blocks[place] = OutputBlock(file.handle);
+    else SHP_OF(layer).blocks[place] = OutputBlock(file.handle);
 }
 
 /// A companion belongs to the name that was asked for, so that another name is no answer when it is missing.
 void openCompanion(GisLayer& layer, std::size_t place, std::string_view kind) {
-    const std::string name = layer.shp->base + "." + std::string(kind);
+    const std::string name = SHP_OF(layer).base + "." + std::string(kind);
     if (layer.mode == GisMode::Input && !FIND_FILE(name))
         STOP_RUN("ERROR - Could not find " + name + ", which belongs to " + layer.path + ".");
     openOne(layer, place, name, kind);
@@ -63,9 +63,9 @@ void readShpHeader(GisLayer& layer) {
     REPORT("Type: " + std::string(SHP_TYPE_NAME(header.shapeType)));
     if (header.fileCode != SHP_FILE_CODE)
         STOP_AT(layer, SHP, "it does not begin as a shapefile does.", "ERROR 0427 - Reading .shp file header.");
-    layer.shp->shapeType = header.shapeType;
-    layer.shp->dataEnd = std::int64_t{2} * header.lengthWords;
-    if (layer.shp->dataEnd < static_cast<std::int64_t>(SHP_HEADER_BYTES))
+    SHP_OF(layer).shapeType = header.shapeType;
+    SHP_OF(layer).dataEnd = std::int64_t{2} * header.lengthWords;
+    if (SHP_OF(layer).dataEnd < static_cast<std::int64_t>(SHP_HEADER_BYTES))
         STOP_AT(layer, SHP, "the length in its header is too small.", "ERROR 0427 - Reading .shp file header.");
 }
 
@@ -107,29 +107,29 @@ GisRead FAILED_AT(const GisLayer& layer, std::size_t file, std::string_view why,
 void shpOpen(GisLayer& layer) {
     if (layer.mode != GisMode::Input && layer.mode != GisMode::Output) SHOULD_NOT_BE_HERE("OpenshpFile");
     checkExtension(layer);
-    layer.shp = std::make_shared<ShpLayer>();
-    layer.shp->base = FILENAMEPATH(layer.path);
+    layer.state = std::make_shared<ShpLayer>();
+    SHP_OF(layer).base = FILENAMEPATH(layer.path);
     if (layer.tableOnly) {
         openOne(layer, DBF, layer.path, "dbf");
     } else {
         openOne(layer, SHP, layer.path, "shp");
         // another name may have been answered
-        if (layer.mode == GisMode::Input) layer.shp->base = FILENAMEPATH(GETNAM(layer.files[SHP].handle));
+        if (layer.mode == GisMode::Input) SHP_OF(layer).base = FILENAMEPATH(GETNAM(layer.files[SHP].handle));
         openCompanion(layer, SHX, "shx");
         openCompanion(layer, DBF, "dbf");
     }
     if (layer.mode != GisMode::Input) return;
-    if (!layer.tableOnly) CHECK_PRJ(layer.shp->base);
+    if (!layer.tableOnly) CHECK_PRJ(SHP_OF(layer).base);
 }
 
 void shpClose(GisLayer& layer) {
     for (GisFile& file : layer.files)
         if (file.handle != 0) CLOSE_FILE(std::exchange(file.handle, 0));
-    layer.shp.reset();
+    layer.state.reset();
 }
 
 void shpReadHeader(GisLayer& layer) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     const GisFile& dbf = layer.files[DBF];
     if (!layer.tableOnly) {
         readShpHeader(layer);
@@ -151,7 +151,7 @@ void shpReadHeader(GisLayer& layer) {
 }
 
 void shpGotoBeginningOfData(GisLayer& layer) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     for (GisFile& file : layer.files) file.count = 0;
     shp.recordState = DbfRecord::None;
     shp.shape = ShpRecord{};

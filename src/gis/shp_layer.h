@@ -52,6 +52,22 @@ struct ShpLayer {
     std::vector<char> bytes;   ///< coordinates on their way in
 };
 
+/// What the set keeps of an open layer.
+inline ShpLayer& SHP_OF(const GisLayer& layer) { return *static_cast<ShpLayer*>(layer.state.get()); }
+
+// The operations of the format: see LayerFormat. shpWriteHeader also writes .prj and .cpg.
+void shpOpen(GisLayer& layer);
+void shpClose(GisLayer& layer);
+void shpReadHeader(GisLayer& layer);
+void shpWriteHeader(GisLayer& layer);
+GisRead shpObjectType(GisLayer& layer, GisObject& o);
+GisRead shpReadObject(GisLayer& layer, GisObject& o);
+GisRead shpReadRecord(GisLayer& layer, std::string& line);
+void shpGotoBeginningOfData(GisLayer& layer);
+void shpWriteObject(GisLayer& layer, const GisObject& o);
+bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large);
+void shpWriteEoF(GisLayer& layer);
+
 /// Reports where the trouble is, ahead of a numbered error: "<name of the file>, <object or record> <number>: <why>".
 void REPORT_PLACE(const GisLayer& layer, std::size_t file, std::string_view why);
 /// REPORT_PLACE, then the message and the end of the run.
@@ -59,6 +75,6 @@ void REPORT_PLACE(const GisLayer& layer, std::size_t file, std::string_view why)
 /// REPORT_PLACE, then the message; the operation adds its own and stops.
 GisRead FAILED_AT(const GisLayer& layer, std::size_t file, std::string_view why, std::string_view message);
 
-/// Reads the next .dbf record, deleted or not, into layer.shp->record. WARNING 0405 when the file ends before its
+/// Reads the next .dbf record, deleted or not, into SHP_OF(layer).record. WARNING 0405 when the file ends before its
 /// header's count.
 DbfRecord LOAD_DBF_RECORD(GisLayer& layer);

@@ -15,11 +15,11 @@ namespace {
 
 std::array<char, SHP_HEADER_BYTES> geometryHeader(const GisLayer& layer, std::size_t place) {
     const GisFile& box = layer.files[SHP];
-    return SHP_HEADER(layer.files[place].bytes, layer.shp->shapeType, {box.xmin, box.ymin, box.xmax, box.ymax});
+    return SHP_HEADER(layer.files[place].bytes, SHP_OF(layer).shapeType, {box.xmin, box.ymin, box.xmax, box.ymax});
 }
 
 bool append(GisLayer& layer, std::size_t place, std::string_view bytes) {
-    char* at = layer.shp->blocks[place].room(bytes.size());
+    char* at = SHP_OF(layer).blocks[place].room(bytes.size());
     if (at == nullptr) return false;
     std::copy(bytes.begin(), bytes.end(), at);
     layer.files[place].bytes += static_cast<std::int64_t>(bytes.size());
@@ -40,7 +40,7 @@ void writeCodePage(const std::string& base) {
 
 void completeGeometry(GisLayer& layer, std::size_t place) {
     const GisFile& file = layer.files[place];
-    if (!layer.shp->blocks[place].flush())
+    if (!SHP_OF(layer).blocks[place].flush())
         STOP_AT(layer, place, LAST_FILE_ERROR(file.handle), "ERROR 0439 - Writing .shp file object coordinates.");
     const auto header = geometryHeader(layer, place);
     if (!replaceHeader(file, {header.data(), header.size()}))
@@ -49,12 +49,12 @@ void completeGeometry(GisLayer& layer, std::size_t place) {
 
 void completeTable(GisLayer& layer) {
     const GisFile& file = layer.files[DBF];
-    char* end = layer.shp->blocks[DBF].room(1);  // no part of file.bytes: a record written later takes its place
+    char* end = SHP_OF(layer).blocks[DBF].room(1);  // no part of file.bytes: a record written later takes its place
     if (end != nullptr) *end = DBF_END_OF_FILE;
-    if (end == nullptr || !layer.shp->blocks[DBF].flush())
+    if (end == nullptr || !SHP_OF(layer).blocks[DBF].flush())
         STOP_AT(layer, DBF, LAST_FILE_ERROR(file.handle), "ERROR 0417 - Writing .dbf record.");
-    layer.shp->table.records = file.count;
-    if (!replaceHeader(file, DBF_HEADER(layer.shp->table)))
+    SHP_OF(layer).table.records = file.count;
+    if (!replaceHeader(file, DBF_HEADER(SHP_OF(layer).table)))
         STOP_AT(layer, DBF, LAST_FILE_ERROR(file.handle),
                 "ERROR 0413 - Rewriting .dbf file header with final information.");
 }
@@ -62,7 +62,7 @@ void completeTable(GisLayer& layer) {
 }  // namespace
 
 void shpWriteHeader(GisLayer& layer) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     shp.table = DBF_TABLE_OF(DBF_FIELDS_OF(layer.header.attributes));
     if (!layer.tableOnly) {
         if (layer.files[SHP].handle == 0) SHOULD_NOT_BE_HERE("shpnotopen");
@@ -85,7 +85,7 @@ void shpWriteEoF(GisLayer& layer) {
         if (layer.files[SHP].count != layer.files[DBF].count) SHOULD_NOT_BE_HERE("gisWriteEoF-shp");
         completeGeometry(layer, SHP);
         completeGeometry(layer, SHX);
-        if (const std::int64_t nulls = std::exchange(layer.shp->nullObjects, 0); nulls > 0)
+        if (const std::int64_t nulls = std::exchange(SHP_OF(layer).nullObjects, 0); nulls > 0)
             DMESSAGE("WARNING - " + std::to_string(nulls) + " objects without geometry are left out of " + layer.path +
                      ".");
     }

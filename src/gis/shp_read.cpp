@@ -25,7 +25,7 @@ enum class Bytes : std::uint8_t { Read, End, Error };
 
 Bytes readBytes(GisLayer& layer, char* to, std::int64_t count) {
     const std::int64_t got = READ_BYTES(layer.files[SHP].handle, to, static_cast<std::size_t>(count));
-    layer.shp->position += std::max<std::int64_t>(got, 0);
+    SHP_OF(layer).position += std::max<std::int64_t>(got, 0);
     return got < 0 ? Bytes::Error : got < count ? Bytes::End : Bytes::Read;
 }
 
@@ -39,7 +39,7 @@ std::string diskError(const GisLayer& layer) { return LAST_FILE_ERROR(layer.file
 /// Enters the next record, past its shape type. False behind the last.
 bool nextShape(GisLayer& layer) {
     constexpr std::int64_t HEADER_BYTES = SHP_RECORD_HEADER_BYTES;
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     GisFile& file = layer.files[SHP];
     ShxEntry entry;
     if (!shp.index.next(entry)) return false;
@@ -61,7 +61,7 @@ bool nextShape(GisLayer& layer) {
 }
 
 void checkType(const GisLayer& layer) {
-    const std::int32_t type = layer.shp->shape.type;
+    const std::int32_t type = SHP_OF(layer).shape.type;
     if (SHP_TYPE_SUPPORTED(type)) return;
     REPORT_PLACE(layer, SHP, SHP_TYPE_NAME(type));
     DMESSAGE("ERROR 0423 - Unsupported .shp object type " + std::to_string(type));
@@ -72,7 +72,7 @@ void checkType(const GisLayer& layer) {
 
 /// The counts that a record of the types 3, 5 and 8 opens with, behind its box.
 void readCounts(GisLayer& layer) {
-    ShpRecord& shape = layer.shp->shape;
+    ShpRecord& shape = SHP_OF(layer).shape;
     const bool hasParts = shape.type != SHP_MULTIPOINT;
     std::array<char, BOX_BYTES + 2 * COUNT_BYTES> bytes{};
     const std::int64_t count = BOX_BYTES + (hasParts ? 2 : 1) * COUNT_BYTES;
@@ -86,7 +86,7 @@ void readCounts(GisLayer& layer) {
 }
 
 void checkParts(const GisLayer& layer) {
-    const ShpRecord& shape = layer.shp->shape;
+    const ShpRecord& shape = SHP_OF(layer).shape;
     if (shape.parts <= MOST_POLYGONS) return;
     STOP_AT(layer, SHP, std::to_string(shape.parts) + " parts",
             (shape.type == SHP_POLYLINE
@@ -105,7 +105,7 @@ GisKind kindOf(const ShpRecord& shape) {
 }
 
 void startObject(GisLayer& layer, GisObject& o) {
-    const ShpRecord& shape = layer.shp->shape;
+    const ShpRecord& shape = SHP_OF(layer).shape;
     checkType(layer);
     if (shape.type != SHP_NULL && shape.type != SHP_POINT) {
         readCounts(layer);
@@ -118,7 +118,7 @@ void startObject(GisLayer& layer, GisObject& o) {
 
 /// At the end of the layer: table and index have to tell of the same objects.
 void checkEnd(GisLayer& layer) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     if (std::exchange(shp.endChecked, true)) return;
     if (layer.files[DBF].count >= shp.table.records || LOAD_DBF_RECORD(layer) == DbfRecord::End) return;
     DMESSAGE("WARNING - " + GETNAM(layer.files[DBF].handle) + " holds more records than there are objects.");
@@ -126,7 +126,7 @@ void checkEnd(GisLayer& layer) {
 
 /// Reports why the record cannot hold the coordinates that its counts ask for; true when it can.
 bool countsHold(GisLayer& layer, GisRead& result) {
-    const ShpRecord& shape = layer.shp->shape;
+    const ShpRecord& shape = SHP_OF(layer).shape;
     const std::int64_t indices = shape.type == SHP_MULTIPOINT ? 0 : COUNT_BYTES * shape.parts;
     const std::int64_t needed = indices + VERTEX_BYTES * shape.points;
     const std::int64_t before = TYPE_BYTES + BOX_BYTES + (shape.type == SHP_MULTIPOINT ? 1 : 2) * COUNT_BYTES;
@@ -141,7 +141,7 @@ bool countsHold(GisLayer& layer, GisRead& result) {
         FAILED_AT(layer, SHP, "its numbers of parts and points make no object.", BAD_OBJECT);
     else if (shape.contentBytes < before + needed)
         FAILED_AT(layer, SHP, "it has more points than its record holds.", BAD_OBJECT);
-    else if (layer.shp->position + needed > layer.files[SHP].bytes) FAILED_AT(layer, SHP, "", CUT_OBJECT);
+    else if (SHP_OF(layer).position + needed > layer.files[SHP].bytes) FAILED_AT(layer, SHP, "", CUT_OBJECT);
     else return true;
     return false;
 }
@@ -156,7 +156,7 @@ GisRead readVertices(GisLayer& layer, GisObject& o, std::int32_t points) {
     const auto count = static_cast<std::size_t>(points);
     o.x.resize(count + 1);
     o.y.resize(count + 1);
-    std::vector<char>& bytes = layer.shp->bytes;
+    std::vector<char>& bytes = SHP_OF(layer).bytes;
     bytes.resize(static_cast<std::size_t>(AT_A_TIME * VERTEX_BYTES));
     for (std::size_t done = 0; done < count;) {
         const std::size_t part = std::min(static_cast<std::size_t>(AT_A_TIME), count - done);
@@ -180,7 +180,7 @@ void setOnePart(GisObject& o, std::int32_t points) {
 }
 
 GisRead readPoint(GisLayer& layer, GisObject& o) {
-    if (layer.shp->shape.contentBytes < TYPE_BYTES + VERTEX_BYTES)
+    if (SHP_OF(layer).shape.contentBytes < TYPE_BYTES + VERTEX_BYTES)
         return FAILED_AT(layer, SHP, "the length of its record is too small.", BAD_OBJECT);
     setOnePart(o, 1);
     return readVertices(layer, o, 1);
@@ -189,16 +189,16 @@ GisRead readPoint(GisLayer& layer, GisObject& o) {
 GisRead readMultiPoint(GisLayer& layer, GisObject& o) {
     GisRead result{};
     if (!countsHold(layer, result)) return result;
-    setOnePart(o, layer.shp->shape.points);
-    return readVertices(layer, o, layer.shp->shape.points);
+    setOnePart(o, SHP_OF(layer).shape.points);
+    return readVertices(layer, o, SHP_OF(layer).shape.points);
 }
 
 /// The index of the first point of each part, from 0, is the number of the last vertex of the part before it.
 GisRead readParts(GisLayer& layer, GisObject& o) {
     GisRead result{};
     if (!countsHold(layer, result)) return result;
-    const ShpRecord& shape = layer.shp->shape;
-    std::vector<char>& bytes = layer.shp->bytes;
+    const ShpRecord& shape = SHP_OF(layer).shape;
+    std::vector<char>& bytes = SHP_OF(layer).bytes;
     const auto parts = static_cast<std::size_t>(shape.parts);
     bytes.resize(std::max(bytes.size(), parts * 4));
     if (const Bytes read = readBytes(layer, bytes.data(), COUNT_BYTES * shape.parts); read != Bytes::Read)
@@ -217,7 +217,7 @@ GisRead readParts(GisLayer& layer, GisObject& o) {
 
 GisRead shpObjectType(GisLayer& layer, GisObject& o) {
     // no geometry, or no header read yet
-    if (layer.tableOnly || layer.shp->table.fields.empty()) gisFormatCheck("gisObjectType-shp");
+    if (layer.tableOnly || SHP_OF(layer).table.fields.empty()) gisFormatCheck("gisObjectType-shp");
     while (nextShape(layer)) {
         if (LOAD_DBF_RECORD(layer) == DbfRecord::Deleted) continue;
         startObject(layer, o);
@@ -229,7 +229,7 @@ GisRead shpObjectType(GisLayer& layer, GisObject& o) {
 
 GisRead shpReadObject(GisLayer& layer, GisObject& o) {
     GisRead result = GisRead::Done;
-    const std::int32_t type = layer.shp->shape.type;
+    const std::int32_t type = SHP_OF(layer).shape.type;
     if (o.kind != GisKind::None) {
         switch (type) {
             case SHP_POINT: result = readPoint(layer, o); break;
@@ -239,6 +239,6 @@ GisRead shpReadObject(GisLayer& layer, GisObject& o) {
             default: gisFormatCheck("shpReadObject");
         }
     }
-    layer.shp->shape.type = -1;
+    SHP_OF(layer).shape.type = -1;
     return result;
 }

@@ -34,7 +34,7 @@ std::int64_t contentBytes(std::int32_t type, const GisObject& o) {
 void stopBeforeLimit(GisLayer& layer, std::int64_t content) {
     const std::array<std::int64_t, 3> coming = {content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES),
                                                 SHP_RECORD_HEADER_BYTES,
-                                                layer.shp->table.recordBytes + 1};  // the table's end byte too
+                                                SHP_OF(layer).table.recordBytes + 1};  // the table's end byte too
     for (std::size_t place = 0; place < coming.size(); ++place)
         if (layer.files[place].bytes + coming[place] > MOST_FILE_BYTES)
             gisStopAtFileLimit(GETNAM(layer.files[place].handle), "Use -mif or a coarser output.");
@@ -65,7 +65,7 @@ void widen(GisFile& file, const Box& box) {
 
 /// Room in the .shp file; the run stops when the disk refuses it.
 char* room(GisLayer& layer, std::int64_t count) {
-    char* at = layer.shp->blocks[SHP].room(static_cast<std::size_t>(count));
+    char* at = SHP_OF(layer).blocks[SHP].room(static_cast<std::size_t>(count));
     if (at == nullptr) STOP_AT(layer, SHP, LAST_FILE_ERROR(layer.files[SHP].handle), NOT_WRITTEN);
     return at;
 }
@@ -77,7 +77,7 @@ char* putVertices(char* at, const GisObject& o, std::size_t first, std::size_t l
 
 /// Everything ahead of the part indices and vertices.
 char* putStart(char* at, const GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
-    const std::int32_t type = layer.shp->shapeType;
+    const std::int32_t type = SHP_OF(layer).shapeType;
     at = PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].count + 1),
                                static_cast<std::int32_t>(content / 2));
     at = putLittleInt32(at, type);  //  0 of the content
@@ -94,7 +94,7 @@ void putLargeObject(GisLayer& layer, std::int64_t content, const GisObject& o, c
     std::array<char, SHP_RECORD_HEADER_BYTES + TYPE_BYTES + BOX_BYTES + 2 * COUNT_BYTES> start{};
     const std::int64_t startBytes = putStart(start.data(), layer, content, o, box) - start.data();
     std::copy_n(start.begin(), startBytes, room(layer, startBytes));
-    if (layer.shp->shapeType != SHP_MULTIPOINT)
+    if (SHP_OF(layer).shapeType != SHP_MULTIPOINT)
         for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part)
             putLittleInt32(room(layer, COUNT_BYTES), o.ir[part]);
     for (std::size_t first = 1; first <= o.vertexCount(); first += AT_A_TIME) {
@@ -107,14 +107,14 @@ void putObject(GisLayer& layer, std::int64_t content, const GisObject& o, const 
     const std::int64_t whole = content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
     if (whole > static_cast<std::int64_t>(OutputBlock::BYTES)) return putLargeObject(layer, content, o, box);
     char* at = putStart(room(layer, whole), layer, content, o, box);
-    if (layer.shp->shapeType == SHP_POLYLINE || layer.shp->shapeType == SHP_POLYGON)
+    if (SHP_OF(layer).shapeType == SHP_POLYLINE || SHP_OF(layer).shapeType == SHP_POLYGON)
         // 44 first vertex of each part, from 0
         for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) at = putLittleInt32(at, o.ir[part]);
-    putVertices(at, o, 1, layer.shp->shapeType == SHP_POINT ? 1 : o.vertexCount());
+    putVertices(at, o, 1, SHP_OF(layer).shapeType == SHP_POINT ? 1 : o.vertexCount());
 }
 
 void putIndex(GisLayer& layer, std::int64_t content) {
-    char* at = layer.shp->blocks[SHX].room(SHP_RECORD_HEADER_BYTES);
+    char* at = SHP_OF(layer).blocks[SHX].room(SHP_RECORD_HEADER_BYTES);
     if (at == nullptr) STOP_AT(layer, SHX, LAST_FILE_ERROR(layer.files[SHX].handle), NOT_WRITTEN);
     PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].bytes / 2),
                           static_cast<std::int32_t>(content / 2));
@@ -123,7 +123,7 @@ void putIndex(GisLayer& layer, std::int64_t content) {
 }  // namespace
 
 void shpWriteObject(GisLayer& layer, const GisObject& o) {
-    ShpLayer& shp = *layer.shp;
+    ShpLayer& shp = SHP_OF(layer);
     shp.nullObject = o.kind == GisKind::None;
     if (shp.nullObject) {
         ++shp.nullObjects;

@@ -38,8 +38,8 @@ struct ProfileSet {
 };
 
 /// Lays and locates the stations of every line, with the calibration points near it (points: nullptr for none), and
-/// samples the bed there. index: of any kind. A WARNING names each line wholly outside the mesh, or within what -rmp removed;
-/// the run stops when all are.
+/// samples the bed there. index: of any kind. A WARNING names each line wholly outside the mesh, or within what -rmp
+/// removed; the run stops when all are.
 ProfileSet MAKE_PROFILE_SET(const Mesh& mesh, const PointIndex& index, PlanKind kind,
                             const std::vector<ProfileLine>& lines, const CalibrationPoints* points,
                             const ProfileRules& rules);

@@ -120,7 +120,7 @@ XmdfStatus xfgetdatasettimeunits_f(XmdfGroupState& group, std::string& units) {
 XmdfStatus xfgetdatasetunits_f(XmdfGroupState& group, std::string& units) {
     units.clear();
     h5ReadText(group.group.id(), "DatasetUnits", units);  // nothing is done with it but handing it on
-    return 0;
+    return {};
 }
 
 XmdfStatus xfgetdatasetnumtimes_f(XmdfGroupState& group, std::int32_t& count) {

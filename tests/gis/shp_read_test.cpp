@@ -57,99 +57,85 @@ TEST_CASE("every kind and attribute type reads back equal, and again after a rew
     }
 }
 
+// File ("both": .shp and .shx), place, bytes, what is said or read ("$" ends a line), why.
 TEST_CASE("what a record or header says wrongly is found, and what is odd is read") {
-    const std::string bad =
-        "ERROR 0429 - Reading .shp file object coordinates.\nERROR 0253 - Failed to read coordinates for a PLINE "
-        "MULTIPLE object in GIS layer.";
-    const std::string outside = "a.shx disagrees with the .shp file on object ";
-    const std::string null = "|\n1,\"a\"|\n2,\"b\"|1 1,2 2,/3 3,4 4,5 5,/\n3,";
-    struct {
-        std::string_view file;
-        std::size_t at;
-        std::string_view bytes;
-        std::string message;
-    } const rows[] = {
-        {"a.shp", 0, "0000270B", "ERROR 0427 - Reading .shp file header."},
-        {"a.shp", 24, "80000000", "ERROR 0427 - Reading .shp file header."},  // negative length
-        {"a.shp", 24, "00000032", outside + "1: it does not lie"},            // header never completed
-        {"a.shp", 104, "0000000A", outside + "1: the lengths of its record differ."},
-        {"a.shx", 116, "000000BF", outside + "3: it does not lie"},  // the third, one word on
-        {"a.shx", 108, "00000031", outside + "2: it does not lie"},  // within the header
-        {"a.shx", 108, "FFFFFFFF", outside + "2: it does not lie"},
-        {"both", 104, "00000001", "ERROR 0424 - Reading .shp file object type."},
-        {"both", 104, "FFFFFFFF", "ERROR 0424 - Reading .shp file object type."},
-        {"both", 104, "0000000A", "ERROR 0429 - Reading .shp file object coordinates."},  // no room for the counts
-        {"both", 104, "00000040", bad},                                                   // two bytes short
-        {"both", 24, "3FFFFFFF", "ERROR - Reading .shx file "},
-        {"a.shp", 108, "0D000000",
-         "ERROR 0423 - Unsupported .shp object type 13\n   Export the layer without Z and M values."},
-        {"a.shp", 108, "02000000", "ERROR 0423 - Unsupported .shp object type 2\n\n"},
-        {"a.shp", 108, "00000000", null},           // a null shape
-        {"a.shp", 144, "00000000 00000000", null},  // nothing in it
-        {"a.shp", 144, "FFFFFFFF", bad},
-        {"a.shp", 144, "06000000", bad},  // parts: negative; more than points
-        {"a.shp", 144, "FFFFFF7F",
-         "ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is 10000\n"},
-        {"a.shp", 144, "11270000", "ERROR 0421"},
-        {"a.shp", 144, "10270000", bad},  // 10001 and 10000
-        {"a.shp", 108, "05000000 32*00 11270000",
-         "ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is 10000\n"},
-        {"a.shp", 148, "FFFFFFFF", bad},
-        {"a.shp", 148, "06000000", bad},  // points: negative; beyond the record
-        {"a.shp", 148, "FFFFFF7F",
-         "ERROR 0310 - Exceeded number of allowable nodes in a single .shp polyline or region.\nRequested "
-         "2147483647\nLimit 50000000\n"},
-        {"a.shp", 152, "01000000", bad},  // first part not at 0
-        {"a.shp", 156, "00000000", bad},
-        {"a.shp", 156, "05000000", bad},
-        {"a.shp", 156, "FFFFFFFF", bad},          // does not rise; beyond the points
-        {"a.shp", 160, "000000000000F87F", bad},  // not a number
-        {"a.shx", 3, "0B", "ERROR - Reading .shx file "},
-        {"a.shx", 24, "00000042", "ERROR - Reading .shx file "},  // longer than it is
-        {"a.shx", 24, "00000033", "ERROR - Reading .shx file "},
-        {"a.shx", 24, "80000000", "ERROR - Reading .shx file "},
-        {"a.dbf", 4, "05000000",
-         "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 5\n"},
-        {"a.dbf", 4, "FFFFFFFF",
-         "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 4294967295\n"},
-        {"a.dbf", 4, "02000000",
-         "ERROR 0408 - End of .dbf file encountered whilst reading record.\nERROR 0254 - Failed to read object "
-         "attribute data record"},
-        {"a.dbf", 8, "FFFF", "ERROR 0404 - End of .dbf file encountered whilst reading header."},
-        {"a.dbf", 8, "4100", "ERROR 0403 - Reading .dbf file header."},   // ends within its second field
-        {"a.dbf", 10, "0C00", "ERROR 0403 - Reading .dbf file header."},  // fields pass the record
-        {"a.dbf", 8, "2000", "ERROR 0319 - No attributes specified in .dbf file."},
-        {"a.dbf", 32, "0D", "ERROR 0319 - No attributes specified in .dbf file."},
-        {"a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header."},  // a binary field
-        {"a.dbf", 48, "00", "ERROR 0402 - dbf field length of 0 is outside allowable range of 1 to 255."},
-        {"a.dbf", DBF_START + DBF_RECORD, "'x",
-         "ERROR 0406 - Unrecognised record identifier found in .dbf file.\nERROR 0254"},
-        {"a.dbf", DBF_START + DBF_RECORD, "'*",
-         "|\n1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/\n3,\"c\"|"},           // deleted with its object
-        {"a.dbf", DBF_START + 1, "6*20 '1,", "|\n\"1,\",\"a\"|"},  // decimal comma
-        {"a.dbf", DBF_START + 1, "8*20", "|\n,\"a\"|"},
-        {"a.dbf", DBF_START + 1, "8*2A", "|\n,\"a\"|"},  // a null as GDAL writes it
-        {"a.dbf", DBF_START + 9, "4*2A", "|\n1,\"****\"|"},
-        {"a.dbf", 75, "'L", "|\n1,|1 1"},                                    // no logical value
-        {"a.dbf", DBF_START + 9, "'\" E9 00 'z", "|\n1,\"\"\"\xC3\xA9\"|"},  // text behind a zero byte is no text
-    };
-    for (const auto& r : rows) {
+    const auto check = [](const std::string& place, std::size_t at, const std::string& bytes, std::string expected) {
         const LayerTest test;
         writeThree(test, PLINE);
-        const std::string bytes = shpBytesOf(r.bytes);
-        for (const std::string_view file : {"a.shp", "a.shx", "a.dbf"}) {
-            if (r.file != file && (r.file != "both" || file == "a.dbf")) continue;
-            std::string whole = test.folder.read(file);
-            test.folder.write(file, whole.replace(r.at, bytes.size(), bytes));
+        for (const std::string file : {"a.shp", "a.shx", "a.dbf"}) {
+            if (place != file && (place != "both" || file == "a.dbf")) continue;
+            const std::string by = shpBytesOf(bytes);
+            test.folder.write(file, test.folder.read(file).replace(at, by.size(), by));
         }
+        expected = replaced(expected, "BAD",
+                            "ERROR 0429 - Reading .shp file object coordinates.$ERROR 0253 - Failed to read "
+                            "coordinates for a PLINE MULTIPLE object in GIS layer.");
+        expected = replaced(expected, "OUTSIDE", "a.shx disagrees with the .shp file on object ");
+        expected =
+            replaced(replaced(expected, "NULL", "BAR$1,\"a\"BAR$2,\"b\"BAR1 1,2 2,/3 3,4 4,5 5,/$3,"), "BAR", "|");
         const std::string said = shpReadingOf(test);
-        CAPTURE(r.file);
-        CAPTURE(r.at);
-        CAPTURE(said);
-        CHECK(said.find(r.message) != std::string::npos);
-        const bool goesOn = r.message.starts_with('|') || r.message.starts_with("WARNING");
-        CHECK((said.find("<stopped>") == std::string::npos) == goesOn);
-    }
+        CAPTURE(place);
+        CAPTURE(at);
+        CAPTURE(bytes);
+        CHECK_MESSAGE(holds(said, replaced(expected, "$", "\n")), said);
+        CHECK(holds(said, "<stopped>") != (expected.starts_with('|') || expected.starts_with("WARNING")));
+    };
+    for (const Row& row : rowsOf(R"(
+a.shp | 0 | 0000270B | ERROR 0427 - Reading .shp file header.
+a.shp | 24 | 80000000 | ERROR 0427 - Reading .shp file header. | negative length
+a.shp | 24 | 00000032 | OUTSIDE1: it does not lie | header never completed
+a.shp | 104 | 0000000A | OUTSIDE1: the lengths of its record differ.
+a.shx | 116 | 000000BF | OUTSIDE3: it does not lie | the third, one word on
+a.shx | 108 | 00000031 | OUTSIDE2: it does not lie | within the header
+a.shx | 108 | FFFFFFFF | OUTSIDE2: it does not lie
+both | 104 | 00000001 | ERROR 0424 - Reading .shp file object type.
+both | 104 | FFFFFFFF | ERROR 0424 - Reading .shp file object type.
+both | 104 | 0000000A | ERROR 0429 - Reading .shp file object coordinates. | no room for the counts
+both | 104 | 00000040 | BAD | two bytes short
+both | 24 | 3FFFFFFF | ERROR - Reading .shx file 
+a.shp | 108 | 0D000000 | ERROR 0423 - Unsupported .shp object type 13$   Export the layer without Z and M values.
+a.shp | 108 | 02000000 | ERROR 0423 - Unsupported .shp object type 2$$
+a.shp | 108 | 00000000 | NULL | a null shape
+a.shp | 144 | 00000000 00000000 | NULL | nothing in it
+a.shp | 144 | FFFFFFFF | BAD
+a.shp | 144 | 06000000 | BAD | parts: negative; more than points
+a.shp | 144 | FFFFFF7F | ERROR 0421 - Exceeded maximum number of parts in a .shp polyline.  Limit is 10000$
+a.shp | 144 | 11270000 | ERROR 0421
+a.shp | 144 | 10270000 | BAD | 10001 and 10000
+a.shp | 108 | 05000000 32*00 11270000 | ERROR 0422 - Exceeded maximum number of regions within a .shp region.  Limit is 10000$
+a.shp | 148 | FFFFFFFF | BAD
+a.shp | 148 | 06000000 | BAD | points: negative; beyond the record
+a.shp | 148 | FFFFFF7F | ERROR 0310 - Exceeded number of allowable nodes in a single .shp polyline or region.$Requested 2147483647$Limit 50000000$
+a.shp | 152 | 01000000 | BAD | first part not at 0
+a.shp | 156 | 00000000 | BAD
+a.shp | 156 | 05000000 | BAD
+a.shp | 156 | FFFFFFFF | BAD | does not rise; beyond the points
+a.shp | 160 | 000000000000F87F | BAD | not a number
+a.shx | 3 | 0B | ERROR - Reading .shx file 
+a.shx | 24 | 00000042 | ERROR - Reading .shx file  | longer than it is
+a.shx | 24 | 00000033 | ERROR - Reading .shx file 
+a.shx | 24 | 80000000 | ERROR - Reading .shx file 
+a.dbf | 4 | 05000000 | WARNING 0405 - Insufficient number of records found in .dbf file.$Found 3, expecting 5$
+a.dbf | 4 | FFFFFFFF | WARNING 0405 - Insufficient number of records found in .dbf file.$Found 3, expecting 4294967295$
+a.dbf | 4 | 02000000 | ERROR 0408 - End of .dbf file encountered whilst reading record.$ERROR 0254 - Failed to read object attribute data record
+a.dbf | 8 | FFFF | ERROR 0404 - End of .dbf file encountered whilst reading header.
+a.dbf | 8 | 4100 | ERROR 0403 - Reading .dbf file header. | ends within its second field
+a.dbf | 10 | 0C00 | ERROR 0403 - Reading .dbf file header. | fields pass the record
+a.dbf | 8 | 2000 | ERROR 0319 - No attributes specified in .dbf file.
+a.dbf | 32 | 0D | ERROR 0319 - No attributes specified in .dbf file.
+a.dbf | 48 | 00 | ERROR 0402 - dbf field length of 0 is outside allowable range of 1 to 255.
+)"))
+        check(row[0], static_cast<std::size_t>(wholeOf(row[1])), row[2], row[3]);
+    const std::size_t second = DBF_START + DBF_RECORD;
+    check("a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header.");  // a binary field
+    check("a.dbf", second, "'x", "ERROR 0406 - Unrecognised record identifier found in .dbf file.$ERROR 0254");
+    check("a.dbf", second, "'*", "|$1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/$3,\"c\"|");  // deleted with its object
+    check("a.dbf", DBF_START + 1, "6*20 '1,", "|$\"1,\",\"a\"|");               // decimal comma
+    check("a.dbf", DBF_START + 1, "8*20", "|$,\"a\"|");
+    check("a.dbf", DBF_START + 1, "8*2A", "|$,\"a\"|");  // a null as GDAL writes it
+    check("a.dbf", DBF_START + 9, "4*2A", "|$1,\"****\"|");
+    check("a.dbf", 75, "'L", "|$1,|1 1");                                    // no logical value
+    check("a.dbf", DBF_START + 9, "'\" E9 00 'z", "|$1,\"\"\"\xC3\xA9\"|");  // text behind a zero byte is no text
 }
 
 TEST_CASE("a set cut at any byte is never read as whole") {

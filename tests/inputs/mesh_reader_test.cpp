@@ -94,48 +94,50 @@ TEST_CASE("A vertical offset that nodes need and the line lacks is told") {
     CHECK_FALSE(holds(readMesh(CURRENT + "ND 1 0 0 5 1 0. 0. 0.\n"), "vertical offset"));
 }
 
+// The mesh ("/" ends a line, NINE stands for nine nodes) and what is said; nothing: the run goes on.
 TEST_CASE("A line that cannot be right stops the run, naming itself") {
-    const std::string triangle = "E3T 1 1 2 3 1 0 0 0\n";
-    struct {
-        std::string text, said;
-    } const rows[] = {
-        {"", "is empty"},
-        {"mesh2d\n", "Did not find \"MESH2D\" in first 6 characters of first line\nFound: mesh2d\nERROR"},
-        {"MESH2D    1 2 three\nND 1 0 0 0\n", "   Line 1 of"},
-        {"MESH2D    1 nan\nND 1 0 0 0\n", "not finite"},
-        {"MESH2D\nND 1 0 0 zero\n", "ND 1 0 0 zero\n   Line 2 of"},
-        {"MESH2D\n\nND 1 0 0\n", "   Line 3 of"},  // blank lines count
-        {"MESH2D\nND 2 0 0 0\n", "node number out of range"},
-        {"MESH2D\nND 0 0 0 0\n", "node number out of range"},
-        {"MESH2D\nND 1 0 0 0\nND 1 0 0 0\n", "this node was given before"},
-        {"MESH2D\nND 1 inf 0 0\n", "not finite"},
-        {"MESH2D\nND 1 0 0 1e39\n", "cannot be read"},                     // beyond 32 bits
-        {"MESH2D\nnd 1 0 0 0\nND 2 0 0 0\n", "node number out of range"},  // lower case is no card
-        {"MESH2D\n ND 1 0 0 0\n", "holds no nodes"},                       // nor is one behind a blank
-        {CURRENT + NINE_NODES + "E3T 2 1 2 3 1 0 0 0\n", "element number out of range"},
-        {CURRENT + NINE_NODES + triangle + triangle, "this element was given before"},
-        {CURRENT + NINE_NODES + "E3T 1 1 2 10 1 0 0 0\n", "node number out of range"},
-        {CURRENT + NINE_NODES + "E3T 1 1 2 3 1. 0 0 0\n", "cannot be read"},  // a material is a whole number
-        {CURRENT + NINE_NODES + "E9Q 1 1 2 3 4 5 6 7 8 0 1 0 0 0\n", "node number out of range"},
-        {CURRENT + NINE_NODES + "ND 10 0 0 1\n", "a value is missing"},
-        {CURRENT + "ND 1 0 0 1\n", "Detected pre 2007-05-AB mesh."},  // only the first card of a kind tells
-        {CURRENT + NINE_NODES + "E4Q 1 1 2 3 4 1 0 0\n", "Detected pre 2007-05-AB mesh."},
-        // the cut at 200 goes between values
-        {"MESH2D\nND 1 0 0 1" + std::string(189, ' ') + "23\nE3T 1 1 1 1 1\n", ""},
-        {"MESH2D\nND 1 0 0 " + std::string(189, ' ') + "123\n", "a value is missing"},  // and never through one
-        {"MESH2D    1 2 3 4 5 6 7" + std::string(175, ' ') + "1234\n", "a value runs past column 200"},
-        {CURRENT + NINE_NODES, "holds no elements that are read (E3T, E4Q or E9Q cards)."},
-        {"MESH2D\nE9Q 1 1\nE8Q 1 1\nND 1 0 0 0\nE8Q 2 1\n",
-         "WARNING - Elements of the mesh that are not read: 2 E8Q, 1 E9Q."},
-        {"MESH2D\nMESHPART\nND 1 0 0 0\n", "a value is missing"},
-        {"MESH2D\nMESHPART \"open\nND 1 0 0 0\n", "quotes"},
+    const auto check = [](const std::string& mesh, const std::string& expected) {
+        CAPTURE(mesh);
+        const std::string said = readMesh(replaced(replaced(mesh, "/", "\n"), "NINE", CURRENT + NINE_NODES));
+        CHECK(holds(said, replaced(expected, "/", "\n")));
+        CHECK(holds(said, "<stopped>") != expected.empty());
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.text);
-        const std::string said = readMesh(r.text);
-        CHECK(holds(said, r.said));
-        CHECK(holds(said, "<stopped>") != r.said.empty());
-    }
+    for (const Row& row : rowsOf(R"(
+ | is empty
+mesh2d/ | Did not find "MESH2D" in first 6 characters of first line/Found: mesh2d/ERROR
+MESH2D    1 2 three/ND 1 0 0 0/ |    Line 1 of
+MESH2D    1 nan/ND 1 0 0 0/ | not finite
+MESH2D/ND 1 0 0 zero/ | ND 1 0 0 zero/   Line 2 of
+# blank lines count
+MESH2D//ND 1 0 0/ |    Line 3 of
+MESH2D/ND 2 0 0 0/ | node number out of range
+MESH2D/ND 0 0 0 0/ | node number out of range
+MESH2D/ND 1 0 0 0/ND 1 0 0 0/ | this node was given before
+MESH2D/ND 1 inf 0 0/ | not finite
+# beyond 32 bits
+MESH2D/ND 1 0 0 1e39/ | cannot be read
+# lower case is no card, nor is one behind a blank
+MESH2D/nd 1 0 0 0/ND 2 0 0 0/ | node number out of range
+MESH2D/ ND 1 0 0 0/ | holds no nodes
+NINEE3T 2 1 2 3 1 0 0 0/ | element number out of range
+NINEE3T 1 1 2 3 1 0 0 0/E3T 1 1 2 3 1 0 0 0/ | this element was given before
+NINEE3T 1 1 2 10 1 0 0 0/ | node number out of range
+# a material is a whole number
+NINEE3T 1 1 2 3 1. 0 0 0/ | cannot be read
+NINEE9Q 1 1 2 3 4 5 6 7 8 0 1 0 0 0/ | node number out of range
+NINEND 10 0 0 1/ | a value is missing
+NINEE4Q 1 1 2 3 4 1 0 0/ | Detected pre 2007-05-AB mesh.
+NINE | holds no elements that are read (E3T, E4Q or E9Q cards).
+MESH2D/E9Q 1 1/E8Q 1 1/ND 1 0 0 0/E8Q 2 1/ | WARNING - Elements of the mesh that are not read: 2 E8Q, 1 E9Q.
+MESH2D/MESHPART/ND 1 0 0 0/ | a value is missing
+MESH2D/MESHPART "open/ND 1 0 0 0/ | quotes
+)"))
+        check(row[0], row[1]);
+    check(CURRENT + "ND 1 0 0 1/", "Detected pre 2007-05-AB mesh.");  // only the first card of a kind tells
+    // the cut at 200 goes between values and never through one
+    check("MESH2D/ND 1 0 0 1" + std::string(189, ' ') + "23/E3T 1 1 1 1 1/", "");
+    check("MESH2D/ND 1 0 0 " + std::string(189, ' ') + "123/", "a value is missing");
+    check("MESH2D    1 2 3 4 5 6 7" + std::string(175, ' ') + "1234/", "a value runs past column 200");
 }
 
 TEST_CASE("-rmp removes the elements up to the next part, and the nodes that only they use") {

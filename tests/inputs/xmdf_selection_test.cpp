@@ -276,39 +276,35 @@ TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output
         }
 }
 
+// Path, unit, stored time, hours; a WARNING.
 TEST_CASE("times become hours by the file's unit; markers and unknown units") {
     const TemporaryFolder folder;
-    const struct {
-        const char* path;
-        const char* unit;
-        double time, hours;
-        bool warned;
-    } rows[] = {
-        {"/r/Temporal/d", "MINUTES", 90.0, 1.5, false},
-        {"/r/Temporal/d", "days", 2.0, 48.0, false},
-        {"/r/Temporal/d", "Seconds", 100800.0, 28.0, false},    // above every marker's start, yet a time
-        {"/r/Temporal/d", "Seconds", 99999.0, 99999.0, false},  // stored maximums among the times
-        {"/r/Times/d", "Seconds", 100800.0, 100800.0, false},   // below Times a threshold
-        {"/r/Temporal/d", "s", 7200.0, 2.0, false},
-        {"/r/Temporal/d", "SECS", 7200.0, 2.0, false},
-        {"/r/Temporal/d", "min", 90.0, 1.5, false},
-        {"/r/Temporal/d", "hrs", 2.0, 2.0, false},
-        {"/r/Temporal/d", "h", 2.0, 2.0, false},
-        {"/r/Temporal/d", "d", 2.0, 48.0, false},
-        {"/r/Temporal/d", "fortnights", 2.0, 2.0, true},
-        {"/r/Temporal/d", "", 2.0, 2.0, true},
-        {"/r/Maximums/d", "", 99999.0, 99999.0, false},  // no time depends on the unit
-    };
-    for (const auto& row : rows) {
-        CAPTURE(row.unit);
-        const std::string file = folder.name("units.xmdf");
-        makeXmdf(file, {dataset(row.path, {row.time}, false, row.unit)});
+    const std::string file = folder.name("units.xmdf");
+    for (const Row& row : rowsOf(R"(
+/r/Temporal/d | MINUTES | 90 | 1.5
+/r/Temporal/d | days | 2 | 48
+# above every marker's start, yet a time; below Times a threshold
+/r/Temporal/d | Seconds | 100800 | 28
+/r/Times/d | Seconds | 100800 | 100800
+# stored maximums among the times
+/r/Temporal/d | Seconds | 99999 | 99999
+/r/Temporal/d | s | 7200 | 2
+/r/Temporal/d | min | 90 | 1.5
+/r/Temporal/d | hrs | 2 | 2
+/r/Temporal/d | h | 2 | 2
+/r/Temporal/d | fortnights | 2 | 2 | warned
+/r/Temporal/d | | 2 | 2 | warned
+# no time depends on the unit
+/r/Maximums/d | | 99999 | 99999
+)")) {
+        CAPTURE(row[1]);
+        makeXmdf(file, {dataset(row[0], {numberOf(row[2])}, false, row[1])});
         XmdfFacts facts;
         const std::string console = consoleOf([&] {
             XmdfCatalogue catalogue = OPEN_XMDF_FILES({file});
-            facts = READ_XMDF_FACTS(catalogue.front(), row.path);
+            facts = READ_XMDF_FACTS(catalogue.front(), row[0]);
         });
-        CHECK(facts.times.front().number == row.hours);
-        CHECK(holds(console, "WARNING - Unknown time unit") == row.warned);
+        CHECK(facts.times.front().number == numberOf(row[3]));
+        CHECK(holds(console, "WARNING - Unknown time unit") != row[4].empty());
     }
 }

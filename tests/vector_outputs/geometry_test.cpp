@@ -1,6 +1,7 @@
 // Cells and arrows as map objects.
 #include "vector_outputs/arrow.h"
 
+#include "raster/lattice_mesh.h"
 #include "run_control/layer_stage.h"
 #include "testing.h"
 #include "vector_outputs/cell_shape.h"
@@ -12,15 +13,9 @@ using Points = std::vector<std::array<double, 2>>;
 Mesh cellMesh(const Points& corners, double x0 = 0.0, double y0 = 0.0) {
     Mesh mesh;
     mesh.nodes.resize(1);
-    mesh.elements.resize(2);
-    for (const auto& corner : corners) {
-        MeshNode node;
-        node.x = x0 + corner[0];
-        node.y = y0 + corner[1];
-        mesh.nodes.push_back(node);
-    }
-    mesh.elements[1].shape = static_cast<std::int32_t>(corners.size());
-    for (std::size_t i = 0; i < corners.size(); ++i) mesh.elements[1].nodes[i] = static_cast<std::int32_t>(i + 1);
+    mesh.elements.resize(1);
+    for (const auto& corner : corners) addNode(mesh, x0 + corner[0], y0 + corner[1]);
+    addElement(mesh, static_cast<std::int32_t>(corners.size()), {1, 2, 3, corners.size() > 3 ? 4 : 0});
     return mesh;
 }
 

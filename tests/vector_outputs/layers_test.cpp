@@ -3,6 +3,7 @@
 
 #include "gis/layers.h"
 #include "inputs/one_d_triangles.h"
+#include "raster/lattice_mesh.h"
 #include "run_control/layer_stage.h"
 #include "services/files.h"
 #include "services/options.h"
@@ -17,29 +18,18 @@ constexpr float MISSING = -99999.0F;
 /// apart from them. Nodes 1 2 3 / 4 5 6 from the south-west, 7 8 9 the triangle's, 10 unused.
 Mesh smallMesh() {
     Mesh mesh;
-    const double places[][2] = {{0, 0},   {10, 0}, {20, 0}, {0, 10},  {10, 10},
-                                {20, 10}, {50, 0}, {60, 0}, {50, 10}, {90, 90}};
     mesh.nodes.resize(1);
-    for (const auto& p : places) {
-        MeshNode node;
-        node.x = p[0];
-        node.y = p[1];
-        node.z = static_cast<float>(p[0] / 10.0);
-        node.kind = mesh.nodes.size() <= 6   ? NodeKind{'H', ' '}
-                    : mesh.nodes.size() <= 9 ? NodeKind{'T', ' '}
-                                             : NodeKind{' ', ' '};
-        mesh.nodes.push_back(node);
+    mesh.elements.resize(1);
+    for (const auto& [x, y] :
+         {std::pair{0, 0}, {10, 0}, {20, 0}, {0, 10}, {10, 10}, {20, 10}, {50, 0}, {60, 0}, {50, 10}, {90, 90}}) {
+        addNode(mesh, x, y);
+        mesh.nodes.back().z = static_cast<float>(x) / 10.0F;
+        mesh.nodes.back().kind = {mesh.nodeCount <= 6 ? 'H' : mesh.nodeCount <= 9 ? 'T' : ' ', ' '};
     }
-    mesh.elements.resize(4);
-    mesh.elements[1].nodes = {1, 2, 5, 4};
-    mesh.elements[2].nodes = {2, 3, 6, 5};
-    mesh.elements[3].nodes = {7, 8, 9};
-    for (std::int32_t id = 1; id <= 3; ++id) {
-        mesh.elements[static_cast<std::size_t>(id)].shape = id == 3 ? 3 : 4;
-        mesh.elements[static_cast<std::size_t>(id)].material = id;
-    }
-    mesh.nodeCount = 10;
-    mesh.elementCount = 3;
+    addElement(mesh, 4, {1, 2, 5, 4});
+    addElement(mesh, 4, {2, 3, 6, 5});
+    addElement(mesh, 3, {7, 8, 9});
+    for (std::int32_t id = 1; id <= 3; ++id) mesh.elements[static_cast<std::size_t>(id)].material = id;
     mesh.oneD = ONE_D_TRIANGLES(mesh);
     return mesh;
 }
@@ -209,51 +199,40 @@ TEST_CASE("Vectors come with their columns, missing in one component or at rest"
     CHECK(arrows.said.find("WARNING - Depth holds no vectors, no arrows are written.") != std::string::npos);
 }
 
+// Format, -region, -grid, -pts; what is said, then what is left of them ("$" ends a line).
 TEST_CASE("Switches that rule each other out are dropped with a warning") {
-    const auto checked = [](void (*set)(RunOptions&)) {
-        Run run(set);
+    for (const Row& row : rowsOf(R"(
+mif | R | G | CT | WARNING - The -grid option is ignored with -region.$WARNING - The -pts option is ignored with -region.$RALL
+mif | | G | C | WARNING - The -pts option is ignored with -grid.$GALL
+txt | R | | CQ | WARNING - Unknown point types "Q" in -ptsCQ are ignored.$WARNING - The -region option is ignored with -txt.$CQ
+)")) {
+        Run run([](RunOptions&) {});
+        RunOptions& o = OPTIONS_TO_FILL();
+        o.outputs = {row[0] == "txt" ? "txt" : "mif"};
+        o.region = !row[1].empty();
+        o.grid = !row[2].empty();
+        o.pointTypes = row[3];
         const std::string said = consoleOf([] { MAKE_LAYER_STAGE(OUTPUT_FORMAT(OPTIONS()), OPTIONS()); });
-        return said + (OPTIONS().region ? "R" : "") + (OPTIONS().grid ? "G" : "") + OPTIONS().pointTypes;
-    };
-    CHECK(checked([](RunOptions& o) {
-              o.region = o.grid = true;
-              o.pointTypes = "CT";
-          }) ==
-          "WARNING - The -grid option is ignored with -region.\nWARNING - The -pts option is ignored with "
-          "-region.\nRALL");
-    CHECK(checked([](RunOptions& o) {
-              o.grid = true;
-              o.pointTypes = "C";
-          }) == "WARNING - The -pts option is ignored with -grid.\nGALL");
-    CHECK(checked([](RunOptions& o) {
-              o.outputs = {"txt"};
-              o.region = true;
-              o.pointTypes = "CQ";
-          }) ==
-          "WARNING - Unknown point types \"Q\" in -ptsCQ are ignored.\nWARNING - The -region option is ignored with "
-          "-txt.\nCQ");
+        CHECK(said + (o.region ? "R" : "") + (o.grid ? "G" : "") + o.pointTypes == replaced(row[4], "$", "\n"));
+    }
 }
 
 TEST_CASE("A grid's bed lies over the nodes that the level is laid over at its time") {
     Mesh mesh;  // two 9-node quads side by side, 4 m; bed 1 at the corners, 2 in the middle of the common side, else 0
     mesh.highResolution = true;
     mesh.nodes.resize(1);
+    mesh.elements.resize(1);
     Results all = resultsOf("Water Level", {0}, {0, 1, 1});
     for (int i = 0; i < 15; ++i) {
         const bool corner = i / 5 != 1 && i % 5 % 2 == 0;
-        MeshNode node;
-        node.x = 2.0 * (i % 5);
-        node.y = 2.0 * (i / 5);
-        node.z = i == 7 ? 2.0F : corner ? 1.0F : 0.0F;
-        mesh.nodes.push_back(node);
+        addNode(mesh, 2.0 * (i % 5), 2.0 * (i / 5));
+        mesh.nodes.back().z = i == 7 ? 2.0F : corner ? 1.0F : 0.0F;
         all.x.push_back(corner ? 3.0F : 5.0F);
     }
-    mesh.elements.resize(3);
-    mesh.elements[1].nodes = {1, 3, 13, 11, 2, 8, 12, 6, 7};
-    mesh.elements[2].nodes = {3, 5, 15, 13, 4, 10, 14, 8, 9};
-    mesh.elements[1].shape = mesh.elements[2].shape = 9;
-    all.nodes = mesh.nodeCount = 15;
-    all.cells = mesh.elementCount = 2;
+    addElement(mesh, 9, {1, 3, 13, 11, 2, 8, 12, 6, 7});
+    addElement(mesh, 9, {3, 5, 15, 13, 4, 10, 14, 8, 9});
+    all.nodes = 15;
+    all.cells = 2;
     Results noCentre = all, halfDry = all;
     noCentre.x[9] = halfDry.x[7] = MISSING;
     for (const std::size_t dry : {4, 5, 9, 10, 14, 15}) halfDry.x[dry] = MISSING;

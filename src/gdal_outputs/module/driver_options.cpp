@@ -5,6 +5,7 @@
 #include <cpl_minixml.h>
 #include <gdal.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
