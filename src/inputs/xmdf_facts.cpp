@@ -40,11 +40,14 @@ void say(XmdfSaying saying, const std::string& step) {
 }
 
 void readCounts(XmdfGroupState& group, XmdfFacts& facts, XmdfSaying saying) {
-    CHECK_XMDF(xfgetdatasetnumvals_f(group, facts.values), "ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
+    CHECK_XMDF(xfgetdatasetnumvals_f(group, facts.values),
+               "ERROR - Exracting Number of Values in Dataset [XF_GET_DATASET_NUMVALS].");
     say(saying, "Number of nodes: " + AINTEGER(facts.values));
-    CHECK_XMDF(xfgetdatasetnumactive_f(group, facts.flags), "ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
+    CHECK_XMDF(xfgetdatasetnumactive_f(group, facts.flags),
+               "ERROR - Exracting Number Active in Dataset [XF_GET_DATASET_NUMACTIVE].");
     say(saying, "Number of cells: " + AINTEGER(facts.flags));
-    CHECK_XMDF(xfgetdatasettimeunits_f(group, facts.timeUnits), "ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
+    CHECK_XMDF(xfgetdatasettimeunits_f(group, facts.timeUnits),
+               "ERROR - Exracting Time Unit Dataset [XF_GET_DATASET_TIME_UNITS].");
     say(saying, "Time Units: " + facts.timeUnits);
 }
 

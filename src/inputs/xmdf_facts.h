@@ -8,14 +8,14 @@
 #include <vector>
 
 struct XmdfFacts {
-    std::int32_t values = 0;          ///< per time: the nodes of the model, or its cells
-    std::int32_t flags = 0;           ///< wet/dry flags per time; 0: none, every cell is wet
-    double secondsPerUnit = SECONDS_PER_HOUR;   ///< of the file's time unit
-    std::string units;                ///< of the values, blank where the file does not say
-    std::string timeUnits;            ///< as it stands in the file
-    std::vector<OutputTime> times;    ///< in file order; never empty
-    std::vector<double> storedTimes;  ///< the same in the file's unit
-    bool cut = false;                 ///< the file holds parts of further times
+    std::int32_t values = 0;                   ///< per time: the nodes of the model, or its cells
+    std::int32_t flags = 0;                    ///< wet/dry flags per time; 0: none, every cell is wet
+    double secondsPerUnit = SECONDS_PER_HOUR;  ///< of the file's time unit
+    std::string units;                         ///< of the values, blank where the file does not say
+    std::string timeUnits;                     ///< as it stands in the file
+    std::vector<OutputTime> times;             ///< in file order; never empty
+    std::vector<double> storedTimes;           ///< the same in the file's unit
+    bool cut = false;                          ///< the file holds parts of further times
 };
 
 /// Whether the steps of reading are said, as a conversion does; a listing says what it finds in its own words.

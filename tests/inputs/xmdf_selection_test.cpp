@@ -238,23 +238,6 @@ TEST_CASE("bad files end the run with the operation, the file and the dataset, e
     checkRow(text, "-max", "Depth", "", "ERROR - Could not open XMDF file \"FILE\"$        \"");
 }
 
-TEST_CASE("a damaged group is named, the rest of the file is taken, and the run counts as incomplete") {
-    const TemporaryFolder folder;
-    const std::string file = folder.name("x.xmdf");
-    makeXmdf(file, {dataset("/r/Temporal/Depth", {1})}, [](hid_t id) {
-        const H5Properties tracked(H5Pcreate(H5P_GROUP_CREATE));
-        H5Pset_attr_creation_order(tracked.id(), H5P_CRT_ORDER_TRACKED);  // such a group has a checksum
-        const H5Group group(H5Gcreate2(id, "/a", H5P_DEFAULT, tracked.id(), H5P_DEFAULT));
-        writeText(group.id(), "Note", "MARK", TextForm::FixedNul);
-    });
-    replaceBytes(file, "MARK", "DARK");
-    INITIALISE_EXITS();
-    checkRow(
-        file, "-typeAll -tAll", "", "/r/Temporal/Depth all 0. _d;",
-        "WARNING - A damaged group is left out, with the datasets that it may hold.$        \"FILE\": /a could not");
-    CHECK(FINISHED_STATUS() == STATUS_INCOMPLETE);
-}
-
 TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output times") {
     const TemporaryFolder folder;
     const struct {
