@@ -164,3 +164,15 @@ void CHECK_TIME_PAIR(const ResultsSource& now, const OutputTime& nowTime, const 
              timeText(nowTime, nowTimes, rules) + " in " + rules.nowName + ", " + timeText(wasTime, wasTimes, rules) +
              " in " + rules.wasName + "; -dttol allows more.");
 }
+
+void CHECK_TIME_HAS_PARTNER(const ResultsSource& now, const OutputTime& nowTime, const ResultsSource& was,
+                            const PairRules& rules) {
+    const std::vector<OutputTime> times = was.times();
+    if (!nowTime.ordinary() || times.empty()) return;
+    const auto apart = [&](const OutputTime& time) {
+        return std::pair(!time.ordinary(), std::abs(time.number - nowTime.number));
+    };
+    const auto nearest = std::min_element(
+        times.begin(), times.end(), [&](const OutputTime& a, const OutputTime& b) { return apart(a) < apart(b); });
+    CHECK_TIME_PAIR(now, nowTime, was, *nearest, rules);
+}

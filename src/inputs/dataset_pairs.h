@@ -29,6 +29,9 @@ struct DatasetPair {
 /// Stops the run when there is no pair of datasets or of times.
 std::vector<DatasetPair> PAIR_DATASETS(const ResultsSource& now, const ResultsSource& was, const PairRules& rules);
 
-/// Stops the run, naming both, when two times are no pair.
+/// Stops the run, naming both, when an ordinary time and the closest of the other source's are no pair.
+void CHECK_TIME_HAS_PARTNER(const ResultsSource& now, const OutputTime& nowTime, const ResultsSource& was,
+                            const PairRules& rules);
+/// The same of two times.
 void CHECK_TIME_PAIR(const ResultsSource& now, const OutputTime& nowTime, const ResultsSource& was,
                      const OutputTime& wasTime, const PairRules& rules);

@@ -52,9 +52,10 @@ void DifferenceSource::begin(std::size_t dataset, bool cellCentred, Results& res
 }
 
 /// Names the files, since what a reader says of a time does not.
-bool DifferenceSource::readBoth() {
+bool DifferenceSource::readBoth(bool timeUnknown) {
     REPORT("Reading from " + rules_.pairs.nowName + "...");
     if (!now_->next(parts_.now)) return false;
+    if (timeUnknown) CHECK_TIME_HAS_PARTNER(*now_, parts_.now.time, *was_, rules_.pairs);
     REPORT("Reading from " + rules_.pairs.wasName + "...");
     return was_->next(parts_.was);
 }
@@ -62,7 +63,7 @@ bool DifferenceSource::readBoth() {
 /// The next pair of times that both files hold whole.
 bool DifferenceSource::readPair() {
     if (pair_->times.empty()) {
-        if (output_++ > 0 || !readBoth()) return false;
+        if (output_++ > 0 || !readBoth(true)) return false;
         CHECK_TIME_PAIR(*now_, parts_.now.time, *was_, parts_.was.time, rules_.pairs);
         return true;
     }
@@ -70,7 +71,7 @@ bool DifferenceSource::readPair() {
         const auto [now, was] = pair_->times[output_++];
         now_->goTo(now, parts_.now);
         was_->goTo(was, parts_.was);
-        if (readBoth()) return true;
+        if (readBoth(false)) return true;
     }
     // A file that is not whole says so behind its last time.
     now_->goTo(now_->outputTimes(pair_->now).size(), parts_.now);

@@ -37,7 +37,7 @@ public:
     void finish() override;
 
 private:
-    bool readBoth();
+    bool readBoth(bool timeUnknown);
     bool readPair();
     void hand(Results& results) const;
 

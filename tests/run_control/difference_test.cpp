@@ -196,6 +196,7 @@ h 0: 1 2 3 4 ; | odd 0: 1 1 1 1 ; | -asc -grid2 | 0.5 1.5 2.5 . ~ 1 1 1 . ~ 0 | 
 h 0: 1 2 3 4 ; | d 0: 1 1 1 1 ; | -asc -grid2 | 1 | ERROR - Two quantities have no difference (-dif): AT/now_h.dat holds Water Level
 h 0: 1 2 3 4 ; | V 0: 1,1 1,1 1,1 1,1 ; | -asc -grid2 | 1 | AT/was_V.dat holds vectors, AT/now_h.dat scalars.
 h 0: 1 2 3 4 ; | h 1.5: 1 1 1 1 ; | -asc -grid2 | 1 | by more than 0.001 hours: 0. in AT/now_h.dat, 1.5 in AT/was_h.dat;
+h 0: 1 2 3 4 ; 2: 1 2 3 4 ; | h 0: 1 1 1 1 ; 1.5: 1 1 1 1 ; | -asc -grid2 -t2 | 1 | : 2. in AT/now_h.dat, 1.5 in AT/was_h.dat;
 h 0: 1 2 3 4 ; | h 1.5: 1 1 1 1 ; | -asc -grid2 -dttol1.5 | 0.5 1.5 2.5 . ~ 1 1 1 . ~ 0
 h 0: 1 2 3 4 ; 1: 1 2 3 4 ; | h 3: 1 1 1 1 ; 2: 1 1 1 1 ; | -asc -grid2 -tAll | 1 | AT/was_h.dat (from 3. to 2.); -dttol
 h 0: 1 2 3 4 ; | bed | -asc -grid2 | 1 | ERROR - A mesh and results have no difference
