@@ -45,3 +45,9 @@ Crs RESOLVE_CRS(const GdalTable& gdal, const std::string& text, std::string_view
     if (crs == nullptr) STOP_RUN("ERROR - " + std::string(neededBy) + " " + text + ": " + gdal.reason() + ".");
     return {gdal, crs};
 }
+
+std::optional<Crs> TRY_RESOLVE_CRS(const GdalTable& gdal, const std::string& text) {
+    GdalCrs* crs = gdal.crsResolve(text.c_str());
+    if (crs == nullptr) return {};
+    return Crs(gdal, crs);
+}

@@ -4,6 +4,7 @@
 #include "gdal_outputs/gdal_table.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,3 +36,5 @@ private:
 /// A file of that name wins; else a code ("EPSG:28355"), well-known text, a PROJ text, a CoordSys line. What is neither
 /// stops the run, as does an installation without PROJ's data. neededBy: what named it, for the message ("-crs").
 Crs RESOLVE_CRS(const GdalTable& gdal, const std::string& text, std::string_view neededBy);
+/// The same of a text alone, not of a file; nothing for what is no coordinate system.
+std::optional<Crs> TRY_RESOLVE_CRS(const GdalTable& gdal, const std::string& text);

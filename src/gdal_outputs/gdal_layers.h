@@ -31,9 +31,9 @@ struct LayerFacts {
 class LayersWriter {
 public:
     /// driver: "GPKG" for any number of layers, or "FlatGeobuf" for one under a path that ends in ".fgb". options:
-    /// "KEY=VALUE" of -co, for the file and for each of its layers.
-    LayersWriter(const GdalTable& gdal, std::string path, const std::string& driver,
-                 const std::vector<std::string>& options);
+    /// "KEY=VALUE" of -co, for the file and for each of its layers. shown: its name in messages, blank: the path.
+    LayersWriter(const GdalTable& gdal, const std::string& path, const std::string& driver,
+                 const std::vector<std::string>& options, const std::string& shown = {});
     ~LayersWriter();
     LayersWriter(const LayersWriter&) = delete;
     LayersWriter& operator=(const LayersWriter&) = delete;
@@ -49,7 +49,7 @@ private:
     void check(bool done);
 
     const GdalTable& gdal_;
-    std::string path_;
+    std::string shown_;
     GdalLayerOutput* output_;
     std::vector<std::size_t> fieldCounts_;  ///< by layer
 };

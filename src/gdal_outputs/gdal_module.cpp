@@ -37,6 +37,8 @@ const GdalTable& GDAL_MODULE(std::string_view neededBy, const std::filesystem::p
     return *found;
 }
 
+bool HAVE_GDAL_MODULE(const std::filesystem::path& programFolder) { return !findModule(programFolder).empty(); }
+
 void CHECK_GDAL_OPTIONS(const GdalTable& gdal, const std::string& driver, const std::vector<std::string>& options) {
     if (!gdal.checkOptions(driver.c_str(), TextsView(options).get()))
         STOP_RUN("ERROR - -co: " + std::string(gdal.reason()) + ".");

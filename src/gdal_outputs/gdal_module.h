@@ -13,6 +13,9 @@
 /// Stops the run, naming the switch ("-gtif") that needs it, when there is none or it does not fit this program.
 const GdalTable& GDAL_MODULE(std::string_view neededBy, const std::filesystem::path& programFolder = PROGRAM_FOLDER());
 
+/// True where there is one, of whatever version.
+bool HAVE_GDAL_MODULE(const std::filesystem::path& programFolder = PROGRAM_FOLDER());
+
 /// "-co KEY=VALUE" for a driver of GDAL's ("COG", "GTiff", "GPKG", "FlatGeobuf"); stops the run with the valid ones
 /// when an option is not among them or its value does not fit.
 void CHECK_GDAL_OPTIONS(const GdalTable& gdal, const std::string& driver, const std::vector<std::string>& options);

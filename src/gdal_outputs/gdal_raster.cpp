@@ -13,7 +13,7 @@ std::array<double, 6> GEO_TRANSFORM(const Grid& grid) {
 }
 
 RasterWriter::RasterWriter(const GdalTable& gdal, const RasterFile& file)
-    : gdal_(gdal), path_(file.path), output_(nullptr) {
+    : gdal_(gdal), shown_(file.shown.empty() ? file.path : file.shown), output_(nullptr) {
     std::vector<TextsView> bandMetadata;
     for (const RasterBand& band : file.bands) bandMetadata.emplace_back(band.metadata);
     std::vector<GdalBand> bands;
@@ -22,7 +22,7 @@ RasterWriter::RasterWriter(const GdalTable& gdal, const RasterFile& file)
     const TextsView metadata(file.metadata);
     const TextsView options(file.options);
     GdalRasterFacts facts{};
-    facts.path = path_.c_str();
+    facts.path = file.path.c_str();
     facts.kind = file.multiband ? GdalMultiband : GdalCog;
     facts.columns = file.columns;
     facts.rows = file.rows;
@@ -44,7 +44,7 @@ RasterWriter::~RasterWriter() {
 }
 
 void RasterWriter::check(bool done) {
-    if (!done) STOP_RUN("ERROR - Could not write " + path_ + ": " + gdal_.reason() + ".");
+    if (!done) STOP_RUN("ERROR - Could not write " + shown_ + ": " + gdal_.reason() + ".");
 }
 
 void RasterWriter::rows(std::int32_t band, std::int32_t firstRow, std::int32_t count, const float* values) {

@@ -19,6 +19,7 @@ struct RasterBand {
 /// What a GeoTIFF holds beside its values. Filled by the raster outputs.
 struct RasterFile {
     std::string path;        ///< with its extension; created or replaced
+    std::string shown = {};  ///< its name in messages, where it is written under another one; blank: the path
     bool multiband = false;  ///< a tiled GeoTIFF, band after band; else a Cloud Optimized GeoTIFF of one band
     std::int32_t columns = 0, rows = 0;
     std::array<double, 6> geoTransform{};  ///< x and y of the north-west corner, cell sizes: x, width, 0, y, 0, -height
@@ -52,7 +53,7 @@ private:
     void check(bool done);
 
     const GdalTable& gdal_;
-    std::string path_;
+    std::string shown_;
     GdalRasterOutput* output_;
 };
 

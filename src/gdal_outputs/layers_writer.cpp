@@ -25,11 +25,11 @@ std::filesystem::path pathOf(const std::string& utf8) { return {std::u8string(ut
 
 }  // namespace
 
-LayersWriter::LayersWriter(const GdalTable& gdal, std::string path, const std::string& driver,
-                           const std::vector<std::string>& options)
+LayersWriter::LayersWriter(const GdalTable& gdal, const std::string& path, const std::string& driver,
+                           const std::vector<std::string>& options, const std::string& shown)
     : gdal_(gdal),
-      path_(std::move(path)),
-      output_(gdal.layersOpen(path_.c_str(), driver.c_str(), TextsView(options).get())) {
+      shown_(shown.empty() ? path : shown),
+      output_(gdal.layersOpen(path.c_str(), driver.c_str(), TextsView(options).get())) {
     check(output_ != nullptr);
 }
 
@@ -38,7 +38,7 @@ LayersWriter::~LayersWriter() {
 }
 
 void LayersWriter::check(bool done) {
-    if (!done) STOP_RUN("ERROR - Could not write " + path_ + ": " + gdal_.reason() + ".");
+    if (!done) STOP_RUN("ERROR - Could not write " + shown_ + ": " + gdal_.reason() + ".");
 }
 
 std::int32_t LayersWriter::add(const LayerFacts& facts) {

@@ -18,6 +18,7 @@
 #include "gis/object.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,6 +61,8 @@ struct GisProjection {
     std::string prj;
     /// an input in another coordinate system gives WARNING 0305 instead of ERROR 0305
     bool differenceIsWarning = false;
+    /// true for a text of an input that names the run's system; in place of comparing texts, where it is set
+    std::function<bool(const std::string& text)> isRuns = {};
 };
 
 // ---- the run ----

@@ -18,12 +18,12 @@ std::string mifName(const std::string& path) { return FILEEXT(path) == ".mif" ? 
 
 void checkProjection(GisLayer& layer) {
     const GisProjection& run = gisProjection();
-    if (TRIMMED(run.coordSys).empty()) return;
+    if (TRIMMED(run.coordSys).empty() && !run.isRuns) return;
     std::string line = READ_COORD_SYS_LINE(layer.files[0].handle);
     seekTo(layer.files[0], 0);
     if (line.empty()) line = DEFAULT_COORD_SYS;
-    if (!SAME_PROJECTION(line, run.coordSys))
-        gisReportProjection(".mif", GETNAM(layer.files[0].handle), line, run.coordSys);
+    const bool same = run.isRuns ? run.isRuns(line) : SAME_PROJECTION(line, run.coordSys);
+    if (!same) gisReportProjection(".mif", GETNAM(layer.files[0].handle), line, run.coordSys);
 }
 
 }  // namespace

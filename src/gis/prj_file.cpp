@@ -11,7 +11,7 @@
 
 void CHECK_PRJ(const std::string& base) {
     const GisProjection& run = gisProjection();
-    if (TRIMMED(run.prj).empty()) return;
+    if (TRIMMED(run.prj).empty() && !run.isRuns) return;
     const std::optional<std::string> name = FIND_FILE(base + ".prj");
     const std::string text = name ? READ_PRJ(*name) : "";
     if (text.empty()) {
@@ -25,5 +25,6 @@ void CHECK_PRJ(const std::string& base) {
         REPORT(*name);
         DMESSAGE("WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.");
     }
-    if (!SAME_PROJECTION(text, run.prj)) gisReportProjection(".shp", *name, text, run.prj);
+    const bool same = run.isRuns ? run.isRuns(text) : SAME_PROJECTION(text, run.prj);
+    if (!same) gisReportProjection(".shp", *name, text, run.prj);
 }

@@ -1,5 +1,6 @@
 #include "profiles/calibration_points.h"
 
+#include "profiles/input_layer.h"
 #include "profiles/layer_fields.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -30,24 +31,21 @@ void addOther(CalibrationPoints& points, const GisObject& o, CalibrationObject o
 CalibrationPoints READ_CALIBRATION_POINTS(const std::string& file) {
     CalibrationPoints points;
     points.file = file;
-    const std::int32_t layer = gisOpenLayer(file, "R", "I ");
-    gisDropShortRegions(layer);
-    gisReadHeader(layer);
-    points.header = gisHeader(layer);
+    InputLayer layer(file, "-cp");
+    points.header = layer.header();
     const std::size_t labelField = LABEL_FIELD(points.header.attributes);
     GisObject o;
-    for (std::int32_t number = 1; gisObjectType(layer, o); ++number) {
-        if (!gisReadObject(layer, o)) o.start(GisKind::None);
-        CalibrationObject object;
-        gisReadRecord(layer, object.record);
+    CalibrationObject object;
+    for (std::int32_t number = 1; layer.next(o, object.record); ++number) {
         const bool multiple = o.kind == GisKind::MultiPoint && o.vertexCount() > 0;
         if (multiple)
             DMESSAGE("WARNING - Object " + AINTEGER(number) +
                      " in CP layer is a multipoint, only its first point is used.");
         if (multiple || o.kind == GisKind::Point) addPoint(points, o, std::move(object), labelField);
         else addOther(points, o, std::move(object));
+        object = {};
     }
-    gisCloseLayer(layer);
+    layer.close();
     if (points.count() == 0) STOP_RUN("ERROR - No points found in " + file);
     REPORT(AINTEGER8(static_cast<std::int64_t>(points.count())) + " calibration points found in " + file);
     return points;

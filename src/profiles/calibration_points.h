@@ -28,5 +28,5 @@ struct CalibrationPoints {
 };
 
 /// Reads the layer whole. A multipoint counts as its first point, with a WARNING. Stops the run when the layer cannot
-/// be read or holds no point. file: .mif or .shp.
+/// be read or holds no point. file: .mif, .shp, or what GDAL reads.
 CalibrationPoints READ_CALIBRATION_POINTS(const std::string& file);

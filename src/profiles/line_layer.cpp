@@ -1,6 +1,6 @@
 #include "profiles/line_layer.h"
 
-#include "gis/layers.h"
+#include "profiles/input_layer.h"
 #include "profiles/layer_fields.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -38,17 +38,13 @@ void checkAttributes(const GisHeader& header) {
 }  // namespace
 
 std::vector<ProfileLine> READ_PROFILE_LINES(const std::string& file) {
-    const std::int32_t layer = gisOpenLayer(file, "R", "I ");
-    gisDropShortRegions(layer);
-    gisReadHeader(layer);
-    checkAttributes(gisHeader(layer));
+    InputLayer layer(file, "-lp");
+    checkAttributes(layer.header());
     std::vector<ProfileLine> lines;
     GisObject o;
     std::string record;
-    for (std::int32_t object = 1; gisObjectType(layer, o); ++object) {
-        const bool whole = gisReadObject(layer, o);
-        gisReadRecord(layer, record);
-        if (!whole || !isPolyline(o.kind)) {
+    for (std::int32_t object = 1; layer.next(o, record); ++object) {
+        if (!isPolyline(o.kind)) {
             DMESSAGE("WARNING - " + objectName(object) + " is not a polyline, ignored.");
             continue;
         }
@@ -56,7 +52,7 @@ std::vector<ProfileLine> READ_PROFILE_LINES(const std::string& file) {
         const bool named = !values.empty() && !values.front().empty();
         takeParts(o, named ? values.front() : "LP" + AINTEGER(object), object, lines);
     }
-    gisCloseLayer(layer);
+    layer.close();
     if (lines.empty()) STOP_RUN("ERROR - No polylines found in " + file);
     REPORT(AINTEGER8(static_cast<std::int64_t>(lines.size())) + " profiles found in " + file);
     return lines;

@@ -4,6 +4,7 @@
 #include "gis/data_line.h"
 #include "gis/fixed_text.h"
 #include "gis/layers.h"
+#include "profiles/sample_package.h"
 #include "services/console.h"
 #include "services/files.h"
 #include "text_utils/numbers.h"
@@ -42,6 +43,14 @@ void appendValues(std::string& line, const std::vector<AppendedColumn>& columns,
     }
 }
 
+void writePackage(const std::string& file, const CalibrationPoints& points, const std::vector<AppendedColumn>& columns,
+                  int decimals) {
+    SamplePackage package{LayerFile("-cp", "GPKG", {})};
+    package.file.expect(file);
+    PUT_POINTS(package, FILENAMEEXT(FILENAMEPATH(file)), points, columns, decimals);
+    package.file.close();
+}
+
 std::int32_t openCopy(const std::string& file, const CalibrationPoints& points,
                       const std::vector<AppendedColumn>& columns, int width, int decimals) {
     const std::int32_t layer = gisOpenLayer(file, "R", "O ");
@@ -58,6 +67,7 @@ std::int32_t openCopy(const std::string& file, const CalibrationPoints& points,
 
 void WRITE_POINT_LAYER(const std::string& file, const CalibrationPoints& points,
                        const std::vector<AppendedColumn>& columns, int width, int decimals) {
+    if (FILEEXT(file) == ".gpkg") return writePackage(file, points, columns, decimals);
     BEGIN_OUTPUT(file);
     const std::int32_t layer = openCopy(file, points, columns, width, decimals);
     GisObject o;

@@ -15,8 +15,8 @@ struct AppendedColumn {
     std::span<const std::int32_t> integers;  ///< where there are no reals
 };
 
-/// Writes a copy of the layer in its own format and coordinate system, its objects in their order. Where there is no
-/// value, and for objects that are no points, reals are -99999 and whole numbers 0. width, decimals: of the reals; the
-/// width grows to the longest. file: with its extension.
+/// Writes a copy of the layer in its own format (a GeoPackage of what GDAL reads) and coordinate system, its objects in
+/// their order. Where there is no value, and for objects that are no points, reals are -99999 and whole numbers 0.
+/// width, decimals: of the reals; the width grows to the longest. file: with its extension.
 void WRITE_POINT_LAYER(const std::string& file, const CalibrationPoints& points,
                        const std::vector<AppendedColumn>& columns, int width, int decimals);

@@ -4,6 +4,7 @@
 #include "inputs/difference_report.h"
 #include "inputs/output_types.h"
 #include "profiles/direction.h"
+#include "profiles/input_layer.h"
 #include "profiles/point_layer.h"
 #include "profiles/point_table.h"
 #include "profiles/sampled_difference.h"
@@ -88,6 +89,9 @@ void writeLayer(const PointStage& stage, const PointColumns& columns, std::strin
     if (stage.rules.verbose) appended.push_back({"SMS_ID", {}, columns.element});
     if (stage.rules.verbose || columns.value.empty()) appended.push_back({"Elevation", stage.elevation, {}});
     if (!columns.difference.empty()) appended.push_back({"Difference", columns.difference, {}});
+    if (stage.package != nullptr)
+        return PUT_POINTS(*stage.package, FILENAMEEXT(base) + "_cp", *stage.points, appended,
+                          stage.rules.valueDecimals);
     WRITE_POINT_LAYER(std::string(base) + std::string(POINT_LAYER_FILES(*stage.points).front()), *stage.points,
                       appended, stage.rules.valueWidth, stage.rules.valueDecimals);
 }
@@ -105,6 +109,7 @@ void reportValues(const PointStage& stage, const PointColumns& columns) {
 }  // namespace
 
 std::vector<std::string_view> POINT_LAYER_FILES(const CalibrationPoints& points) {
+    if (IS_READ_BY_GDAL(points.file)) return {"_cp.gpkg"};
     if (FILEEXT(points.file) != ".shp") return {"_cp.mif", "_cp.mid"};
     return {"_cp.shp", "_cp.shx", "_cp.dbf", "_cp.prj", "_cp.cpg"};
 }

@@ -10,6 +10,7 @@
 #include "profiles/calibration_points.h"
 #include "profiles/comparison.h"
 #include "profiles/dataset_facts.h"
+#include "profiles/sample_package.h"
 #include "profiles/sampled_points.h"
 
 #include <cstdint>
@@ -38,6 +39,7 @@ struct PointColumns {
 struct PointStage {
     const Mesh* mesh = nullptr;
     const CalibrationPoints* points = nullptr;
+    SamplePackage* package = nullptr;  ///< takes the layers in place of files of their own; nullptr for none
     PointRules rules;
     PointIndex index;
     SampledPoints places;                  ///< for the kind of values at hand
@@ -58,8 +60,8 @@ PointStage START_POINTS(const Mesh& mesh, const PointIndex& index, const Calibra
                         const PointRules& rules);
 /// States the memory of the time series: 4 bytes a point and time, twice that for vectors.
 void BEGIN_POINTS(PointStage& stage, const DatasetFacts& facts);
-/// Samples one output time, writes the layer and says how many points have a value, and how they compare with what was
-/// recorded.
+/// Samples one output time, writes the layer (<layerBase>_cp in a package) and says how many points have a value, and
+/// how they compare with what was recorded.
 void TAKE_POINTS(PointStage& stage, const Results& results, const TimeText& time, std::string_view layerBase);
 /// Writes the time series of the dataset, a row per point and time, and forgets them.
 void END_POINTS(PointStage& stage, std::string_view csvBase);

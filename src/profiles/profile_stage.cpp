@@ -10,6 +10,7 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "text_utils/numbers.h"
+#include "text_utils/paths.h"
 
 #include <cstdint>
 #include <new>
@@ -160,4 +161,9 @@ void FINISH_PROFILES(ProfileStage& stage, const std::string& base) {
     for (const ProfileSet& set : stage.sets)
         for (std::size_t line = 0; line < stage.lines.size(); ++line)
             WRITE_PROFILE(PROFILE_FILE_NAME(base, stage.lines[line].name, files), set, line, stage.points, stage.rules);
+    if (stage.package == nullptr) return;
+    const std::string name = FILENAMEEXT(base);
+    PUT_LINES(*stage.package, name + "_lines", stage.lines, stage.rules.coordinateDecimals);
+    for (const ProfileSet& set : stage.sets)
+        PUT_STATIONS(*stage.package, name + "_stations", set, stage.lines, stage.points, stage.rules);
 }

@@ -8,6 +8,7 @@
 #include "inputs/results.h"
 #include "profiles/dataset_facts.h"
 #include "profiles/profile_set.h"
+#include "profiles/sample_package.h"
 #include "profiles/unique_names.h"
 
 #include <string>
@@ -19,6 +20,7 @@ struct ProfileStage {
     PointIndex index;
     std::vector<ProfileLine> lines;
     const CalibrationPoints* points = nullptr;  ///< nullptr for none
+    SamplePackage* package = nullptr;           ///< takes lines and stations besides the tables; nullptr for none
     ProfileRules rules;
     DatasetFacts facts;            ///< of the dataset that is being taken
     std::vector<ProfileSet> sets;  ///< by kind of values: a run may hold node and cell values

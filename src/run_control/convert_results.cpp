@@ -33,13 +33,19 @@ std::size_t outputsOf(const ResultsSource& source) {
 
 /// Several outputs cannot share one name.
 void checkOutputName(const ResultsSource& source) {
-    const Holds holds = OUTPUT_FORMAT(OPTIONS()).holds;
+    const Holds holds = OUTPUT_HOLDS(OPTIONS());
     std::set<std::string> quantities;
     for (const Dataset& dataset : source.datasets()) quantities.insert(XMDF_QUANTITY_KEY(dataset.path));
     const bool several = holds == Holds::Time      ? outputsOf(source) > 1
                          : holds == Holds::Dataset ? quantities.size() > 1
                                                    : false;
     if (several) IGNORE_OUTPUT_NAME();
+}
+
+bool severalTags(const ResultsSource& source) {
+    const std::vector<Dataset>& datasets = source.datasets();
+    return std::any_of(datasets.begin(), datasets.end(),
+                       [&](const Dataset& dataset) { return dataset.tag != datasets.front().tag; });
 }
 
 OutputLabel labelOf(OutputLabel label, const Dataset& dataset, const Results& results) {
@@ -104,6 +110,7 @@ void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh&
     OutputLabel label;
     label.run = base;
     label.ending = source.nameEnding();
+    label.severalDatasets = severalTags(source);
     label.timeDecimals = NAME_DECIMALS(source.times(), OPTIONS().seconds);
     Conversion conversion(source, std::move(label), mesh, results, stages);
     for (const bool vector : {false, true}) {

@@ -13,6 +13,7 @@
 #include "run_control/input_files.h"
 #include "run_control/output_formats.h"
 #include "run_control/output_stage.h"
+#include "run_control/run_crs.h"
 #include "run_control/switch_checks.h"
 #include "run_control/usage.h"
 #include "run_control/world_file.h"
@@ -20,7 +21,6 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "services/projection.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
@@ -147,9 +147,8 @@ int CONVERT(int argc, const char* const argv[]) {
     BothSides sides;
     sides.now = askInGoodOrder();
     if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
-    FIND_PROJECTION(OPTIONS().inputFile, OUTPUT_FORMAT(OPTIONS()).projection);
-    gisSetProjection({PROJECTION().coordSys, PROJECTION().prj, OPTIONS().projectionWarning});
-    TAKE_OVER_TEMPLATE_GRID();
+    RunCrs crs(OPTIONS(), OUTPUT_FORMAT(OPTIONS()));
+    TAKE_OVER_TEMPLATE_GRID(crs);
     FIND_INPUT_KIND(sides.now);
     FIND_SECOND_INPUT(sides);
     checkDatasetSwitches(sides);
@@ -159,6 +158,7 @@ int CONVERT(int argc, const char* const argv[]) {
     READ_MESH(sides.now.mesh, mesh);
     REPORT_ODD_QUADS(mesh);
     settleOneD(mesh);
+    crs.fitMesh(mesh);
     CHOOSE_GRID(mesh);
     REPORT("Allocating results storage...");
     reportRemovedNodes(mesh);

@@ -1,5 +1,7 @@
 #include "run_control/grid_choice.h"
 
+#include "gdal_outputs/gdal_module.h"
+#include "gdal_outputs/gdal_raster.h"
 #include "inputs/mesh.h"
 #include "inputs/mesh_degrees.h"
 #include "raster/default_spacing.h"
@@ -8,17 +10,25 @@
 #include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
+#include "services/files.h"
 #include "services/options.h"
 #include "services/projection.h"
 #include "text_utils/free_form.h"
+#include "text_utils/numbers.h"
+#include "text_utils/paths.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
 
 namespace {
 
-Grid templateGrid;
+struct TemplateGrid {
+    Grid grid;  ///< without a cell size: there is none
+    std::optional<std::array<double, 6>> transform;
+};
+TemplateGrid templateGrid;
 
 /// One number above zero and nothing else: the "12" of 12,5 would be a spacing that nobody meant.
 std::optional<double> spacingOf(std::string_view answer) {
@@ -37,10 +47,31 @@ double askSpacing(std::string_view prompt) {
     }
 }
 
-void takeOverTemplate(const RunOptions& options) {
-    const ExternalGrid external = READ_EXTERNAL_GRID_HEADER(options.likeGrid);
-    templateGrid = external.grid;
-    if (!external.projection.empty()) SET_PRJ(external.projection);
+/// Header and text formats stay with our own reader, so that a run never depends on what is installed.
+bool hasOwnReader(const std::string& name) {
+    constexpr std::string_view OWN[] = {".asc", ".flt", ".hdr", ".txt"};
+    return std::find(std::begin(OWN), std::end(OWN), FILEEXT(name)) != std::end(OWN);
+}
+
+void takeOverHeader(const std::string& name, RunCrs& crs) {
+    const ExternalGrid external = READ_EXTERNAL_GRID_HEADER(name);
+    templateGrid.grid = external.grid;
+    crs.takePrjOf(name, external.projection);
+}
+
+void takeOverRaster(const std::string& name, RunCrs& crs) {
+    const RasterPlace place = READ_RASTER_PLACE(GDAL_MODULE("-like"), name);
+    NOTE_FILE_USED(name);
+    Grid& grid = templateGrid.grid;
+    grid.ncols = place.columns;
+    grid.nrows = place.rows;
+    grid.cellSize = place.geoTransform[1];
+    grid.xll = place.geoTransform[0];
+    grid.yll = place.geoTransform[3] + static_cast<double>(place.rows) * place.geoTransform[5];
+    templateGrid.transform = place.geoTransform;
+    REPORT("External Grid Info: " + AINTEGER(grid.nrows) + " rows by " + AINTEGER(grid.ncols) + " columns with " +
+           AREAL8(grid.cellSize) + " cell size.");
+    crs.takeSystemOf(name, place.crs);
 }
 
 }  // namespace
@@ -54,20 +85,25 @@ void CHECK_GRID_SWITCHES() {
         SET_GRID_SPACING(askSpacing("No grid spacing specified after -grid option.  Enter spacing in metres -> "));
 }
 
-void TAKE_OVER_TEMPLATE_GRID() {
-    templateGrid = Grid{};
-    if (!OPTIONS().likeGrid.empty()) takeOverTemplate(OPTIONS());
+void TAKE_OVER_TEMPLATE_GRID(RunCrs& crs) {
+    templateGrid = {};
+    const std::string& name = OPTIONS().likeGrid;
+    if (name.empty()) return;
+    if (hasOwnReader(name)) takeOverHeader(name, crs);
+    else takeOverRaster(FIND_FILE(name).value_or(name), crs);
 }
 
 void CHOOSE_GRID(const Mesh& mesh) {
     const RunOptions& options = OPTIONS();
-    if (!GIVEN(options, Family::Raster) || options.grid || templateGrid.cellSize > 0.0) return;
+    if (!GIVEN(options, Family::Raster) || options.grid || templateGrid.grid.cellSize > 0.0) return;
     const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
     if (const std::optional<double> spacing = DEFAULT_SPACING(mesh, degrees)) return SET_GRID_SPACING(*spacing);
     SET_GRID_SPACING(askSpacing("No grid spacing specified for QELDRA -asc output.  Enter spacing in metres -> "));
 }
 
 Grid GRID_HEADER(const Mesh& mesh, bool cellCentred) {
-    if (templateGrid.cellSize > 0.0) return templateGrid;
+    if (templateGrid.grid.cellSize > 0.0) return templateGrid.grid;
     return LAYOUT_GRID(mesh, OPTIONS().gridSpacing, cellCentred || OPTIONS().cellCentred);
 }
+
+std::array<double, 6> GRID_TRANSFORM(const Grid& grid) { return templateGrid.transform.value_or(GEO_TRANSFORM(grid)); }

@@ -3,13 +3,18 @@
 
 #include "inputs/mesh.h"
 #include "raster/grid.h"
+#include "run_control/run_crs.h"
+
+#include <array>
 
 /// -grid needs an output that it applies to, and a spacing: asked for when it was not given. A template grid (-like)
 /// settles both. Looks at no file.
 void CHECK_GRID_SWITCHES();
 
-/// Reads the header of the template grid, if there is one. Its projection takes the place of the one found before.
-void TAKE_OVER_TEMPLATE_GRID();
+/// Reads where the template grid lies, if there is one: .asc and .flt by their header, others through GDAL. The
+/// projection beside a header takes the place of the one found before; another raster's is taken where the run has
+/// none.
+void TAKE_OVER_TEMPLATE_GRID(RunCrs& crs);
 
 /// Settles the cell size of a raster output once the mesh is known: the template's, -grid's, the mesh's own, or asked
 /// for.
@@ -18,3 +23,6 @@ void CHOOSE_GRID(const Mesh& mesh);
 /// Corner, counts and cell size of the run's grid, without values: the template's, else laid over the mesh.
 /// cellCentred: the cell-centre layout, for -cc or for cell-centred results.
 Grid GRID_HEADER(const Mesh& mesh, bool cellCentred);
+
+/// The place of such a grid as GDAL has it: to the last bit the template's where GDAL has read that.
+std::array<double, 6> GRID_TRANSFORM(const Grid& grid);

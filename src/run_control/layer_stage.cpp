@@ -1,6 +1,7 @@
 #include "run_control/layer_stage.h"
 
 #include "inputs/difference.h"
+#include "run_control/gdal_layer_output.h"
 #include "run_control/grid_choice.h"
 #include "services/console.h"
 #include "text_utils/text.h"
@@ -62,7 +63,9 @@ void checkSwitches(const OutputFormat& format, const RunOptions& options) {
 
 class LayerStage : public OutputStage {
 public:
-    LayerStage(const OutputFormat& format, const RunOptions& options) : format_(format), options_(options) {}
+    LayerStage(const OutputFormat& format, const RunOptions& options) : format_(format), options_(options) {
+        if (!format.driver.empty()) gdal_.emplace(format, options);
+    }
 
     void meshRead(const Mesh& mesh) override {
         if (READ_POINT_TYPES(options_.pointTypes).all) return;
@@ -75,14 +78,15 @@ public:
         std::optional<Grid> header;
         if (options_.grid) header = GRID_HEADER(mesh, kind.cellCentred);
         run_ = {};
-        run_ = START_VECTOR_OUTPUTS(mesh, header ? &*header : nullptr, kind, LAYER_CHOICE(format_, options_));
+        LayerChoice choice = LAYER_CHOICE(format_, options_);
+        if (gdal_) choice.target = &*gdal_;
+        run_ = START_VECTOR_OUTPUTS(mesh, header ? &*header : nullptr, kind, choice);
     }
 
     void take(const Results& results, OutputLabel label) override {
-        if (options_.grid) label.gridSize = options_.gridSpacing;
+        if (options_.grid) label.gridSize = run_.grid.run.grid.cellSize;
         const bool classes = results.parts != nullptr && options_.region;
-        WRITE_RESULTS_LAYER(run_, results,
-                            OUTPUT_NAME(label, format_.files, classes ? CLASS_ENDING : std::string_view{}));
+        WRITE_RESULTS_LAYER(run_, results, nameOf(label, classes ? CLASS_ENDING : std::string_view{}));
     }
 
     void takeMesh(const Mesh& mesh, OutputLabel label) override {
@@ -92,12 +96,21 @@ public:
             DROP_GRID();
         }
         begin(mesh, {});
-        WRITE_MESH_LAYER(run_, OUTPUT_NAME(label, format_.files));
+        WRITE_MESH_LAYER(run_, nameOf(label));
+    }
+
+    void finish() override {
+        if (gdal_) gdal_->finish();
     }
 
 private:
+    std::string nameOf(const OutputLabel& label, std::string_view beside = {}) {
+        return gdal_ ? gdal_->next(label, beside) : OUTPUT_NAME(label, format_.files, beside);
+    }
+
     const OutputFormat& format_;
     const RunOptions& options_;
+    std::optional<GdalLayerOutput> gdal_;
     VectorRun run_;
 };
 

@@ -79,6 +79,28 @@ const OutputFormat TABLE[] = {
      .family = Family::Listing,
      .files = {"_info.txt"},
      .wholeWord = true},
+    {.keyword = "gtif",
+     .line = ".tif output format specified.",
+     .family = Family::Raster,
+     .files = {".tif"},
+     .projection = TAKES_PRJ,
+     .driver = "COG"},
+    {.keyword = "gpkg",
+     .line = ".gpkg output format specified.",
+     .family = Family::Layer,
+     .files = {".gpkg"},
+     .projection = WANTS_PRJ,
+     .holds = Holds::Run,
+     .outlinedArrows = true,
+     .driver = "GPKG"},
+    {.keyword = "fgb",
+     .line = ".fgb output format specified.",
+     .family = Family::Layer,
+     .files = {".fgb"},
+     .projection = WANTS_PRJ,
+     .holds = Holds::Dataset,
+     .outlinedArrows = true,
+     .driver = "FlatGeobuf"},
 };
 
 bool given(const RunOptions& options, const OutputFormat& format) {
@@ -112,6 +134,15 @@ std::vector<const OutputFormat*> FORMATS_GIVEN(const RunOptions& options) {
 bool GIVEN(const RunOptions& options, Family family) {
     return std::any_of(std::begin(TABLE), std::end(TABLE),
                        [&](const OutputFormat& f) { return f.family == family && given(options, f); });
+}
+
+Holds OUTPUT_HOLDS(const RunOptions& options) {
+    const OutputFormat& format = OUTPUT_FORMAT(options);
+    return format.family == Family::Raster && options.multiband ? Holds::Dataset : format.holds;
+}
+
+bool GIVEN(const RunOptions& options, std::string_view keyword) {
+    return std::find(options.outputs.begin(), options.outputs.end(), keyword) != options.outputs.end();
 }
 
 void DROP_FORMATS(RunOptions& options, bool (*drop)(const OutputFormat&)) {

@@ -35,10 +35,11 @@ struct OutputFormat {
     Holds holds = Holds::Time;
     /// the whole word only: arguments that begin with it may be paths
     bool wholeWord = false;
-    GridWriter writer = nullptr;  ///< of a raster format
-    bool outlinedArrows = false;  ///< of a layer format: arrows are polygons, never lines
-    double coordinateStep = 0.0;  ///< of a layer format: what the file keeps coordinates to, map units; 0: as they are
-    std::string_view usage = {};  ///< a line of the usage text, behind those that stand in it; blank for none
+    GridWriter writer = nullptr;   ///< of a raster format
+    bool outlinedArrows = false;   ///< of a layer format: arrows are polygons, never lines
+    double coordinateStep = 0.0;   ///< of a layer format: what the file keeps coordinates to, map units; 0: as they are
+    std::string_view driver = {};  ///< GDAL's, which writes the files; blank for our own writers
+    std::string_view usage = {};   ///< a line of the usage text, behind those that stand in it; blank for none
 };
 
 /// The rows in the order in which the checks name them. Formats without a switch row of their own are tried last on
@@ -54,5 +55,9 @@ const OutputFormat& OUTPUT_FORMAT(const RunOptions& options);
 std::vector<const OutputFormat*> FORMATS_GIVEN(const RunOptions& options);
 /// True when a format of the family was asked for.
 bool GIVEN(const RunOptions& options, Family family);
+/// What one output of the run's format holds: with -multiband all times of a dataset.
+Holds OUTPUT_HOLDS(const RunOptions& options);
+/// True when the format of that keyword was asked for.
+bool GIVEN(const RunOptions& options, std::string_view keyword);
 /// Takes back every format that `drop` is true for.
 void DROP_FORMATS(RunOptions& options, bool (*drop)(const OutputFormat&));

@@ -124,6 +124,15 @@ void IGNORE_OUTPUT_NAME() {
     DROP_OUTPUT_NAME();
 }
 
+std::string USUAL_NAME(const OutputLabel& label) {
+    const RunOptions& options = OPTIONS();
+    std::string name = label.base;
+    if (label.timed) name = withUnderscore(name) + TIME_TAG(label, options.seconds);
+    if (label.vector) name += componentTag(options);
+    if (label.gridSize > 0.0 && !options.suppressGridSize) name += GRID_TAG(label.gridSize);
+    return name;
+}
+
 std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_view>& extensions,
                         std::string_view beside) {
     const RunOptions& options = OPTIONS();
@@ -131,10 +140,7 @@ std::string OUTPUT_NAME(const OutputLabel& label, const std::vector<std::string_
     if (options.outputNameGiven) {
         name = WITHOUT_EXTENSION(options.outputName, extensions.empty() ? std::string_view{} : extensions.front());
     } else {
-        name = label.base;
-        if (label.timed) name = withUnderscore(name) + TIME_TAG(label, options.seconds);
-        if (label.vector) name += componentTag(options);
-        if (label.gridSize > 0.0 && !options.suppressGridSize) name += GRID_TAG(label.gridSize);
+        name = USUAL_NAME(label);
     }
     checkLength(name, extensions, beside);
     if (!inUse(name, extensions, beside)) return name;

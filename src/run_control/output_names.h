@@ -14,14 +14,15 @@ struct OutputLabel {
     std::string base;
     bool timed = true;  ///< a mesh on its own has no time tag
     OutputTime time;
-    int timeDecimals = 2;   ///< of NAME_DECIMALS
-    std::string run;        ///< the base of outputs that hold several datasets
-    std::string ending;     ///< behind base and tag, and behind run, of a difference: "_minus_base_h"
-    std::string tag;        ///< of the dataset alone: "_h"; blank where the file's name says it
-    std::string dataset;    ///< its path in the source; blank where a file holds one dataset
-    std::string quantity;   ///< "Water Level", blank when unknown: names the times of its maximum
-    bool vector = false;    ///< component switches name a component of vector results only
-    double gridSize = 0.0;  ///< cell size of a grid output, 0 for none
+    int timeDecimals = 2;          ///< of NAME_DECIMALS
+    std::string run;               ///< the base of outputs that hold several datasets
+    bool severalDatasets = false;  ///< the run converts several
+    std::string ending;            ///< behind base and tag, and behind run, of a difference: "_minus_base_h"
+    std::string tag;               ///< of the dataset alone: "_h"; blank where the file's name says it
+    std::string dataset;           ///< its path in the source; blank where a file holds one dataset
+    std::string quantity;          ///< "Water Level", blank when unknown: names the times of its maximum
+    bool vector = false;           ///< component switches name a component of vector results only
+    double gridSize = 0.0;         ///< cell size of a grid output, 0 for none
 };
 
 /// Decimals that the times of a run need in names. Fewest of 2 to 6 (0 to 6 with -sec) that keep every time distinct;
@@ -42,6 +43,9 @@ bool MAY_WRITE_SEVERAL(const RunOptions& options);
 
 /// Drops -out with a WARNING when it was given: the run writes several outputs, which cannot share one name.
 void IGNORE_OUTPUT_NAME();
+
+/// What an output is called without -out: base, time, component, cell size.
+std::string USUAL_NAME(const OutputLabel& label);
 
 /// The output's name without its extension. `extensions` are all the files that the output will write under it (".flt",
 /// ".hdr", ".prj"): when the run has already read or written one of them, "_2", "_3" ... is added with a WARNING. With

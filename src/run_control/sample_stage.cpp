@@ -22,7 +22,8 @@ constexpr double MERGE_METRES = 0.001, MERGE_DEGREES = 0.00000001;
 
 void checkLayer(const std::string& file, const std::string& what, const std::string& keyword) {
     if (TRIMMED(file).empty()) STOP_RUN("ERROR - No layer specified after " + keyword + ".");
-    const std::string name = FILEEXT(file).empty() ? file + ".mif" : file;
+    const std::string path = SPLIT_LAYER_PATH(file).file;
+    const std::string name = FILEEXT(path).empty() ? path + ".mif" : path;
     std::vector<std::string> needed = {name};
     if (FILEEXT(name) == ".mif") needed.push_back(FILENAMEPATH(name) + ".mid");
     for (const std::string& one : needed)
@@ -78,7 +79,8 @@ void startLayerLibrary(const RunOptions& options, const Mesh& mesh) {
 }  // namespace
 
 SampleStage::SampleStage(const RunOptions& options)
-    : options_(options), lp_(GIVEN(options, Family::Profile)), cp_(GIVEN(options, Family::Points)) {
+    : options_(options), lp_(GIVEN(options, Family::Profile)), cp_(GIVEN(options, Family::Points)), times_(options) {
+    if (options.samplesPackage) package_.reset(new SamplePackage{LayerFile("-gpkg", "GPKG", options.driverOptions)});
     if (lp_) checkLayer(options.lpFile, "Long profile", "-lp");
     if (cp_) checkLayer(options.cpFile, "Calibration point", "-cp");
     if (options.freeSurfaceOnly) DMESSAGE("WARNING - Obvert levels not available, -fso has no effect.");
@@ -97,6 +99,8 @@ void SampleStage::begin(const Mesh& mesh, const ResultsKind&) {
     const PointIndex index = INDEX_ELEMENTS(mesh, PlanKind::Nodes);
     if (lp_) profiles_ = START_PROFILES(mesh, index, std::move(lines), cp_ ? &marks_ : nullptr, rules);
     if (cp_) points_ = START_POINTS(mesh, index, marks_, pointRules(options_, rules.coordinateDecimals));
+    if (profiles_) profiles_->package = package_.get();
+    if (points_) points_->package = package_.get();
 }
 
 void SampleStage::beginDataset(const Results& results, const OutputLabel& label) {
@@ -120,17 +124,39 @@ void SampleStage::endDataset() {
 
 void SampleStage::take(const Results& results, OutputLabel label) {
     label.vector = false;  // whole vectors, whatever component was asked for
+    if (outputs_ == 0 && package_) expectPackage(label);
     if (outputs_ == 0 || last_.base != label.base || last_.quantity != label.quantity) beginDataset(results, label);
     last_ = label;
     ++outputs_;
+    times_.set(label);
     const TimeText time = timeText(label, options_.seconds);
     if (profiles_) TAKE_PROFILES(*profiles_, results, time.tag);
-    if (points_) TAKE_POINTS(*points_, results, time, OUTPUT_NAME(label, POINT_LAYER_FILES(marks_)));
+    if (points_) TAKE_POINTS(*points_, results, time, pointLayerBase(label));
+}
+
+void SampleStage::expectPackage(OutputLabel label) {
+    label.timed = false;
+    if (label.severalDatasets) label.base = label.run;
+    package_->crs = PROJECTION().text();
+    times_.add(package_->timeFields);
+    times_.set(label);
+    times_.put(package_->timeValues);
+    package_->file.expect(OUTPUT_NAME(label, {".gpkg"}) + ".gpkg");
+}
+
+/// Of the files of a copy, or of the layer in a package, which holds all times.
+std::string SampleStage::pointLayerBase(OutputLabel label) {
+    if (!package_) return OUTPUT_NAME(label, POINT_LAYER_FILES(marks_));
+    package_->timeValues.clear();
+    times_.put(package_->timeValues);
+    label.timed = label.timed && !options_.allTimes;
+    return FILENAMEEXT(USUAL_NAME(label));
 }
 
 void SampleStage::takeMesh(const Mesh& mesh, OutputLabel label) {
     begin(mesh, {});
     last_ = label;
+    if (package_) expectPackage(label);
     std::vector<std::string_view> files = POINT_LAYER_FILES(marks_);
     files.push_back("_cp.csv");
     if (points_) WRITE_BED_POINTS(*points_, OUTPUT_NAME(label, files));
@@ -149,5 +175,6 @@ void SampleStage::finish() {
         !last_.base.empty();  // a run whose datasets could not be read has no profiles, not even of the bed
     endDataset();
     if (profiles_ && taken) FINISH_PROFILES(*profiles_, profileBase());
+    if (package_) package_->file.close();
     gisCloseAllLayers();
 }

@@ -5,9 +5,11 @@
 #include "inputs/results.h"
 #include "profiles/point_stage.h"
 #include "profiles/profile_stage.h"
+#include "run_control/gdal_layer_output.h"
 #include "run_control/output_stage.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -28,11 +30,15 @@ private:
     void beginDataset(const Results& results, const OutputLabel& label);
     void endDataset();
     std::string profileBase() const;
+    void expectPackage(OutputLabel label);
+    std::string pointLayerBase(OutputLabel label);
 
     const RunOptions& options_;
     bool lp_, cp_;
     bool started_ = false;
     CalibrationPoints marks_;
+    std::unique_ptr<SamplePackage> package_;  ///< of -gpkg
+    TimeFields times_;
     std::optional<ProfileStage> profiles_;
     std::optional<PointStage> points_;
     std::set<std::string> datasets_;  ///< bases of those that came

@@ -24,12 +24,24 @@ void say(std::string_view message, std::string_view consequence) {
     REPORT(consequence);
 }
 
+/// Points and profiles are the format of such a run.
+bool takesSamples(const RunOptions& o) { return GIVEN(o, Family::Profile) || GIVEN(o, Family::Points); }
+
+std::string driverFormats() {
+    std::string list;
+    for (const OutputFormat& format : OUTPUT_FORMATS())
+        if (!format.driver.empty()) list += (list.empty() ? "-" : ", -") + std::string(format.keyword);
+    return list;
+}
+
 void checkFormats(RunOptions& o) {
     stopIf(o.vmi, "ERROR - vmi output no longer supported.");
     const std::vector<const OutputFormat*> formats = FORMATS_GIVEN(o);
     for (const OutputFormat* format : formats) REPORT(format->line);
     std::size_t count = formats.size();
     if (GIVEN(o, Family::Profile) && GIVEN(o, Family::Points)) --count;  // points along profiles are one output
+    o.samplesPackage = takesSamples(o) && GIVEN(o, "gpkg");
+    if (o.samplesPackage) --count;
     if (count == 1) return;
     DMESSAGE(count == 0 ? "ERROR - No output format flag specified."
                         : "ERROR - More than one output format specified. Refer to above for more information.");
@@ -58,8 +70,8 @@ void checkOutputName(RunOptions& o) {
         DMESSAGE("Warning - Supress grid size (-sgs) switch ignored as output file specified.");
         o.suppressGridSize = false;
     }
-    const bool named =
-        GIVEN(o, Family::Raster) || GIVEN(o, Family::Layer) || GIVEN(o, Family::ResultsFile) || GIVEN(o, Family::Scene);
+    const bool named = !takesSamples(o) && (GIVEN(o, Family::Raster) || GIVEN(o, Family::Layer) ||
+                                            GIVEN(o, Family::ResultsFile) || GIVEN(o, Family::Scene));
     if ((o.suppressGridSize || o.outputNameGiven) && !named) {
         say("Warning - Supress grid size (-sgs) or output filename (-out) switch only available for mif, shp or asc "
             "outputs.",
@@ -111,8 +123,7 @@ void checkRecorded(const RunOptions& o) {
 
 void checkRegions(RunOptions& o) {
     stopIf(o.region && GIVEN(o, Family::Raster), "ERROR - Invalid flag combination (-region and -asc).");
-    // points and profiles are the format of such a run
-    if (GIVEN(o, Family::Profile) || GIVEN(o, Family::Points)) {
+    if (takesSamples(o)) {
         o.vmi = false;
         DROP_FORMATS(o, [](const OutputFormat& format) {
             return format.family == Family::Raster || format.family == Family::Layer;
@@ -132,9 +143,24 @@ void checkComponents(const RunOptions& o) {
     stopIf(!(o.slantAngle >= 0.0F && o.slantAngle < 90.0F), ONE_COMPONENT);
 }
 
+void checkGdal(RunOptions& o) {
+    const std::vector<const OutputFormat*> formats = FORMATS_GIVEN(o);
+    const bool gdal = o.samplesPackage ||
+                      std::any_of(formats.begin(), formats.end(), [](const auto* f) { return !f->driver.empty(); });
+    stopIf(!o.driverOptions.empty() && !gdal,
+           "ERROR - -co needs a format that takes driver options: " + driverFormats() + ".");
+    if (!o.epoch.empty() && !(o.allTimes && (GIVEN(o, "gpkg") || GIVEN(o, "fgb") || o.samplesPackage)))
+        say("WARNING - The -epoch option is only valid with -gpkg or -fgb output and -tAll.", "-epoch ignored.");
+    stopIf(o.multiband && !(GIVEN(o, "gtif") && o.allTimes), "ERROR - -multiband needs -gtif and -tAll.");
+}
+
 void checkTemplateGrid(RunOptions& o) {
     if (o.likeGrid.empty()) return;
-    if (!GIVEN(o, Family::Raster)) {
+    const bool griddedLayer = GIVEN(o, Family::Layer) && o.grid;
+    if (griddedLayer && !o.gridSpacingGiven) return;
+    if (griddedLayer) {
+        DMESSAGE("WARNING - Grid spacing is taken from the template grid (-like), -grid ignored.");
+    } else if (!GIVEN(o, Family::Raster)) {
         DMESSAGE("WARNING - Template grid (-like) option only valid with -asc or -flt output, -like ignored.");
         o.likeGrid.clear();
     } else if (o.grid) {
@@ -175,4 +201,5 @@ void CHECK_SWITCHES() {
     checkComponents(options);
     checkTemplateGrid(options);
     checkDifference(options);
+    checkGdal(options);
 }

@@ -1,16 +1,20 @@
 #include "run_control/switches.h"
 
+#include "platform/file_system.h"
 #include "run_control/output_formats.h"
 #include "run_control/precision.h"
+#include "services/calendar.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/output_time.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
+#include "text_utils/paths.h"
 #include "text_utils/text.h"
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace {
 
@@ -20,6 +24,7 @@ constexpr std::size_t POINT_TYPES_WIDTH = 10;
 [[noreturn]] void unreadable(const SwitchArgument& given) {
     DMESSAGE("ERROR reading data");
     REPORT("   from argument " + given.argument);
+    if (BEGINS_WITH(given.text, "tif")) REPORT("   The switch for a GeoTIFF is -gtif.");
     EXITS();
 }
 
@@ -221,6 +226,21 @@ void takeSecondInput(RunOptions& options, const SwitchArgument& given) {
     options.secondInput = given.next;
 }
 
+void addDriverOption(RunOptions& options, const SwitchArgument& given) { options.driverOptions.push_back(given.next); }
+
+void addCrs(RunOptions& options, const SwitchArgument& given) {
+    const std::string text(TRIMMED(given.next));
+    if (text.empty()) STOP_RUN("ERROR - No coordinate system specified after " + given.argument + ".");
+    if (std::find(options.crs.begin(), options.crs.end(), text) == options.crs.end()) options.crs.push_back(text);
+}
+
+/// "2020-01-31", "2020-01-31T12:00" or "2020-01-31 12:00:00Z" -> "2020-01-31T12:00:00".
+void setEpoch(RunOptions& options, const SwitchArgument& given) {
+    const std::optional<CalendarTime> time = READ_CALENDAR_TIME(TRIMMED(given.behind));
+    if (!time) unreadable(given);
+    options.epoch = CALENDAR_TEXT(*time, 0.0);
+}
+
 constexpr bool NEXT = true, WHOLE_WORD = true;
 using O = RunOptions;
 
@@ -277,7 +297,23 @@ constexpr Switch TABLE[] = {
     {"obs", setRecordedField},
     {"dif", takeSecondInput, NEXT, WHOLE_WORD},
     {"mesh2", takeName<&O::secondMesh>, NEXT},
+    {"multiband", set<&O::multiband>},
+    {"epoch", setEpoch},
+    {"co", addDriverOption, NEXT, WHOLE_WORD},
+    {"crs", addCrs, NEXT, WHOLE_WORD},
 };
+
+/// The keywords that do not shape the values of an output: how the run goes, what files are called, which times there
+/// are beside the one at hand.
+constexpr std::string_view NOT_SHAPING[] = {"b",       "verbose", "jobs", "mem",   "out",    "into", "sgs",
+                                            "prjwarn", "help",    "t",    "tAll",  "max",    "min",  "tmax",
+                                            "from",    "until",   "nth",  "dttol", "version"};
+/// Those whose next argument is a file.
+constexpr std::string_view TAKING_FILES[] = {"2dm", "cp", "lp", "like", "crs", "dif", "mesh2"};
+
+bool isOneOf(std::string_view keyword, std::span<const std::string_view> keywords) {
+    return std::find(keywords.begin(), keywords.end(), keyword) != keywords.end();
+}
 
 }  // namespace
 
@@ -288,4 +324,14 @@ std::optional<Switch> FIND_SWITCH(std::string_view text) {
         if (format.wholeWord ? ASAME(text, format.keyword) : BEGINS_WITH(text, format.keyword))
             return Switch{format.keyword, addOutput};
     return {};
+}
+
+std::string RESULT_SWITCH(const Switch& row, const SwitchArgument& given) {
+    if (isOneOf(row.keyword, NOT_SHAPING)) return {};
+    const std::string text = "-" + std::string(row.keyword) + given.behind;
+    if (!row.takesNext) return text;
+    const bool file =
+        isOneOf(row.keyword, TAKING_FILES) && (row.keyword != "crs" || KIND_OF_FILE(given.next) == FileKind::File);
+    const std::string next = file ? FILENAMEEXT(given.next) : given.next;
+    return text + (next.find(' ') == std::string::npos ? " " + next : " \"" + next + "\"");
 }

@@ -21,9 +21,14 @@ struct Switch {
     void (*apply)(RunOptions&, const SwitchArgument&);  ///< may stop the run
     /// the following argument is its value, whatever that begins with
     bool takesNext = false;
-    bool wholeWord = false;  ///< the text is the keyword and nothing more: a path may begin with "/dif"
+    bool wholeWord = false;  ///< the text is the keyword and nothing more: a path may begin with "/dif",
+                             ///< and what takes the next argument must not swallow it by accident
 };
 
 /// The first row whose keyword the text (without its dash) begins with; the output formats without a row of their own
 /// are tried last. Nothing for an unknown switch.
 std::optional<Switch> FIND_SWITCH(std::string_view text);
+
+/// The switch as outputs tell it ("-grid5", "-like dem.tif", files without their folder); blank for one that leaves the
+/// values as they are: console, names, and which other times are converted.
+std::string RESULT_SWITCH(const Switch& row, const SwitchArgument& given);

@@ -25,8 +25,14 @@ struct RunOptions {
     std::string likeGrid;
 
     // Output formats
-    std::vector<std::string_view> outputs;  ///< keywords of the formats asked for ("asc"), each once
-    bool vmi = false;                       ///< -vmi, always refused
+    std::vector<std::string_view> outputs;    ///< keywords of the formats asked for ("asc"), each once
+    bool vmi = false;                         ///< -vmi, always refused
+    bool multiband = false;                   ///< -multiband: all times of a dataset are bands of one GeoTIFF
+    std::vector<std::string> driverOptions;   ///< -co: "KEY=VALUE" for GDAL's driver, in the order given
+    std::vector<std::string> crs;             ///< -crs: codes, files or texts, of which all name one system
+    std::string epoch;                        ///< -epoch: "2020-01-31T12:00:00", UTC, of time zero; blank for none
+    bool samplesPackage = false;              ///< -gpkg beside -lp or -cp: what is sampled goes into a GeoPackage too
+    std::vector<std::string> resultSwitches;  ///< those that shape the result, as files tell them: "-grid5"
 
     // Calibration points and long profiles
     bool freeSurfaceOnly = false;  ///< -fso

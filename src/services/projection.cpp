@@ -6,6 +6,7 @@
 #include "text_utils/paths.h"
 
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -70,7 +71,22 @@ void findCoordSys(const std::string& folder) {
 
 const Projection& PROJECTION() { return projection; }
 void INITIALISE_PROJECTION() { projection = {}; }
-void SET_PRJ(std::string_view text) { projection.prj = text; }
+void SET_PROJECTION(Projection settled) { projection = std::move(settled); }
+void SET_PRJ(std::string_view text) {
+    projection.prj = text;
+    projection.wkt.clear();
+}
+
+std::vector<ProjectionFile> PROJECTION_FILES(const std::string& inputFile, ProjectionUse use) {
+    std::vector<ProjectionFile> found;
+    const std::string folder = FILEFOLDERPATH(inputFile);
+    if (const auto name = projectionFile(folder, "mif"); name && use.coordSys != ProjectionNeed::None)
+        found.push_back({*name, coordSysOf(*name)});
+    if (const auto name = projectionFile(folder, "prj"); name && use.prj != ProjectionNeed::None)
+        found.push_back({*name, READ_PRJ(*name)});
+    std::erase_if(found, [](const ProjectionFile& file) { return file.text.empty(); });
+    return found;
+}
 
 void FIND_PROJECTION(const std::string& inputFile, ProjectionUse use) {
     INITIALISE_PROJECTION();

@@ -6,13 +6,17 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Filled by FIND_PROJECTION; read by whoever opens an output or a layer of the user's.
 struct Projection {
     std::string coordSys;  ///< the CoordSys line; blank when none is known: layers are then NonEarth, and not compared
     std::string prj;       ///< the .prj text on one line; blank when there is none to write
 
-    CoordinateKind kind() const { return COORDINATE_KIND(prj.empty() ? coordSys : prj); }
+    std::string wkt;  ///< well-known text of every detail, for GDAL's formats; blank where the .prj text serves
+
+    const std::string& text() const { return wkt.empty() ? prj : wkt; }
+    CoordinateKind kind() const { return COORDINATE_KIND(text().empty() ? coordSys : text()); }
     bool geographic() const { return kind() == CoordinateKind::Geographic; }  ///< degrees
 };
 
@@ -36,6 +40,15 @@ struct ProjectionUse {
 /// Looks beside the input file for Header.mif, else Projection.mif, and Header.prj, else Projection.prj, as the output
 /// needs them, and says which file it took. Without a wanted one: non-earth coordinates, or no .prj.
 void FIND_PROJECTION(const std::string& inputFile, ProjectionUse use);
+
+/// A text that stands beside the input, and where.
+struct ProjectionFile {
+    std::string name, text;
+};
+/// What FIND_PROJECTION would take, without a word and without taking it over.
+std::vector<ProjectionFile> PROJECTION_FILES(const std::string& inputFile, ProjectionUse use);
+/// Settles it by other means: -crs, the system of a template.
+void SET_PROJECTION(Projection projection);
 
 /// Takes over another grid's .prj text (-like).
 void SET_PRJ(std::string_view text);

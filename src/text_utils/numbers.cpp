@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <system_error>
 
 namespace {
@@ -76,4 +77,20 @@ bool POSITIVEINTEGERNUMBER(std::string_view text) {
     std::int32_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return !text.empty() && text[0] != '-' && error == std::errc{} && end == text.data() + text.size();
+}
+
+double ROUNDED(double value, int decimals) {
+    constexpr double POWERS[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr double EXACT = 1e12;      // scaled values below it keep three digits behind the point
+    constexpr double NEAR_HALF = 1e-2;  // there scaling may have crossed the half
+    if (decimals < 0 || decimals >= static_cast<int>(std::size(POWERS)) || !std::isfinite(value)) return value;
+    const double power = POWERS[decimals];
+    const double scaled = value * power;
+    const double fraction = std::abs(scaled - std::trunc(scaled));
+    if (std::abs(scaled) < EXACT && std::abs(fraction - 0.5) > NEAR_HALF) return std::nearbyint(scaled) / power + 0.0;
+    std::array<char, 400> text;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
+    double rounded = value;
+    std::from_chars(text.data(), end.ptr, rounded);
+    return rounded + 0.0;
 }

@@ -29,3 +29,7 @@ std::string FIXED_FIELD(double value, int width, int decimals);
 /// True when the trimmed text is digits only, without a sign, and its value fits 32 bits. "0" counts: -prec0.3 is read
 /// as 1 unit.
 bool POSITIVEINTEGERNUMBER(std::string_view text);
+
+/// The number that the value's text with so many decimals names: (1.23456, 2) -> 1.23; halves as the text has them, no
+/// negative zero. Beyond 15 decimals the value as it is.
+double ROUNDED(double value, int decimals);

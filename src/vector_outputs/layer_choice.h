@@ -4,6 +4,7 @@
 #include "services/projection_text.h"
 #include "vector_outputs/arrow.h"
 #include "vector_outputs/layer_kinds.h"
+#include "vector_outputs/layer_target.h"
 #include "vector_outputs/point_types.h"
 #include "vector_outputs/record_columns.h"
 
@@ -22,5 +23,6 @@ struct LayerChoice {
     RealFormat format;
     double cutoffDepth = 0.01;  ///< metres or feet: shallower objects are left out
     CoordinateKind coordinates = CoordinateKind::Unknown;
-    bool seconds = false;  ///< the Time column is in seconds
+    LayerTarget* target = nullptr;  ///< takes the objects, where they do not become files of their own
+    bool seconds = false;           ///< the Time column is in seconds
 };

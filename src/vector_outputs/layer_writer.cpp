@@ -104,3 +104,14 @@ void WRITE_LAYER(LayerJob& job) {
     reportCounts(job, counts);
     FINISH_OUTPUT(job.name);
 }
+
+void HAND_OVER_LAYER(LayerJob& job, LayerTarget& target) {
+    target.begin(job);
+    Progress progress("", static_cast<std::int64_t>(CANDIDATES(job.source)));
+    const LayerCounts counts = forEachObject(job, [&](const MapItem& item, const GisObject& o) {
+        target.object(item, o);
+        if (job.written != nullptr) job.written->push_back(SHOWN_VALUE(job.source, item));
+        progress.show(static_cast<std::int64_t>(job.source.next));
+    });
+    reportCounts(job, counts);
+}

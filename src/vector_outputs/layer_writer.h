@@ -3,6 +3,7 @@
 
 #include "vector_outputs/arrow.h"
 #include "vector_outputs/item_source.h"
+#include "vector_outputs/layer_target.h"
 #include "vector_outputs/record_columns.h"
 
 #include <string>
@@ -22,3 +23,5 @@ struct LayerJob {
 /// WARNING; a layer without objects is written empty, with a WARNING. Objects are drawn and written one at a time, so
 /// memory does not grow with their number.
 void WRITE_LAYER(LayerJob& job);
+/// The same into another place, in one walk, since nothing there has a width.
+void HAND_OVER_LAYER(LayerJob& job, LayerTarget& target);

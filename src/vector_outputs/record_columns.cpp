@@ -2,6 +2,7 @@
 
 #include "gis/data_line.h"
 #include "gis/fixed_text.h"
+#include "text_utils/numbers.h"
 
 #include <algorithm>
 #include <array>
@@ -143,4 +144,10 @@ void ADD_COLUMN(std::string& line, const RecordColumns& record, const MapItem& i
         case Column::GridRef: return addGridRef(line, item, record.gridDigits);
         default: return addReal(line, record, column, item[column]);
     }
+}
+
+double SHOWN_REAL(const RecordColumns& record, const MapItem& item, Column column) {
+    const double value = ROUNDED(item[column], record.format.decimals);
+    if (column == Column::Angle && value == -180.0) return 180.0;
+    return column == Column::Bearing && value == 360.0 ? 0.0 : value;
 }

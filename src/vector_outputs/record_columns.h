@@ -45,6 +45,8 @@ std::vector<GisAttribute> ATTRIBUTES_OF(const RecordColumns& record, bool shortI
 
 /// The item's data line: values in column order between commas, texts in double quotes.
 void FORM_RECORD(const RecordColumns& record, const MapItem& item, std::string& line);
+/// The number that ADD_COLUMN would write of a real column.
+double SHOWN_REAL(const RecordColumns& record, const MapItem& item, Column column);
 /// Adds one value to a line, behind a comma unless it is the first. A negative real that rounds to zero loses its sign,
 /// and a direction that rounds out of its range is brought back into it: no "-0.0000", "-180.0000" or "360.0000".
 void ADD_COLUMN(std::string& line, const RecordColumns& record, const MapItem& item, Column column);

@@ -97,6 +97,7 @@ void write(const VectorRun& run, LayerJob& job, const std::string& valueName, co
     if (choice.text) return WRITE_TEXT_POINTS(job.name, job.source, job.record, run.coordinateDecimals, job.written);
     job.arrows = run.arrows;
     job.step = choice.coordinateStep;
+    if (choice.target != nullptr) return HAND_OVER_LAYER(job, *choice.target);
     WRITE_LAYER(job);
 }
 

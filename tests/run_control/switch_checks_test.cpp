@@ -110,8 +110,14 @@ TEST_CASE("Overridden switches are cleared with a warning") {
     CHECK(checked({"-flt", "-grid5", "-like", "dem.flt"}) ==
           FLT + "WARNING - Grid spacing is taken from the template grid (-like), -grid ignored.\n");
     CHECK((!o.grid && o.likeGrid == "dem.flt"));
-    checked({"-mif", "-grid5", "-like", "dem.flt"});
-    CHECK((o.grid && o.likeGrid.empty()));
+    checked({"-mif", "-like", "dem.flt"});
+    CHECK((!o.grid && o.likeGrid.empty()));
+    CHECK(checked({"-mif", "-grid", "-like", "dem.flt"}) == MIF);  // a bare -grid lines up with the template
+    CHECK(checked({"-mif", "-grid5", "-like", "dem.flt"}) ==
+          MIF + "WARNING - Grid spacing is taken from the template grid (-like), -grid ignored.\n");
+    CHECK((o.grid && o.likeGrid == "dem.flt"));
+    CHECK(checked({"-lp", "l.mif", "-gpkg"}).find("ERROR") == std::string::npos);  // one format, not two
+    CHECK((o.samplesPackage && o.outputs == std::vector<std::string_view>{"lp"}));
     checked({"-cp", "c.mif", "-flt"});
     CHECK((o.inputError && o.outputs == std::vector<std::string_view>{"cp"}));
     for (const char* type : {"-typeH", "-typeWater Level"}) {

@@ -1,0 +1,117 @@
+#include "run_control/run_crs.h"
+
+#include "gdal_outputs/gdal_module.h"
+#include "gis/layers.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/files.h"
+#include "services/projection.h"
+#include "text_utils/paths.h"
+
+#include <utility>
+
+namespace {
+
+bool isPrjFile(const std::string& text) { return FILEEXT(text) == ".prj" && FIND_FILE(text); }
+
+std::string named(const Crs& crs) { return crs.code().empty() ? crs.name() : crs.code() + " (" + crs.name() + ")"; }
+
+[[noreturn]] void stopForTwo(const std::string& first, const std::string& second) {
+    STOP_RUN("ERROR - -crs is given twice and different: " + first + " and " + second + ".");
+}
+
+}  // namespace
+
+RunCrs::RunCrs(const RunOptions& options, const OutputFormat& format) : options_(options), format_(format) {
+    if (options.crs.empty()) {
+        FIND_PROJECTION(options.inputFile, format.projection);
+        return;
+    }
+    takeGiven();
+    for (const ProjectionFile& file : PROJECTION_FILES(options.inputFile, format.projection))
+        warnWhereDifferent(file.name, file.text);
+}
+
+void RunCrs::takeGiven() {
+    const std::string& given = options_.crs.front();
+    for (const std::string& text : options_.crs)
+        if (const auto file = FIND_FILE(text)) NOTE_FILE_USED(*file);  // no output may replace it
+    if (isPrjFile(given) && format_.projection.coordSys != ProjectionNeed::Wanted && !HAVE_GDAL_MODULE())
+        return takePrjFile(given);
+    gdal_ = &GDAL_MODULE("-crs");
+    Crs crs = RESOLVE_CRS(*gdal_, given, "-crs");
+    for (const std::string& other : options_.crs)
+        if (!crs.same(RESOLVE_CRS(*gdal_, other, "-crs"))) stopForTwo(given, other);
+    REPORT("Coordinate system: " + named(crs));
+    if (crs.esriWkt().empty() && format_.driver.empty() && format_.projection.prj != ProjectionNeed::None)
+        STOP_RUN("ERROR - The coordinate system has no form for .prj files, use -gtif or -gpkg.");
+    use(std::move(crs));
+}
+
+void RunCrs::takePrjFile(const std::string& name) {
+    const std::string text = READ_PRJ(*FIND_FILE(name));
+    if (COORDINATE_KIND(text) == CoordinateKind::Unknown)
+        STOP_RUN("ERROR - -crs " + name + ": not the text of a coordinate system.");
+    for (const std::string& other : options_.crs)
+        if (!isPrjFile(other) || !SAME_PROJECTION(READ_PRJ(*FIND_FILE(other)), text)) stopForTwo(name, other);
+    SET_PROJECTION({.coordSys = {}, .prj = text, .wkt = {}});
+}
+
+void RunCrs::use(Crs crs) {
+    SET_PROJECTION({.coordSys = {}, .prj = crs.esriWkt(), .wkt = crs.wkt()});
+    crs_ = std::move(crs);
+}
+
+void RunCrs::warnWhereDifferent(const std::string& name, const std::string& text) const {
+    bool same = false;
+    if (gdal_ == nullptr) {
+        same = SAME_PROJECTION(text, PROJECTION().prj);
+    } else {
+        const std::optional<Crs> other = TRY_RESOLVE_CRS(*gdal_, text);
+        same = other && crs_->same(*other);
+    }
+    if (!same) DMESSAGE("WARNING - The coordinate system of " + name + " is not that of -crs, which is used.");
+}
+
+void RunCrs::takePrjOf(const std::string& templateName, const std::string& prj) {
+    if (prj.empty()) return;
+    if (!options_.crs.empty()) return warnWhereDifferent(templateName, prj);
+    SET_PRJ(prj);
+}
+
+void RunCrs::takeSystemOf(const std::string& templateName, const std::string& wkt) {
+    if (wkt.empty()) return;
+    if (!options_.crs.empty()) return warnWhereDifferent(templateName, wkt);
+    if (!PROJECTION().text().empty() || !PROJECTION().coordSys.empty()) return;
+    gdal_ = &GDAL_MODULE("-like");
+    use(RESOLVE_CRS(*gdal_, wkt, "-like"));
+    REPORT("Using " + templateName + " for setting projection.");
+}
+
+void RunCrs::fitMesh(const Mesh& mesh) {
+    const bool ofGdal = !format_.driver.empty() || options_.samplesPackage;
+    if (!crs_ && ofGdal && !PROJECTION().text().empty()) {
+        crs_ = TRY_RESOLVE_CRS(GDAL_MODULE("-" + std::string(format_.keyword)), PROJECTION().text());
+        if (!crs_) STOP_RUN("ERROR - The text of the .prj file is no coordinate system that GDAL knows.");
+    }
+    const GdalBox box{mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax};
+    if (crs_ && mesh.xmin <= mesh.xmax) {
+        if (format_.projection.coordSys == ProjectionNeed::Wanted)
+            SET_PROJECTION({crs_->coordSys(box), PROJECTION().prj, PROJECTION().wkt});
+        const GdalAreaOfUse place = crs_->areaOfUse(box);
+        if (place == GdalOutside || place == GdalPartlyOutside)
+            DMESSAGE("WARNING - The mesh lies " + std::string(place == GdalOutside ? "" : "partly ") +
+                     "outside the area that " + named(*crs_) + " is meant for.");
+    }
+    setLayerProjection();
+}
+
+void RunCrs::setLayerProjection() const {
+    GisProjection projection{PROJECTION().coordSys, PROJECTION().prj, options_.projectionWarning, {}};
+    if (gdal_ != nullptr)
+        projection.isRuns = [this](const std::string& text) {
+            const std::optional<Crs> layer = TRY_RESOLVE_CRS(*gdal_, text);
+            return layer && crs_->same(*layer);
+        };
+    gisSetProjection(projection);
+}
