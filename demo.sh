@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
-scripts/install_packages.sh build
+scripts/install_packages.sh build gdal
 TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release -DBUILD_TESTS=OFF
 
 program=$PWD/build/release/VORANT_to_GIS
@@ -49,6 +49,8 @@ build/release/examples/make_parabolic_basin -origin 300000,6200300 "$out/shifted
 convert "Where the water stands deeper or shallower than in a flood 300 m further north, and what is newly wet or dry:" \
     -b -flt -grid50 -max -dif shifted_d.dat basin_d.dat
 convert "The bed, from the mesh alone:" -b -asc -grid20 basin.2dm
+convert "Highest water level, as a Cloud Optimized GeoTIFF with its coordinate system:" -b -gtif -grid20 -max -crs EPSG:28356 basin_h.dat
+convert "Velocity arrows at every output time, in one GeoPackage with dates:" -b -gpkg -vector -grid200 -tAll -epoch2024-01-01 -crs EPSG:28356 basin_V.dat
 
 cat <<EOF
 

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
-scripts/install_packages.sh build tests
+scripts/install_packages.sh build gdal tests
 scripts/install_packages.sh fuzz || echo "No clang with a fuzzer: the fuzz tests are left out."
 scripts/check_folders.sh
 scripts/check_format.sh
