@@ -1,151 +1,85 @@
 #include "inputs/mesh_reader.h"
 
-#include "inputs/mesh_cards.h"
+#include "inputs/mesh_blocks.h"
 #include "inputs/mesh_line_error.h"
 #include "inputs/mesh_nodes.h"
+#include "inputs/mesh_pass.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
 #include "text_utils/numbers.h"
-#include "text_utils/text.h"
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
+#include <vector>
 
 namespace {
 
-/// The pass over the cards, and where it stands.
-class MeshPass {
-public:
-    MeshPass(int file, std::span<const std::string> removedParts, Mesh& mesh)
-        : file_(file),
-          removedParts_(removedParts),
-          mesh_(mesh),
-          nodeRead_(mesh.nodes.size(), 0),
-          progress_("Element: ", mesh.elementCount) {}
+[[noreturn]] void refuse(int file, std::string_view line, std::int64_t number, std::string_view reason) {
+    if (reason != MeshPass::TOO_FEW_VALUES) refuseMeshLine(file, line, number, reason);
+    REPORT("   Line " + AINTEGER8(number) + " of " + GETNAM(file) + " has too few values for the current layout.");
+    STOP_RUN("Detected pre 2007-05-AB mesh.  Please use older version of utility.");
+}
 
-    void readCards() {
-        while (nextMeshLine(file_, line_)) {
-            ++lineNumber_;
-            switch (meshCard(line_)) {
-                case MeshCard::Node: readNode(); break;
-                case MeshCard::Triangle: readElement(TRIANGLE_SLOTS); break;
-                case MeshCard::Quad4: readElement(QUAD4_SLOTS); break;
-                case MeshCard::Quad9: readQuad9(); break;
-                case MeshCard::Part: readPart(); break;
-                case MeshCard::Other: break;
-            }
+/// Line by line, as messages count them.
+MeshTally readInOrder(int file, std::span<const std::string> removedParts, Mesh& mesh, Progress& progress) {
+    constexpr std::int64_t SHOWN_EVERY = 10000;
+    MeshRead read(mesh);
+    MeshPass pass(mesh, removedParts, read, false);
+    std::int64_t nextShown = SHOWN_EVERY;
+    std::string_view line;
+    for (std::int64_t number = 1; nextMeshLine(file, line); ++number) {
+        const std::string_view reason = pass.take(line);
+        if (reason == MeshPass::UNEXPECTED_QUAD9) {
+            DMESSAGE("ERROR - Unexpected 9 point quad in QL or pre 2005 mesh.");
+            pass.passOverElement();
+        } else if (!reason.empty()) {
+            refuse(file, line, number, reason);
         }
-        progress_.finish(elementsRead_);
+        if (pass.tally().elements < nextShown) continue;
+        progress.show(pass.tally().elements);
+        nextShown += SHOWN_EVERY;
     }
+    return ADD_UP_PASSES({&pass.tally(), 1}, removedParts, mesh);
+}
 
-    void checkCounts() const {
-        if (elementsRead_ != mesh_.elementCount)
-            STOP_RUN("ERROR - Number of cells does not match results file. Expecting number of cells: " +
-                     AINTEGER(mesh_.elementCount));
-        if (nodesRead_ != mesh_.nodeCount)
-            STOP_RUN("ERROR - Number of nodes does not match results file. Expecting number of nodes: " +
-                     AINTEGER(mesh_.nodeCount));
+/// Blocks of the file on all threads. Nothing when anything stood out: reading in order then says what, as ever.
+std::optional<MeshTally> readTogether(int file, std::span<const std::string> removedParts, Mesh& mesh) {
+    const MeshBlocks blocks(file, 0);
+    MeshRead read(mesh);
+    std::vector<MeshTally> tallies(blocks.count());
+    const bool good = blocks.readAll([&](std::size_t block, LinesOfBlock& lines) {
+        MeshPass pass(mesh, removedParts, read, true);
+        std::string_view line;
+        while (lines.next(line))
+            if (!pass.take(line).empty()) return false;
+        tallies[block] = pass.tally();
+        return true;
+    });
+    if (!good) return std::nullopt;
+    return ADD_UP_PASSES(tallies, removedParts, mesh);
+}
+
+MeshTally readCards(int file, std::span<const std::string> removedParts, Mesh& mesh) {
+    Progress progress("Element: ", mesh.elementCount);
+    std::optional<MeshTally> read;
+    if (MeshBlocks::WORTH_WHILE(file)) {
+        read = readTogether(file, removedParts, mesh);
+        if (!read) SIZE_MESH_TABLES(mesh);  // nothing of what was read stays
     }
+    if (!read) read = readInOrder(file, removedParts, mesh, progress);
+    progress.finish(read->elements);
+    return *read;
+}
 
-private:
-    [[noreturn]] void refuse(std::string_view reason) const { refuseMeshLine(file_, line_, lineNumber_, reason); }
-
-    bool currentFlavour() const { return IS_CURRENT_FLAVOUR(mesh_); }
-
-    /// A layout between the pre-2005 and the current one shows in the first card of a kind, which has too few values.
-    void checkRead(CardRead read, bool firstOfItsKind) const {
-        if (read == CardRead::Whole) return;
-        if (read == CardRead::Bad) refuse("a value cannot be read");
-        if (currentFlavour() && firstOfItsKind) {
-            REPORT("   Line " + AINTEGER8(lineNumber_) + " of " + GETNAM(file_) +
-                   " has too few values for the current layout.");
-            STOP_RUN("Detected pre 2007-05-AB mesh.  Please use older version of utility.");
-        }
-        refuse("a value is missing");
-    }
-
-    void readNode() {
-        std::int32_t id = 0;
-        MeshNode node;
-        checkRead(readNodeCard(fittedMeshLine(line_), currentFlavour(), id, node), nodesRead_ == 0);
-        if (id < 1 || id > mesh_.nodeCount) refuse("node number out of range");
-        if (!std::isfinite(node.x) || !std::isfinite(node.y) || !std::isfinite(node.z))
-            refuse("a coordinate is not finite");
-        std::uint8_t& alreadyRead = nodeRead_[static_cast<std::size_t>(id)];
-        if (alreadyRead != 0) refuse("this node was given before");
-        alreadyRead = 1;
-        if (node.datumFlag == 1) node.z -= mesh_.geoReference.verticalOffset;
-        mesh_.nodes[static_cast<std::size_t>(id)] = node;
-        ++nodesRead_;
-        mesh_.xmin = std::min(mesh_.xmin, node.x);
-        mesh_.xmax = std::max(mesh_.xmax, node.x);
-        mesh_.ymin = std::min(mesh_.ymin, node.y);
-        mesh_.ymax = std::max(mesh_.ymax, node.y);
-        mesh_.zmin = std::min(mesh_.zmin, node.z);
-        mesh_.zmax = std::max(mesh_.zmax, node.z);
-    }
-
-    template <std::size_t Count>
-    void readElement(const std::array<std::uint8_t, Count>& slots) {
-        std::int32_t id = 0;
-        MeshElement element;
-        checkRead(readElementCard(fittedMeshLine(line_), slots, !mesh_.qlMesh, currentFlavour(), id, element),
-                  elementsRead_ == 0);
-        if (id < 1 || id > mesh_.elementCount) refuse("element number out of range");
-        for (const std::uint8_t slot : slots)
-            if (element.nodes[slot] < 1 || element.nodes[slot] > mesh_.nodeCount) refuse("node number out of range");
-        MeshElement& entry = mesh_.elements[static_cast<std::size_t>(id)];
-        if (entry.shape != 0) refuse("this element was given before");
-        element.removed = removing_;
-        entry = element;
-        countElement();
-    }
-
-    void readQuad9() {
-        if (currentFlavour()) return readElement(QUAD9_SLOTS);
-        DMESSAGE("ERROR - Unexpected 9 point quad in QL or pre 2005 mesh.");
-        countElement();  // its element keeps shape 0
-    }
-
-    void countElement() {
-        constexpr std::int64_t SHOWN_EVERY = 10000;
-        if (++elementsRead_ % SHOWN_EVERY == 0) progress_.show(elementsRead_);
-    }
-
-    void readPart() {
-        constexpr std::size_t NAME_COLUMN = 9;
-        const std::string_view line = fittedMeshLine(line_);
-        FreeForm form(line.substr(std::min(line.size(), NAME_COLUMN)));
-        std::string_view text;
-        const CardRead read = cardRead(form.NEXT_TEXT(text));
-        if (read == CardRead::Bad) refuse("the name's quotes are not closed");
-        if (read == CardRead::Short) refuse("a value is missing");
-        const std::string name = FITTED(text, MESH_PART_WIDTH);
-        partOf(++mesh_.meshPartCount).name = name;
-        removing_ = false;
-        for (std::size_t k = 0; k < removedParts_.size() && !removing_; ++k) {
-            removing_ = TRIMF(name) == TRIMF(FITTED(removedParts_[k], MESH_PART_WIDTH));
-            if (removing_) partOf(static_cast<std::int32_t>(k) + 1).found = true;
-        }
-    }
-
-    MeshPart& partOf(std::int32_t number) {
-        const auto index = static_cast<std::size_t>(number);
-        if (mesh_.meshParts.size() <= index) mesh_.meshParts.resize(index + 1);
-        return mesh_.meshParts[index];
-    }
-
-    int file_;
-    std::span<const std::string> removedParts_;
-    Mesh& mesh_;
-    std::vector<std::uint8_t> nodeRead_;  ///< per node, numbered from 1
-    Progress progress_;
-    std::string_view line_;
-    std::int64_t lineNumber_ = 0;
-    std::int64_t nodesRead_ = 0, elementsRead_ = 0;
-    bool removing_ = false;  ///< the mesh part at hand is named with -rmp
-};
+void checkCounts(const Mesh& mesh, const MeshTally& read) {
+    if (read.elements != mesh.elementCount)
+        STOP_RUN("ERROR - Number of cells does not match results file. Expecting number of cells: " +
+                 AINTEGER(mesh.elementCount));
+    if (read.nodes != mesh.nodeCount)
+        STOP_RUN("ERROR - Number of nodes does not match results file. Expecting number of nodes: " +
+                 AINTEGER(mesh.nodeCount));
+}
 
 void rewind(int file) {
     REPORT("Rewinding .2dm file...");
@@ -185,12 +119,11 @@ void READ_2DM(int file, std::span<const std::string> removedParts, Mesh& mesh) {
     rewind(file);
     REPORT("...reading .2dm file");
     mesh.meshParts.resize(removedParts.size() + 1);
-    MeshPass pass(file, removedParts, mesh);
-    pass.readCards();
+    const MeshTally read = readCards(file, removedParts, mesh);
     REPORT("Finished Reading .2dm file");
     warnOfPartsNotFound(removedParts, mesh);
     SET_NODE_KINDS(mesh);
-    pass.checkCounts();
+    checkCounts(mesh, read);
     warnOfMissingOffset(mesh);
     checkElementsLeft(file, mesh);
     EXCLUDE_REMOVED_NODES(mesh);

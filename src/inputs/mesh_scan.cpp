@@ -1,3 +1,4 @@
+#include "inputs/mesh_blocks.h"
 #include "inputs/mesh_cards.h"
 #include "inputs/mesh_line_error.h"
 #include "inputs/mesh_reader.h"
@@ -12,6 +13,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -72,22 +74,51 @@ void readFirstLine(int file, Mesh& mesh) {
     if (mesh.pre2005) REPORT("Detected pre 2005-09-AF .2dm format.");
 }
 
+/// Counts a line by its card.
+void count(std::string_view line, CardCounts& counts) {
+    switch (meshCard(line)) {
+        case MeshCard::Node: ++counts.nodes; break;
+        case MeshCard::Triangle: ++counts.triangles; break;
+        case MeshCard::Quad4: ++counts.quads4; break;
+        case MeshCard::Quad9: ++counts.quads9; break;
+        case MeshCard::Part: break;
+        case MeshCard::Other:
+            for (std::size_t i = 0; i < SKIPPED_CARDS.size(); ++i)
+                if (line.starts_with(SKIPPED_CARDS[i])) ++counts.skipped[i];
+            break;
+    }
+}
+
+CardCounts sumOf(const std::vector<CardCounts>& parts) {
+    CardCounts sum;
+    for (const CardCounts& part : parts) {
+        sum.nodes += part.nodes;
+        sum.triangles += part.triangles;
+        sum.quads4 += part.quads4;
+        sum.quads9 += part.quads9;
+        for (std::size_t i = 0; i < SKIPPED_CARDS.size(); ++i) sum.skipped[i] += part.skipped[i];
+    }
+    return sum;
+}
+
+/// From where the file stands.
 CardCounts countCards(int file) {
+    if (MeshBlocks::WORTH_WHILE(file)) {
+        const std::int64_t start = FILE_POSITION(file);
+        const MeshBlocks blocks(file, start);
+        std::vector<CardCounts> counts(blocks.count());
+        const bool good = blocks.readAll([&](std::size_t block, LinesOfBlock& lines) {
+            std::string_view line;
+            CardCounts own;
+            while (lines.next(line)) count(line, own);
+            counts[block] = own;
+            return true;
+        });
+        if (good) return sumOf(counts);
+    }
     CardCounts counts;
     std::string_view line;
-    while (nextMeshLine(file, line)) {
-        switch (meshCard(line)) {
-            case MeshCard::Node: ++counts.nodes; break;
-            case MeshCard::Triangle: ++counts.triangles; break;
-            case MeshCard::Quad4: ++counts.quads4; break;
-            case MeshCard::Quad9: ++counts.quads9; break;
-            case MeshCard::Part: break;
-            case MeshCard::Other:
-                for (std::size_t i = 0; i < SKIPPED_CARDS.size(); ++i)
-                    if (line.starts_with(SKIPPED_CARDS[i])) ++counts.skipped[i];
-                break;
-        }
-    }
+    while (nextMeshLine(file, line)) count(line, counts);
     return counts;
 }
 

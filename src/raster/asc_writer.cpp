@@ -3,13 +3,16 @@
 #include "geometry/no_value.h"
 #include "raster/fixed_decimals.h"
 #include "raster/header_numbers.h"
+#include "raster/values_in_order.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/workers.h"
 #include "text_utils/numbers.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <new>
 #include <span>
 #include <string_view>
@@ -17,8 +20,9 @@
 
 namespace {
 
-constexpr std::size_t BUFFER_SIZE = 1U << 20;
-constexpr std::size_t VALUES_AT_ONCE = 1024;  // of one row, between two looks at the room left in the buffer
+constexpr std::size_t VALUES_AT_ONCE = 1U << 15;  // enough text for one write
+
+using TextBuffers = std::vector<std::unique_ptr<char[]>>;
 
 std::string field(std::string_view text, std::size_t width) {
     return std::string(width - std::min(width, text.size()), ' ') + std::string(text);
@@ -34,40 +38,39 @@ std::string header(const Grid& grid) {
            "NODATA_value " + FIXED_FIELD(static_cast<double>(NO_VALUE), 10, 0) + "\n";
 }
 
-void writeRows(int file, const Grid& grid, GridPrecision precision, std::vector<char>& buffer) {
-    const auto columns = static_cast<std::size_t>(grid.ncols);
-    char* to = buffer.data();
-    const auto flush = [&] {
-        WRITE_OR_STOP(file, {buffer.data(), static_cast<std::size_t>(to - buffer.data())});
-        to = buffer.data();
+/// buffers: one for each slot, with room for the text of a piece.
+void writeRows(int file, const PiecesInOrder& pieces, GridPrecision precision, const TextBuffers& buffers) {
+    std::vector<std::size_t> lengths(buffers.size());
+    Progress progress("", pieces.grid.nrows);
+    const auto format = [&](std::size_t piece, std::size_t slot) {
+        char* to = buffers[slot].get();
+        pieces.parts(piece, [&](std::span<const float> values, bool endsRow) {
+            to = PUT_FIXED_FIELDS(to, values, precision.width, precision.decimals);
+            if (endsRow) *to++ = '\n';
+        });
+        lengths[slot] = static_cast<std::size_t>(to - buffers[slot].get());
     };
-    Progress progress("", grid.nrows);
-    for (std::int32_t row = grid.nrows; row > 0; --row) {
-        progress.show(grid.nrows - row);
-        const std::span<const float> values(&grid.values[CELL_INDEX(grid, 1, row)], columns);
-        for (std::size_t first = 0; first < columns; first += VALUES_AT_ONCE) {
-            to = PUT_FIXED_FIELDS(to, values.subspan(first, std::min(VALUES_AT_ONCE, columns - first)), precision.width,
-                                  precision.decimals);
-            if (to >= buffer.data() + BUFFER_SIZE) flush();
-        }
-        *to++ = '\n';
-    }
-    flush();
+    DO_IN_ORDER(pieces.count(), format, [&](std::size_t piece, std::size_t slot) {
+        progress.show(pieces.rowsBefore(piece));
+        WRITE_OR_STOP(file, {buffers[slot].get(), lengths[slot]});
+    });
 }
 
 }  // namespace
 
 void WRITE_ASC(const std::string& base, const Grid& grid, GridPrecision precision) {
-    std::vector<char> buffer;
+    const PiecesInOrder pieces{grid, VALUES_AT_ONCE};
+    TextBuffers buffers(SLOTS_IN_ORDER());
     try {
-        buffer.resize(BUFFER_SIZE + FIXED_FIELDS_ROOM(VALUES_AT_ONCE) + 1);
+        const std::size_t room = FIXED_FIELDS_ROOM(pieces.most()) + pieces.most();  // a line end for each value
+        for (auto& buffer : buffers) buffer = std::make_unique_for_overwrite<char[]>(room);
     } catch (const std::bad_alloc&) {
         STOP_RUN("ERROR 2146 - Could not allocate memory (RAM) for temporary grid output array.");
     }
     const int file = OPEN_FILE(base + ".asc", "O ", "asc");
     WRITE_OR_STOP(file, header(grid));
     REPORT("Writing ASCII grid file...");
-    writeRows(file, grid, precision, buffer);
+    writeRows(file, pieces, precision, buffers);
     CLOSE_FILE(file);
     REPORT("   Done.");
 }

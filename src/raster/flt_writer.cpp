@@ -2,9 +2,11 @@
 
 #include "geometry/no_value.h"
 #include "raster/header_numbers.h"
+#include "raster/values_in_order.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/workers.h"
 #include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
 
@@ -14,13 +16,14 @@
 #include <cstdint>
 #include <limits>
 #include <new>
+#include <span>
 #include <string_view>
 #include <vector>
 
 namespace {
 
-// 1 MiB: as fast as one write of the whole grid, without its memory a second time
-constexpr std::size_t BUFFER_VALUES = 1U << 18;
+constexpr std::size_t VALUES_AT_ONCE =
+    1U << 16;  // as fast as one write of the whole grid, without its memory a second time
 
 std::string header(const Grid& grid) {
     return "ncols " + AINTEGER(grid.ncols) + "\n" +                                     //
@@ -32,36 +35,28 @@ std::string header(const Grid& grid) {
            "byteorder LSBFIRST\n";
 }
 
-void putLittleFloats(char* to, const float* values, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        const float value = std::abs(values[i]) <= std::numeric_limits<float>::max() ? values[i] : NO_VALUE;
-        to = putLittleFloat(to, value);
-    }
+char* putLittleFloats(char* to, std::span<const float> values) {
+    for (const float value : values)
+        to = putLittleFloat(to, std::abs(value) <= std::numeric_limits<float>::max() ? value : NO_VALUE);
+    return to;
 }
 
-void writeRows(int file, const Grid& grid, std::vector<char>& buffer) {
-    const auto columns = static_cast<std::size_t>(grid.ncols);
-    std::size_t used = 0;     // values in the buffer
-    std::size_t written = 0;  // values in all
-    const auto flush = [&] {
-        WRITE_OR_STOP(file, {buffer.data(), 4 * used});
-        written += used;
-        used = 0;
+/// buffers: one for each slot, with room for the values of a piece.
+void writeRows(int file, const PiecesInOrder& pieces, std::vector<std::vector<char>>& buffers) {
+    std::vector<std::size_t> lengths(buffers.size());
+    std::size_t written = 0;  // bytes
+    Progress progress("", pieces.grid.nrows);
+    const auto convert = [&](std::size_t piece, std::size_t slot) {
+        char* to = buffers[slot].data();
+        pieces.parts(piece, [&](std::span<const float> values, bool) { to = putLittleFloats(to, values); });
+        lengths[slot] = static_cast<std::size_t>(to - buffers[slot].data());
     };
-    Progress progress("", grid.nrows);
-    for (std::int32_t row = grid.nrows; row > 0; --row) {
-        progress.show(grid.nrows - row);
-        const float* values = &grid.values[CELL_INDEX(grid, 1, row)];
-        for (std::size_t first = 0; first < columns;) {
-            const std::size_t count = std::min(BUFFER_VALUES - used, columns - first);
-            putLittleFloats(buffer.data() + 4 * used, values + first, count);
-            first += count;
-            used += count;
-            if (used == BUFFER_VALUES) flush();
-        }
-    }
-    flush();
-    if (written != CELL_COUNT(grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
+    DO_IN_ORDER(pieces.count(), convert, [&](std::size_t piece, std::size_t slot) {
+        progress.show(pieces.rowsBefore(piece));
+        WRITE_OR_STOP(file, {buffers[slot].data(), lengths[slot]});
+        written += lengths[slot];
+    });
+    if (written != sizeof(float) * CELL_COUNT(pieces.grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
 }
 
 }  // namespace
@@ -72,13 +67,14 @@ void WRITE_FLT(const std::string& base, const Grid& grid, GridPrecision) {
     CLOSE_FILE(headerFile);
     const int file = OPEN_FILE(base + ".flt", "O ", "flt");
     REPORT("Writing FLT grid...");
-    std::vector<char> buffer;
+    const PiecesInOrder pieces{grid, VALUES_AT_ONCE};
+    std::vector<std::vector<char>> buffers(SLOTS_IN_ORDER());
     try {
-        buffer.resize(4 * BUFFER_VALUES);
+        for (std::vector<char>& buffer : buffers) buffer.resize(sizeof(float) * pieces.most());
     } catch (const std::bad_alloc&) {
         STOP_RUN("ERROR 2146 - Could not allocate memory (RAM) for temporary grid output array.");
     }
-    writeRows(file, grid, buffer);
+    writeRows(file, pieces, buffers);
     CLOSE_FILE(file);
     REPORT("Finished writing FLT grid.");
 }

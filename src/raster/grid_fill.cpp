@@ -4,12 +4,15 @@
 #include "raster/element_pieces.h"
 #include "raster/plan_rows.h"
 #include "services/console.h"
+#include "services/workers.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -35,19 +38,26 @@ void raise(float& cell, float value) {
     if (value > cell) cell = value;
 }
 
-/// Lays the pieces of chunks onto a grid.
+/// Lays the pieces of chunks onto some rows of a grid.
 class Filler {
 public:
-    Filler(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid)
-        : kind_(kind), mesh_(mesh), input_(input), grid_(grid) {}
+    Filler(PlanKind kind, const Mesh& mesh, const GridInput& input, RowRange own, Grid& grid)
+        : kind_(kind), mesh_(mesh), input_(input), own_(own), grid_(grid) {}
 
     void fill(const PlanChunk& chunk);
 
 private:
-    void fillWithValue(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, float value);
-    void fillTriangle(const PlanPiece& piece, const PlanRow* rows, const CornerValues& values);
-    void fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, const CornerValues& values,
-                  unsigned usable);
+    /// Rows of one piece, and the sets of their cells where it has them.
+    struct Rows {
+        std::int32_t number;  ///< of the first one, from 1
+        const PlanRow* begin;
+        const PlanRow* end;
+        const std::uint8_t* sets;
+    };
+    Rows ownRows(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets) const;
+    void fillWithValue(const PlanPiece& piece, Rows rows, float value);
+    void fillTriangle(Rows rows, const CornerValues& values);
+    void fillQuad(const PlanPiece& piece, Rows rows, const CornerValues& values, unsigned usable);
     float* cellsOf(const PlanRow& row, std::int32_t number) {
         return grid_.values.data() + CELL_INDEX(grid_, row.column, number);
     }
@@ -55,23 +65,37 @@ private:
     PlanKind kind_;
     const Mesh& mesh_;
     const GridInput& input_;
+    RowRange own_;
     Grid& grid_;
     PieceShape shape_;
     std::array<MeanPlane, 16> means_;  // by set of triangles
 };
 
+/// Those of the piece's rows that are this filler's.
+Filler::Rows Filler::ownRows(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets) const {
+    const std::int32_t end = piece.firstRow + static_cast<std::int32_t>(piece.rows);
+    Rows own{piece.firstRow, rows, rows + piece.rows, sets};
+    if (end > own_.end) own.end -= end - std::max(own_.end, piece.firstRow);
+    for (; own.number < own_.first && own.begin != own.end; ++own.number, ++own.begin)
+        if (piece.sets != 0) own.sets += own.begin->cells;
+    return own;
+}
+
 void Filler::fill(const PlanChunk& chunk) {
-    const PlanRow* rows = chunk.rows.data();
+    if (chunk.covered.end <= own_.first || chunk.covered.first >= own_.end) return;
+    const PlanRow* next = chunk.rows.data();
     const std::uint8_t* sets = chunk.sets.data();
     for (const PlanPiece& piece : chunk.pieces) {
-        const PlanRow* const pieceRows = std::exchange(rows, rows + piece.rows);
-        const std::uint8_t* const pieceSets = sets;
+        const PlanRow* const all = std::exchange(next, next + piece.rows);
+        const std::uint8_t* const allSets = sets;
         if (piece.sets != 0)
-            for (const PlanRow* row = pieceRows; row != rows; ++row) sets += row->cells;
+            for (const PlanRow* row = all; row != next; ++row) sets += row->cells;
         if (!input_.wet.empty() && input_.wet[static_cast<std::size_t>(piece.element)] == 0) continue;
+        const Rows rows = ownRows(piece, all, allSets);
+        if (rows.begin == rows.end) continue;
         if (kind_ == PlanKind::Cells) {
             const float value = input_.values[static_cast<std::size_t>(piece.element)];
-            if (!IS_MISSING(value)) fillWithValue(piece, pieceRows, pieceSets, value);
+            if (!IS_MISSING(value)) fillWithValue(piece, rows, value);
             continue;
         }
         CornerValues values{};
@@ -81,84 +105,137 @@ void Filler::fill(const PlanChunk& chunk) {
         if (usable == 0) continue;
         if (input_.directions) unwind(values, static_cast<std::size_t>(piece.corners), usable);
         PLACE_PIECE(mesh_, piece.corners, piece.nodes, shape_);
-        if (piece.corners == 3) fillTriangle(piece, pieceRows, values);
-        else fillQuad(piece, pieceRows, pieceSets, values, usable);
+        if (piece.corners == 3) fillTriangle(rows, values);
+        else fillQuad(piece, rows, values, usable);
     }
 }
 
-void Filler::fillWithValue(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, float value) {
-    for (std::uint32_t r = 0; r < piece.rows; ++r) {
-        float* cells = cellsOf(rows[r], piece.firstRow + static_cast<std::int32_t>(r));
-        for (std::uint32_t i = 0; i < rows[r].cells; ++i)
-            if (piece.sets == 0 || *sets++ != 0) raise(cells[i], value);
+void Filler::fillWithValue(const PlanPiece& piece, Rows rows, float value) {
+    for (; rows.begin != rows.end; ++rows.begin, ++rows.number) {
+        float* cells = cellsOf(*rows.begin, rows.number);
+        for (std::uint32_t i = 0; i < rows.begin->cells; ++i)
+            if (piece.sets == 0 || *rows.sets++ != 0) raise(cells[i], value);
     }
 }
 
-void Filler::fillTriangle(const PlanPiece& piece, const PlanRow* rows, const CornerValues& values) {
+void Filler::fillTriangle(Rows rows, const CornerValues& values) {
     const Plane plane = TRIANGLE_PLANE(shape_, 3, values);
     const float lowest = std::min(std::min(values[0], values[1]), values[2]);
     const float highest = std::max(std::max(values[0], values[1]), values[2]);
     const double step = plane.east * grid_.cellSize;
-    for (std::uint32_t r = 0; r < piece.rows; ++r) {
-        const std::int32_t number = piece.firstRow + static_cast<std::int32_t>(r);
-        const double first = plane.value + plane.east * (CELL_X(grid_, rows[r].column) - shape_.x0) +
-                             plane.north * (CELL_Y(grid_, number) - shape_.y0);
-        float* cells = cellsOf(rows[r], number);
-        for (std::uint32_t i = 0; i < rows[r].cells; ++i)
+    for (; rows.begin != rows.end; ++rows.begin, ++rows.number) {
+        const double first = plane.value + plane.east * (CELL_X(grid_, rows.begin->column) - shape_.x0) +
+                             plane.north * (CELL_Y(grid_, rows.number) - shape_.y0);
+        float* cells = cellsOf(*rows.begin, rows.number);
+        for (std::uint32_t i = 0; i < rows.begin->cells; ++i)
             raise(cells[i], std::min(std::max(static_cast<float>(first + step * i), lowest), highest));
     }
 }
 
-void Filler::fillQuad(const PlanPiece& piece, const PlanRow* rows, const std::uint8_t* sets, const CornerValues& values,
-                      unsigned usable) {
+void Filler::fillQuad(const PlanPiece& piece, Rows rows, const CornerValues& values, unsigned usable) {
     const std::array<Plane, 4> planes = {TRIANGLE_PLANE(shape_, 0, values), TRIANGLE_PLANE(shape_, 1, values),
                                          TRIANGLE_PLANE(shape_, 2, values), TRIANGLE_PLANE(shape_, 3, values)};
     for (unsigned set = 0; piece.sets >> set != 0; ++set)
         if ((piece.sets >> set & 1U) != 0) means_[set] = MEAN_PLANE(set & usable, planes, values);
-    for (std::uint32_t r = 0; r < piece.rows; ++r) {
-        const std::int32_t number = piece.firstRow + static_cast<std::int32_t>(r);
-        const double east = CELL_X(grid_, rows[r].column) - shape_.x0;
-        const double north = CELL_Y(grid_, number) - shape_.y0;
-        float* cells = cellsOf(rows[r], number);
-        for (std::uint32_t i = 0; i < rows[r].cells; ++i)
-            raise(cells[i], means_[*sets++].AT(east + grid_.cellSize * i, north));
+    for (; rows.begin != rows.end; ++rows.begin, ++rows.number) {
+        const double east = CELL_X(grid_, rows.begin->column) - shape_.x0;
+        const double north = CELL_Y(grid_, rows.number) - shape_.y0;
+        float* cells = cellsOf(*rows.begin, rows.number);
+        for (std::uint32_t i = 0; i < rows.begin->cells; ++i)
+            raise(cells[i], means_[*rows.sets++].AT(east + grid_.cellSize * i, north));
     }
 }
 
 /// Keeps a copy of the chunk, without spare room, when the plan's limit and the memory allow it.
-void keepChunk(GridPlan& plan, const PlanChunk& chunk) {
+bool keepChunk(GridPlan& plan, const PlanChunk& chunk) {
     const std::uint64_t bytes = chunk.pieces.size() * sizeof(PlanPiece) + chunk.rows.size() * sizeof(PlanRow) +
                                 chunk.sets.size() + sizeof(PlanChunk);
     if (plan.memoryUsed + bytes > plan.memoryLimit) {
         plan.memoryLimit = 0;
-        return;
+        return false;
     }
     try {
         plan.chunks.push_back(chunk);
         plan.memoryUsed += bytes;
+        return true;
     } catch (const std::bad_alloc&) {
         plan.memoryLimit = 0;  // the rest is worked out anew at every time
+        return false;
     }
+}
+
+/// Lays chunks on the threads of the run, each of which fills rows of its own.
+class RowsTogether {
+public:
+    RowsTogether(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid)
+        : kind_(kind), mesh_(mesh), input_(input), grid_(grid) {}
+
+    void fill(std::span<const PlanChunk> chunks) {
+        constexpr std::size_t SHARES_A_JOB = 4;  // some rows have more to fill than others
+        RowRange covered{std::numeric_limits<std::int32_t>::max(), 0};
+        for (const PlanChunk& chunk : chunks) {
+            if (chunk.pieces.empty()) continue;
+            covered.first = std::min(covered.first, chunk.covered.first);
+            covered.end = std::max(covered.end, chunk.covered.end);
+        }
+        if (covered.first >= covered.end) return;
+        const auto rows = static_cast<std::size_t>(covered.end - covered.first);
+        const auto jobs = static_cast<std::size_t>(JOBS());
+        const std::size_t shares = jobs == 1 ? 1 : std::min(rows, SHARES_A_JOB * jobs);
+        DO_PIECES(shares, [&](std::size_t share) {
+            const auto from = static_cast<std::int32_t>(rows * share / shares);
+            const auto to = static_cast<std::int32_t>(rows * (share + 1) / shares);
+            Filler filler(kind_, mesh_, input_, {covered.first + from, covered.first + to}, grid_);
+            for (const PlanChunk& chunk : chunks) filler.fill(chunk);
+        });
+    }
+
+private:
+    PlanKind kind_;
+    const Mesh& mesh_;
+    const GridInput& input_;
+    Grid& grid_;
+};
+
+/// The next ranges of elements to plan, taken off `left`: as many as are worked on together.
+std::vector<ElementRange> nextRanges(std::vector<ElementRange>& left) {
+    constexpr std::size_t CHUNKS_A_JOB = 4;
+    const std::size_t most = JOBS() == 1 ? 1 : CHUNKS_A_JOB * static_cast<std::size_t>(JOBS());
+    std::vector<ElementRange> ranges;
+    while (ranges.size() < most && !left.empty()) {
+        ElementRange& from = left.back();
+        const std::int32_t count = std::min(from.end - from.first, ELEMENTS_AT_A_TIME);
+        ranges.push_back({from.first, from.first + count});
+        from.first += count;
+        if (from.first == from.end) left.pop_back();
+    }
+    return ranges;
 }
 
 /// Lays all elements, less the dry ones of `input`.
 void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid, Progress& progress) {
-    Filler filler(plan.kind, mesh, input, grid);
-    std::int32_t next = 1;
-    for (const PlanChunk& chunk : plan.chunks) {
-        filler.fill(chunk);
-        next = chunk.endElement;
-        progress.show(next - 1);
-    }
-    PlanChunk chunk;
-    while (next <= mesh.elementCount) {
+    if (!std::exchange(plan.begun, true)) plan.rest = {{1, mesh.elementCount + 1}};
+    RowsTogether rows(plan.kind, mesh, input, grid);
+    rows.fill(plan.chunks);
+    std::vector<ElementRange> left = std::exchange(plan.rest, {});
+    std::vector<PlanChunk> chunks;
+    std::int64_t done = 0;
+    while (!left.empty()) {
         // A chunk that will be kept must serve other times, when other elements are wet.
         const bool keeping = plan.memoryLimit > 0;
-        PLAN_CHUNK(mesh, grid, plan.kind, next, keeping || input.wet.empty() ? nullptr : input.wet.data(), chunk);
-        filler.fill(chunk);
-        if (keeping) keepChunk(plan, chunk);
-        next = chunk.endElement;
-        progress.show(next - 1);
+        const std::vector<ElementRange> ranges = nextRanges(left);
+        chunks.resize(std::max(chunks.size(), ranges.size()));
+        DO_PIECES(ranges.size(), [&](std::size_t i) {
+            PLAN_CHUNK(mesh, grid, plan.kind, ranges[i], {1, grid.nrows + 1},
+                       keeping || input.wet.empty() ? nullptr : input.wet.data(), chunks[i]);
+        });
+        rows.fill({chunks.data(), ranges.size()});
+        for (std::size_t i = ranges.size(); i-- > 0;) {
+            if (!keeping || !keepChunk(plan, chunks[i])) plan.rest.push_back(chunks[i].elements);
+            done += chunks[i].elements.end - chunks[i].elements.first;
+            if (chunks[i].elements.end < ranges[i].end) left.push_back({chunks[i].elements.end, ranges[i].end});
+        }
+        progress.show(done);
     }
 }
 

@@ -38,10 +38,20 @@ struct PlanPiece {
     std::uint16_t corners = 0;  ///< 3 or 4
 };
 
+/// Rows of a grid, from 1: first to before end.
+struct RowRange {
+    std::int32_t first = 1, end = 1;
+};
+
+/// Elements of a mesh, from 1: first to before end.
+struct ElementRange {
+    std::int32_t first = 1, end = 1;
+};
+
 /// The pieces of a range of elements, in the order of the elements.
 struct PlanChunk {
-    std::int32_t firstElement = 1;
-    std::int32_t endElement = 1;  ///< one behind the last
+    ElementRange elements;
+    RowRange covered;  ///< rows that the pieces have; none when there are no pieces
     std::vector<PlanPiece> pieces;
     std::vector<PlanRow> rows;  ///< of all pieces, in their order
     /// per cell of the pieces that have sets: the triangles it lies in (raster/element_pieces.h)
@@ -52,5 +62,7 @@ struct GridPlan {
     PlanKind kind = PlanKind::Nodes;
     std::uint64_t memoryLimit = 0;  ///< bytes the chunks may take; what does not fit is worked out anew at every time
     std::uint64_t memoryUsed = 0;
-    std::vector<PlanChunk> chunks;  ///< from element 1 on, without a gap
+    bool begun = false;  ///< from the first output time on, chunks and rest are all elements
+    std::vector<PlanChunk> chunks;
+    std::vector<ElementRange> rest;  ///< what stands in no chunk
 };

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr std::int32_t ELEMENTS_AT_A_TIME = 8192;
 constexpr std::size_t CELLS_AT_A_TIME = 1U << 20;  // a few elements can cover more of a grid than thousands of others
 
 /// Eight bytes, the first in the lowest bits: all ones in the first `count`, however far below 0 or above 8 that is.
@@ -24,7 +23,8 @@ std::uint64_t firstBytes(std::int64_t count) {
 /// Adds the rows of pieces to a chunk.
 class RowMaker {
 public:
-    RowMaker(const Grid& grid, PlanKind kind, PlanChunk& chunk) : kind_(kind), grid_(grid), chunk_(chunk) {}
+    RowMaker(const Grid& grid, PlanKind kind, RowRange wanted, PlanChunk& chunk)
+        : kind_(kind), grid_(grid), wanted_(wanted), chunk_(chunk) {}
     ~RowMaker() { chunk_.sets.resize(setsUsed_); }
     RowMaker(const RowMaker&) = delete;
     RowMaker& operator=(const RowMaker&) = delete;
@@ -37,11 +37,15 @@ private:
     void addConvexQuad(const PieceShape& shape, PlanPiece& piece);
     void addTriangles(const PieceShape& shape, PlanPiece& piece);
     void addRow(const Interval& cells);
+    Interval wantedOf(std::int64_t firstRow, std::int64_t endRow) const {
+        return {std::max<std::int64_t>(firstRow, wanted_.first), std::min<std::int64_t>(endRow, wanted_.end)};
+    }
     std::uint16_t addSets(const Interval& cells, const std::array<Interval, 4>& triangles);
     std::uint16_t dropOutside(const Interval& cells, std::uint16_t inside);
 
     PlanKind kind_;
     LocalGrid grid_;
+    RowRange wanted_;
     PlanChunk& chunk_;
     std::size_t setsUsed_ = 0;
     std::size_t cells_ = 0;
@@ -98,9 +102,9 @@ void RowMaker::addWhole(const PieceShape& shape, PlanPiece& piece) {
     const double twiceArea = shape.corners == 3 ? shape.twiceArea[3] : shape.twiceArea[1] + shape.twiceArea[3];
     Outline& outline = outlines_[0];
     outline.place(shape, grid_, CORNERS.data(), static_cast<std::size_t>(shape.corners), twiceArea > 0.0);
-    piece.firstRow = static_cast<std::int32_t>(outline.firstRow());
-    for (std::int64_t row = outline.firstRow(); row < outline.endRow(); ++row)
-        addRow(outline.columnsAt(grid_.north(row)));
+    const Interval rows = wantedOf(outline.firstRow(), outline.endRow());
+    piece.firstRow = static_cast<std::int32_t>(rows.first);
+    for (std::int64_t row = rows.first; row < rows.end; ++row) addRow(outline.columnsAt(grid_.north(row)));
 }
 
 /// A line through two opposite corners of a convex quad meets it along the diagonal only, so each side of the line is a
@@ -111,9 +115,10 @@ void RowMaker::addConvexQuad(const PieceShape& shape, PlanPiece& piece) {
     outline.place(shape, grid_, CORNERS.data(), 4, shape.twiceArea[3] > 0.0);
     diagonals_[0].place(shape, grid_, 0, 2, 1, 3, 1);
     diagonals_[1].place(shape, grid_, 1, 3, 0, 2, 0);
-    piece.firstRow = static_cast<std::int32_t>(outline.firstRow());
+    const Interval rows = wantedOf(outline.firstRow(), outline.endRow());
+    piece.firstRow = static_cast<std::int32_t>(rows.first);
     std::array<Interval, 4> triangles;
-    for (std::int64_t row = outline.firstRow(); row < outline.endRow(); ++row) {
+    for (std::int64_t row = rows.first; row < rows.end; ++row) {
         const double north = grid_.north(row);
         const Interval cells = outline.columnsAt(north);
         addRow(cells);
@@ -132,8 +137,9 @@ void RowMaker::addTriangles(const PieceShape& shape, PlanPiece& piece) {
         firstRow = std::min(firstRow, outlines_[k].firstRow());
         endRow = std::max(endRow, outlines_[k].endRow());
     }
-    piece.firstRow = static_cast<std::int32_t>(firstRow);
-    for (std::int64_t row = firstRow; row < endRow; ++row) {
+    const Interval rows = wantedOf(firstRow, endRow);
+    piece.firstRow = static_cast<std::int32_t>(rows.first);
+    for (std::int64_t row = rows.first; row < rows.end; ++row) {
         std::array<Interval, 4> triangles;
         Interval cells{std::numeric_limits<std::int64_t>::max(), 0};
         for (std::size_t k = 0; k < 4; ++k) {
@@ -167,6 +173,10 @@ void RowMaker::add(const PieceShape& shape, const ElementPiece& corners, std::in
         return;
     }
     piece.rows = static_cast<std::uint32_t>(chunk_.rows.size() - rowsBefore);
+    const std::int32_t endRow = piece.firstRow + static_cast<std::int32_t>(piece.rows);
+    RowRange& covered = chunk_.covered;
+    covered = chunk_.pieces.empty() ? RowRange{piece.firstRow, endRow}
+                                    : RowRange{std::min(covered.first, piece.firstRow), std::max(covered.end, endRow)};
     chunk_.pieces.push_back(piece);
 }
 
@@ -178,18 +188,17 @@ double coordinateSizeOf(const Grid& grid) {
 
 }  // namespace
 
-void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, std::int32_t firstElement, const std::uint8_t* wet,
-                PlanChunk& chunk) {
-    chunk.firstElement = firstElement;
+void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, ElementRange elements, RowRange rows,
+                const std::uint8_t* wet, PlanChunk& chunk) {
+    chunk.elements = elements;
+    chunk.covered = {};
     chunk.pieces.clear();
     chunk.rows.clear();
     const double coordinateSize = coordinateSizeOf(grid);
-    RowMaker maker(grid, kind, chunk);
+    RowMaker maker(grid, kind, rows, chunk);
     PieceShape shape;
-    const auto last = static_cast<std::int32_t>(
-        std::min<std::int64_t>(mesh.elementCount, std::int64_t{firstElement} + ELEMENTS_AT_A_TIME - 1));
-    std::int32_t id = firstElement;
-    for (; id <= last && maker.cells() < CELLS_AT_A_TIME; ++id) {
+    std::int32_t id = elements.first;
+    for (; id < elements.end && maker.cells() < CELLS_AT_A_TIME; ++id) {
         if (wet != nullptr && wet[id] == 0) continue;
         const MeshElement& element = mesh.elements[static_cast<std::size_t>(id)];
         const int pieces = PIECE_COUNT(element, kind);
@@ -199,5 +208,5 @@ void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, std::int32_t 
             if (FIND_TRIANGLES(shape, coordinateSize)) maker.add(shape, piece, id);
         }
     }
-    chunk.endElement = id;
+    chunk.elements.end = id;
 }

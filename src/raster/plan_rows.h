@@ -7,7 +7,10 @@
 
 #include <cstdint>
 
-/// Makes the chunk hold elements from `firstElement` on: as many as are worked on at a time. wet: per element, numbered
-/// from 1, to leave the dry ones out; nullptr to plan for all.
-void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, std::int32_t firstElement, const std::uint8_t* wet,
-                PlanChunk& chunk);
+constexpr std::int32_t ELEMENTS_AT_A_TIME = 8192;
+
+/// Makes the chunk hold the elements of a range, or its first ones when they cover many cells. rows: those that are to
+/// be filled; cells of others are left out. wet: per element, numbered from 1, to leave the dry ones out; nullptr to
+/// plan for all.
+void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, ElementRange elements, RowRange rows,
+                const std::uint8_t* wet, PlanChunk& chunk);

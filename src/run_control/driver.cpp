@@ -3,6 +3,7 @@
 #include "gis/layers.h"
 #include "inputs/mesh.h"
 #include "inputs/one_d_triangles.h"
+#include "platform/processors.h"
 #include "raster/odd_quads.h"
 #include "run_control/arguments.h"
 #include "run_control/convert_difference.h"
@@ -21,6 +22,7 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
+#include "services/workers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
@@ -141,6 +143,7 @@ int CONVERT(int argc, const char* const argv[]) {
     explainWrongSwitches();
     CHECK_SWITCHES();
     explainWrongSwitches();
+    SET_JOBS(OPTIONS().jobs.value_or(PROCESSORS_ALLOWED()));
     if (GIVEN(OPTIONS(), Family::WorldFile)) return convertWorldFile();
     if (GIVEN(OPTIONS(), Family::Listing)) return listInput();
     OutputStages stages = MAKE_OUTPUT_STAGES();

@@ -7,6 +7,7 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/output_time.h"
+#include "services/workers.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
@@ -211,6 +212,12 @@ void setTolerance(RunOptions& options, const SwitchArgument& given) {
     requireAbove(*options.timeTolerance >= 0.0, given, "zero or above");
 }
 
+void setJobs(RunOptions& options, const SwitchArgument& given) {
+    const std::int32_t jobs = gluedInteger(given);
+    requireAbove(jobs >= 1, given, "1 or above");
+    options.jobs = std::min(jobs, MOST_JOBS);
+}
+
 void setOutputName(RunOptions& options, const SwitchArgument& given) {
     options.outputName = TRIMMED(given.next);
     // batch files made on Windows; there either separator serves
@@ -301,6 +308,7 @@ constexpr Switch TABLE[] = {
     {"epoch", setEpoch},
     {"co", addDriverOption, NEXT, WHOLE_WORD},
     {"crs", addCrs, NEXT, WHOLE_WORD},
+    {"jobs", setJobs},
 };
 
 /// The keywords that do not shape the values of an output: how the run goes, what files are called, which times there

@@ -2,6 +2,7 @@
 
 #include "platform/file_system.h"
 #include "platform/platform.h"
+#include "platform/processors.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/file_table.h"
@@ -113,6 +114,10 @@ std::int64_t READ_BYTES(int handle, void* to, std::size_t count) {
         }
     }
     return file.error != 0 ? -1 : static_cast<std::int64_t>(done);
+}
+
+bool READ_AT(int handle, std::int64_t offset, void* to, std::size_t count) {
+    return READ_FROM(OPEN_HANDLE(handle).stream, offset, to, count);
 }
 
 std::int64_t FILE_LENGTH(int handle) { return STREAM_LENGTH(OPEN_HANDLE(handle).stream); }

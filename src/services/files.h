@@ -93,6 +93,9 @@ LineStatus READLINE(int handle, std::string& line);
 /// Reads up to `count` bytes, of an output too. Fewer come back only at the end of the file; -1 after a read error
 /// (LAST_FILE_ERROR tells why).
 std::int64_t READ_BYTES(int handle, void* to, std::size_t count);
+/// Bytes of an input from `offset` on, wherever it stands; the one call here that several threads may make at the same
+/// time. False when they are not all there or cannot be read.
+[[nodiscard]] bool READ_AT(int handle, std::int64_t offset, void* to, std::size_t count);
 /// Length of an open input in bytes.
 std::int64_t FILE_LENGTH(int handle);
 /// Offset of the next byte that READ_BYTES or READ_LINE hands out, or that WRITE_BYTES writes.

@@ -109,7 +109,7 @@ TEST_CASE("a plan that outgrows its memory goes on with what it has") {
     run.plan.memoryLimit = 500000;
     GRID_RESULTS(run, mesh, results, {});
     CHECK(run.plan.chunks.size() == 1);
-    CHECK(run.plan.chunks[0].endElement < mesh.elementCount);
+    CHECK(run.plan.chunks[0].elements.end < mesh.elementCount);
     const std::vector<float> first = run.grid.values;
     GRID_RESULTS(run, mesh, results, {});
     CHECK(run.grid.values == first);

@@ -1,0 +1,239 @@
+#include "services/workers.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <exception>
+#include <limits>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace {
+
+/// The first failure of a job, by the number of its piece.
+class Failure {
+public:
+    void note(std::size_t piece) {
+        const std::lock_guard lock(mutex_);
+        if (piece >= piece_) return;
+        piece_ = piece;
+        what_ = std::current_exception();
+        happened_.store(true, std::memory_order_relaxed);
+    }
+    bool happened() const { return happened_.load(std::memory_order_relaxed); }
+    void rethrow() const {
+        if (what_) std::rethrow_exception(what_);
+    }
+
+private:
+    std::mutex mutex_;
+    std::atomic<bool> happened_ = false;
+    std::size_t piece_ = std::numeric_limits<std::size_t>::max();
+    std::exception_ptr what_;
+};
+
+/// Threads that wait for one job at a time; the calling thread takes part in each.
+class Pool {
+public:
+    ~Pool() { resize(1); }
+
+    void resize(int jobs) {
+        {
+            const std::lock_guard lock(mutex_);
+            ending_ = true;
+        }
+        wake_.notify_all();
+        for (std::thread& thread : threads_) thread.join();
+        threads_.clear();
+        ending_ = false;
+        jobs_ = jobs;
+    }
+    int jobs() const { return jobs_; }
+
+    /// Calls `share` once on every thread but the calling one, at the same time as `own` on this one.
+    void run(const std::function<void()>& share, const std::function<void()>& own) {
+        start();
+        {
+            const std::lock_guard lock(mutex_);
+            share_ = &share;
+            ++job_;
+            busy_ = threads_.size();
+        }
+        wake_.notify_all();
+        std::exception_ptr failure;
+        try {
+            own();
+        } catch (...) {
+            failure = std::current_exception();  // the others still use what belongs to the caller
+        }
+        std::unique_lock lock(mutex_);
+        done_.wait(lock, [this] { return busy_ == 0; });
+        if (failure) std::rethrow_exception(failure);
+    }
+
+private:
+    /// Where the system gives fewer threads, those that there are do the work.
+    void start() {
+        while (static_cast<int>(threads_.size()) + 1 < jobs_) {
+            try {
+                threads_.emplace_back([this, seen = job_] { wait(seen); });
+            } catch (const std::system_error&) {
+                jobs_ = static_cast<int>(threads_.size()) + 1;
+            }
+        }
+    }
+
+    void wait(std::uint64_t seen) {
+        for (;;) {
+            std::unique_lock lock(mutex_);
+            wake_.wait(lock, [&] { return ending_ || job_ != seen; });
+            if (ending_) return;
+            seen = job_;
+            const std::function<void()>& share = *share_;
+            lock.unlock();
+            share();
+            lock.lock();
+            if (--busy_ == 0) done_.notify_one();
+        }
+    }
+
+    std::mutex mutex_;
+    std::condition_variable wake_, done_;
+    std::vector<std::thread> threads_;
+    int jobs_ = 1;
+    bool ending_ = false;
+    std::uint64_t job_ = 0;  ///< number of the job at hand
+    std::size_t busy_ = 0;   ///< threads that are at it
+    const std::function<void()>* share_ = nullptr;
+};
+
+Pool& pool() {
+    static Pool threads;
+    return threads;
+}
+
+/// Pieces handed to whoever is free, with what they have made taken in order by the calling thread.
+class OrderedLine {
+public:
+    OrderedLine(std::size_t count, std::size_t slots, const std::function<void(std::size_t, std::size_t)>& make)
+        : count_(count), made_(slots, NONE), make_(make) {}
+
+    /// Until everything has been begun.
+    void makeAll() {
+        std::unique_lock lock(mutex_);
+        while (mayMake(lock)) makeNext(lock);
+    }
+
+    /// The calling thread makes the piece that is due itself where nobody has begun it.
+    void takeAll(const std::function<void(std::size_t, std::size_t)>& take) {
+        std::unique_lock lock(mutex_);
+        for (std::size_t piece = 0; piece < count_ && !failed(); ++piece) {
+            const std::size_t slot = piece % made_.size();
+            while (made_[slot] != piece && !failed()) {
+                if (begun_ < count_ && begun_ < taken_ + made_.size()) makeNext(lock);
+                else changed_.wait(lock);
+            }
+            if (failed()) break;
+            lock.unlock();
+            try {
+                take(piece, slot);
+            } catch (...) {
+                failure_.note(piece);
+            }
+            lock.lock();
+            ++taken_;
+            changed_.notify_all();
+        }
+        changed_.notify_all();
+    }
+
+    void rethrow() const { failure_.rethrow(); }
+
+private:
+    static constexpr std::size_t NONE = std::numeric_limits<std::size_t>::max();
+
+    bool failed() const { return failure_.happened(); }
+
+    bool mayMake(std::unique_lock<std::mutex>& lock) {
+        changed_.wait(lock, [this] { return failed() || begun_ == count_ || begun_ < taken_ + made_.size(); });
+        return !failed() && begun_ < count_;
+    }
+
+    void makeNext(std::unique_lock<std::mutex>& lock) {
+        const std::size_t piece = begun_++;
+        lock.unlock();
+        try {
+            make_(piece, piece % made_.size());
+        } catch (...) {
+            failure_.note(piece);
+        }
+        lock.lock();
+        made_[piece % made_.size()] = piece;
+        changed_.notify_all();
+    }
+
+    std::size_t count_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::size_t begun_ = 0, taken_ = 0;
+    std::vector<std::size_t> made_;  ///< per slot: the piece that lies in it
+    const std::function<void(std::size_t, std::size_t)>& make_;
+    Failure failure_;
+};
+
+}  // namespace
+
+void SET_JOBS(int jobs) { pool().resize(std::clamp(jobs, 1, MOST_JOBS)); }
+
+int JOBS() { return pool().jobs(); }
+
+std::size_t SLOTS_IN_ORDER() { return JOBS() == 1 ? 1 : 2 * static_cast<std::size_t>(JOBS()); }
+
+void DO_PIECES(std::size_t count, const std::function<void(std::size_t)>& work, const std::function<void()>& between) {
+    if (JOBS() == 1 || count < 2) {
+        for (std::size_t piece = 0; piece < count; ++piece) {
+            work(piece);
+            if (between) between();
+        }
+        return;
+    }
+    std::atomic<std::size_t> next = 0;
+    Failure failure;
+    const auto doNext = [&] {
+        const std::size_t piece = next.fetch_add(1, std::memory_order_relaxed);
+        if (piece >= count || failure.happened()) return false;
+        try {
+            work(piece);
+        } catch (...) {
+            failure.note(piece);
+        }
+        return true;
+    };
+    pool().run(
+        [&] {
+            while (doNext()) {
+            }
+        },
+        [&] {
+            while (doNext())
+                if (between) between();
+        });
+    failure.rethrow();
+}
+
+void DO_IN_ORDER(std::size_t count, const std::function<void(std::size_t, std::size_t)>& make,
+                 const std::function<void(std::size_t, std::size_t)>& take) {
+    if (JOBS() == 1 || count < 2) {
+        for (std::size_t piece = 0; piece < count; ++piece) {
+            make(piece, 0);
+            take(piece, 0);
+        }
+        return;
+    }
+    OrderedLine line(count, SLOTS_IN_ORDER(), make);
+    pool().run([&] { line.makeAll(); }, [&] { line.takeAll(take); });
+    line.rethrow();
+}
