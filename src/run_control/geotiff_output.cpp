@@ -9,17 +9,15 @@
 #include "services/files.h"
 #include "services/projection.h"
 #include "services/version.h"
+#include "services/workers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
 #include <algorithm>
-#include <thread>
 
 namespace {
 
 constexpr std::uint64_t SHARE_OF_MEMORY = 4;  ///< of what is there a raster may take one in so many
-
-int processors() { return static_cast<int>(std::max(1U, std::thread::hardware_concurrency())); }
 
 std::string joined(const std::vector<std::string>& texts) {
     std::string line;
@@ -88,7 +86,7 @@ RasterFile GeoTiffOutput::fileOf(const Grid& grid, const OutputLabel& label) con
                      "INPUT=" + FILENAMEEXT(options_.inputFile), "SWITCHES=" + joined(options_.resultSwitches)};
     if (!options_.multiband && label.timed) file.metadata.push_back("TIME=" + timeText(label, options_.seconds));
     file.options = options_.driverOptions;
-    file.threads = processors();
+    file.threads = JOBS();
     file.memory = static_cast<std::int64_t>(AVAILABLE_MEMORY() / SHARE_OF_MEMORY);
     return file;
 }

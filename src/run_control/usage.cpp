@@ -76,6 +76,8 @@ constexpr std::string_view USAGE[] = {
     "    3 finished, but not everything asked for could be converted.",
     "   -cd<depth> Cutoff depth in m or ft, used for water level/depth -mif / -shp output.",
     "    Default is 0.01m or 0.01ft if the results are in feet.",
+    "   -jobs<n> - number of threads (default = the processors that the run may use).",
+    "    The outputs are the same for any number.",
     "   -no1d - takes triangles that share no edge with a quad as 2D cells.",
     "    Default is 1D water level lines, in meshes that have quads.",
     "   -prec<u>.<d> sets the output precision for -asc, -mif and -shp options.",

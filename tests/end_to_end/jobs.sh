@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# One thread or several: the same files to the byte, the same words, the same end, whatever stands in the mesh.
+. "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+# both <status> <arguments...>: by one job and by three.
+both() {
+    local status=$1 file
+    shift
+    run "$status" -jobs1 "$@"
+    sed 's/-jobs1/-jobs/' ../console.txt >../console_one.txt
+    rm -rf ../one
+    mkdir ../one
+    [ "${#outputs[@]}" -eq 0 ] || mv -- "${outputs[@]}" ../one/
+    outputs=()
+    run "$status" -jobs3 "$@"
+    check "the words differ: $(sed 's/-jobs3/-jobs/' ../console.txt | diff - ../console_one.txt | head -n 4)" \
+        cmp -s <(sed 's/-jobs3/-jobs/' ../console.txt) ../console_one.txt
+    check "other files: ${outputs[*]:-none}" [ "$(printf '%s\n' "${outputs[@]}")" = "$(ls ../one)" ]
+    for file in "${outputs[@]}"; do check "$file differs" cmp -s "$file" "../one/$file"; done
+}
+
+make_model -cells 150 -times 3 -rotate 20 -distort 0.2 -no-flags -xmdf m
+
+both 0 -b -flt -grid25 -tAll m_h.dat
+both 0 -b -asc -grid25 -prec6.2 -max m_d.dat
+both 0 -b -asc -grid40 -t0.1 -va m_V.dat
+both 0 -b -flt -grid60 -typeAll -tAll m.xmdf
+both 0 -b -shp m.2dm
+both 0 -b -mif -vector -grid300 -t0.1 m_V.dat
+
+# Meshes that are read in blocks of 256 KiB: parts and line ends across them, and what must be refused as one reader does.
+awk 'NR == 2 { print "MESHPART \"first\"" } /^E/ && !parted { parted = 1; print "MESHPART \"banks\"" }
+    /^E/ && ++elements == 9000 { print "MESHPART \"channel\"" } elements == 20000 && !again++ { print "MESHPART \"banks\"" } { print }' \
+    m.2dm >parts.2dm
+both 0 -b -asc -grid40 -rmp banks parts.2dm
+sed 's/$/\r/' parts.2dm >crlf.2dm
+both 0 -b -asc -grid40 -rmp channel crlf.2dm
+{ head -n 5000 m.2dm; head -c 400000 /dev/zero | tr '\0' 'x'; echo; tail -n +5001 m.2dm; } >long.2dm
+both 0 -b -asc -grid40 long.2dm
+last=$(tail -n 1 m.2dm)
+refused() {     # refused <what the message says> <last line>
+    { sed '$d' m.2dm; printf '%s\n' "$2"; } >broken.2dm
+    both 1 -b -asc -grid40 broken.2dm
+    said "$1"
+}
+refused "Line $(wc -l <m.2dm) of broken.2dm: a value is missing" "${last%% *} 22500"
+refused "this node was given before" "$(tail -n 2 m.2dm | head -n 1)"
+refused "a value cannot be read" "${last% *} x"
+
+for jobs in -jobs0 -jobs-2 -jobs -jobs2.5; do
+    row 1 "" -b $jobs -asc -grid40 m.2dm
+    said "ERROR"
+done
+row 0 "m_g040.asc" -b -jobs100000 -asc -grid40 m.2dm
+
+finish
