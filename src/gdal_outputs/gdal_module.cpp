@@ -22,19 +22,36 @@ std::filesystem::path findModule(const std::filesystem::path& programFolder) {
     return {};
 }
 
+/// Null, with what is wrong behind "The GDAL module ", where the file is no module of this program.
+const GdalTable* loadTable(const std::filesystem::path& file, std::string& reason) {
+    void* library = LOAD_SHARED_LIBRARY(file, reason);
+    if (library == nullptr) {
+        reason = "cannot be loaded: " + reason;
+        return nullptr;
+    }
+    const auto table = reinterpret_cast<GdalTableFunction>(SHARED_LIBRARY_SYMBOL(library, GDAL_TABLE_FUNCTION));
+    const GdalTable* found = table != nullptr ? table(GDAL_TABLE_VERSION) : nullptr;
+    if (found != nullptr && found->version == GDAL_TABLE_VERSION && found->bytes == sizeof(GdalTable)) return found;
+    reason = file.string() + " is of another version than this program.";
+    return nullptr;
+}
+
 }  // namespace
 
 const GdalTable& GDAL_MODULE(std::string_view neededBy, const std::filesystem::path& programFolder) {
     const std::filesystem::path file = findModule(programFolder);
     if (file.empty()) stopWithout(neededBy);
     std::string reason;
-    void* library = LOAD_SHARED_LIBRARY(file, reason);
-    if (library == nullptr) STOP_RUN("ERROR - The GDAL module cannot be loaded: " + reason);
-    const auto table = reinterpret_cast<GdalTableFunction>(SHARED_LIBRARY_SYMBOL(library, GDAL_TABLE_FUNCTION));
-    const GdalTable* found = table != nullptr ? table(GDAL_TABLE_VERSION) : nullptr;
-    if (found == nullptr || found->version != GDAL_TABLE_VERSION || found->bytes != sizeof(GdalTable))
-        STOP_RUN("ERROR - The GDAL module " + file.string() + " is of another version than this program.");
-    return *found;
+    const GdalTable* table = loadTable(file, reason);
+    if (table == nullptr) STOP_RUN("ERROR - The GDAL module " + reason);
+    return *table;
+}
+
+std::string GDAL_VERSION(std::string& reason, const std::filesystem::path& programFolder) {
+    const std::filesystem::path file = findModule(programFolder);
+    reason = "no module found";
+    const GdalTable* table = file.empty() ? nullptr : loadTable(file, reason);
+    return table == nullptr ? std::string() : table->libraryVersion();
 }
 
 bool HAVE_GDAL_MODULE(const std::filesystem::path& programFolder) { return !findModule(programFolder).empty(); }

@@ -15,6 +15,8 @@ const GdalTable& GDAL_MODULE(std::string_view neededBy, const std::filesystem::p
 
 /// True where there is one, of whatever version.
 bool HAVE_GDAL_MODULE(const std::filesystem::path& programFolder = PROGRAM_FOLDER());
+/// Of GDAL's library, "3.6.2"; blank where the module cannot be used, and then `reason` tells why.
+std::string GDAL_VERSION(std::string& reason, const std::filesystem::path& programFolder = PROGRAM_FOLDER());
 
 /// "-co KEY=VALUE" for a driver of GDAL's ("COG", "GTiff", "GPKG", "FlatGeobuf"); stops the run with the valid ones
 /// when an option is not among them or its value does not fit.

@@ -1,6 +1,8 @@
 #include "run_control/arguments.h"
 
 #include "platform/file_system.h"
+#include "run_control/help.h"
+#include "run_control/nearest_switch.h"
 #include "run_control/switches.h"
 #include "services/console.h"
 #include "services/options.h"
@@ -59,15 +61,28 @@ void takeInputFile(const std::string& name) {
     SET_INPUT_FILE(name);
 }
 
+/// A lone letter may be another program's flag in an old batch file.
+void reportUnknown(const SwitchArgument& given) {
+    const auto isLetter = [](char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); };
+    if (std::count_if(given.text.begin(), given.text.end(), isLetter) < 2) return;
+    const std::string nearest = NEAREST_SWITCH(given.text);
+    DMESSAGE("Check - " + given.argument + " is not known and ignored" +
+             (nearest.empty() ? "." : "; did you mean -" + nearest + "?"));
+}
+
 /// Applies the switch at `at` and returns the position of the next argument to look at.
 std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at, std::size_t dash) {
     SwitchArgument given{arguments[at], {}, arguments[at].substr(dash), {}, {}};
-    const std::optional<Switch> row = FIND_SWITCH(given.text);
-    if (!row) return at + 1;
-    given.keyword = row->keyword;
-    given.behind = given.text.substr(row->keyword.size());
     const bool hasNext = at + 1 < arguments.size();
     if (hasNext) given.next = arguments[at + 1];
+    TELL_WHEN_ASKED(given.text, given.next);
+    const std::optional<Switch> row = FIND_SWITCH(given.text);
+    if (!row) {
+        reportUnknown(given);
+        return at + 1;
+    }
+    given.keyword = row->keyword;
+    given.behind = given.text.substr(row->keyword.size());
     if (row->takesNext && TRIMMED(given.next).empty()) DMESSAGE("WARNING - Nothing specified after " + given.argument);
     row->apply(OPTIONS_TO_FILL(), given);
     const std::string told = RESULT_SWITCH(*row, given);

@@ -1,6 +1,7 @@
 #include "run_control/switches.h"
 
 #include "platform/file_system.h"
+#include "run_control/nearest_switch.h"
 #include "run_control/output_formats.h"
 #include "run_control/precision.h"
 #include "services/calendar.h"
@@ -25,7 +26,9 @@ constexpr std::size_t POINT_TYPES_WIDTH = 10;
 [[noreturn]] void unreadable(const SwitchArgument& given) {
     DMESSAGE("ERROR reading data");
     REPORT("   from argument " + given.argument);
+    const std::string meant = NEAREST_SWITCH(given.text);
     if (BEGINS_WITH(given.text, "tif")) REPORT("   The switch for a GeoTIFF is -gtif.");
+    else if (!meant.empty() && meant != given.keyword) REPORT("   did you mean -" + meant + "?");
     EXITS();
 }
 
@@ -342,4 +345,12 @@ std::string RESULT_SWITCH(const Switch& row, const SwitchArgument& given) {
         isOneOf(row.keyword, TAKING_FILES) && (row.keyword != "crs" || KIND_OF_FILE(given.next) == FileKind::File);
     const std::string next = file ? FILENAMEEXT(given.next) : given.next;
     return text + (next.find(' ') == std::string::npos ? " " + next : " \"" + next + "\"");
+}
+
+std::vector<Switch> ALL_SWITCHES() {
+    std::vector<Switch> rows(std::begin(TABLE), std::end(TABLE));
+    for (const OutputFormat& format : OUTPUT_FORMATS())
+        if (std::none_of(rows.begin(), rows.end(), [&](const Switch& row) { return row.keyword == format.keyword; }))
+            rows.push_back({format.keyword, addOutput});
+    return rows;
 }

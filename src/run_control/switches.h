@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// One switch as it was found on the command line.
 struct SwitchArgument {
@@ -32,3 +33,5 @@ std::optional<Switch> FIND_SWITCH(std::string_view text);
 /// The switch as outputs tell it ("-grid5", "-like dem.tif", files without their folder); blank for one that leaves the
 /// values as they are: console, names, and which other times are converted.
 std::string RESULT_SWITCH(const Switch& row, const SwitchArgument& given);
+/// Every switch in the order in which they are tried.
+std::vector<Switch> ALL_SWITCHES();

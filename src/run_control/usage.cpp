@@ -3,8 +3,6 @@
 #include "run_control/output_formats.h"
 #include "services/console.h"
 
-#include <string_view>
-
 namespace {
 
 /// The lines of newer formats stand behind it.
@@ -175,13 +173,44 @@ constexpr std::string_view USAGE[] = {
     "      Converts a 3D grid for all water level output times.",
 };
 
+/// Switches that the usage text has always left out, as its lines would stand there: for -help and the manual.
+constexpr std::string_view UNLISTED[] = {
+    "   -cc - takes the values of a .dat file as those of cell centres; an .xmdf says so itself.",
+    "   -compass - directions as bearings, clockwise from north, with -va or -vdir.",
+    "   -dttol<tolerance> - how far an output time may be from the one asked for, in hours (or seconds with -sec).",
+    "   -flt for binary float output (.flt and .hdr)",
+    "   -like \"<grid file>\" lays the grid over the cells of an .asc or .flt file.",
+    "   -max - the highest values: those that are stored, else of all output times.",
+    "   -min - the lowest values that are stored.",
+    "   -path<path> to convert the dataset at this path of an .xmdf file, or those whose path holds it.",
+    "   -slant<angle> - turns the axes of vector components by this angle, in degrees counter-clockwise.",
+    "   -tmax - the times of the highest values.",
+    "   -txt for a table of points as text",
+    "   -va - direction of vectors, in degrees counter-clockwise from east.",
+    "   -vdir - the same as -va.",
+    "   -verbose - more on the console, and more columns in layers.",
+    "   -vx - component of vectors along x (east).",
+    "   -vy - component of vectors along y (north).",
+    "   -help <word> prints what is said here of a switch, or of what holds a word, and ends.",
+    "    -help alone, -h, -? and --help print the usage text.",
+    "   -version prints which program this is, and ends.",
+};
+
 }  // namespace
 
-void PRINT_USAGE() {
+std::vector<std::string_view> USAGE_LINES() {
+    std::vector<std::string_view> lines;
     for (const std::string_view line : USAGE) {
-        REPORT(line);
+        lines.push_back(line);
         if (line != LAST_OUTPUT_LINE) continue;
         for (const OutputFormat& format : OUTPUT_FORMATS())
-            if (!format.usage.empty()) REPORT(format.usage);
+            if (!format.usage.empty()) lines.push_back(format.usage);
     }
+    return lines;
+}
+
+std::span<const std::string_view> UNLISTED_SWITCHES() { return UNLISTED; }
+
+void PRINT_USAGE() {
+    for (const std::string_view line : USAGE_LINES()) REPORT(line);
 }

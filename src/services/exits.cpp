@@ -35,6 +35,8 @@ void SHOULD_NOT_BE_HERE(std::string_view routine) {
     STOP_RUN("Should not be here [" + std::string(routine) + "] - please contact " + std::string(SUPPORT_CONTACT));
 }
 
+void END_AT_ONCE() { throw RunStopped("", STATUS_DONE); }
+
 void STOP_AT_ONCE(std::string_view message) {
     DMESSAGE(message);
     throw RunStopped(std::string(message), STATUS_STOPPED);

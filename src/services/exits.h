@@ -39,5 +39,8 @@ int FINISHED_STATUS();
 /// "Should not be here [<routine>] - please contact <support>", then EXITS: an internal consistency check failed.
 [[noreturn]] void SHOULD_NOT_BE_HERE(std::string_view routine);
 
+/// The end of a run that was only asked to tell something: STATUS_DONE, without the pause.
+[[noreturn]] void END_AT_ONCE();
+
 /// A fault of the program's own, such as a file number that no slot has: the message, then the end without a pause.
 [[noreturn]] void STOP_AT_ONCE(std::string_view message);

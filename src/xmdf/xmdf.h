@@ -30,6 +30,9 @@ struct XmdfGroupCloser {
 using XmdfFile = std::unique_ptr<XmdfFileState, XmdfFileCloser>;
 using XmdfGroup = std::unique_ptr<XmdfGroupState, XmdfGroupCloser>;
 
+/// Of the HDF5 library, "1.10.8"; blank in a build without it.
+std::string HDF5_VERSION();
+
 /// Opens read-only, without a lock where another program holds one.
 XmdfStatus xfopenfile_f(const std::string& name, XmdfFile& file);
 /// True when another program has the file open for writing, so that it is read without a lock.

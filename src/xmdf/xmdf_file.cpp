@@ -42,6 +42,12 @@ XmdfStatus xfclosefile_f(XmdfFile& file) {
     return {-1, "\"" + closing->name + "\" could not be closed" + h5Reason()};
 }
 
+std::string HDF5_VERSION() {
+    unsigned major = 0, minor = 0, release = 0;
+    if (H5get_libversion(&major, &minor, &release) < 0) return {};
+    return std::to_string(major) + '.' + std::to_string(minor) + '.' + std::to_string(release);
+}
+
 XmdfStatus xfgetlibraryversion_f(float& version) {
     version = LAYOUT_VERSION;
     return {};

@@ -1,8 +1,12 @@
 #include "run_control/arguments.h"
 
 #include "read_switches.h"
+#include "rows.h"
 #include "run_control/switches.h"
+#include "run_control/usage.h"
+#include "run_control/usage_entries.h"
 #include "services/options.h"
+#include "services/version.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -57,7 +61,7 @@ TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encodi
         CHECK(after({argument}).outputs == Outputs{"asc"});
     CHECK(after({"\342\200\223grid2.5"}).gridSpacing == 2.5);  // the dash counts as one character
     CHECK(after({"\226t20"}).timeText == "t20");
-    CHECK(after({"-unknown", "x.2dm"}).inputFile == "x.2dm");
+    CHECK(after({"-z", "-12", "x.2dm"}).inputFile == "x.2dm");
     CHECK(after({"\303\273ber.2dm"}).inputFile == "\303\273ber.2dm");  // not -b behind a dash that was misread
     CHECK(after({"\303\273zzz"}).inputFile == "\303\273zzz");
     CHECK_FALSE(OPTIONS().inputError);
@@ -134,7 +138,7 @@ TEST_CASE("Glued values are read behind their keyword") {
 }
 
 TEST_CASE("A value that cannot be read stops the run and names its argument") {
-    for (const char* argument : {"-gridx", "-grid2,5", "-grid5m", "-t", "-tmaybe", "-s1.0", "-sx", "-v", "-v2147483648",
+    for (const char* argument : {"-gridx", "-grid2,5", "-grid5m", "-t", "-tmaybe", "-s1.0", "-v", "-v2147483648",
                                  "-cdnan", "-vmaxinf", "-slant1e39"})
         CHECK(readSwitches({argument}) == stoppedBy(argument));
     struct {
@@ -154,6 +158,72 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
     };
     for (const auto& r : rows)
         CHECK(readSwitches(r.arguments) == std::string(r.error) + "\n\nPress Enter to Close\n<stopped>");
+}
+
+TEST_CASE("A slip is answered with the switch that was meant") {
+    struct {
+        const char *typed, *meant;
+    } const rows[] = {
+        {"-GIRD5", "grid"},  // changed places; the number does not count
+        {"-mi", "mif"},      // as near as -min, which stands behind
+        {"-no1", "no1d"},    // the number is part of the name
+        {"-hlep", "help"},
+        {"-fl", "flt"},          // of no row
+        {"-gri1.5e-3", "grid"},  // an exponent
+        {"-gxxd", "grid"},
+        {"-gxxxd", ""},  // two edits, three
+        {"-zz", ""},     // nothing of it would stay
+    };
+    for (const auto& r : rows) {
+        CAPTURE(r.typed);
+        const std::string question = *r.meant != '\0' ? "; did you mean -" + std::string(r.meant) + "?" : ".";
+        CHECK(readSwitches({r.typed}) ==
+              "Check - " + std::string(r.typed) + " is not known and ignored" + question + "\n");
+    }
+    struct {
+        const char *typed, *question;
+    } const unread[] = {{"-vecotr", "   did you mean -vector?\n"},
+                        {"-tal", "   did you mean -tAll?\n"},
+                        {"-sx", "   did you mean -sf?\n"},
+                        {"-gridd5", ""}};
+    for (const auto& r : unread)  // taken for -v2, -t5 and a spacing
+        CHECK(readSwitches({r.typed}) == replaced(stoppedBy(r.typed), "\n\n", "\n" + std::string(r.question) + "\n"));
+}
+
+TEST_CASE("What the program is asked about itself ends the run") {
+    const std::string usage = consoleOf(PRINT_USAGE);
+    for (const char* asked : {"-help", "-Help", "--help", "-h", "-?", "/?"})
+        CHECK(readSwitches({asked}) == usage + "<stopped>");
+    CHECK(readSwitches({"-out", "-help"}).empty());                  // a name
+    CHECK(readSwitches({"-h", "-version"}) == usage + "<stopped>");  // only -help takes a word
+    const std::string t =
+        "   -t<time> - sets the time to be used from the .dat or .xmdf file\n    -tAll - converts all output times.\n";
+    const std::string grid = readSwitches({"-help", "Grid5"});
+    CHECK(grid.starts_with(
+        "   -grid<spacing> to output on a regular grid.  \n      Sets the -asc grid cell size in metres.\n"
+        "      Sets the -mif output spacing in metres.\n   -sgs - suppresses"));
+    CHECK(grid.find("-slant") == std::string::npos);
+    CHECK(readSwitches({"-help", "-t"}) == t + "<stopped>");  // not -ttf, whose name goes on
+    CHECK(readSwitches({"-help", "max"}).starts_with("   -max - "));
+    CHECK(readSwitches({"-help", "hzzz"}) == "Nothing is said of hzzz.\n<stopped>");
+    CHECK(readSwitches({"--version"})
+              .starts_with("VORANT_to_GIS " + std::string(VERSION_TEXT) + "\nBuild 2018-08-AA\nHDF5 "));
+    CHECK(readSwitches({"-versionx"}).starts_with("ERROR reading data"));  // -v, and no number
+}
+
+TEST_CASE("Every switch has an entry, and is not told by its name alone") {
+    for (const Switch& row : ALL_SWITCHES()) {
+        CAPTURE(row.keyword);
+        const auto told = USAGE_ABOUT(row.keyword);
+        REQUIRE(!told.empty());
+        CHECK(told.front().lines.front().find(' ', 4) != std::string::npos);
+    }
+    const UsageHead head = USAGE_HEAD("   -s<id>\"<output id (integer)>\" to convert");
+    CHECK((head.keywords == std::vector<std::string>{"s"} && head.shown == "-s<id>\"<output id (integer)>\"" &&
+           head.text == "to convert"));
+    CHECK(USAGE_HEAD("   -vector or -arrow for vectors").keywords == std::vector<std::string>{"vector", "arrow"});
+    CHECK(USAGE_HEAD("   -prec<u>.<d> sets").shown == "-prec<u>.<d>");
+    CHECK(USAGE_HEAD("   -sgs - suppresses").text == "suppresses");
 }
 
 TEST_CASE("A negative scale factor is a fixed length") {
