@@ -73,9 +73,9 @@ TEST_CASE("A path from the root is the input file, not a switch") {
     CHECK(after({existing.c_str()}).inputFile == existing);
     CHECK(after({"/no/such/X_h.DAT"}).inputFile == "/no/such/X_h.DAT");
     CHECK(after({"/out", "/asc", "-b"}).outputName == "/asc");  // taken by -out, never looked at
-    CHECK(after({"/dif", "/a.dat", "/diffs"}).secondInput ==
-          "/a.dat");  // a whole word, unlike the first letters of a path
-    CHECK_FALSE(after({"-dif2", "x_h.dat"}).difference);
+    CHECK(after({"/dif", "/a.dat"}).secondInput == "/a.dat");
+    CHECK(readSwitches({"-dif2", "x_h.dat"}) == "Check - -dif2 is not known and ignored; did you mean -dif?\n");
+    CHECK_FALSE(OPTIONS().difference);  // whole words only
     for (const char* argument : {"/tAll.dat", "/pathmodel/Temporal/Depth", "/tmp"}) {
         CAPTURE(argument);
         readSwitches({argument});
