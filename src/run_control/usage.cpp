@@ -18,7 +18,7 @@ constexpr std::string_view USAGE[] = {
     "Note: All flags in the .2dm file must be in uppercase as created by VORANT.",
     "Note: 1D elements must be written after all 2D elements in the .2dm file.",
     "",
-    "Options:",
+    LAST_OF_DESCRIPTION,
     "",
     "3D SURFACE GENERATION:",
     "   -asc for ASC output (replaces VMI and works for multiple 2D domains)",

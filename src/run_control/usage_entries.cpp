@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr std::string_view LAST_OF_DESCRIPTION = "Options:";
 constexpr std::string_view INDENT = "   ";  // of heads; what continues them has more, or begins with no switch
 constexpr std::string_view HEADS[] = {"   -", "   VORANT_to_GIS"};
 constexpr std::string_view FURTHER = "FURTHER OPTIONS:";
