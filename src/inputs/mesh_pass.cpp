@@ -12,6 +12,17 @@ MeshPart& partOf(Mesh& mesh, std::size_t number) {
     return mesh.meshParts[number];
 }
 
+/// Mesh and tally keep the extents of their nodes by the same names.
+template <typename To>
+void widen(To& to, double x, double y, float z) {
+    to.xmin = std::min(to.xmin, x);
+    to.xmax = std::max(to.xmax, x);
+    to.ymin = std::min(to.ymin, y);
+    to.ymax = std::max(to.ymax, y);
+    to.zmin = std::min(to.zmin, z);
+    to.zmax = std::max(to.zmax, z);
+}
+
 /// The first of the names to remove that is the part's, as a number from 1; 0 for none.
 std::size_t removedNumber(const std::string& name, std::span<const std::string> removedParts) {
     for (std::size_t k = 0; k < removedParts.size(); ++k)
@@ -51,12 +62,7 @@ std::string_view MeshPass::takeNode(std::string_view line) {
     if (node.datumFlag == 1) node.z -= mesh_.geoReference.verticalOffset;
     mesh_.nodes[static_cast<std::size_t>(id)] = node;
     ++tally_.nodes;
-    tally_.xmin = std::min(tally_.xmin, node.x);
-    tally_.xmax = std::max(tally_.xmax, node.x);
-    tally_.ymin = std::min(tally_.ymin, node.y);
-    tally_.ymax = std::max(tally_.ymax, node.y);
-    tally_.zmin = std::min(tally_.zmin, node.z);
-    tally_.zmax = std::max(tally_.zmax, node.z);
+    widen(tally_, node.x, node.y, node.z);
     return {};
 }
 
@@ -95,12 +101,10 @@ MeshTally ADD_UP_PASSES(std::span<const MeshTally> tallies, std::span<const std:
     for (const MeshTally& tally : tallies) {
         whole.nodes += tally.nodes;
         whole.elements += tally.elements;
-        mesh.xmin = std::min(mesh.xmin, tally.xmin);
-        mesh.xmax = std::max(mesh.xmax, tally.xmax);
-        mesh.ymin = std::min(mesh.ymin, tally.ymin);
-        mesh.ymax = std::max(mesh.ymax, tally.ymax);
-        mesh.zmin = std::min(mesh.zmin, tally.zmin);
-        mesh.zmax = std::max(mesh.zmax, tally.zmax);
+        if (tally.nodes > 0) {
+            widen(mesh, tally.xmin, tally.ymin, tally.zmin);
+            widen(mesh, tally.xmax, tally.ymax, tally.zmax);
+        }
         if (removing)
             for (const std::int32_t id : tally.elementsBeforeAnyPart)
                 mesh.elements[static_cast<std::size_t>(id)].removed = true;

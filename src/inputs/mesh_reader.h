@@ -8,8 +8,8 @@
 #include <string>
 
 /// Reads the whole file once: the flavour and the geo-reference from the first line, the counts from the cards.
-/// Whatever an earlier mesh left is forgotten. `file` stands at its start; it is left at its end. Stops the run on a
-/// first line without "MESH2D" and on a geo-reference that does not parse.
+/// Whatever an earlier mesh left is forgotten. `file` stands at its start; where it is left is not said. Stops the run
+/// on a first line without "MESH2D" and on a geo-reference that does not parse.
 void SCAN_2DM(int file, Mesh& mesh);
 
 /// Sizes the node and element tables to the counts. Stops the run when the memory is not there.

@@ -49,7 +49,14 @@ protected:
         BEGIN_OUTPUT(name_);
         return name_;
     }
-    void finishFile() { FINISH_OUTPUT(name_); }
+    /// Of the file that is being written, where there is one.
+    template <typename Writer>
+    void end(std::optional<Writer>& writer) {
+        if (!writer) return;
+        writer->close();
+        writer.reset();
+        FINISH_OUTPUT(name_);
+    }
 
     const OutputFormat& format_;
     const RunOptions& options_;
@@ -73,12 +80,7 @@ public:
         writer_->write(results, flags_->of(results));
     }
 
-    void finish() override {
-        if (!writer_) return;
-        writer_->close();
-        writer_.reset();
-        finishFile();
-    }
+    void finish() override { end(writer_); }
 
 private:
     std::optional<DatWriter> writer_;
@@ -97,12 +99,7 @@ public:
         writer_->write(results, label.dataset, flags_->of(results));
     }
 
-    void finish() override {
-        if (!writer_) return;
-        writer_->close();
-        writer_.reset();
-        finishFile();
-    }
+    void finish() override { end(writer_); }
 
 private:
     std::optional<XmdfWriter> writer_;

@@ -179,7 +179,6 @@ constexpr std::string_view UNLISTED[] = {
     "   -compass - directions as bearings, clockwise from north, with -va or -vdir.",
     "   -dttol<tolerance> - how far an output time may be from the one asked for, in hours (or seconds with -sec).",
     "   -flt for binary float output (.flt and .hdr)",
-    "   -like \"<grid file>\" lays the grid over the cells of an .asc or .flt file.",
     "   -max - the highest values: those that are stored, else of all output times.",
     "   -min - the lowest values that are stored.",
     "   -path<path> to convert the dataset at this path of an .xmdf file, or those whose path holds it.",
