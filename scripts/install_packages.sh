@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran
 # compiler, pkg-config), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
-# fuzzer), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
+# fuzzer), packages (what builds Debian's and looks at them), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
 
@@ -38,6 +38,10 @@ missing_packages() {
             fuzz)
                 command -v clang++ >/dev/null || echo clang
                 have_file /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-*.a || echo libclang-rt-dev
+                ;;
+            packages)
+                command -v dpkg-shlibdeps >/dev/null || echo dpkg-dev
+                command -v lintian >/dev/null || echo lintian
                 ;;
             bench)
                 command -v gdal_translate >/dev/null || echo gdal-bin

@@ -5,7 +5,9 @@ set -euo pipefail
 
 rm -rf "$SCRATCH"
 mkdir -p "$SCRATCH"
-cmake --install "$BUILD" --component routines --prefix "$SCRATCH/first" >/dev/null
+for component in routines routines_dev; do
+    cmake --install "$BUILD" --component $component --prefix "$SCRATCH/first" >/dev/null
+done
 mv "$SCRATCH/first" "$SCRATCH/moved here"
 prefix="$SCRATCH/moved here"
 
