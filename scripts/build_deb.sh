@@ -8,7 +8,9 @@ build=$PWD/build/deb
 files=$build/debian
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 
-scripts/install_packages.sh build gdal
+packages=(build gdal)
+[ "${1:-}" != --test ] || packages+=(packages)
+scripts/install_packages.sh "${packages[@]}"
 command -v dpkg-shlibdeps >/dev/null || { echo "ERROR - dpkg-shlibdeps is needed (Debian: package dpkg-dev)." >&2; exit 1; }
 umask 022
 mkdir -p "$files"
