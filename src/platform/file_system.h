@@ -31,12 +31,12 @@ bool IS_DEVICE(std::string_view name);
 /// its own to put another file under: the files that a shell opened for this process.
 std::string LINK_TARGET(std::string_view name);
 /// Moves a file or a folder within its disk, over a file of that name. 0, else errno; EBUSY when another program holds
-/// one of them.
-int MOVE_FILE(std::string_view from, std::string_view to);
+/// one of them. Takes no memory where the system takes names as they are.
+int MOVE_FILE(const std::string& from, const std::string& to) noexcept;
 /// Removes a file, or a folder with everything in it, when it is there. False when it stays.
-bool REMOVE_TREE(std::string_view name);
+bool REMOVE_TREE(const std::string& name);
 /// Gives a file the permissions of another, where the disk knows any.
-void TAKE_OVER_PERMISSIONS(std::string_view from, std::string_view to);
+void TAKE_OVER_PERMISSIONS(const std::string& from, const std::string& to);
 constexpr std::size_t SHORTEST_NAME_LIMIT = 140;  ///< bytes; every disk takes a name of these
 /// Bytes that a name in the folder can have (blank: the current one).
 std::size_t LONGEST_NAME_IN(const std::string& folder);

@@ -1,5 +1,6 @@
 #include "platform/file_system.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 
 namespace fs = std::filesystem;
 
@@ -59,23 +61,21 @@ std::string LINK_TARGET(std::string_view name) {
     return std::string(name);
 }
 
-int MOVE_FILE(std::string_view from, std::string_view to) {
-    return std::rename(std::string(from).c_str(), std::string(to).c_str()) == 0 ? 0 : errno;
+int MOVE_FILE(const std::string& from, const std::string& to) noexcept {
+    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
-bool REMOVE_TREE(std::string_view name) {
-    const std::string path(name);
-    if (unlink(path.c_str()) == 0 || errno == ENOENT) return true;
+bool REMOVE_TREE(const std::string& name) {
+    if (unlink(name.c_str()) == 0 || errno == ENOENT) return true;
     std::error_code error;
-    fs::remove_all(path, error);
+    fs::remove_all(name, error);
     return !error;
 }
 
-void TAKE_OVER_PERMISSIONS(std::string_view from, std::string_view to) {
+void TAKE_OVER_PERMISSIONS(const std::string& from, const std::string& to) {
     struct stat facts {};
     // A disk that knows no permissions refuses, and needs none.
-    if (stat(std::string(from).c_str(), &facts) == 0 && chmod(std::string(to).c_str(), facts.st_mode & 07777U) != 0)
-        errno = 0;
+    if (stat(from.c_str(), &facts) == 0 && chmod(to.c_str(), facts.st_mode & 07777U) != 0) errno = 0;
 }
 
 std::size_t LONGEST_NAME_IN(const std::string& folder) {
@@ -90,10 +90,16 @@ std::error_code MAKE_FOLDERS(std::string_view name) {
 }
 
 std::vector<std::string> NAMES_IN_FOLDER(std::string_view folder) {
+    // The standard library's iterator ends the process when there is no memory.
+    struct Close {
+        void operator()(DIR* open) const { closedir(open); }
+    };
     std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
-        names.push_back(it->path().filename().string());
+    const std::unique_ptr<DIR, Close> open(opendir(std::string(folder).c_str()));
+    while (const dirent* const entry = open ? readdir(open.get()) : nullptr) {
+        const std::string_view name = static_cast<const char*>(entry->d_name);
+        if (name != "." && name != "..") names.emplace_back(name);
+    }
     return names;
 }
 

@@ -86,7 +86,7 @@ std::string LINK_TARGET(std::string_view name) {
     return target.empty() ? std::string(name) : NARROW_TEXT(target);
 }
 
-int MOVE_FILE(std::string_view from, std::string_view to) {
+int MOVE_FILE(const std::string& from, const std::string& to) noexcept {
     constexpr DWORD HOW = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
     if (MoveFileExW(SYSTEM_NAME(from).c_str(), SYSTEM_NAME(to).c_str(), HOW) != 0) return 0;
     const DWORD reason = GetLastError();
@@ -95,14 +95,14 @@ int MOVE_FILE(std::string_view from, std::string_view to) {
     return held ? EBUSY : reasonOf(reason);
 }
 
-bool REMOVE_TREE(std::string_view name) {
+bool REMOVE_TREE(const std::string& name) {
     if (DeleteFileW(SYSTEM_NAME(name).c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND) return true;
     std::error_code error;
     std::filesystem::remove_all(PATH_OF(name), error);
     return !error;
 }
 
-void TAKE_OVER_PERMISSIONS(std::string_view, std::string_view) {}  // those of the folder hold
+void TAKE_OVER_PERMISSIONS(const std::string&, const std::string&) {}  // those of the folder hold
 std::size_t LONGEST_NAME_IN(const std::string&) { return 255; }
 
 std::error_code MAKE_FOLDERS(std::string_view name) {

@@ -11,7 +11,8 @@ namespace {
 
 struct Move {
     std::string from, to;
-    std::string earlier;  ///< where the file that stood there waits; blank when there was none
+    std::string earlier;  ///< where the file that stands there waits meanwhile; blank when it need not
+    bool aside = false;   ///< it waits
     bool moved = false;
 };
 
@@ -43,36 +44,39 @@ std::vector<Move> movesOf(const OutputSet& set) {
     return moves;
 }
 
-/// What stands at the places waits beside them, so that it can come back. A single file needs no such step.
-int setAside(std::vector<Move>& moves, std::string& failed) {
+/// Looks at what stands at the places, where there is memory to: nothing behind it needs any, so that a move that has
+/// begun is ended or undone. A single file replaces another at once.
+void prepare(std::vector<Move>& moves) {
     for (Move& move : moves) {
         const FileKind there = KIND_OF_FILE(move.to);
         if (there == FileKind::File) TAKE_OVER_PERMISSIONS(move.to, move.from);
-        const bool replacedAtOnce = moves.size() == 1 && there != FileKind::Folder;
-        std::string earlier = std::exchange(move.earlier, {});
-        if (there == FileKind::Nothing || replacedAtOnce) continue;
-        REMOVE_TREE(earlier);
-        failed = move.to;
-        if (const int error = MOVE_FILE(move.to, earlier); error != 0) return error;
-        move.earlier = std::move(earlier);
-    }
-    return 0;
-}
-
-void putBack(const std::vector<Move>& moves) {
-    for (const Move& move : moves) {
-        if (move.moved) MOVE_FILE(move.to, move.from);
-        if (!move.earlier.empty()) MOVE_FILE(move.earlier, move.to);
+        if (there == FileKind::Nothing || (moves.size() == 1 && there == FileKind::File)) move.earlier.clear();
+        else REMOVE_TREE(move.earlier);
     }
 }
 
-int moveAll(std::vector<Move>& moves, std::string& failed) {
+/// What stands at the places waits beside them, the main file first; then the new files come, the main one last. The
+/// errno of the first move that fails, and the move.
+int moveAll(std::vector<Move>& moves, const Move*& failed) noexcept {
+    for (Move& move : moves) {
+        if (move.earlier.empty()) continue;
+        failed = &move;
+        if (const int error = MOVE_FILE(move.to, move.earlier); error != 0) return error;
+        move.aside = true;
+    }
     for (auto move = moves.rbegin(); move != moves.rend(); ++move) {
-        failed = move->to;
+        failed = &*move;
         if (const int error = MOVE_FILE(move->from, move->to); error != 0) return error;
         move->moved = true;
     }
     return 0;
+}
+
+void putBack(const std::vector<Move>& moves) noexcept {
+    for (const Move& move : moves) {
+        if (move.moved) MOVE_FILE(move.to, move.from);
+        if (move.aside) MOVE_FILE(move.earlier, move.to);
+    }
 }
 
 }  // namespace
@@ -88,13 +92,17 @@ PendingFile PENDING_FILE(const OutputSet& set, const std::string& name, const st
 
 int MOVE_FILES(const OutputSet& set, std::string& failed) {
     std::vector<Move> moves = movesOf(set);
-    int error = setAside(moves, failed);
-    if (error == 0) error = moveAll(moves, failed);
-    if (error != 0) putBack(moves);
-    else
-        for (const Move& move : moves)
-            if (!move.earlier.empty()) REMOVE_TREE(move.earlier);
-    return error;
+    prepare(moves);
+    const Move* stopped = nullptr;
+    const int error = moveAll(moves, stopped);
+    if (error != 0) {
+        putBack(moves);
+        failed = stopped->to;
+        return error;
+    }
+    for (const Move& move : moves)
+        if (move.aside) REMOVE_TREE(move.earlier);
+    return 0;
 }
 
 void REMOVE_WORKING_FILES(const OutputSet& set) {

@@ -7,9 +7,12 @@
 #include "text_utils/paths.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <exception>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace {
@@ -19,8 +22,9 @@ struct PendingOutputs {
     std::mutex guard;  ///< held while files are made or moved, so that a signal finds all of a set moved or none
     std::vector<OutputSet> sets;
 };
-PendingOutputs& pending() {
-    static auto& outputs = *new PendingOutputs;
+PendingOutputs& pending() noexcept {
+    alignas(PendingOutputs) static std::array<std::byte, sizeof(PendingOutputs)> room;
+    static auto& outputs = *new (room.data()) PendingOutputs;
     return outputs;
 }
 

@@ -12,6 +12,9 @@ constexpr std::size_t LONGEST_ANSWER = 10000;
 
 void StandardConsole::line(std::string_view text, MessageLevel level) {
     clearProgress();
+    // Room for the whole line first: a half one would swallow the ERROR that tells of the lack of memory.
+    const std::size_t needed = buffer_.size() + text.size() + 1;
+    if (needed > buffer_.capacity()) buffer_.reserve(std::max(needed, 2 * FLUSH_SIZE));
     buffer_ += text;
     buffer_ += '\n';
     if (level != MessageLevel::None || buffer_.size() >= FLUSH_SIZE || OUTPUT_IS_TERMINAL()) flush();
