@@ -46,7 +46,7 @@ judge() {
     # Without memory GDAL and HDF5 end the process themselves, HDF5 once by calling itself for ever.
     if [ "$kind" = alloc ] && [ "$library" = yes ]; then
         case $status:$said in
-            134:* | 255:* | 99:*stack-overflow*) same "$worker" "$before" || wrong "torn"; return ;;
+            134:* | 255:* | 99:*stack-overflow* | 99:*libhdf5*) same "$worker" "$before" || wrong "torn"; return ;;
         esac
     fi
     case $said in *Sanitizer*|*"runtime error:"*) wrong "a sanitizer spoke" ;; esac
