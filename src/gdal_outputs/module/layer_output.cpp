@@ -7,8 +7,10 @@
 
 #include <cpl_vsi.h>
 
+#include <array>
 #include <climits>
 #include <iterator>
+#include <string_view>
 
 namespace {
 
@@ -74,6 +76,20 @@ void checkWhole(const std::string& path, std::int64_t features) {
     while (FeatureHandle(OGR_L_GetNextFeature(layer))) ++found;
     CHECK_FAILURES();
     if (found != features) throw GdalFailure{"the file is not complete"};
+}
+
+/// GDAL goes on where the disk refused the marks of a GeoPackage, which it writes among the first and never reads
+/// itself.
+void checkMarks(const std::string& path) {
+    constexpr std::size_t VERSION = 60;  // bytes before it in the header of the database; then, behind 4 more, the mark
+    std::array<char, VERSION + 12> header{};
+    VSILFILE* const file = VSIFOpenL(path.c_str(), "rb");
+    const std::size_t got = file != nullptr ? VSIFReadL(header.data(), 1, header.size(), file) : 0;
+    if (file != nullptr) VSIFCloseL(file);
+    const std::string_view bytes(header.data(), got);
+    if (got < header.size() || bytes.substr(VERSION, 4) == std::string_view("\0\0\0\0", 4) ||
+        bytes.substr(VERSION + 8, 4) != "GPKG")
+        throw GdalFailure{"the header could not be written"};
 }
 
 }  // namespace
@@ -156,6 +172,7 @@ void GdalLayerOutput::close() {
     file_.reset();  // builds the spatial indexes
     CHECK_FAILURES();
     if (driver_ == "FlatGeobuf") checkWhole(path_, features_);
+    if (driver_ == "GPKG") checkMarks(path_);
 }
 
 void GdalLayerOutput::abandon() {
