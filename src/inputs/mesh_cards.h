@@ -5,6 +5,7 @@
 #include "inputs/mesh.h"
 #include "text_utils/free_form.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -40,6 +41,11 @@ inline std::string_view fittedMeshLine(std::string_view line) {
     return cutBetweenValues ? line : line.substr(0, line.find_last_of(SEPARATORS) + 1);
 }
 
+/// What stands behind the letters of a card; nothing where the cut left less than those.
+inline std::string_view valuesOfCard(std::string_view line, std::size_t letters) {
+    return line.substr(std::min(letters, line.size()));
+}
+
 /// How a card's values read: all of them, not as many as the flavour has, or one that is no number of its kind.
 enum class CardRead : std::uint8_t { Whole, Short, Bad };
 
@@ -64,7 +70,7 @@ CardRead readNumbers(FreeForm& form, Numbers&... numbers) {
 
 /// The values of an ND card. full: the current flavour's datum flag and extra values too.
 inline CardRead readNodeCard(std::string_view line, bool full, std::int32_t& id, MeshNode& node) {
-    FreeForm form(line.substr(2));
+    FreeForm form(valuesOfCard(line, 2));
     const CardRead place = readNumbers(form, id, node.x, node.y, node.z);
     if (place != CardRead::Whole || !full) return place;
     return readNumbers(form, node.datumFlag, node.extra[0], node.extra[1], node.extra[2]);
@@ -80,7 +86,7 @@ constexpr std::array<std::uint8_t, 9> QUAD9_SLOTS = {0, 4, 1, 5, 2, 6, 3, 7, 8};
 template <std::size_t Count>
 CardRead readElementCard(std::string_view line, const std::array<std::uint8_t, Count>& slots, bool extraIntegers,
                          bool extraByte, std::int32_t& id, MeshElement& element) {
-    FreeForm form(line.substr(3));
+    FreeForm form(valuesOfCard(line, 3));
     CardRead read = readNumbers(form, id);
     for (std::size_t i = 0; i < Count && read == CardRead::Whole; ++i)
         read = readNumbers(form, element.nodes[slots[i]]);
