@@ -2,6 +2,6 @@
 #include "fuzz_layer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    readFuzzedLayer(data, size, {".mif", ".mid"}, "x.mif");
+    readFuzzedLayer(data, size, {"x.mif", "x.mid"}, "x.mif");
     return 0;
 }

@@ -2,6 +2,6 @@
 #include "fuzz_layer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    readFuzzedLayer(data, size, {".shp", ".shx", ".dbf"}, "x.shp");
+    readFuzzedLayer(data, size, {"x.shp", "x.shx", "x.dbf"}, "x.shp");
     return 0;
 }
