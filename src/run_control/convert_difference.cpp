@@ -12,7 +12,6 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "services/projection.h"
 #include "text_utils/paths.h"
 
 #include <algorithm>
@@ -45,9 +44,8 @@ bool sameFile(const std::string& a, const std::string& b) {
 
 /// Without a projection the coordinates tell, but those of a flume, whose cells are no fraction of a degree, are
 /// metres.
-bool isInDegrees(const Mesh& mesh) {
+bool isInDegrees(const Mesh& mesh, CoordinateKind kind) {
     constexpr double LARGE_CELL = 0.05;  // degrees: 5 km
-    const CoordinateKind kind = PROJECTION().kind();
     if (kind != CoordinateKind::Unknown || !IS_IN_DEGREES(mesh, kind)) return kind == CoordinateKind::Geographic;
     return (mesh.xmax - mesh.xmin) * (mesh.ymax - mesh.ymin) < LARGE_CELL * LARGE_CELL * mesh.elementCount;
 }
@@ -105,10 +103,11 @@ void IDENTIFY_SIDES(BothSides& sides) {
     if (!datLast) sides.wasResults = IDENTIFY_RESULTS(sides.was, &sides.nowResults);
 }
 
-void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, OutputStages& stages) {
+void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, CoordinateKind coordinates,
+                        OutputStages& stages) {
     std::unique_ptr<ResultsSource> now = OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh);
     findSecondMesh(sides.was);
-    const bool degrees = isInDegrees(mesh);
+    const bool degrees = isInDegrees(mesh, coordinates);
     Mesh second;
     const bool sameName = sameFile(sides.now.mesh, sides.was.mesh);
     const bool one = sameName || isOneMesh(sides, mesh, degrees, second);

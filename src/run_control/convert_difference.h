@@ -4,6 +4,7 @@
 #include "run_control/input_files.h"
 #include "run_control/open_source.h"
 #include "run_control/output_stage.h"
+#include "services/projection_text.h"
 
 /// Both sides of a difference, before their results are read.
 struct BothSides {
@@ -19,5 +20,6 @@ void FIND_SECOND_INPUT(BothSides& sides);
 void IDENTIFY_SIDES(BothSides& sides);
 
 /// Finds and compares the meshes and converts the difference. Two meshes that are not one stop the run, unless the
-/// output is a raster.
-void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, OutputStages& stages);
+/// output is a raster. coordinates: of the run's projection.
+void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, CoordinateKind coordinates,
+                        OutputStages& stages);

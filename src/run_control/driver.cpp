@@ -22,6 +22,7 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
+#include "services/projection.h"
 #include "services/workers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
@@ -127,9 +128,9 @@ void convertMesh(const std::string& base, const Mesh& mesh, OutputStages& stages
     }
 }
 
-void convertInput(BothSides sides, const Mesh& mesh, OutputStages& stages) {
+void convertInput(BothSides sides, const Mesh& mesh, CoordinateKind coordinates, OutputStages& stages) {
     const std::string base = FILENAMEPATH(sides.now.input);
-    if (OPTIONS().difference) return CONVERT_DIFFERENCE(std::move(sides), base, mesh, stages);
+    if (OPTIONS().difference) return CONVERT_DIFFERENCE(std::move(sides), base, mesh, coordinates, stages);
     if (sides.now.kind == InputKind::Mesh) return convertMesh(base, mesh, stages);
     CONVERT_RESULTS(*OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh), base, mesh, RESULTS_TO_FILL(), stages);
 }
@@ -146,11 +147,12 @@ int CONVERT(int argc, const char* const argv[]) {
     SET_JOBS(OPTIONS().jobs.value_or(PROCESSORS_ALLOWED()));
     if (GIVEN(OPTIONS(), Family::WorldFile)) return convertWorldFile();
     if (GIVEN(OPTIONS(), Family::Listing)) return listInput();
-    OutputStages stages = MAKE_OUTPUT_STAGES();
+    Projection projection;
+    OutputStages stages = MAKE_OUTPUT_STAGES(projection);
     BothSides sides;
     sides.now = askInGoodOrder();
     if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
-    RunCrs crs(OPTIONS(), OUTPUT_FORMAT(OPTIONS()));
+    RunCrs crs(OPTIONS(), OUTPUT_FORMAT(OPTIONS()), projection);
     TAKE_OVER_TEMPLATE_GRID(crs);
     FIND_INPUT_KIND(sides.now);
     FIND_SECOND_INPUT(sides);
@@ -162,11 +164,11 @@ int CONVERT(int argc, const char* const argv[]) {
     REPORT_ODD_QUADS(mesh);
     settleOneD(mesh);
     crs.fitMesh(mesh);
-    CHOOSE_GRID(mesh);
+    CHOOSE_GRID(mesh, projection.kind());
     REPORT("Allocating results storage...");
     reportRemovedNodes(mesh);
     for (const auto& stage : stages) stage->meshRead(mesh);
-    convertInput(std::move(sides), mesh, stages);
+    convertInput(std::move(sides), mesh, projection.kind(), stages);
     if (OUTPUTS_WRITTEN() == 0) STOP_WITHOUT_OUTPUT();
     reportCounts(start);
     REPORT("Finished.");

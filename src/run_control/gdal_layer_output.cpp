@@ -2,7 +2,6 @@
 
 #include "gdal_outputs/gdal_module.h"
 #include "services/calendar.h"
-#include "services/projection.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 
@@ -61,8 +60,8 @@ void TimeFields::put(std::vector<GdalValue>& values) const {
     if (!options_.epoch.empty()) values.push_back(time_);
 }
 
-GdalLayerOutput::GdalLayerOutput(const OutputFormat& format, const RunOptions& options)
-    : format_(format), options_(options), times_(options) {
+GdalLayerOutput::GdalLayerOutput(const OutputFormat& format, const RunOptions& options, const Projection& projection)
+    : format_(format), options_(options), projection_(projection), times_(options) {
     CHECK_GDAL_OPTIONS(GDAL_MODULE("-" + std::string(format.keyword)), std::string(format.driver),
                        options.driverOptions);
 }
@@ -103,7 +102,7 @@ GdalLayerOutput::Layer GdalLayerOutput::addLayer(const LayerJob& job, const std:
     LayerFacts facts;
     facts.name = name;
     facts.geometry = geometryOf(job);
-    facts.crs = PROJECTION().text();
+    facts.crs = projection_.text();
     facts.fields = fieldsOf(job, options_);
     times_.add(facts.fields);
     return {&file->second, file->second.add(facts)};

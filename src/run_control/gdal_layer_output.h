@@ -6,6 +6,7 @@
 #include "run_control/output_formats.h"
 #include "run_control/output_names.h"
 #include "services/options.h"
+#include "services/projection.h"
 #include "vector_outputs/layer_target.h"
 #include "vector_outputs/layer_writer.h"
 
@@ -32,8 +33,8 @@ private:
 
 class GdalLayerOutput : public LayerTarget {
 public:
-    /// Loads the GDAL module and checks -co, or stops the run. Both must live as long as this.
-    GdalLayerOutput(const OutputFormat& format, const RunOptions& options);
+    /// Loads the GDAL module and checks -co, or stops the run. All must live as long as this.
+    GdalLayerOutput(const OutputFormat& format, const RunOptions& options, const Projection& projection);
 
     /// What `begin` will bring. Returns the name that its layer is to have, without extension. beside: as OUTPUT_NAME
     /// has it.
@@ -54,6 +55,7 @@ private:
 
     const OutputFormat& format_;
     const RunOptions& options_;
+    const Projection& projection_;
     std::string dataset_;  ///< whose layers are open; of a format that gathers all the same from the first on
     std::string stem_;     ///< name without extension of its file
     std::string layerName_;

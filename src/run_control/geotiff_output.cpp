@@ -7,7 +7,6 @@
 #include "run_control/quantity_units.h"
 #include "services/console.h"
 #include "services/files.h"
-#include "services/projection.h"
 #include "services/version.h"
 #include "services/workers.h"
 #include "text_utils/numbers.h"
@@ -38,8 +37,7 @@ struct Shown {
 };
 
 /// What the grid shows of a quantity: of vectors a component or the direction.
-Shown shownOf(const OutputLabel& label, const RunOptions& options) {
-    const bool feet = IS_IN_FEET(PROJECTION().text());
+Shown shownOf(const OutputLabel& label, const RunOptions& options, bool feet) {
     Shown shown{label.quantity.empty() ? "Value" : label.quantity,
                 UNIT_OF(label.quantity, label.time.kind, feet, options.seconds)};
     if (shown.quantity == "Class") return shown;
@@ -57,12 +55,13 @@ Shown shownOf(const OutputLabel& label, const RunOptions& options) {
 
 }  // namespace
 
-GeoTiffOutput::GeoTiffOutput(const RunOptions& options) : options_(options), gdal_(GDAL_MODULE("-gtif")) {
+GeoTiffOutput::GeoTiffOutput(const RunOptions& options, const Projection& projection)
+    : options_(options), projection_(projection), gdal_(GDAL_MODULE("-gtif")) {
     CHECK_GDAL_OPTIONS(gdal_, options.multiband ? "GTiff" : "COG", options.driverOptions);
 }
 
 RasterBand GeoTiffOutput::bandOf(const OutputLabel& label) const {
-    const Shown shown = shownOf(label, options_);
+    const Shown shown = shownOf(label, options_, IS_IN_FEET(projection_.text()));
     const std::string time = label.timed ? timeText(label, options_.seconds) : "";
     RasterBand band;
     band.unit = shown.unit;
@@ -81,7 +80,7 @@ RasterFile GeoTiffOutput::fileOf(const Grid& grid, const OutputLabel& label) con
     file.columns = grid.ncols;
     file.rows = grid.nrows;
     file.geoTransform = GRID_TRANSFORM(grid);
-    file.crs = PROJECTION().text();
+    file.crs = projection_.text();
     file.metadata = {"TIFFTAG_SOFTWARE=VORANT_to_GIS " + std::string(VERSION_TEXT),
                      "INPUT=" + FILENAMEEXT(options_.inputFile), "SWITCHES=" + joined(options_.resultSwitches)};
     if (!options_.multiband && label.timed) file.metadata.push_back("TIME=" + timeText(label, options_.seconds));

@@ -5,6 +5,7 @@
 #include "raster/grid.h"
 #include "run_control/output_names.h"
 #include "services/options.h"
+#include "services/projection.h"
 
 #include <memory>
 #include <string>
@@ -12,8 +13,8 @@
 
 class GeoTiffOutput {
 public:
-    /// Loads the GDAL module and checks -co, or stops the run. options: must live as long as this.
-    explicit GeoTiffOutput(const RunOptions& options);
+    /// Loads the GDAL module and checks -co, or stops the run. Both must live as long as this.
+    GeoTiffOutput(const RunOptions& options, const Projection& projection);
 
     /// Writes one output time. times: all of its dataset, which -multiband makes bands of. beside: as OUTPUT_NAME has
     /// it. stem: the file's name without extension; blank for OUTPUT_NAME's.
@@ -31,6 +32,7 @@ private:
     void end();
 
     const RunOptions& options_;
+    const Projection& projection_;
     const GdalTable& gdal_;
     std::unique_ptr<RasterWriter> writer_;  ///< of the file being written
     std::string stem_, name_;               ///< its name without and with extension

@@ -12,7 +12,6 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "services/projection.h"
 #include "text_utils/free_form.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
@@ -93,10 +92,10 @@ void TAKE_OVER_TEMPLATE_GRID(RunCrs& crs) {
     else takeOverRaster(FIND_FILE(name).value_or(name), crs);
 }
 
-void CHOOSE_GRID(const Mesh& mesh) {
+void CHOOSE_GRID(const Mesh& mesh, CoordinateKind coordinates) {
     const RunOptions& options = OPTIONS();
     if (!GIVEN(options, Family::Raster) || options.grid || templateGrid.grid.cellSize > 0.0) return;
-    const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
+    const bool degrees = IS_IN_DEGREES(mesh, coordinates);
     if (const std::optional<double> spacing = DEFAULT_SPACING(mesh, degrees)) return SET_GRID_SPACING(*spacing);
     SET_GRID_SPACING(askSpacing("No grid spacing specified for QELDRA -asc output.  Enter spacing in metres -> "));
 }

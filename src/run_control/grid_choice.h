@@ -4,6 +4,7 @@
 #include "inputs/mesh.h"
 #include "raster/grid.h"
 #include "run_control/run_crs.h"
+#include "services/projection_text.h"
 
 #include <array>
 
@@ -17,8 +18,8 @@ void CHECK_GRID_SWITCHES();
 void TAKE_OVER_TEMPLATE_GRID(RunCrs& crs);
 
 /// Settles the cell size of a raster output once the mesh is known: the template's, -grid's, the mesh's own, or asked
-/// for.
-void CHOOSE_GRID(const Mesh& mesh);
+/// for. coordinates: of the run's projection.
+void CHOOSE_GRID(const Mesh& mesh, CoordinateKind coordinates);
 
 /// Corner, counts and cell size of the run's grid, without values: the template's, else laid over the mesh.
 /// cellCentred: the cell-centre layout, for -cc or for cell-centred results.

@@ -63,8 +63,9 @@ void checkSwitches(const OutputFormat& format, const RunOptions& options) {
 
 class LayerStage : public OutputStage {
 public:
-    LayerStage(const OutputFormat& format, const RunOptions& options) : format_(format), options_(options) {
-        if (!format.driver.empty()) gdal_.emplace(format, options);
+    LayerStage(const OutputFormat& format, const RunOptions& options, const Projection& projection)
+        : format_(format), options_(options), projection_(projection) {
+        if (!format.driver.empty()) gdal_.emplace(format, options, projection);
     }
 
     void meshRead(const Mesh& mesh) override {
@@ -79,6 +80,7 @@ public:
         if (options_.grid) header = GRID_HEADER(mesh, kind.cellCentred);
         run_ = {};
         LayerChoice choice = LAYER_CHOICE(format_, options_);
+        choice.coordinates = projection_.kind();
         if (gdal_) choice.target = &*gdal_;
         run_ = START_VECTOR_OUTPUTS(mesh, header ? &*header : nullptr, kind, choice);
     }
@@ -110,6 +112,7 @@ private:
 
     const OutputFormat& format_;
     const RunOptions& options_;
+    const Projection& projection_;
     std::optional<GdalLayerOutput> gdal_;
     VectorRun run_;
 };
@@ -128,12 +131,12 @@ LayerChoice LAYER_CHOICE(const OutputFormat& format, const RunOptions& options) 
     choice.pointTypes = READ_POINT_TYPES(options.pointTypes);
     choice.format = {options.precisionWidth, options.precisionDecimals};
     choice.cutoffDepth = static_cast<double>(options.cutoffDepth);
-    choice.coordinates = PROJECTION().kind();
     choice.seconds = options.seconds;
     return choice;
 }
 
-std::unique_ptr<OutputStage> MAKE_LAYER_STAGE(const OutputFormat& format, const RunOptions& options) {
+std::unique_ptr<OutputStage> MAKE_LAYER_STAGE(const OutputFormat& format, const RunOptions& options,
+                                              const Projection& projection) {
     checkSwitches(format, options);
-    return std::make_unique<LayerStage>(format, options);
+    return std::make_unique<LayerStage>(format, options, projection);
 }

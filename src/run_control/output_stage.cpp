@@ -11,13 +11,14 @@
 
 namespace {
 
-std::unique_ptr<OutputStage> stageOf(const OutputFormat& format, const RunOptions& options) {
+std::unique_ptr<OutputStage> stageOf(const OutputFormat& format, const RunOptions& options,
+                                     const Projection& projection) {
     switch (format.family) {
-        case Family::Raster: return MAKE_RASTER_STAGE(format, options);
+        case Family::Raster: return MAKE_RASTER_STAGE(format, options, projection);
         case Family::Layer:
-        case Family::Text: return MAKE_LAYER_STAGE(format, options);
+        case Family::Text: return MAKE_LAYER_STAGE(format, options, projection);
         case Family::Profile:
-        case Family::Points: return std::make_unique<SampleStage>(options);
+        case Family::Points: return std::make_unique<SampleStage>(options, projection);
         case Family::ResultsFile: return MAKE_RESULTS_FILE_STAGE(format, options);
         case Family::Scene: return MAKE_ENSIGHT_STAGE(format);
         case Family::WorldFile:
@@ -34,11 +35,11 @@ void STOP_WITHOUT_OUTPUT() {
     EXITS();
 }
 
-OutputStages MAKE_OUTPUT_STAGES() {
+OutputStages MAKE_OUTPUT_STAGES(const Projection& projection) {
     OutputStages stages;
     const bool profiles = GIVEN(OPTIONS(), Family::Profile);
     for (const OutputFormat* format : FORMATS_GIVEN(OPTIONS()))
         if (format->family != Family::Points || !profiles)  // the stage of the profiles takes the points too
-            stages.push_back(stageOf(*format, OPTIONS()));
+            stages.push_back(stageOf(*format, OPTIONS(), projection));
     return stages;
 }

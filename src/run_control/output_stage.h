@@ -5,6 +5,7 @@
 #include "inputs/mesh.h"
 #include "inputs/results.h"
 #include "run_control/output_names.h"
+#include "services/projection.h"
 
 #include <memory>
 #include <vector>
@@ -29,5 +30,6 @@ using OutputStages = std::vector<std::unique_ptr<OutputStage>>;
 /// "ERROR - No data processed ...": the run has come to its end, or to where it sees it, without an output.
 [[noreturn]] void STOP_WITHOUT_OUTPUT();
 
-/// The stages of the formats asked for; stops the run before any work where a switch does not fit them.
-OutputStages MAKE_OUTPUT_STAGES();
+/// The stages of the formats asked for; stops the run before any work where a switch does not fit them. projection: of
+/// the run, looked at from the first `begin` or `takeMesh` on; must live as long as the stages.
+OutputStages MAKE_OUTPUT_STAGES(const Projection& projection);

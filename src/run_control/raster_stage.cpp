@@ -17,11 +17,11 @@ namespace {
 
 class RasterStage : public OutputStage {
 public:
-    RasterStage(const OutputFormat& format, const RunOptions& options)
-        : format_(format), choice_(VECTOR_CHOICE(options)) {
+    RasterStage(const OutputFormat& format, const RunOptions& options, const Projection& projection)
+        : format_(format), projection_(projection), choice_(VECTOR_CHOICE(options)) {
         if (format.driver.empty()) return;
-        geoTiff_.emplace(options);
-        classTiff_.emplace(options);
+        geoTiff_.emplace(options, projection);
+        classTiff_.emplace(options, projection);
     }
 
     void begin(const Mesh& mesh, const ResultsKind& kind) override {
@@ -61,7 +61,7 @@ private:
     void writeGrid(const Grid& grid, const std::string& name, GridPrecision precision) {
         const std::string mainFile = name + std::string(format_.files.front());
         BEGIN_OUTPUT(mainFile);
-        WRITE_GRID(format_.writer, name, grid, precision, PROJECTION().prj);
+        WRITE_GRID(format_.writer, name, grid, precision, projection_.prj);
         FINISH_OUTPUT(mainFile);
     }
 
@@ -85,6 +85,7 @@ private:
     }
 
     const OutputFormat& format_;
+    const Projection& projection_;
     VectorChoice choice_;
     std::optional<GeoTiffOutput> geoTiff_, classTiff_;  ///< of a format that GDAL writes; the classes of a difference
     const Mesh* mesh_ = nullptr;
@@ -94,6 +95,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<OutputStage> MAKE_RASTER_STAGE(const OutputFormat& format, const RunOptions& options) {
-    return std::make_unique<RasterStage>(format, options);
+std::unique_ptr<OutputStage> MAKE_RASTER_STAGE(const OutputFormat& format, const RunOptions& options,
+                                               const Projection& projection) {
+    return std::make_unique<RasterStage>(format, options, projection);
 }

@@ -5,7 +5,6 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "services/projection.h"
 #include "text_utils/paths.h"
 
 #include <utility>
@@ -22,9 +21,10 @@ std::string named(const Crs& crs) { return crs.code().empty() ? crs.name() : crs
 
 }  // namespace
 
-RunCrs::RunCrs(const RunOptions& options, const OutputFormat& format) : options_(options), format_(format) {
+RunCrs::RunCrs(const RunOptions& options, const OutputFormat& format, Projection& projection)
+    : options_(options), format_(format), projection_(projection) {
     if (options.crs.empty()) {
-        FIND_PROJECTION(options.inputFile, format.projection);
+        projection_ = FIND_PROJECTION(options.inputFile, format.projection);
         return;
     }
     takeGiven();
@@ -54,18 +54,18 @@ void RunCrs::takePrjFile(const std::string& name) {
         STOP_RUN("ERROR - -crs " + name + ": not the text of a coordinate system.");
     for (const std::string& other : options_.crs)
         if (!isPrjFile(other) || !SAME_PROJECTION(READ_PRJ(*FIND_FILE(other)), text)) stopForTwo(name, other);
-    SET_PROJECTION({.coordSys = {}, .prj = text, .wkt = {}});
+    projection_ = {.coordSys = {}, .prj = text, .wkt = {}};
 }
 
 void RunCrs::use(Crs crs) {
-    SET_PROJECTION({.coordSys = {}, .prj = crs.esriWkt(), .wkt = crs.wkt()});
+    projection_ = {.coordSys = {}, .prj = crs.esriWkt(), .wkt = crs.wkt()};
     crs_ = std::move(crs);
 }
 
 void RunCrs::warnWhereDifferent(const std::string& name, const std::string& text) const {
     bool same = false;
     if (gdal_ == nullptr) {
-        same = SAME_PROJECTION(text, PROJECTION().prj);
+        same = SAME_PROJECTION(text, projection_.prj);
     } else {
         const std::optional<Crs> other = TRY_RESOLVE_CRS(*gdal_, text);
         same = other && crs_->same(*other);
@@ -76,13 +76,14 @@ void RunCrs::warnWhereDifferent(const std::string& name, const std::string& text
 void RunCrs::takePrjOf(const std::string& templateName, const std::string& prj) {
     if (prj.empty()) return;
     if (!options_.crs.empty()) return warnWhereDifferent(templateName, prj);
-    SET_PRJ(prj);
+    projection_.prj = prj;
+    projection_.wkt.clear();
 }
 
 void RunCrs::takeSystemOf(const std::string& templateName, const std::string& wkt) {
     if (wkt.empty()) return;
     if (!options_.crs.empty()) return warnWhereDifferent(templateName, wkt);
-    if (!PROJECTION().text().empty() || !PROJECTION().coordSys.empty()) return;
+    if (!projection_.text().empty() || !projection_.coordSys.empty()) return;
     gdal_ = &GDAL_MODULE("-like");
     use(RESOLVE_CRS(*gdal_, wkt, "-like"));
     REPORT("Using " + templateName + " for setting projection.");
@@ -90,14 +91,13 @@ void RunCrs::takeSystemOf(const std::string& templateName, const std::string& wk
 
 void RunCrs::fitMesh(const Mesh& mesh) {
     const bool ofGdal = !format_.driver.empty() || options_.samplesPackage;
-    if (!crs_ && ofGdal && !PROJECTION().text().empty()) {
-        crs_ = TRY_RESOLVE_CRS(GDAL_MODULE("-" + std::string(format_.keyword)), PROJECTION().text());
+    if (!crs_ && ofGdal && !projection_.text().empty()) {
+        crs_ = TRY_RESOLVE_CRS(GDAL_MODULE("-" + std::string(format_.keyword)), projection_.text());
         if (!crs_) STOP_RUN("ERROR - The text of the .prj file is no coordinate system that GDAL knows.");
     }
     const GdalBox box{mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax};
     if (crs_ && mesh.xmin <= mesh.xmax) {
-        if (format_.projection.coordSys == ProjectionNeed::Wanted)
-            SET_PROJECTION({crs_->coordSys(box), PROJECTION().prj, PROJECTION().wkt});
+        if (format_.projection.coordSys == ProjectionNeed::Wanted) projection_.coordSys = crs_->coordSys(box);
         const GdalAreaOfUse place = crs_->areaOfUse(box);
         if (place == GdalOutside || place == GdalPartlyOutside)
             DMESSAGE("WARNING - The mesh lies " + std::string(place == GdalOutside ? "" : "partly ") +
@@ -107,7 +107,7 @@ void RunCrs::fitMesh(const Mesh& mesh) {
 }
 
 void RunCrs::setLayerProjection() const {
-    GisProjection projection{PROJECTION().coordSys, PROJECTION().prj, options_.projectionWarning, {}};
+    GisProjection projection{projection_.coordSys, projection_.prj, options_.projectionWarning, {}};
     if (gdal_ != nullptr)
         projection.isRuns = [this](const std::string& text) {
             const std::optional<Crs> layer = TRY_RESOLVE_CRS(*gdal_, text);

@@ -6,17 +6,19 @@
 #include "inputs/mesh.h"
 #include "run_control/output_formats.h"
 #include "services/options.h"
+#include "services/projection.h"
 
 #include <optional>
 #include <string>
 
-/// Settles PROJECTION() in three steps, each as soon as what it needs is there; nothing is written before the last.
+/// Settles the projection of a run in three steps, each as soon as what it needs is there; nothing is written before
+/// the last.
 class RunCrs {
 public:
     /// Before the inputs are read. -crs wins over the projection files; one that differs as a system gives a WARNING.
     /// Stops the run for a -crs that names no system, or two. Without the GDAL module a -crs that is a .prj file is
-    /// taken as it is.
-    RunCrs(const RunOptions& options, const OutputFormat& format);
+    /// taken as it is. All three must live as long as this.
+    RunCrs(const RunOptions& options, const OutputFormat& format, Projection& projection);
     RunCrs(const RunCrs&) = delete;
     RunCrs& operator=(const RunCrs&) = delete;
 
@@ -38,6 +40,7 @@ private:
 
     const RunOptions& options_;
     const OutputFormat& format_;
+    Projection& projection_;
     const GdalTable* gdal_ = nullptr;  ///< once it was needed
     std::optional<Crs> crs_;           ///< where GDAL has resolved it
 };

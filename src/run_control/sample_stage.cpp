@@ -9,7 +9,6 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "services/projection.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "text_utils/text.h"
@@ -51,8 +50,8 @@ TimeText timeText(const OutputLabel& label, bool seconds) {
     return text;
 }
 
-ProfileRules profileRules(const RunOptions& options, const Mesh& mesh) {
-    const bool degrees = IS_IN_DEGREES(mesh, PROJECTION().kind());
+ProfileRules profileRules(const RunOptions& options, const Mesh& mesh, CoordinateKind coordinates) {
+    const bool degrees = IS_IN_DEGREES(mesh, coordinates);
     if (degrees && GIVEN(options, Family::Profile)) {
         warnOfDegrees(options.lpMarkerDistance, "markers along profiles are every", "-lpmd");
         if (GIVEN(options, Family::Points))
@@ -61,7 +60,7 @@ ProfileRules profileRules(const RunOptions& options, const Mesh& mesh) {
     ProfileRules rules;
     rules.stations = {options.lpMarkerDistance, degrees ? MERGE_DEGREES : MERGE_METRES};
     rules.searchDistance = options.cpSearchDistance;
-    rules.coordinateDecimals = COORDINATE_DECIMALS(mesh, PROJECTION().kind());
+    rules.coordinateDecimals = COORDINATE_DECIMALS(mesh, coordinates);
     rules.valueDecimals = options.precisionDecimals;
     return rules;
 }
@@ -78,8 +77,12 @@ void startLayerLibrary(const RunOptions& options, const Mesh& mesh) {
 
 }  // namespace
 
-SampleStage::SampleStage(const RunOptions& options)
-    : options_(options), lp_(GIVEN(options, Family::Profile)), cp_(GIVEN(options, Family::Points)), times_(options) {
+SampleStage::SampleStage(const RunOptions& options, const Projection& projection)
+    : options_(options),
+      projection_(projection),
+      lp_(GIVEN(options, Family::Profile)),
+      cp_(GIVEN(options, Family::Points)),
+      times_(options) {
     if (options.samplesPackage) package_.reset(new SamplePackage{LayerFile("-gpkg", "GPKG", options.driverOptions)});
     if (lp_) checkLayer(options.lpFile, "Long profile", "-lp");
     if (cp_) checkLayer(options.cpFile, "Calibration point", "-cp");
@@ -92,7 +95,7 @@ void SampleStage::begin(const Mesh& mesh, const ResultsKind&) {
     if (lp_ && mesh.highResolution)
         DMESSAGE("WARNING - High Res Results not fully tested with long profiles. Please check results.");
     startLayerLibrary(options_, mesh);
-    const ProfileRules rules = profileRules(options_, mesh);
+    const ProfileRules rules = profileRules(options_, mesh, projection_.kind());
     std::vector<ProfileLine> lines;
     if (lp_) lines = READ_PROFILE_LINES(options_.lpFile);
     if (cp_) marks_ = READ_CALIBRATION_POINTS(options_.cpFile);
@@ -137,7 +140,7 @@ void SampleStage::take(const Results& results, OutputLabel label) {
 void SampleStage::expectPackage(OutputLabel label) {
     label.timed = false;
     if (label.severalDatasets) label.base = label.run;
-    package_->crs = PROJECTION().text();
+    package_->crs = projection_.text();
     times_.add(package_->timeFields);
     times_.set(label);
     times_.put(package_->timeValues);

@@ -7,6 +7,7 @@
 #include "profiles/profile_stage.h"
 #include "run_control/gdal_layer_output.h"
 #include "run_control/output_stage.h"
+#include "services/projection.h"
 
 #include <cstddef>
 #include <memory>
@@ -18,8 +19,8 @@
 /// dataset, profiles at the end of the run, so that nothing looks complete after a run that stopped.
 class SampleStage : public OutputStage {
 public:
-    /// Stops the run when a layer that was asked for is not there. options: must live as long as the stage.
-    explicit SampleStage(const RunOptions& options);
+    /// Stops the run when a layer that was asked for is not there. Both must live as long as the stage.
+    SampleStage(const RunOptions& options, const Projection& projection);
 
     void begin(const Mesh& mesh, const ResultsKind& kind) override;
     void take(const Results& results, OutputLabel label) override;
@@ -34,6 +35,7 @@ private:
     std::string pointLayerBase(OutputLabel label);
 
     const RunOptions& options_;
+    const Projection& projection_;
     bool lp_, cp_;
     bool started_ = false;
     CalibrationPoints marks_;

@@ -6,11 +6,8 @@
 #include "text_utils/paths.h"
 
 #include <optional>
-#include <utility>
 
 namespace {
-
-Projection projection;
 
 /// Header.<extension> beside the input file, else Projection.<extension>.
 std::optional<std::string> projectionFile(const std::string& folder, std::string_view extension) {
@@ -30,52 +27,49 @@ std::string coordSysOf(const std::string& name) {
 
 bool isProjection(std::string_view text) { return COORDINATE_KIND(text) != CoordinateKind::Unknown; }
 
-void findForMif(const std::string& folder) {
+std::string findForMif(const std::string& folder) {
     const std::optional<std::string> name = projectionFile(folder, "mif");
     if (!name) {
         DMESSAGE("WARNING - A Header.mif or Projection.mif file does not exist in folder.");
-        return REPORT("          Non-Earth Coordinates will be used.");
+        REPORT("          Non-Earth Coordinates will be used.");
+        return {};
     }
     sayUsed(*name);
-    projection.coordSys = coordSysOf(*name);
-    if (projection.coordSys.empty()) STOP_RUN("ERROR - Unable to find CoordSys line in " + *name);
-    REPORT("mif Projection: " + projection.coordSys);
+    std::string coordSys = coordSysOf(*name);
+    if (coordSys.empty()) STOP_RUN("ERROR - Unable to find CoordSys line in " + *name);
+    REPORT("mif Projection: " + coordSys);
+    return coordSys;
 }
 
-void findForShp(const std::string& folder) {
+std::string findForShp(const std::string& folder) {
     const std::optional<std::string> name = projectionFile(folder, "prj");
     if (!name) {
         DMESSAGE("WARNING - A Header.prj or Projection.prj file does not exist in folder.");
-        return REPORT("   No projection file being written.");
+        REPORT("   No projection file being written.");
+        return {};
     }
     REPORT("GIS Projection being extracted from " + *name);
-    projection.prj = READ_PRJ(*name);
-    if (!isProjection(projection.prj))
-        STOP_RUN("ERROR - Projection line could not be found in \"GIS Projection\" .prj file.");
-    REPORT("shp Projection: " + projection.prj);
+    std::string prj = READ_PRJ(*name);
+    if (!isProjection(prj)) STOP_RUN("ERROR - Projection line could not be found in \"GIS Projection\" .prj file.");
+    REPORT("shp Projection: " + prj);
+    return prj;
 }
 
-void findPrj(const std::string& folder) {
-    if (const std::optional<std::string> name = projectionFile(folder, "prj")) projection.prj = USE_PRJ(*name);
+std::string findPrj(const std::string& folder) {
+    const std::optional<std::string> name = projectionFile(folder, "prj");
+    return name ? USE_PRJ(*name) : std::string();
 }
 
-void findCoordSys(const std::string& folder) {
+std::string findCoordSys(const std::string& folder) {
     const std::optional<std::string> name = projectionFile(folder, "mif");
-    if (!name) return;
+    if (!name) return {};
     sayUsed(*name);
-    projection.coordSys = coordSysOf(*name);
-    if (projection.coordSys.empty()) DMESSAGE("WARNING - Unable to find CoordSys line in " + *name);
+    std::string coordSys = coordSysOf(*name);
+    if (coordSys.empty()) DMESSAGE("WARNING - Unable to find CoordSys line in " + *name);
+    return coordSys;
 }
 
 }  // namespace
-
-const Projection& PROJECTION() { return projection; }
-void INITIALISE_PROJECTION() { projection = {}; }
-void SET_PROJECTION(Projection settled) { projection = std::move(settled); }
-void SET_PRJ(std::string_view text) {
-    projection.prj = text;
-    projection.wkt.clear();
-}
 
 std::vector<ProjectionFile> PROJECTION_FILES(const std::string& inputFile, ProjectionUse use) {
     std::vector<ProjectionFile> found;
@@ -88,13 +82,14 @@ std::vector<ProjectionFile> PROJECTION_FILES(const std::string& inputFile, Proje
     return found;
 }
 
-void FIND_PROJECTION(const std::string& inputFile, ProjectionUse use) {
-    INITIALISE_PROJECTION();
+Projection FIND_PROJECTION(const std::string& inputFile, ProjectionUse use) {
+    Projection projection;
     const std::string folder = FILEFOLDERPATH(inputFile);
-    if (use.coordSys == ProjectionNeed::Wanted) findForMif(folder);
-    else if (use.coordSys == ProjectionNeed::Taken) findCoordSys(folder);
-    if (use.prj == ProjectionNeed::Wanted) findForShp(folder);
-    else if (use.prj == ProjectionNeed::Taken) findPrj(folder);
+    if (use.coordSys == ProjectionNeed::Wanted) projection.coordSys = findForMif(folder);
+    else if (use.coordSys == ProjectionNeed::Taken) projection.coordSys = findCoordSys(folder);
+    if (use.prj == ProjectionNeed::Wanted) projection.prj = findForShp(folder);
+    else if (use.prj == ProjectionNeed::Taken) projection.prj = findPrj(folder);
+    return projection;
 }
 
 std::string USE_PRJ(const std::string& name) {

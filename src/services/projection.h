@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-/// Filled by FIND_PROJECTION; read by whoever opens an output or a layer of the user's.
+/// Of a run: found by FIND_PROJECTION or settled by -crs, handed to whoever opens an output or a layer of the user's.
 struct Projection {
     std::string coordSys;  ///< the CoordSys line; blank when none is known: layers are then NonEarth, and not compared
     std::string prj;       ///< the .prj text on one line; blank when there is none to write
@@ -19,10 +19,6 @@ struct Projection {
     CoordinateKind kind() const { return COORDINATE_KIND(text().empty() ? coordSys : text()); }
     bool geographic() const { return kind() == CoordinateKind::Geographic; }  ///< degrees
 };
-
-const Projection& PROJECTION();
-/// Forgets what was found: the start of a run and of a test.
-void INITIALISE_PROJECTION();
 
 /// What a format does with a projection text.
 enum class ProjectionNeed : std::uint8_t {
@@ -39,19 +35,14 @@ struct ProjectionUse {
 
 /// Looks beside the input file for Header.mif, else Projection.mif, and Header.prj, else Projection.prj, as the output
 /// needs them, and says which file it took. Without a wanted one: non-earth coordinates, or no .prj.
-void FIND_PROJECTION(const std::string& inputFile, ProjectionUse use);
+Projection FIND_PROJECTION(const std::string& inputFile, ProjectionUse use);
 
 /// A text that stands beside the input, and where.
 struct ProjectionFile {
     std::string name, text;
 };
-/// What FIND_PROJECTION would take, without a word and without taking it over.
+/// The files that FIND_PROJECTION would take, without a word.
 std::vector<ProjectionFile> PROJECTION_FILES(const std::string& inputFile, ProjectionUse use);
-/// Settles it by other means: -crs, the system of a template.
-void SET_PROJECTION(Projection projection);
-
-/// Takes over another grid's .prj text (-like).
-void SET_PRJ(std::string_view text);
 
 /// The text of a .prj file that is there, on one line, saying that it is used; blank with a warning when it holds none.
 std::string USE_PRJ(const std::string& name);

@@ -21,7 +21,8 @@ TEST_CASE("A run none of whose datasets could be read writes no profiles, not ev
     };
     for (const bool meshAlone : {false, true}) {
         const std::string said = consoleOf([&] {
-            SampleStage stage(options);
+            const Projection projection;
+            SampleStage stage(options, projection);
             stage.begin(mesh, {});
             OutputLabel label;
             label.base = test.folder.name("x");

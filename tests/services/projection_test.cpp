@@ -8,9 +8,11 @@ using Need = ProjectionNeed;
 constexpr ProjectionUse MIF = {Need::Wanted, Need::None}, SHP = {Need::None, Need::Wanted};
 constexpr ProjectionUse GRID = {Need::None, Need::Taken}, BOTH = {Need::Taken, Need::Taken};
 
+Projection projection;
+
 std::string found(const TemporaryFolder& folder, ProjectionUse use) {
     INITIALISE_FILES();
-    return consoleOf([&] { FIND_PROJECTION(folder.name("x_h.dat"), use); });
+    return consoleOf([&] { projection = FIND_PROJECTION(folder.name("x_h.dat"), use); });
 }
 }  // namespace
 
@@ -19,12 +21,12 @@ TEST_CASE("A -mif run keeps the CoordSys line of Header.mif, else of Projection.
     CHECK(found(folder, MIF) ==
           "WARNING - A Header.mif or Projection.mif file does not exist in folder.\n"
           "          Non-Earth Coordinates will be used.\n");
-    CHECK(PROJECTION().coordSys.empty());
+    CHECK(projection.coordSys.empty());
     const std::string line = "COORDSYS Earth Projection 8, 116, \"m\", 153, 0, 0.9996, 500000, 10000000";
     const std::string second =
         folder.write("PROJECTION.MIF", "Version 300\r\n  " + line + " \r\nCoordSys NonEarth\r\n");
     CHECK(found(folder, MIF) == "Using " + second + " for setting projection.\nmif Projection: " + line + "\n");
-    CHECK(PROJECTION().coordSys == line);
+    CHECK(projection.coordSys == line);
     const std::string first = folder.write("Header.mif", "Version 300\n");
     CHECK(found(folder, MIF) == "Using " + first +
                                     " for setting projection.\nERROR - Unable to find CoordSys line in " + first +
@@ -38,7 +40,7 @@ TEST_CASE("A .prj file is read whole; grids take it quietly") {
           "WARNING - A Header.prj or Projection.prj file does not exist in folder.\n   No projection file being "
           "written.\n");
     CHECK(found(folder, GRID) == "");
-    CHECK(PROJECTION().prj.empty());
+    CHECK(projection.prj.empty());
 
     const std::string second =
         folder.write("Projection.prj", "\xEF\xBB\xBFPROJCRS[\"a b\",\r\n    BASEGEOGCRS[\"c\"],\n\t  ID[1]]\n");
@@ -46,7 +48,7 @@ TEST_CASE("A .prj file is read whole; grids take it quietly") {
     CHECK(found(folder, SHP) == "GIS Projection being extracted from " + second + "\nshp Projection: " + joined + "\n");
     for (const ProjectionUse use : {GRID, BOTH}) {
         CHECK(found(folder, use) == "Using " + second + " for setting projection.\n");
-        CHECK(PROJECTION().prj == joined);
+        CHECK(projection.prj == joined);
     }
     const std::string first = folder.write("header.prj", "Projection UTM\nZone 55\n");  // an older kind of text
     CHECK(found(folder, SHP) == "GIS Projection being extracted from " + first +
@@ -58,7 +60,7 @@ TEST_CASE("A .prj file is read whole; grids take it quietly") {
     CHECK(found(folder, BOTH) == "Using " + header + " for setting projection.\nUsing " + first +
                                      " for setting projection.\nWARNING - Unable to find PROJCS line in " + first +
                                      "\n");
-    CHECK(PROJECTION().geographic());
+    CHECK(projection.geographic());
     CHECK(READ_PRJ(folder.write("long.prj", "PROJCS" + std::string(2'000'000, ' '))).empty());
 }
 

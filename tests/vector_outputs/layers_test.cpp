@@ -51,7 +51,6 @@ public:
     explicit Run(void (*set)(RunOptions&)) {
         INITIALISE_FILES();
         INITIALISE_OPTIONS();
-        INITIALISE_PROJECTION();
         gisInitialise();
         OPTIONS_TO_FILL().outputs = {"mif"};
         set(OPTIONS_TO_FILL());
@@ -212,7 +211,7 @@ txt | R | | CQ | WARNING - Unknown point types "Q" in -ptsCQ are ignored.$WARNIN
         o.region = !row[1].empty();
         o.grid = !row[2].empty();
         o.pointTypes = row[3];
-        const std::string said = consoleOf([] { MAKE_LAYER_STAGE(OUTPUT_FORMAT(OPTIONS()), OPTIONS()); });
+        const std::string said = consoleOf([] { MAKE_LAYER_STAGE(OUTPUT_FORMAT(OPTIONS()), OPTIONS(), {}); });
         CHECK(said + (o.region ? "R" : "") + (o.grid ? "G" : "") + o.pointTypes == replaced(row[4], "$", "\n"));
     }
 }
