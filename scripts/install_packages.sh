@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran
+# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5, zlib), tests (doctest, GDAL's tools, a Fortran
 # compiler, pkg-config), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
 # fuzzer), packages (what builds Debian's and looks at them), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
@@ -24,6 +24,7 @@ missing_packages() {
                 command -v cmake >/dev/null || echo cmake
                 command -v make >/dev/null || [ -n "${CMAKE_GENERATOR:-}" ] || echo make
                 command -v h5cc >/dev/null || have_file /usr/include/hdf5/serial/hdf5.h /usr/include/hdf5.h || echo libhdf5-dev
+                have_file /usr/include/zlib.h /usr/local/include/zlib.h || echo zlib1g-dev
                 ;;
             tests)
                 have_file /usr/include/doctest/doctest.h /usr/local/include/doctest/doctest.h || echo doctest-dev

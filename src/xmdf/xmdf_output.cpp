@@ -2,6 +2,7 @@
 
 #include "platform/file_system.h"
 #include "xmdf/h5_text.h"
+#include "xmdf/packed_chunks.h"
 #include "xmdf/xmdf_failure.h"
 
 #include <algorithm>
@@ -13,12 +14,13 @@
 namespace {
 
 constexpr float LAYOUT_VERSION = 2.1F;
-constexpr unsigned COMPRESSION = 1;  // the fastest level: higher ones gain little on floats
+constexpr unsigned COMPRESSION =
+    1;  // what the table says of its chunks, which are packed before they reach the library
 
 /// One table whose first dimension grows by a chunk a time.
 struct GrowingTable {
     H5Dataset data;
-    hid_t memoryType = H5I_INVALID_HID;
+    std::size_t width = 1;  ///< bytes of a number
     int rank = 0;
     std::array<hsize_t, 3> row{1, 1, 1};  ///< extent of one time
 };
@@ -81,16 +83,18 @@ bool createTable(hid_t group, const char* name, hid_t fileType, GrowingTable& ta
     return done(table.data.valid());
 }
 
+PlainChunk chunkOf(const GrowingTable& table, const void* numbers) {
+    return {numbers, static_cast<std::size_t>(table.row[1] * table.row[2]), table.width};
+}
+
 /// step: numbered from 0.
-bool addRow(const GrowingTable& table, hsize_t step, const void* values) {
+bool addRow(const GrowingTable& table, hsize_t step, const std::vector<unsigned char>& packed) {
+    constexpr std::uint32_t EVERY_FILTER = 0;  // a mask of those left out
     std::array<hsize_t, 3> extent = table.row;
     extent[0] = step + 1;
     const std::array<hsize_t, 3> start{step, 0, 0};
-    if (!done(H5Dset_extent(table.data.id(), extent.data()))) return false;
-    const H5Space inFile(H5Dget_space(table.data.id()));
-    const H5Space inMemory(H5Screate_simple(table.rank, table.row.data(), nullptr));
-    return done(H5Sselect_hyperslab(inFile.id(), H5S_SELECT_SET, start.data(), nullptr, table.row.data(), nullptr)) &&
-           done(H5Dwrite(table.data.id(), table.memoryType, inMemory.id(), inFile.id(), H5P_DEFAULT, values));
+    return done(H5Dset_extent(table.data.id(), extent.data())) &&
+           done(H5Dwrite_chunk(table.data.id(), H5P_DEFAULT, EVERY_FILTER, start.data(), packed.size(), packed.data()));
 }
 
 H5Group createGroup(hid_t parent, const std::string& name) {
@@ -139,11 +143,10 @@ bool endDataset(XmdfOutputState& file) {
 bool createMembers(XmdfOutputState& file, const XmdfNewDataset& dataset) {
     const hid_t group = file.group.id();
     const auto nodes = static_cast<hsize_t>(dataset.values);
-    file.values.memoryType = H5T_NATIVE_FLOAT;
+    file.values.width = sizeof(float);
     file.values.rank = dataset.vector ? 3 : 2;
     file.values.row = {1, nodes, dataset.vector ? hsize_t{2} : hsize_t{1}};
     if (!createTable(group, "Values", H5T_IEEE_F32LE, file.values)) return false;
-    file.active.memoryType = H5T_NATIVE_UINT8;
     file.active.rank = 2;
     file.active.row = {1, static_cast<hsize_t>(dataset.flags), 1};
     return dataset.flags == 0 || createTable(group, "Active", H5T_STD_U8LE, file.active);
@@ -204,9 +207,12 @@ XmdfStatus XMDF_ADD_TIME(XmdfOutputState& file, const XmdfNewTime& time) {
     file.times.push_back(time.hours);
     file.mins.push_back(time.least);
     file.maxs.push_back(time.most);
+    std::vector<PlainChunk> chunks = {chunkOf(file.values, time.values.data())};
+    if (file.active.data.valid()) chunks.push_back(chunkOf(file.active, time.flags.data()));
+    const std::vector<std::vector<unsigned char>> packed = PACK_CHUNKS(chunks);
     return outcome(file, [&] {
-        return addRow(file.values, step, time.values.data()) &&
-               (!file.active.data.valid() || addRow(file.active, step, time.flags.data()));
+        return addRow(file.values, step, packed.front()) &&
+               (packed.size() == 1 || addRow(file.active, step, packed.back()));
     });
 }
 

@@ -25,6 +25,14 @@ both 0 -b -flt -grid25 -tAll m_h.dat
 both 0 -b -asc -grid25 -prec6.2 -max m_d.dat
 both 0 -b -asc -grid40 -t0.1 -va m_V.dat
 both 0 -b -flt -grid60 -typeAll -tAll m.xmdf
+both 0 -b -xmdf -tAll -typeAll m.xmdf     # chunks of several pieces; the library unpacks them as its own
+mv m_out.xmdf copy.xmdf
+for file in m copy; do
+    row 0 "$file.dat" -b -dat -tAll -typeV -2dm m.2dm -out $file $file.xmdf
+    mv $file.dat ../$file.dat
+done
+check "values differ behind their way through an .xmdf" cmp -s ../m.dat ../copy.dat
+rm copy.xmdf
 both 0 -b -shp m.2dm
 both 0 -b -mif -vector -grid300 -t0.1 m_V.dat
 

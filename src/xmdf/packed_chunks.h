@@ -1,0 +1,18 @@
+// Chunks of a table as the library's filters leave them in the file, the bytes of each number's ranks together and then
+// deflated, made outside the library: it does all its work on one thread.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+/// Numbers that fill one chunk.
+struct PlainChunk {
+    const void* numbers = nullptr;  ///< in the byte order of this machine
+    std::size_t count = 0;
+    std::size_t width = 1;  ///< bytes of each: 1 or 4
+};
+
+/// Packs the chunks, on the threads of the run: each becomes one zlib stream over its bytes in the file's order, lowest
+/// first. The streams do not depend on the number of threads.
+std::vector<std::vector<unsigned char>> PACK_CHUNKS(std::span<const PlainChunk> chunks);
