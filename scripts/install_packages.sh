@@ -1,6 +1,11 @@
 #!/usr/bin/env bash
+<<<<<<< HEAD
 # Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5, zlib), tests (doctest, GDAL's tools, a Fortran
 # compiler, pkg-config), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
+=======
+# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran
+# compiler, pkg-config, Python), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
+>>>>>>> edcdb77 (Hold random models against a slow reference, and the outputs of a run against each other)
 # fuzzer), packages (what builds Debian's and looks at them), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
@@ -32,6 +37,7 @@ missing_packages() {
                 command -v awk >/dev/null || echo mawk
                 [ -n "${FC:-}" ] || command -v gfortran >/dev/null || echo gfortran
                 command -v pkg-config >/dev/null || echo pkg-config
+                command -v python3 >/dev/null || echo python3
                 ;;
             gdal)
                 have_file /usr/include/gdal/gdal.h /usr/include/gdal.h /usr/local/include/gdal.h || echo libgdal-dev
