@@ -109,6 +109,14 @@ unset PROJ_DATA PROJ_LIB
 row 0 "basin_g400.asc basin_g400.prj"      -b -asc -grid400 -crs EPSG:32633 basin.2dm
 said "WARNING - The mesh lies outside the area that EPSG:32633 (WGS 84 / UTM zone 33N) is meant for."
 
+# The same mesh near the origin and moved to where the system is meant for.
+make_model -cells 4 -times 1 -side 800 -origin 0,0 near
+make_model -cells 4 -times 1 -side 800 -origin 500000,4200000 moved
+row 0 "near_g400.tif"                      -b -gtif -grid400 -crs EPSG:32610 near.2dm
+said "WARNING - The mesh lies outside the area that EPSG:32610 (WGS 84 / UTM zone 10N) is meant for."
+row 0 "moved_g400.tif"                     -b -gtif -grid400 -crs EPSG:32610 moved.2dm
+did_not_say "WARNING"
+
 # 4. Any raster as a template: the same place to the last bit; layers line up with it too.
 gdal_translate -q -of GTiff -a_srs EPSG:28355 -a_ullr 300100.1 6207000.7 304300.1 6203500.7 -outsize 42 35 ../kept/basin_h_t000.10_g200.flt dem.tif
 place() { gdalinfo -json "$1" | tr -d ' \n' | grep -o '"size":[^]]*\]\|"geoTransform":[^]]*\]'; }
