@@ -1,6 +1,7 @@
 #include "inputs/statistics.h"
 
 #include "geometry/no_value.h"
+#include "services/workers.h"
 
 #include <algorithm>
 #include <array>
@@ -9,6 +10,7 @@
 #include <cstddef>
 #include <limits>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -38,6 +40,7 @@ struct Tally {
         most.fill(-LARGEST);
     }
     void take(const float* values);
+    void add(const Tally& later);
 };
 
 /// A block of values.
@@ -75,6 +78,33 @@ void forEachBlock(std::span<const float> values, Visit visit) {
     visit(last.data());
 }
 
+/// Parts for the threads of the run, cut by the number of values alone, so that sums are rounded alike.
+class Parts {
+public:
+    explicit Parts(std::span<const float> values) : values_(values), count_(partsOf(values.size())) {}
+
+    std::size_t count() const { return count_; }
+    std::span<const float> operator[](std::size_t part) const {
+        const std::size_t blocks = values_.size() / BLOCK;
+        const std::size_t first = blocks * part / count_ * BLOCK;
+        const std::size_t end = part + 1 == count_ ? values_.size() : blocks * (part + 1) / count_ * BLOCK;
+        return values_.subspan(first, end - first);
+    }
+
+private:
+    static std::size_t partsOf(std::size_t values) {
+        constexpr std::size_t SHORTEST = std::size_t{1} << 20, MOST = 16;  // each counts in tables of its own
+        return std::clamp<std::size_t>(values / SHORTEST, 1, MOST);
+    }
+
+    std::span<const float> values_;
+    std::size_t count_;
+};
+
+void addCounts(Counts& to, const Counts& counts) {
+    for (std::size_t i = 0; i < to.size(); ++i) to[i] += counts[i];
+}
+
 /// The entry that holds a rank, which becomes the rank inside it.
 std::uint32_t entryOf(const Counts& counts, std::int64_t& rank) {
     std::size_t entry = 0;
@@ -85,7 +115,7 @@ std::uint32_t entryOf(const Counts& counts, std::int64_t& rank) {
 /// Values of given ranks. The lower halves are counted anew where the upper half changes.
 class Ranks {
 public:
-    Ranks(std::span<const float> values, const Counts& upper) : values_(values), upper_(upper) {}
+    Ranks(const Parts& parts, const Counts& upper) : parts_(parts), upper_(upper) {}
 
     double at(std::int64_t rank) {
         const std::uint32_t upper = entryOf(upper_, rank);
@@ -95,24 +125,49 @@ public:
 
 private:
     void countLower(std::uint32_t upper) {
-        lower_.assign(HALF, 0);
+        std::vector<Counts> lower(parts_.count());
         counted_ = upper;
         const float low = valueOf(upper << 16), high = valueOf(upper << 16 | (HALF - 1));
-        forEachBlock(values_, [&](const float* values) {
-            std::uint32_t any = 0;  // mostly none of a block
-            for (std::size_t i = 0; i < BLOCK; ++i)
-                any |= static_cast<std::uint32_t>((values[i] >= low) & (values[i] <= high));
-            for (std::size_t i = 0; i < BLOCK && any != 0; ++i)
-                if (const std::uint32_t key = keyOf(values[i]); key >> 16 == upper && !IS_MISSING(values[i]))
-                    ++lower_[key % HALF];
+        DO_PIECES(parts_.count(), [&](std::size_t part) {
+            lower[part].resize(HALF);
+            forEachBlock(parts_[part], [&](const float* values) {
+                std::uint32_t any = 0;  // mostly none of a block
+                for (std::size_t i = 0; i < BLOCK; ++i)
+                    any |= static_cast<std::uint32_t>((values[i] >= low) & (values[i] <= high));
+                for (std::size_t i = 0; i < BLOCK && any != 0; ++i)
+                    if (const std::uint32_t key = keyOf(values[i]); key >> 16 == upper && !IS_MISSING(values[i]))
+                        ++lower[part][key % HALF];
+            });
         });
+        lower_.assign(HALF, 0);
+        for (const Counts& counts : lower) addCounts(lower_, counts);
     }
 
-    std::span<const float> values_;
+    const Parts& parts_;
     const Counts& upper_;
     Counts lower_;
     std::uint32_t counted_ = 0;
 };
+
+void Tally::add(const Tally& later) {
+    addCounts(upper, later.upper);
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+        least[lane] = std::min(least[lane], later.least[lane]);
+        most[lane] = std::max(most[lane], later.most[lane]);
+        sum[lane] += later.sum[lane];
+        absolute[lane] += later.absolute[lane];
+    }
+}
+
+/// Of all parts together.
+Tally tallyOf(const Parts& parts) {
+    std::vector<Tally> tallies(parts.count());
+    DO_PIECES(parts.count(), [&](std::size_t part) {
+        forEachBlock(parts[part], [&](const float* block) { tallies[part].take(block); });
+    });
+    for (std::size_t part = 1; part < tallies.size(); ++part) tallies.front().add(tallies[part]);
+    return std::move(tallies.front());
+}
 
 double percentile(Ranks& ranks, std::int64_t count, double share) {
     const double place = share * static_cast<double>(count - 1);
@@ -125,8 +180,8 @@ double percentile(Ranks& ranks, std::int64_t count, double share) {
 }  // namespace
 
 Statistics STATISTICS_OF(std::span<const float> values) {
-    Tally tally;
-    forEachBlock(values, [&](const float* block) { tally.take(block); });
+    const Parts parts(values);
+    Tally tally = tallyOf(parts);
     tally.upper.pop_back();
     const auto total = [](const auto& lanes) { return std::accumulate(lanes.begin(), lanes.end(), 0.0); };
     Statistics statistics;
@@ -136,7 +191,7 @@ Statistics STATISTICS_OF(std::span<const float> values) {
     statistics.most = static_cast<double>(*std::max_element(tally.most.begin(), tally.most.end()));
     statistics.mean = total(tally.sum) / static_cast<double>(statistics.count);
     statistics.meanAbsolute = total(tally.absolute) / static_cast<double>(statistics.count);
-    Ranks ranks(values, tally.upper);
+    Ranks ranks(parts, tally.upper);
     statistics.percentile5 = percentile(ranks, statistics.count, 0.05);
     statistics.percentile95 = percentile(ranks, statistics.count, 0.95);
     return statistics;

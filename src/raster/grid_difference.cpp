@@ -4,6 +4,7 @@
 #include "raster/grid_extent.h"
 #include "raster/grid_fill.h"
 #include "services/console.h"
+#include "services/workers.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -66,28 +67,45 @@ void subtractCell(float& now, float& was, std::size_t cell, const GridWas& sides
     was = CLASS_OF(nowWetness, wasWetness);
 }
 
-/// now becomes the difference, was the classes. Blocks of cells that have both values, or neither, are most of a grid
-/// and need no look at each.
-GridChanges subtract(float* now, float* was, std::size_t cells, const GridWas& sides, bool dryIsZero, bool directions) {
+/// Cells `first` to `end`: now becomes the difference, was the classes. Blocks of cells that have both values, or
+/// neither, are most of a grid and need no look at each.
+GridChanges subtractPart(float* now, float* was, std::size_t first, std::size_t end, const GridWas& sides,
+                         bool dryIsZero, bool directions) {
     constexpr std::size_t BLOCK = 256;
     GridChanges changes;
-    for (std::size_t first = 0; first < cells; first += BLOCK) {
-        const std::size_t end = std::min(first + BLOCK, cells);
+    for (std::size_t next = 0; first < end; first = next) {
+        next = std::min(first + BLOCK, end);
         std::uint32_t alone = directions ? 1 : 0;
-        for (std::size_t i = first; i < end; ++i) alone |= VALUE_BITS(now[i]) ^ VALUE_BITS(was[i]);
+        for (std::size_t i = first; i < next; ++i) alone |= VALUE_BITS(now[i]) ^ VALUE_BITS(was[i]);
         if (alone == 0) {
-            for (std::size_t i = first; i < end; ++i) {
+            for (std::size_t i = first; i < next; ++i) {
                 const std::uint32_t both = VALUE_BITS(now[i]);
                 now[i] = WITH_BITS(both, now[i] - was[i], NO_VALUE);
                 was[i] = WITH_BITS(both, WET_IN_BOTH, NO_VALUE);
             }
             continue;
         }
-        for (std::size_t i = first; i < end; ++i) {
+        for (std::size_t i = first; i < next; ++i) {
             subtractCell(now[i], was[i], i, sides, dryIsZero, directions);
             changes.nowWet += was[i] == NOW_WET ? 1 : 0;
             changes.nowDry += was[i] == NOW_DRY ? 1 : 0;
         }
+    }
+    return changes;
+}
+
+GridChanges subtract(std::vector<float>& now, std::vector<float>& was, const GridWas& sides, bool dryIsZero,
+                     bool directions) {
+    constexpr std::size_t PART = std::size_t{1} << 18;
+    std::vector<GridChanges> parts((now.size() + PART - 1) / PART);
+    DO_PIECES(parts.size(), [&](std::size_t part) {
+        parts[part] = subtractPart(now.data(), was.data(), part * PART, std::min((part + 1) * PART, now.size()), sides,
+                                   dryIsZero, directions);
+    });
+    GridChanges changes;
+    for (const GridChanges& part : parts) {
+        changes.nowWet += part.nowWet;
+        changes.nowDry += part.nowDry;
     }
     return changes;
 }
@@ -115,6 +133,5 @@ GridChanges GRID_DIFFERENCE(GridRun& run, GridWas& was, const Mesh& mesh, const 
     gridSide(run, mesh, parts.now, choice, ownMesh, was.now);
     REPORT("Taking the difference...");
     const bool directions = parts.now.vector && choice.scalar == VectorScalar::Direction;
-    return subtract(run.grid.values.data(), was.run.grid.values.data(), run.grid.values.size(), was, parts.dryIsZero,
-                    directions);
+    return subtract(run.grid.values, was.run.grid.values, was, parts.dryIsZero, directions);
 }

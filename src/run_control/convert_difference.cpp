@@ -24,21 +24,18 @@
 
 namespace {
 
-/// One file, or two of the same bytes: runs of one mesh mostly have a copy each, and comparing is quicker than reading.
-bool sameFile(const std::string& a, const std::string& b) {
-    constexpr std::size_t BLOCK = std::size_t{1} << 20;
+double samePosition(bool degrees) { return degrees ? SAME_POSITION_DEGREES : SAME_POSITION_METRES; }
+
+/// One file, or two that differ in the beds of nodes at most: runs of one mesh mostly have a copy each, and looking
+/// through both is quicker than reading.
+bool isSameMeshFile(const BothSides& sides, const Mesh& mesh, bool degrees) {
     std::error_code error;  // a file that cannot be looked at is told when it is read
-    if (std::filesystem::equivalent(PATH_OF(a), PATH_OF(b), error)) return true;
-    const int first = OPEN_FILE(a, "I ", "2dm"), second = OPEN_FILE(b, "I ", "2dm");
-    std::vector<char> left(BLOCK), right(BLOCK);
-    bool same = FILE_LENGTH(first) == FILE_LENGTH(second);
-    for (std::int64_t got = 1; same && got > 0;) {
-        got = READ_BYTES(first, left.data(), BLOCK);
-        same = got >= 0 && READ_BYTES(second, right.data(), BLOCK) == got &&
-               std::equal(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(got), right.begin());
-    }
-    CLOSE_FILE(first);
-    CLOSE_FILE(second);
+    if (std::filesystem::equivalent(PATH_OF(sides.now.mesh), PATH_OF(sides.was.mesh), error)) return true;
+    if (sides.was.kind == InputKind::Mesh) return false;  // the beds are what differs
+    const int file = OPEN_FILE(sides.now.mesh, "I ", "2dm"), other = OPEN_FILE(sides.was.mesh, "I ", "2dm");
+    const bool same = ARE_ONE_MESH_BY_LINES(file, other, mesh, samePosition(degrees));
+    CLOSE_FILE(file);
+    CLOSE_FILE(other);
     return same;
 }
 
@@ -58,7 +55,7 @@ void findSecondMesh(InputFiles& was) {
 /// Reads the second mesh and compares it with the first. True: they are one.
 bool isOneMesh(const BothSides& sides, const Mesh& mesh, bool degrees, Mesh& second) {
     READ_MESH(sides.was.mesh, second);
-    const std::string contrast = MESH_CONTRAST(mesh, second, degrees ? SAME_POSITION_DEGREES : SAME_POSITION_METRES);
+    const std::string contrast = MESH_CONTRAST(mesh, second, samePosition(degrees));
     if (contrast.empty()) return true;
     const std::string both = sides.now.mesh + " and " + sides.was.mesh + " are two meshes (" + contrast + ")";
     if (!GIVEN(OPTIONS(), Family::Raster))
@@ -109,9 +106,9 @@ void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& me
     findSecondMesh(sides.was);
     const bool degrees = isInDegrees(mesh, coordinates);
     Mesh second;
-    const bool sameName = sameFile(sides.now.mesh, sides.was.mesh);
-    const bool one = sameName || isOneMesh(sides, mesh, degrees, second);
-    std::unique_ptr<ResultsSource> was = OPEN_SOURCE(sides.was, std::move(sides.wasResults), sameName ? mesh : second);
+    const bool sameFile = isSameMeshFile(sides, mesh, degrees);
+    const bool one = sameFile || isOneMesh(sides, mesh, degrees, second);
+    std::unique_ptr<ResultsSource> was = OPEN_SOURCE(sides.was, std::move(sides.wasResults), sameFile ? mesh : second);
     if (one) second = {};
     const Mesh& wasMesh = one ? mesh : second;
     std::vector<bool> wasCellCentred = MATCH_SOURCE_TO_MESH(*was, wasMesh);
