@@ -261,6 +261,7 @@ bool XmdfChoice::addOfAll(XmdfKind kind, std::int32_t number) {
                          : lacks("no temporal dataset to find the output time in");
         case XmdfWanted::AllTimes: break;
     }
+    if (options_.resultsFile && folder == XmdfFolder::Times) return addStored(kind, number);  // as extremes do
     return steps ? addAllTimes(kind, number) : lacks("no temporal dataset");
 }
 

@@ -31,7 +31,7 @@ if [ -n "$hdf5" ]; then
     rm run_1_h_out.xmdf
 
     # One file a dataset; stored minimums before, maximums behind the times.
-    row 0 "run_1_out_d.dat run_1_out_h.dat run_1_out_v.dat" -b -dat -tAll -typeAll -out name run_1.xmdf
+    row 0 "run_1_out_Time_of_Peak_h.dat run_1_out_d.dat run_1_out_h.dat run_1_out_v.dat" -b -dat -tAll -typeAll -out name run_1.xmdf
     said "WARNING - Several outputs are written"
     row 0 "name.dat" -b -dat -tAll -typeh -out name run_1.xmdf
     times=$(for step in 0 1 2 3 4; do od -An -tf4 -j $((header + 13 + step * (9 + cells + 4 * 121))) -N 4 name.dat; done | awk '{ printf "%g ", $1 }')

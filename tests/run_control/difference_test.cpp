@@ -23,9 +23,17 @@ std::string threeCells(double shift = 0.0, const std::string& last = "E4Q 3 3 4 
     return text;
 }
 
+/// One 9-node quad, 4 m wide and high: nodes 1 to 8 around it from the south-west corner, 9 in its centre.
+std::string nineNodes() {
+    std::string text = "MESH2D" + std::string(80, ' ') + "0\nE9Q 1 1 2 3 4 5 6 7 8 9 1 0 0 0\n";
+    const char* const places[] = {"0 0", "2 0", "4 0", "4 2", "4 4", "2 4", "0 4", "0 2", "2 2"};
+    for (int id = 1; id <= 9; ++id) text += "ND " + std::to_string(id) + " " + places[id - 1] + " 0 0 0 0 0\n";
+    return text;
+}
+
 /// "h 0: 1 2 3 4 / 1 1 0; 0.5: ...": quantity, then times, values of the nodes from west to east (of V "x,y"; of
-/// "cells" of the cells) and flags.
-void writeDat(const TemporaryFolder& folder, const std::string& side, const std::string& text) {
+/// "cells" of the cells; of a 9-node quad all nine) and flags.
+void writeDat(const TemporaryFolder& folder, const std::string& side, const std::string& text, bool nine) {
     std::istringstream words(text);
     std::string quantity, word;
     words >> quantity;
@@ -41,10 +49,14 @@ void writeDat(const TemporaryFolder& folder, const std::string& side, const std:
         if (vector && !flags) steps.back().values.push_back(std::stof(word.substr(word.find(',') + 1)));
     }
     for (dat_bytes::Step& step : steps)
-        if (const std::vector<float> south = step.values; !cells)
+        if (const std::vector<float> south = step.values; !cells && !nine)
             step.values.insert(step.values.end(), south.begin(), south.end());
     folder.write(side + "_" + (cells ? "d" : quantity) + ".dat",
-                 datBytes(dat_bytes::header(cells ? 3 : 8, 3, vector, 1, quantity == "odd" ? "Foam" : ""), steps));
+                 datBytes(dat_bytes::header(cells  ? 3
+                                            : nine ? 9
+                                                   : 8,
+                                            nine ? 1 : 3, vector, 1, quantity == "odd" ? "Foam" : ""),
+                          steps));
 }
 
 /// The southern row of a grid, missing values as "."; other files as they are, ";" for line ends.
@@ -92,9 +104,16 @@ std::string outputsOf(const TemporaryFolder& folder, const std::string& switches
 
 const std::string LONG_NAME(245, 'n');
 
+/// "shifted", "other" or "nine" before the results.
+std::string withoutMesh(const std::string& text) {
+    const bool named = text.starts_with("shifted") || text.starts_with("other") || text.starts_with("nine");
+    return named ? text.substr(text.find(' ') + 1) : text;
+}
+
 void writeSide(const TemporaryFolder& folder, const std::string& side, std::string text) {
-    const bool shifted = text.starts_with("shifted"), other = text.starts_with("other");
-    if (shifted || other) text.erase(0, text.find(' ') + 1);
+    const bool shifted = text.starts_with("shifted"), other = text.starts_with("other"),
+               nine = text.starts_with("nine");
+    text = withoutMesh(text);
     const bool now = side == "now";
     folder.write(side + ".2dm", threeCells(shifted ? 2.0
                                            : now   ? 0.0
@@ -103,12 +122,13 @@ void writeSide(const TemporaryFolder& folder, const std::string& side, std::stri
                                            text != "bed" ? 0.0
                                            : now         ? 1.0
                                                          : 0.5));
-    if (text != "bed") writeDat(folder, side, text);
+    if (nine) folder.write(side + ".2dm", nineNodes());
+    if (text != "bed") writeDat(folder, side, text, nine);
 }
 
 /// "now_h.dat" of "h 0: ...".
 std::string fileOf(const std::string& side, std::string text) {
-    if (text.starts_with("shifted") || text.starts_with("other")) text.erase(0, text.find(' ') + 1);
+    text = withoutMesh(text);
     if (text == "bed") return side + ".2dm";
     const std::string quantity = text.substr(0, text.find(' '));
     return side + "_" + (quantity == "cells" ? "d" : quantity) + ".dat";
@@ -173,7 +193,7 @@ h 0: 1 1 1 1 ; 1: 2 2 2 2 ; 2: 3 3 3 3 ; | h 0.0: 0 0 0 0 ; 1.04: 1.5 1.5 1.5 1.
 }
 
 TEST_CASE("-dif: two meshes, beds, points, names, and what has no difference") {
-    // as above; "shifted": the mesh of what was stands 2 m further east, "other": it is another
+    // as above; "shifted": the mesh of what was stands 2 m further east, "other": it is another, "nine": a 9-node quad
     forEachRow(R"(
 # outside either mesh is nothing, beyond the edge of the other nothing is dry
 d 0: 1 2 3 4 / 1 1 0 ; | shifted d 0: 1 1 1 1 / 1 1 1 ; | -asc -grid2 | . 1.5 -1 . ~ . 1 3 . ~ 0 | node 1 stands elsewhere
@@ -184,6 +204,9 @@ d 0: 1 2 3 4 ; | cells 0: 1 1 1 ; | -txt | 1 | ERROR - One file of -dif has valu
 d 0: 1 2 3 4 ; | cells 0: 1 1 1 ; | -asc -grid2 | 0.5 1.5 2.5 . ~ 1 1 1 . ~ 0
 bed | bed | -asc -grid2 | 1.75 2.25 2.75 . ~ 1 1 1 . ~ 0
 bed | bed | -mif -region -prec5.2 | 1,1,3.50,1.75;2,1,4.50,2.25;3,1,5.50,2.75;~ 1,1,3.50,1;2,1,4.50,1;3,1,5.50,1;~ 0
+# 9-node quads: four quads around the centre, and by its corners the side that has no value there
+nine h 0: 1 2 3 4 5 6 7 8 9 ; | nine h 0: 1 1 1 1 1 1 1 1 5 ; | -asc -grid2 | 3 2.5 . ~ 1 1 . ~ 0
+nine h 0: 1 2 3 4 5 6 7 8 9 ; | nine h 0: 1 9 1 9 1 9 1 9 -99999 ; | -asc -grid2 | 4 3.5 . ~ 1 1 . ~ 0
 # points: of what is now the element; dry is 0, outside is empty
 d 0: 1 2 3 4 / 1 1 0 ; | d 0: 1 1 1 1 / 1 0 1 ; | -cp AT/p.mif -prec5.1 | \
     Label,X,Y,Elevation,SMS_ID,Time,Depth;5,1005.000,1.000,0.0,3,0.00,-1.0;9,1009.000,1.000,,,0.00,;~ 5,-1.0;9,-99999.0;~ 0 | count 1, min -1.0
