@@ -87,3 +87,37 @@ bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large) {
     file.bytes += recordBytes;
     return true;
 }
+
+bool ADD_PLAIN_DBF_RECORD(GrowingBytes& records, const DbfTable& table, std::string_view line) {
+    const auto recordBytes = static_cast<std::size_t>(table.recordBytes);
+    char* record = records.room(recordBytes);
+    std::memset(record, DBF_NOT_DELETED, recordBytes);
+    DataLine values(line);
+    DataValue value;
+    for (const DbfField& field : table.fields) {
+        if (!values.NEXT(value)) return false;
+        char* at = record + field.offset;
+        const std::string_view text = value.text;
+        if (field.isNumber()) {
+            if (!PUT_DBF_NUMBER(at, text, field.width, field.decimals)) return false;
+        } else {
+            if (!IS_ASCII(text) || text.size() > static_cast<std::size_t>(field.width)) return false;
+            std::copy(text.begin(), text.end(), at);
+        }
+    }
+    if (values.NEXT(value)) return false;
+    records.end(record + recordBytes);
+    return true;
+}
+
+bool PUT_DBF_RECORDS(GisLayer& layer, std::string_view bytes, std::int64_t count) {
+    GisFile& file = layer.files[DBF];
+    if (!SHP_OF(layer).blocks[DBF].append(bytes)) {
+        REPORT_PLACE(layer, DBF, LAST_FILE_ERROR(file.handle));
+        DMESSAGE("ERROR 0417 - Writing .dbf record.");
+        return false;
+    }
+    file.count += count;
+    file.bytes += static_cast<std::int64_t>(bytes.size());
+    return true;
+}

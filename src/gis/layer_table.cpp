@@ -66,6 +66,13 @@ void gisCheckParts(const GisLayer& layer, const GisObject& o) {
     if (o.x.size() <= o.vertexCount() || o.y.size() <= o.vertexCount()) SHOULD_NOT_BE_HERE("gisO_%ir(nr)");
 }
 
+bool gisHasGoodParts(const GisObject& o) {
+    if (o.nr <= 0 || o.ir.size() <= static_cast<std::size_t>(o.nr)) return false;
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(o.nr); ++i)
+        if (o.ir[i] <= o.ir[i - 1]) return false;
+    return o.x.size() > o.vertexCount() && o.y.size() > o.vertexCount();
+}
+
 bool gisHasBadCoordinate(const GisObject& o) {
     for (std::size_t i = 1; i <= o.vertexCount(); ++i)
         if (!std::isfinite(o.x[i]) || !std::isfinite(o.y[i])) return true;

@@ -1,6 +1,7 @@
 // Inside the library: the layer table, and what a format has to provide. Callers use gis/layers.h.
 #pragma once
 
+#include "gis/batch.h"
 #include "gis/code_page.h"
 #include "gis/coord_sys.h"
 #include "gis/layers.h"
@@ -67,6 +68,8 @@ GisShape gisShapeOf(GisKind kind);
 void gisReportTooManyVertices(std::string_view text, std::int64_t requested);
 /// Stops with the stated check unless the part ends of `o` rise strictly.
 void gisCheckParts(const GisLayer& layer, const GisObject& o);
+/// True when they do, and every part has its coordinates.
+bool gisHasGoodParts(const GisObject& o);
 /// True when one of the object's coordinates is NaN or infinite.
 bool gisHasBadCoordinate(const GisObject& o);
 /// Stops the run: `file` would pass MOST_FILE_BYTES with what comes next. advice: "Use -mif or a coarser output."
@@ -116,6 +119,11 @@ struct LayerFormat {
     /// large: the line is beyond DATA_LINE_WIDTH, for messages. False: its own error is reported and the operation
     /// adds ERROR 0254.
     bool (*writeRecord)(GisLayer&, std::string_view line, bool large) = nullptr;
+    /// Adds to a batch what writeObject and writeRecord would write, or finds it not plain. On any thread; says
+    /// nothing.
+    void (*addToBatch)(const GisLayer&, GisBatch&, const GisObject& o, std::string_view line) = nullptr;
+    /// Writes a plain batch behind what is there. Failed: as writeRecord.
+    GisBatchWrite (*writeBatch)(GisLayer&, GisBatch&) = nullptr;
     /// Final headers of an output; nullptr for none.
     void (*writeEoF)(GisLayer&) = nullptr;
 };

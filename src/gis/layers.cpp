@@ -60,11 +60,15 @@ std::int32_t lowestFreeID() {
     STOP_RUN("ERROR 0251 - Cannot have more than " + std::to_string(MOST_LAYERS) + " GIS layers open at once.");
 }
 
+bool isOneLine(std::string_view line) {
+    return line.find('\n') == std::string_view::npos && line.find('\r') == std::string_view::npos &&
+           line.size() < LONGEST_LINE;
+}
+
 void writeRecord(std::int32_t gisID, std::string_view line, bool large) {
     const auto [layer, format] = dispatchWrite(gisID, large ? "gisWriteRecordLarge" : "gisWriteRecord", "-dbf");
     layer.eofPending = true;
-    const bool oneLine = line.find('\n') == std::string_view::npos && line.find('\r') == std::string_view::npos &&
-                         line.size() < LONGEST_LINE;
+    const bool oneLine = isOneLine(line);
     if (oneLine && format.writeRecord(layer, line, large)) return;
     if (!oneLine) REPORT("   The data line is broken or too long: " + std::string(line.substr(0, 200)));
     stopAfterFailure(layer, large ? "0254 - Failed to write large attribute data record"
@@ -206,6 +210,28 @@ void gisWriteObject(std::int32_t gisID, const GisObject& o) {
 
 void gisWriteRecord(std::int32_t gisID, std::string_view line) {
     writeRecord(gisID, line, line.size() > DATA_LINE_WIDTH);
+}
+
+void gisAddToBatch(std::int32_t gisID, GisBatch& batch, const GisObject& o, std::string_view line) {
+    const GisLayer& layer = gisEntry(gisID);
+    const GisShape shape = layer.header.shape;
+    batch.plain = batch.plain && layer.routines->addToBatch != nullptr && gisHasGoodParts(o) && isOneLine(line) &&
+                  line.size() <= DATA_LINE_WIDTH && (shape == GisShape::Any || shape == gisShapeOf(o.kind));
+    if (!batch.plain) return;
+    layer.routines->addToBatch(layer, batch, o, line);
+    batch.kind = o.kind;
+    ++batch.count;
+}
+
+bool gisWriteBatch(std::int32_t gisID, GisBatch& batch) {
+    const auto [layer, format] = dispatchWrite(gisID, "gisWriteObject", "-shp");
+    if (!batch.plain) return false;
+    if (batch.count == 0) return true;
+    layer.kind = batch.kind;
+    layer.eofPending = true;
+    const GisBatchWrite written = format.writeBatch(layer, batch);
+    if (written == GisBatchWrite::Failed) stopAfterFailure(layer, "0254 - Failed to write attribute data record");
+    return written == GisBatchWrite::Done;
 }
 
 void gisWriteEoF(std::int32_t gisID) {

@@ -15,6 +15,7 @@
 // before it does.
 #pragma once
 
+#include "gis/batch.h"
 #include "gis/object.h"
 
 #include <cstdint>
@@ -131,6 +132,15 @@ void gisWriteObject(std::int32_t gisID, const GisObject& o);
 /// Writes the record of the object just written. The library adds nothing to the line; a line break inside it is
 /// refused.
 void gisWriteRecord(std::int32_t gisID, std::string_view line);
+
+/// Adds an object and its record to a batch for this output layer, whose header has been written, as gisWriteObject and
+/// gisWriteRecord would write them. On any thread, several batches at once: the layer is only looked at, and nothing is
+/// said; what needs saying leaves the batch with plain = false.
+void gisAddToBatch(std::int32_t gisID, GisBatch& batch, const GisObject& o, std::string_view line);
+/// Writes its objects and records behind what the layer has. False, and nothing is written: see GisBatchWrite::Unfit;
+/// written one by one they tell what is the matter.
+bool gisWriteBatch(std::int32_t gisID, GisBatch& batch);
+
 /// Completes an output layer so that it opens elsewhere (lengths, counts, bounds). gisCloseLayer does it when it is
 /// due.
 void gisWriteEoF(std::int32_t gisID);

@@ -3,35 +3,13 @@
 // interchange documentation.
 #pragma once
 
+#include "gis/growing_bytes.h"
 #include "gis/layer_table.h"
 #include "services/files.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
-
-/// Text of one object under construction. Room is asked for ahead, so that numbers are formatted in place.
-class MifText {
-public:
-    void clear() { used_ = 0; }
-    /// At least `count` writable characters behind the text; end(p) takes those before p in.
-    char* room(std::size_t count) {
-        if (bytes_.size() - used_ < count) bytes_.resize(2 * bytes_.size() + count);
-        return bytes_.data() + used_;
-    }
-    void end(const char* behind) { used_ = static_cast<std::size_t>(behind - bytes_.data()); }
-    void add(std::string_view text) {
-        char* at = room(text.size());
-        end(at + text.copy(at, text.size()));
-    }
-    std::string_view text() const { return {bytes_.data(), used_}; }
-
-private:
-    std::vector<char> bytes_;
-    std::size_t used_ = 0;
-};
 
 struct MifLayer {
     // input
@@ -43,7 +21,7 @@ struct MifLayer {
     std::int64_t objects = 0;      ///< read or written so far
     std::int64_t records = 0;
     // scratch
-    MifText text;
+    GrowingBytes text;
     std::string line;
 };
 
@@ -61,6 +39,8 @@ GisRead mifReadRecord(GisLayer& layer, std::string& line);
 void mifGotoBeginningOfData(GisLayer& layer);
 void mifWriteObject(GisLayer& layer, const GisObject& o);
 bool mifWriteRecord(GisLayer& layer, std::string_view line, bool large);
+void mifAddToBatch(const GisLayer& layer, GisBatch& batch, const GisObject& o, std::string_view line);
+GisBatchWrite mifWriteBatch(GisLayer& layer, GisBatch& batch);
 
 /// Next line of the .mif file, counted for messages. The view is valid until the next call.
 inline LineStatus mifNextLine(GisLayer& layer, std::string_view& line) {

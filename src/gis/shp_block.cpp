@@ -2,10 +2,11 @@
 
 #include "services/files.h"
 
-#include <string_view>
 #include <utility>
 
 bool OutputBlock::flush() {
     const std::size_t count = std::exchange(used_, 0);
     return count == 0 || WRITE_BYTES(file_, std::string_view(bytes_.data(), count));
 }
+
+bool OutputBlock::append(std::string_view bytes) { return flush() && WRITE_BYTES(file_, bytes); }

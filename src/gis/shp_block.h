@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 #include <vector>
 
 class OutputBlock {
@@ -20,6 +21,8 @@ public:
         used_ += count;
         return at;
     }
+    /// Writes behind what is there, without a copy. False when the disk refuses it.
+    [[nodiscard]] bool append(std::string_view bytes);
     /// Hands what is there to the file service. False when the disk refuses it.
     [[nodiscard]] bool flush();
 

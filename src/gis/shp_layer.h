@@ -66,7 +66,15 @@ GisRead shpReadRecord(GisLayer& layer, std::string& line);
 void shpGotoBeginningOfData(GisLayer& layer);
 void shpWriteObject(GisLayer& layer, const GisObject& o);
 bool shpWriteRecord(GisLayer& layer, std::string_view line, bool large);
+void shpAddToBatch(const GisLayer& layer, GisBatch& batch, const GisObject& o, std::string_view line);
+GisBatchWrite shpWriteBatch(GisLayer& layer, GisBatch& batch);
 void shpWriteEoF(GisLayer& layer);
+
+/// Adds a record as shpWriteRecord would write it. False, and nothing added, for a line that does not go into the
+/// fields as it is.
+bool ADD_PLAIN_DBF_RECORD(GrowingBytes& records, const DbfTable& table, std::string_view line);
+/// Writes whole records. False when the disk refuses them, which is said.
+bool PUT_DBF_RECORDS(GisLayer& layer, std::string_view bytes, std::int64_t count);
 
 /// Reports where the trouble is, ahead of a numbered error: "<name of the file>, <object or record> <number>: <why>".
 void REPORT_PLACE(const GisLayer& layer, std::size_t file, std::string_view why);

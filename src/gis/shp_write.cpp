@@ -55,12 +55,13 @@ Box boxOf(const GisObject& o) {
     return box;
 }
 
-void widen(GisFile& file, const Box& box) {
-    const bool first = file.count == 0;
-    file.xmin = first ? box.xmin : std::min(file.xmin, box.xmin);
-    file.ymin = first ? box.ymin : std::min(file.ymin, box.ymin);
-    file.xmax = first ? box.xmax : std::max(file.xmax, box.xmax);
-    file.ymax = first ? box.ymax : std::max(file.ymax, box.ymax);
+/// bounds: those of a file or of a batch.
+template <typename Bounds>
+void widen(Bounds& bounds, const Box& box, bool first) {
+    bounds.xmin = first ? box.xmin : std::min(bounds.xmin, box.xmin);
+    bounds.ymin = first ? box.ymin : std::min(bounds.ymin, box.ymin);
+    bounds.xmax = first ? box.xmax : std::max(bounds.xmax, box.xmax);
+    bounds.ymax = first ? box.ymax : std::max(bounds.ymax, box.ymax);
 }
 
 /// Room in the .shp file; the run stops when the disk refuses it.
@@ -75,11 +76,13 @@ char* putVertices(char* at, const GisObject& o, std::size_t first, std::size_t l
     return at;
 }
 
+/// The number of the record that comes next.
+std::int32_t nextNumber(const GisLayer& layer) { return static_cast<std::int32_t>(layer.files[SHP].count + 1); }
+
 /// Everything ahead of the part indices and vertices.
-char* putStart(char* at, const GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
-    const std::int32_t type = SHP_OF(layer).shapeType;
-    at = PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].count + 1),
-                               static_cast<std::int32_t>(content / 2));
+char* putStart(char* at, std::int32_t type, std::int32_t number, std::int64_t content, const GisObject& o,
+               const Box& box) {
+    at = PUT_SHP_RECORD_HEADER(at, number, static_cast<std::int32_t>(content / 2));
     at = putLittleInt32(at, type);  //  0 of the content
     if (type == SHP_POINT) return at;
     for (const double v : {box.xmin, box.ymin, box.xmax, box.ymax}) at = putLittleDouble(at, v);  //  4
@@ -92,7 +95,8 @@ char* putStart(char* at, const GisLayer& layer, std::int64_t content, const GisO
 void putLargeObject(GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
     constexpr std::size_t AT_A_TIME = 4096;
     std::array<char, SHP_RECORD_HEADER_BYTES + TYPE_BYTES + BOX_BYTES + 2 * COUNT_BYTES> start{};
-    const std::int64_t startBytes = putStart(start.data(), layer, content, o, box) - start.data();
+    const std::int64_t startBytes =
+        putStart(start.data(), SHP_OF(layer).shapeType, nextNumber(layer), content, o, box) - start.data();
     std::copy_n(start.begin(), startBytes, room(layer, startBytes));
     if (SHP_OF(layer).shapeType != SHP_MULTIPOINT)
         for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part)
@@ -103,14 +107,20 @@ void putLargeObject(GisLayer& layer, std::int64_t content, const GisObject& o, c
     }
 }
 
+/// A whole record: its bytes are content and header.
+void putRecord(char* at, std::int32_t type, std::int32_t number, std::int64_t content, const GisObject& o,
+               const Box& box) {
+    at = putStart(at, type, number, content, o, box);
+    if (type == SHP_POLYLINE || type == SHP_POLYGON)
+        // 44 first vertex of each part, from 0
+        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) at = putLittleInt32(at, o.ir[part]);
+    putVertices(at, o, 1, type == SHP_POINT ? 1 : o.vertexCount());
+}
+
 void putObject(GisLayer& layer, std::int64_t content, const GisObject& o, const Box& box) {
     const std::int64_t whole = content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
     if (whole > static_cast<std::int64_t>(OutputBlock::BYTES)) return putLargeObject(layer, content, o, box);
-    char* at = putStart(room(layer, whole), layer, content, o, box);
-    if (SHP_OF(layer).shapeType == SHP_POLYLINE || SHP_OF(layer).shapeType == SHP_POLYGON)
-        // 44 first vertex of each part, from 0
-        for (std::size_t part = 0; part < static_cast<std::size_t>(o.nr); ++part) at = putLittleInt32(at, o.ir[part]);
-    putVertices(at, o, 1, SHP_OF(layer).shapeType == SHP_POINT ? 1 : o.vertexCount());
+    putRecord(room(layer, whole), SHP_OF(layer).shapeType, nextNumber(layer), content, o, box);
 }
 
 void putIndex(GisLayer& layer, std::int64_t content) {
@@ -118,6 +128,14 @@ void putIndex(GisLayer& layer, std::int64_t content) {
     if (at == nullptr) STOP_AT(layer, SHX, LAST_FILE_ERROR(layer.files[SHX].handle), NOT_WRITTEN);
     PUT_SHP_RECORD_HEADER(at, static_cast<std::int32_t>(layer.files[SHP].bytes / 2),
                           static_cast<std::int32_t>(content / 2));
+}
+
+/// One more object.
+void count(GisLayer& layer, std::int64_t content) {
+    ++layer.files[SHP].count;
+    layer.files[SHP].bytes += content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
+    ++layer.files[SHX].count;
+    layer.files[SHX].bytes += SHP_RECORD_HEADER_BYTES;
 }
 
 }  // namespace
@@ -140,10 +158,41 @@ void shpWriteObject(GisLayer& layer, const GisObject& o) {
     const Box box = boxOf(o);
     putObject(layer, content, o, box);
     putIndex(layer, content);
-    GisFile& file = layer.files[SHP];
-    widen(file, box);
-    ++file.count;
-    file.bytes += content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
-    ++layer.files[SHX].count;
-    layer.files[SHX].bytes += SHP_RECORD_HEADER_BYTES;
+    widen(layer.files[SHP], box, layer.files[SHP].count == 0);
+    count(layer, content);
+}
+
+void shpAddToBatch(const GisLayer& layer, GisBatch& batch, const GisObject& o, std::string_view line) {
+    const std::int32_t type = static_cast<std::int32_t>(gisShapeOf(o.kind));
+    batch.plain = batch.plain && type == SHP_OF(layer).shapeType && !gisHasBadCoordinate(o) &&
+                  ADD_PLAIN_DBF_RECORD(batch.records, SHP_OF(layer).table, line);
+    if (!batch.plain) return;
+    const std::int64_t content = contentBytes(type, o);
+    const std::size_t whole = static_cast<std::size_t>(content) + SHP_RECORD_HEADER_BYTES;
+    const Box box = boxOf(o);
+    char* at = batch.objects.room(whole);
+    putRecord(at, type, 0, content, o, box);
+    batch.objects.end(at + whole);
+    widen(batch, box, batch.count == 0);
+}
+
+GisBatchWrite shpWriteBatch(GisLayer& layer, GisBatch& batch) {
+    const std::array<std::size_t, 3> coming = {batch.objects.size(),
+                                               static_cast<std::size_t>(batch.count) * SHP_RECORD_HEADER_BYTES,
+                                               batch.records.size() + 1};
+    for (std::size_t place = 0; place < coming.size(); ++place)
+        if (layer.files[place].bytes + static_cast<std::int64_t>(coming[place]) > MOST_FILE_BYTES)
+            return GisBatchWrite::Unfit;
+    widen(layer.files[SHP], {batch.xmin, batch.ymin, batch.xmax, batch.ymax}, layer.files[SHP].count == 0);
+    char* const end = batch.objects.begin() + batch.objects.size();
+    for (char* at = batch.objects.begin(); at != end;) {
+        const std::int64_t content = std::int64_t{2} * bigInt32(at + COUNT_BYTES);
+        putBigInt32(at, nextNumber(layer));
+        putIndex(layer, content);
+        count(layer, content);
+        at += content + static_cast<std::int64_t>(SHP_RECORD_HEADER_BYTES);
+    }
+    if (!SHP_OF(layer).blocks[SHP].append(batch.objects.text()))
+        STOP_AT(layer, SHP, LAST_FILE_ERROR(layer.files[SHP].handle), NOT_WRITTEN);
+    return PUT_DBF_RECORDS(layer, batch.records.text(), batch.count) ? GisBatchWrite::Done : GisBatchWrite::Failed;
 }

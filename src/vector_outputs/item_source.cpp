@@ -137,10 +137,9 @@ std::size_t CANDIDATES(const ItemSource& source) {
     return source.kind.items == ItemKind::GridCell ? source.x.size() : source.chosen.size();
 }
 
-bool NEXT_ITEM(ItemSource& source, MapItem& item) {
-    const std::size_t end = CANDIDATES(source);
-    while (source.next < end)
-        if (takes(source, source.next++, item)) return true;
+bool NEXT_ITEM(const ItemSource& source, std::size_t& next, std::size_t end, MapItem& item) {
+    while (next < end)
+        if (takes(source, next++, item)) return true;
     return false;
 }
 

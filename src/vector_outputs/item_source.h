@@ -8,6 +8,8 @@
 #include "vector_outputs/layer_kinds.h"
 #include "vector_outputs/map_item.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -34,15 +36,25 @@ struct ItemSource {
     std::span<const float> bed, materials;        ///< of a grid layer, in the grid's order; empty when nobody asks
     Cutoff cutoff;
     TurnedAxes axes;
-    double time = 0.0;     ///< for the column
-    std::size_t next = 0;  ///< index of the next candidate; 0 begins the walk
+    double time = 0.0;  ///< for the column
 };
 
-/// How far `next` goes: the number of nodes, cells or grid cells that are looked at.
+/// The number of nodes, cells or grid cells that are looked at.
 std::size_t CANDIDATES(const ItemSource& source);
-/// The next object that is to be written, with all its columns set. False behind the last. Its centroid is where a
+/// The next object that is to be written, with all its columns set. False behind the last below `end`, at most
+/// CANDIDATES. next: the candidate to begin with, from 0; then the one behind the object. Its centroid is where a
 /// cell's point stands, its centre node where it has one.
-bool NEXT_ITEM(ItemSource& source, MapItem& item);
+bool NEXT_ITEM(const ItemSource& source, std::size_t& next, std::size_t end, MapItem& item);
+
+/// The candidates in pieces for several threads.
+struct ItemPieces {
+    static constexpr std::size_t EACH = 4096;
+    std::size_t candidates;
+
+    std::size_t count() const { return (candidates + EACH - 1) / EACH; }
+    std::size_t first(std::size_t piece) const { return piece * EACH; }
+    std::size_t end(std::size_t piece) const { return std::min(candidates, (piece + 1) * EACH); }
+};
 
 /// The scalar of an item, or the magnitude of its vector.
 inline float SHOWN_VALUE(const ItemSource& source, const MapItem& item) {

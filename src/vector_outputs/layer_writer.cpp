@@ -3,18 +3,39 @@
 #include "gis/layers.h"
 #include "services/console.h"
 #include "services/files.h"
+#include "services/workers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/paths.h"
 #include "vector_outputs/cell_shape.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace {
 
 struct LayerCounts {
     std::int64_t written = 0;
     std::int64_t invalid = 0;
+
+    void add(const LayerCounts& more) {
+        written += more.written;
+        invalid += more.invalid;
+    }
+};
+
+/// A piece of a layer on its way into the file, drawn on any thread.
+struct DrawnPiece {
+    GisBatch batch;
+    GisObject object;
+    std::string line;
+    LayerCounts counts;
+};
+
+/// What a piece of a layer says of the columns.
+struct NotedPiece {
+    RecordColumns record;
+    std::vector<float> written;
 };
 
 GisShape shapeOf(const LayerJob& job) {
@@ -44,21 +65,43 @@ Drawn draw(const LayerJob& job, const MapItem& item, GisObject& o) {
     return Drawn::Nothing;
 }
 
-/// One walk over the objects of the layer, in order.
+/// One walk over the objects of some of the candidates, in order. visit(item, object, next): as NEXT_ITEM leaves it.
 template <typename Visit>
-LayerCounts forEachObject(LayerJob& job, Visit visit) {
+LayerCounts forEachObject(const LayerJob& job, std::size_t first, std::size_t end, GisObject& o, Visit visit) {
     LayerCounts counts;
-    GisObject o;
     MapItem item;
-    job.source.next = 0;
-    while (NEXT_ITEM(job.source, item)) {
+    std::size_t next = first;
+    while (NEXT_ITEM(job.source, next, end, item)) {
         const Drawn drawn = draw(job, item, o);
         if (drawn == Drawn::Invalid) ++counts.invalid;
         if (drawn != Drawn::Object) continue;
-        visit(item, o);
+        visit(item, o, next);
         ++counts.written;
     }
     return counts;
+}
+
+/// The first walk: the columns as wide as the records need them.
+void noteRecords(LayerJob& job, ItemPieces pieces) {
+    std::vector<NotedPiece> slots(SLOTS_IN_ORDER());
+    DO_IN_ORDER(
+        pieces.count(),
+        [&](std::size_t piece, std::size_t slot) {
+            NotedPiece& noted = slots[slot];
+            noted = {job.record, {}};
+            GisObject o;
+            forEachObject(job, pieces.first(piece), pieces.end(piece), o,
+                          [&](const MapItem& item, const GisObject&, std::size_t) {
+                              NOTE_RECORD(noted.record, item);
+                              if (job.written != nullptr) noted.written.push_back(SHOWN_VALUE(job.source, item));
+                          });
+        },
+        [&](std::size_t, std::size_t slot) {
+            const NotedPiece& noted = slots[slot];
+            NOTE_RECORDS(job.record, noted.record);
+            if (job.written != nullptr)
+                job.written->insert(job.written->end(), noted.written.begin(), noted.written.end());
+        });
 }
 
 std::int32_t openLayer(const LayerJob& job) {
@@ -68,6 +111,25 @@ std::int32_t openLayer(const LayerJob& job) {
     header.attributes = ATTRIBUTES_OF(job.record, FILEEXT(job.name) == ".shp");
     gisWriteHeader(layer);
     return layer;
+}
+
+void drawPiece(const LayerJob& job, std::int32_t layer, ItemPieces pieces, std::size_t piece, DrawnPiece& drawn) {
+    drawn.batch.clear();
+    drawn.counts = forEachObject(job, pieces.first(piece), pieces.end(piece), drawn.object,
+                                 [&](const MapItem& item, const GisObject& o, std::size_t) {
+                                     FORM_RECORD(job.record, item, drawn.line);
+                                     gisAddToBatch(layer, drawn.batch, o, drawn.line);
+                                 });
+}
+
+/// For a piece that holds what the layer library has a word to say about.
+void writeOneByOne(const LayerJob& job, std::int32_t layer, ItemPieces pieces, std::size_t piece, DrawnPiece& drawn) {
+    forEachObject(job, pieces.first(piece), pieces.end(piece), drawn.object,
+                  [&](const MapItem& item, const GisObject& o, std::size_t) {
+                      FORM_RECORD(job.record, item, drawn.line);
+                      gisWriteObject(layer, o);
+                      gisWriteRecord(layer, drawn.line);
+                  });
 }
 
 void reportCounts(const LayerJob& job, const LayerCounts& counts) {
@@ -86,20 +148,20 @@ void reportCounts(const LayerJob& job, const LayerCounts& counts) {
 }  // namespace
 
 void WRITE_LAYER(LayerJob& job) {
-    forEachObject(job, [&job](const MapItem& item, const GisObject&) {
-        NOTE_RECORD(job.record, item);
-        if (job.written != nullptr) job.written->push_back(SHOWN_VALUE(job.source, item));
-    });
+    const ItemPieces pieces{CANDIDATES(job.source)};
+    noteRecords(job, pieces);
     BEGIN_OUTPUT(job.name);
     const std::int32_t layer = openLayer(job);
-    std::string line;
-    Progress progress("", static_cast<std::int64_t>(CANDIDATES(job.source)));
-    const LayerCounts counts = forEachObject(job, [&](const MapItem& item, const GisObject& o) {
-        FORM_RECORD(job.record, item, line);
-        gisWriteObject(layer, o);
-        gisWriteRecord(layer, line);
-        progress.show(static_cast<std::int64_t>(job.source.next));
-    });
+    Progress progress("", static_cast<std::int64_t>(pieces.candidates));
+    LayerCounts counts;
+    std::vector<DrawnPiece> slots(SLOTS_IN_ORDER());
+    DO_IN_ORDER(
+        pieces.count(), [&](std::size_t piece, std::size_t slot) { drawPiece(job, layer, pieces, piece, slots[slot]); },
+        [&](std::size_t piece, std::size_t slot) {
+            if (!gisWriteBatch(layer, slots[slot].batch)) writeOneByOne(job, layer, pieces, piece, slots[slot]);
+            counts.add(slots[slot].counts);
+            progress.show(static_cast<std::int64_t>(pieces.end(piece)));
+        });
     gisCloseLayer(layer);
     reportCounts(job, counts);
     FINISH_OUTPUT(job.name);
@@ -107,11 +169,14 @@ void WRITE_LAYER(LayerJob& job) {
 
 void HAND_OVER_LAYER(LayerJob& job, LayerTarget& target) {
     target.begin(job);
-    Progress progress("", static_cast<std::int64_t>(CANDIDATES(job.source)));
-    const LayerCounts counts = forEachObject(job, [&](const MapItem& item, const GisObject& o) {
-        target.object(item, o);
-        if (job.written != nullptr) job.written->push_back(SHOWN_VALUE(job.source, item));
-        progress.show(static_cast<std::int64_t>(job.source.next));
-    });
+    const std::size_t candidates = CANDIDATES(job.source);
+    Progress progress("", static_cast<std::int64_t>(candidates));
+    GisObject object;
+    const LayerCounts counts =
+        forEachObject(job, 0, candidates, object, [&](const MapItem& item, const GisObject& o, std::size_t next) {
+            target.object(item, o);
+            if (job.written != nullptr) job.written->push_back(SHOWN_VALUE(job.source, item));
+            progress.show(static_cast<std::int64_t>(next));
+        });
     reportCounts(job, counts);
 }

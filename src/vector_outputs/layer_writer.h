@@ -20,8 +20,8 @@ struct LayerJob {
 };
 
 /// Writes the layer and reports the number of its objects. Polygons that would not be valid are left out with one
-/// WARNING; a layer without objects is written empty, with a WARNING. Objects are drawn and written one at a time, so
-/// memory does not grow with their number.
+/// WARNING; a layer without objects is written empty, with a WARNING. Objects are drawn a piece at a time on the
+/// threads of the run, so memory does not grow with their number.
 void WRITE_LAYER(LayerJob& job);
 /// The same into another place, in one walk, since nothing there has a width.
 void HAND_OVER_LAYER(LayerJob& job, LayerTarget& target);

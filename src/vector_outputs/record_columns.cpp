@@ -121,6 +121,13 @@ void NOTE_RECORD(RecordColumns& record, const MapItem& item) {
     }
 }
 
+void NOTE_RECORDS(RecordColumns& record, const RecordColumns& noted) {
+    for (std::size_t i = 0; i < record.columns.size(); ++i) {
+        record.columns[i].lowest = std::min(record.columns[i].lowest, noted.columns[i].lowest);
+        record.columns[i].highest = std::max(record.columns[i].highest, noted.columns[i].highest);
+    }
+}
+
 std::vector<GisAttribute> ATTRIBUTES_OF(const RecordColumns& record, bool shortIntegers) {
     std::vector<GisAttribute> attributes;
     for (const RecordColumn& column : record.columns) {

@@ -38,6 +38,8 @@ RecordColumns RECORD_COLUMNS(const std::vector<Column>& columns, RealFormat form
 
 /// Counts an object that will be written into the ranges, which the widths follow.
 void NOTE_RECORD(RecordColumns& record, const MapItem& item);
+/// The same with all that another record of these columns has noted.
+void NOTE_RECORDS(RecordColumns& record, const RecordColumns& noted);
 
 /// The attributes: "Integer", "Char(2)", "Decimal(10,4)". shortIntegers: the format holds integers of 8 characters, so
 /// longer ones are Decimal(n,0).

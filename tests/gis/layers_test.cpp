@@ -143,3 +143,49 @@ TEST_CASE("the input-layer list holds 999 layers and says once that it is full")
           "WARNING 0317 - Exceeded limit of input GIS layers that can be tracked (layer referencing may not be "
           "complete).\n");
 }
+
+TEST_CASE("batches hold what is written one by one, and nothing that needs a word") {
+    const GisObject line = objectOf(GisKind::Pline, {{1, 2, 3, -4.5}});
+    const GisObject two = objectOf(GisKind::PlineMultiple, {{0, 0, 9, 9, 8, 8}, {5, 5, 7, 1e6}});
+    GisObject fallen = two;
+    fallen.ir[1] = 0;
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const GisHeader header = {"", "", GisShape::Lines, {{"A", "Decimal(6,2)"}, {"B", "Char(3)"}}};
+    const std::pair<GisObject, std::string> unfit[] = {
+        {line, "1,\"a\nb\""}, {line, "1,\"\xC3\xA9\""},
+        {line, "1"},          {objectOf(GisKind::Point, {{1, 1}}), "1,\"a\""},
+        {fallen, "1,\"a\""},  {objectOf(GisKind::Pline, {{1, 2, nan, 4}}), "1,\"a\""},
+    };
+    for (const std::string extension : {".mif", ".shp"}) {
+        const LayerTest test;
+        test.writeLayer("one" + extension, header, {line, two, line}, {"1.25,\"abc\"", "-2,\"\"", "3,\"z\""});
+        consoleOf([&] {
+            const auto id = gisOpenLayer(test.folder.name("two" + extension), "R", "O ");
+            gisHeader(id) = header;
+            gisWriteHeader(id);
+            GisBatch batch;
+            gisAddToBatch(id, batch, line, "1.25,\"abc\"");
+            gisAddToBatch(id, batch, two, "-2,\"\"");
+            CHECK(gisWriteBatch(id, batch));
+            for (const auto& [object, record] : unfit) {
+                batch.clear();
+                gisAddToBatch(id, batch, object, record);
+                gisAddToBatch(id, batch, line, "3,\"z\"");
+                CHECK_MESSAGE(!gisWriteBatch(id, batch), record);
+            }
+            batch.clear();
+            gisAddToBatch(id, batch, line, "3,\"z\"");
+            for (const std::size_t place : {0U, extension == ".mif" ? 1U : 2U}) {  // a byte too near the limit
+                std::int64_t& bytes = gisEntry(id).files[place].bytes;
+                const std::int64_t before = std::exchange(bytes, MOST_FILE_BYTES - 9);
+                CHECK(!gisWriteBatch(id, batch));
+                bytes = before;
+            }
+            CHECK(gisWriteBatch(id, batch));
+            gisCloseLayer(id);
+        });
+        const std::vector<std::string> files = extension == ".mif" ? std::vector<std::string>{".mif", ".mid"}
+                                                                   : std::vector<std::string>{".shp", ".shx", ".dbf"};
+        for (const std::string& file : files) CHECK(test.folder.read("two" + file) == test.folder.read("one" + file));
+    }
+}
