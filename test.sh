@@ -16,7 +16,7 @@ scripts/check_format.sh
 ./demo.sh
 
 cores=$(nproc)
-TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release -DBUILD_TESTS=ON
+TARGETS="VORANT_to_GIS make_parabolic_basin example" scripts/build.sh release -DBUILD_TESTS=ON
 ctest --preset release --label-regex end_to_end --parallel "$cores"
 
 scripts/build.sh dev

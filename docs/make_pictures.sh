@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the pictures of docs/ from the bundled example, with GDAL's command-line tools: a water-level grid, depth regions, arrows over both,
-# and a profile.
-#   docs/make_pictures.sh      after ./demo.sh; writes docs/water_level.png, docs/depth_regions.png, docs/arrows.png and docs/profile.png
+# a profile, and what a scheme changes.
+#   docs/make_pictures.sh      after ./demo.sh; writes docs/*.png
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,7 +12,8 @@ docs=$PWD/docs
 work=build/pictures
 rm -rf "$work"
 mkdir -p "$work"
-build/release/examples/make_parabolic_basin -cells 40 -cell-depths "$work/basin"
+examples=$PWD/build/release/examples
+"$examples/make_parabolic_basin" -cells 40 -cell-depths "$work/basin"
 cd "$work"
 
 TIME=-t0.3
@@ -77,7 +78,14 @@ done
 gdalbuildvrt -q -separate chart.vrt chart_R.tif chart_G.tif chart_B.tif
 gdal_translate -q -r average -outsize 900 420 chart.vrt chart.tif
 
-for picture in level_map:water_level depth:depth_regions arrows:arrows chart:profile; do
+# What a scheme changes: the same flood on ground that was moved north by 300 m, shallower red and deeper blue.
+"$examples/make_parabolic_basin" -cells 40 -origin 300000,6200300 scheme >>log.txt
+"$program" -b -flt -grid20 -max -dif basin_d.dat scheme_d.dat >>log.txt
+printf 'nv 238 235 226\n-0.5 178 24 43\n0 247 247 247\n0.5 33 102 172\n' >change.txt
+gdaldem color-relief -q scheme_d_minus_basin_d_Max_g020.flt change.txt change.tif
+gdalwarp -q -overwrite -te 300000 6200400 308000 6208000 -ts 640 608 change.tif change_map.tif
+
+for picture in level_map:water_level depth:depth_regions arrows:arrows chart:profile change_map:difference; do
     gdal_translate -q -of PNG "${picture%%:*}.tif" "$docs/${picture##*:}.png"
     rm -f "$docs/${picture##*:}.png.aux.xml"
     echo "wrote docs/${picture##*:}.png"
