@@ -1,8 +1,8 @@
-// One input: a mesh, which is read, listed, and converted to its nodes.
+// One input: a mesh, which is read, listed, and converted to a table of its nodes.
 #include "fuzz_run.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     writePieces(data, size, std::array{"x.2dm"});
-    runFuzzed({"-shp", "x.2dm"});
+    runFuzzed({"-txt", "x.2dm"});
     return 0;
 }

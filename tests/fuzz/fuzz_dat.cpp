@@ -4,7 +4,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     writeFuzzMesh();
     writePieces(data, size, std::array{"x.dat"});
-    runFuzzed({"-mif", "-va", "-tAll", "x.dat"});
+    runFuzzed({"-txt", "-tAll", "x.dat"});
     runFuzzed({"-asc", "-grid0.7", "-max", "x.dat"});
     return 0;
 }

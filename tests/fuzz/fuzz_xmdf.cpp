@@ -4,7 +4,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     writeFuzzMesh();
     writePieces(data, size, std::array{"x.xmdf"});
-    runFuzzed({"-mif", "-typeAll", "-tAll", "x.xmdf"});
+    runFuzzed({"-txt", "-typeAll", "-tAll", "x.xmdf"});
     runFuzzed({"-xnfo", "x.xmdf"});
     return 0;
 }
