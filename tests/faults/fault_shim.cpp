@@ -2,6 +2,8 @@
 //   FAULT=<kind>:<n>     kind: open, write, close, rename or alloc, counted from the start of main, outside of the
 //   console
 //                        and of the system's own files, in the libraries too; 0 fails none
+//                        term: the request to end, SIGTERM, comes at the n-th of all these but allocations, which
+//                        succeed
 //   FAULT_COUNT=<file>   gets the number of calls of that kind
 #ifndef _GNU_SOURCE
 #define _GNU_SOURCE
@@ -13,6 +15,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -33,7 +36,14 @@ Function* real(const char* name) {
 
 thread_local bool threadStarts = false;  ///< the sanitizer looks at its stack, and may not fail
 
-bool fails(const char* what) { return counting && !threadStarts && std::strcmp(what, kind) == 0 && ++calls == failing; }
+bool fails(const char* what) {
+    if (!counting || threadStarts) return false;
+    if (std::strcmp(kind, "term") == 0 && std::strcmp(what, "alloc") != 0 && ++calls == failing) {
+        kill(getpid(), SIGTERM);
+        usleep(20000);  // the program's own thread takes it
+    }
+    return std::strcmp(what, kind) == 0 && ++calls == failing;
+}
 
 /// The system's files (of memory, of code pages, of libraries) are no inputs or outputs.
 bool ofSystem(const char* name) {
