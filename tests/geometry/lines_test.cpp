@@ -7,11 +7,7 @@
 #include "testing.h"
 
 TEST_CASE("Meeting segments: touching counts for INTERSECT_LINE, a start does not for INTERSECT_LINE_V2") {
-    struct {
-        float x1, y1, x2, y2, x3, y3, x4, y4;
-        bool meet;
-        int code;
-    } const rows[] = {
+    const std::tuple<float, float, float, float, float, float, float, float, bool, int> rows[] = {
         {0, 0, 4, 0, 2, -1, 2, 1, true, 3},  {0, 0, 4, 0, 4, -1, 4, 1, true, 3},  // at the end of A
         {0, 0, 4, 0, 0, -1, 0, 1, true, 2},                                       // at the start of A: on B only
         {0, 0, 4, 0, 2, 0, 2, 1, true, 1},                                        // at the start of B: on A only
@@ -21,19 +17,17 @@ TEST_CASE("Meeting segments: touching counts for INTERSECT_LINE, a start does no
         {0, 0, 1, 1, 5, 5, 6, 6, true, -1},   // one line, far apart
         {0, 0, 1, 1, 0, 1, 1, 2, false, 0},   // parallel
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.code);
-        CHECK(INTERSECT_LINE(r.x1, r.y1, r.x2, r.y2, r.x3, r.y3, r.x4, r.y4) == r.meet);
-        CHECK(INTERSECT_LINE_8(r.x1, r.y1, r.x2, r.y2, r.x3, r.y3, r.x4, r.y4) == r.meet);
-        CHECK(INTERSECT_LINE_V2(r.x1, r.y1, r.x2, r.y2, r.x3, r.y3, r.x4, r.y4) == r.code);
-        CHECK(INTERSECT_LINE_V2_8(r.x1, r.y1, r.x2, r.y2, r.x3, r.y3, r.x4, r.y4) == r.code);
+    for (const auto& [x1, y1, x2, y2, x3, y3, x4, y4, meet, code] : rows) {
+        CAPTURE(code);
+        CHECK(INTERSECT_LINE(x1, y1, x2, y2, x3, y3, x4, y4) == meet);
+        CHECK(INTERSECT_LINE_8(x1, y1, x2, y2, x3, y3, x4, y4) == meet);
+        CHECK(INTERSECT_LINE_V2(x1, y1, x2, y2, x3, y3, x4, y4) == code);
+        CHECK(INTERSECT_LINE_V2_8(x1, y1, x2, y2, x3, y3, x4, y4) == code);
     }
 }
 
 TEST_CASE("ANGLE2D is 0 to 180 degrees, and 0 against a vertical line") {
-    struct {
-        double dx1, dy1, dx2, dy2, expected;
-    } const rows[] = {
+    const std::tuple<double, double, double, double, double> rows[] = {
         // vertical first, vertical second
         {1, 0, 1, 1, 45},
         {1, 1, -1, -1, 180},
@@ -45,6 +39,6 @@ TEST_CASE("ANGLE2D is 0 to 180 degrees, and 0 against a vertical line") {
         {9e-7, 1, 1, 0, 0},
         {9.99999998e-7, 1, 1, 0, 89.9999427},
     };
-    for (const auto& r : rows)
-        CHECK(ANGLE2D(0, 0, r.dx1, r.dy1, 5, 6, 5 + r.dx2, 6 + r.dy2) == doctest::Approx(r.expected).epsilon(1e-6));
+    for (const auto& [dx1, dy1, dx2, dy2, expected] : rows)
+        CHECK(ANGLE2D(0, 0, dx1, dy1, 5, 6, 5 + dx2, 6 + dy2) == doctest::Approx(expected).epsilon(1e-6));
 }

@@ -95,10 +95,7 @@ nan | 8 | 2 | !
 }
 
 TEST_CASE("attributes that a .dbf file cannot hold end the run") {
-    struct {
-        std::size_t attributes;
-        std::string_view type, message;
-    } const rows[] = {
+    const std::tuple<std::size_t, std::string_view, std::string_view> rows[] = {
         {129, "Integer", "ERROR 0411 - Exceeded maximum number of dbf Fields trying to write dbf file."},
         {0, "", "ERROR 0319 - No attributes specified when writing .dbf file."},
         {1, "Char(256)",
@@ -109,10 +106,10 @@ TEST_CASE("attributes that a .dbf file cannot hold end the run") {
         {1, "Decimal(10,256)", "Should not be here [i1u: i4 outside range] - please contact "},
         {128, "Char(255)", ""},
     };
-    for (const auto& r : rows) {
-        const Written w = writtenAs(std::vector<GisAttribute>(r.attributes, {"A", std::string(r.type)}), {});
-        CHECK(w.said.find(r.message.empty() ? "Closing" : std::string(r.message)) != std::string::npos);
-        CHECK(w.said.ends_with("<stopped>") != r.message.empty());
+    for (const auto& [attributes, type, message] : rows) {
+        const Written w = writtenAs(std::vector<GisAttribute>(attributes, {"A", std::string(type)}), {});
+        CHECK(holds(w.said, message.empty() ? "Closing" : std::string(message)));
+        CHECK(w.said.ends_with("<stopped>") != message.empty());
     }
 }
 
@@ -141,10 +138,7 @@ TEST_CASE("text is in code page 1252; what does not fit is cut with one warning"
 }
 
 TEST_CASE("a record that its fields cannot hold ends the run, naming field and record") {
-    struct {
-        std::string line;
-        std::string_view place, message;
-    } const rows[] = {
+    const std::tuple<std::string, std::string_view, std::string_view> rows[] = {
         {"1,123456789", "a.dbf, field N2, record 2: 123456789 ",
          "ERROR 0417 - Writing .dbf record.\nERROR 0254 - Failed to write attribute data record for a POINT object"},
         {"x,1", "a.dbf, field N1, record 2: x ", "ERROR 0417 - Writing .dbf record."},
@@ -154,10 +148,10 @@ TEST_CASE("a record that its fields cannot hold ends the run, naming field and r
         {"1,2,3", "", "Should not be here [dbfdataline] - please contact "},
         {"1" + std::string(1000, ' '), "", "Should not be here [dbfdatalinelarge] - please contact "},
     };
-    for (const auto& r : rows) {
-        const Written w = writtenAs({{"N1", "Integer"}, {"N2", "Integer"}}, {"1,2", r.line});
-        CHECK(w.said.find(r.place) != std::string::npos);
-        CHECK(w.said.find(r.message) != std::string::npos);
+    for (const auto& [line, place, message] : rows) {
+        const Written w = writtenAs({{"N1", "Integer"}, {"N2", "Integer"}}, {"1,2", line});
+        CHECK(holds(w.said, place));
+        CHECK(holds(w.said, message));
         CHECK(w.said.ends_with("<stopped>"));
     }
 }

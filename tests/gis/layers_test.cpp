@@ -25,7 +25,7 @@ TEST_CASE("the lowest free handle is taken, up to 100") {
     });
     CHECK(said.find("GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n") !=
           std::string::npos);
-    CHECK(said.find("\nERROR 0251 - Cannot have more than 100 GIS layers open at once.\n") != std::string::npos);
+    CHECK(holds(said, "\nERROR 0251 - Cannot have more than 100 GIS layers open at once.\n"));
     CHECK(said.ends_with("<stopped>"));
 }
 

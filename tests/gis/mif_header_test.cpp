@@ -80,27 +80,23 @@ MGA/Transform 0, 0, 0, 0/COLUMNSData/ | B [2|goes on
 TEST_CASE("an input in another coordinate system stops the run, or warns when that is asked for") {
     const LayerTest test;
     const std::string text = std::string(MGA) + " Bounds (-1, -1) (9, 9)\nColumns 1\n  A Integer\nData\n";
-    struct {
-        const char* run;
-        bool warn;
-        const char* said;
-    } const rows[] = {
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"coordsys earth  projection 8, 116.0, \"M\", 147, 0, .99960, 5e5,10000000 Bounds (0, 0) (8, 8)", false, ""},
         {"", false, ""},  // only the NonEarth fallback
         {"CoordSys Earth Projection 1, 104", false,
          "\nERROR 0305 - Projection of .mif file is different to that of the "},
         {"CoordSys Earth Projection 1, 104", true, "\nWARNING 0305 - Projection of .mif file is different to that of "},
     };
-    for (const auto& r : rows) {
+    for (const auto& [run, warn, expected] : rows) {
         gisInitialise();
-        gisSetProjection({r.run, "", r.warn});
+        gisSetProjection({run, "", warn});
         GisHeader header;
         const std::string said = readHeader(test, text, header);
-        CHECK(holds(said, r.said));
-        CHECK(holds(said, "0305") == (*r.said != '\0'));
-        CHECK(said.ends_with("   The run: " + std::string(r.run) +
+        CHECK(holds(said, expected));
+        CHECK(holds(said, "0305") == (*expected != '\0'));
+        CHECK(said.ends_with("   The run: " + std::string(run) +
                              "\nUse -prjwarn to change message to a WARNING.\n\nPress Enter to Close\n<stopped>") ==
-              holds(r.said, "ERROR"));
-        if (!holds(r.said, "ERROR")) CHECK(header.bounds == "Bounds (-1, -1) (9, 9)");
+              holds(expected, "ERROR"));
+        if (!holds(expected, "ERROR")) CHECK(header.bounds == "Bounds (-1, -1) (9, 9)");
     }
 }

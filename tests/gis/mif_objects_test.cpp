@@ -98,11 +98,7 @@ TEST_CASE("every kind is written as the format has it and reads back equal") {
 }
 
 TEST_CASE("objects as other programs write them") {
-    struct {
-        const char* objects;
-        const char* records;
-        const char* found;
-    } const rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"POINT 1 2\n    Symbol (35,0,12)\nNONE\npline\t multiple 2\n3\n0 0\n1 1\n2 2\n4\n3 3\n4 4\n5 5\n6 6\n    Pen "
          "(1,2,0)\n    Smooth\n",
          "1\n2\n3\n", "POINT 1 1;NONE 0 0;PLINE MULTIPLE 2 7;"},
@@ -114,7 +110,7 @@ TEST_CASE("objects as other programs write them") {
          "1\n2\n3\n4\n5\n6\n\n", "PLINE 1 2;RECT 1 2;ROUNDRECT 1 2;ARC 1 2;ELLIPSE 1 2;TEXT 1 2;"},
         {"", "", ""},
     };
-    for (const auto& r : rows) CHECK(readingOf(r.objects, r.records) == r.found);
+    for (const auto& [objects, records, found] : rows) CHECK(readingOf(objects, records) == found);
 }
 
 // Objects, records and what is said; "/" ends a line.
@@ -191,7 +187,7 @@ TEST_CASE("records keep their values whatever the delimiter and the character se
     const std::string said = test.writeLayer("y.mif", ONE_COLUMN, {point, point}, {large, large});
     CHECK(test.folder.read("y.mid") ==
           "\"" + std::string(5000, 'x') + "\",\"?\"\n\"" + std::string(5000, 'x') + "\",\"?\"\n");
-    CHECK(said.find("WARNING") != std::string::npos);
+    CHECK(holds(said, "WARNING"));
     CHECK(said.find("WARNING") == said.rfind("WARNING"));  // once a layer
 }
 
@@ -243,8 +239,8 @@ TEST_CASE("a layer that would pass the size GIS packages open stops the run and 
                 MOST_FILE_BYTES - (file == 0 ? 38 : 99999);  // one byte short of a point, of the longest record
             gisWriteObject(id, o);
         });
-        CHECK(said.find("ERROR - " + test.folder.name(file == 0 ? "big.mif" : "big.mid") +
-                        " would pass 2147483647 bytes") != std::string::npos);
+        CHECK(holds(said,
+                    "ERROR - " + test.folder.name(file == 0 ? "big.mif" : "big.mid") + " would pass 2147483647 bytes"));
         CHECK(said.ends_with("<stopped>"));
         CHECK(std::filesystem::is_empty(test.folder.name("")));
     }

@@ -9,10 +9,7 @@ TEST_CASE("sets that GDAL wrote are read with the same content") {
     if (!gdalIsThere()) return;
     const std::string start = "Name Char(80);Whole Decimal(9,0);Real Decimal(24,15);When Date;|",
                       record = "\n\"a, \"\"\xC3\xA9\"\"\",7,0.500000000000000,20240229|";
-    struct {
-        std::vector<std::string> geometries;
-        std::string expected;
-    } const rows[] = {
+    const std::tuple<std::vector<std::string>, std::string> rows[] = {
         {{"POINT (1 2)", "POINT (-3 4)"}, start + record + "1 2,/" + record + "-3 4,/"},
         {{"LINESTRING (1 2,3 4)", "MULTILINESTRING ((1 2,3 4),(5 6,7 8,9 9))"},
          start + record + "1 2,3 4,/" + record + "1 2,3 4,/5 6,7 8,9 9,/"},
@@ -21,15 +18,15 @@ TEST_CASE("sets that GDAL wrote are read with the same content") {
          start + record + "0 0,0 9,9 9,9 0,0 0,/1 1,2 1,2 2,1 1,/" + record + record + "0 0,0 1,1 1,0 0,/"},
         {{"MULTIPOINT (1 2,3 4)", "MULTIPOINT (5 6)"}, start + record + "1 2,3 4,/" + record + "5 6,/"},
     };
-    for (const auto& r : rows) {
+    for (const auto& [geometries, expected] : rows) {
         const LayerTest test;
         std::string csv = "WKT,Name,Whole,Real,When\n";
-        for (const std::string& geometry : r.geometries)
+        for (const std::string& geometry : geometries)
             csv.append("\"").append(geometry).append("\",\"a, \"\"\xC3\xA9\"\"\",7,0.5,2024/02/29\n");
         test.folder.write("in.csv", csv);
         test.folder.write("in.csvt", "WKT,String,Integer,Real,Date");
         REQUIRE(gdalSays(test.folder, "ogr2ogr @a.shp @in.csv -lco ENCODING=UTF-8 -select Name,Whole,Real,When") == "");
-        CHECK(shpReadingOf(test) == r.expected);
+        CHECK(shpReadingOf(test) == expected);
     }
 }
 

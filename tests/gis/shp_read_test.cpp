@@ -153,8 +153,8 @@ TEST_CASE("a set cut at any byte is never read as whole") {
                 const std::string said = shpReadingOf(test);
                 CAPTURE(file);
                 CAPTURE(length);
-                CHECK(said.find("ERROR") != std::string::npos);
-                CHECK(said.find("<stopped>") != std::string::npos);
+                CHECK(holds(said, "ERROR"));
+                CHECK(holds(said, "<stopped>"));
             }
         }
 }
@@ -176,7 +176,7 @@ TEST_CASE("companions that are missing or do not belong are told") {
         const LayerTest test;
         writeThree(test, POINT);
         std::filesystem::remove(test.folder.name("a" + std::string(companion)));
-        CHECK(shpReadingOf(test).find("a" + std::string(companion) + ", which belongs to ") != std::string::npos);
+        CHECK(holds(shpReadingOf(test), "a" + std::string(companion) + ", which belongs to "));
     }
     const LayerTest test;
     writeThree(test, POINT);
@@ -185,7 +185,7 @@ TEST_CASE("companions that are missing or do not belong are told") {
         const std::size_t left = file == "a.shp" ? 156 : 116;
         test.folder.write(file, whole.substr(0, left).replace(27, 1, 1, static_cast<char>(left / 2)));
     }
-    CHECK(shpReadingOf(test).find("a.dbf holds more records than there are objects.") != std::string::npos);
+    CHECK(holds(shpReadingOf(test), "a.dbf holds more records than there are objects."));
 }
 
 TEST_CASE("129 fields stop the reader") {
@@ -195,13 +195,11 @@ TEST_CASE("129 fields stop the reader") {
     std::string dbf = shpBytesOf("03 3*00 03000000 41100904 20*00");
     for (int i = 0; i < 129; ++i) dbf += field;
     test.folder.write("a.dbf", dbf + "\x0D");
-    CHECK(shpReadingOf(test).find("ERROR 0401 - Exceeded maximum number of dbf Fields.") != std::string::npos);
+    CHECK(holds(shpReadingOf(test), "ERROR 0401 - Exceeded maximum number of dbf Fields."));
 }
 
 TEST_CASE("the .cpg file, else the language byte, else the text itself tells the code page of a table") {
-    struct {
-        std::string_view cpg, language, bytes, text;
-    } const rows[] = {
+    const std::tuple<std::string_view, std::string_view, std::string_view, std::string_view> rows[] = {
         {"UTF-8\r\n", "57", "C3A9", "\xC3\xA9"},
         {"\xEF\xBB\xBF"
          "1250",
@@ -219,18 +217,17 @@ TEST_CASE("the .cpg file, else the language byte, else the text itself tells the
         {"", "00", "C3A9", "\xC3\xA9"},
         {"", "00", "E9", "\xC3\xA9"},
     };
-    for (const auto& r : rows) {
+    for (const auto& [cpg, language, written, text] : rows) {
         const LayerTest test;
         test.writeLayer("a.shp", TWO_COLUMNS, {POINT}, {"1,\"\""});
-        test.folder.write("a.cpg", r.cpg);
-        if (r.cpg.empty()) std::filesystem::remove(test.folder.name("a.cpg"));
-        const std::string bytes = shpBytesOf(r.bytes);
-        test.folder.write("a.dbf", test.folder.read("a.dbf")
-                                       .replace(29, 1, shpBytesOf(r.language))
-                                       .replace(DBF_START + 9, bytes.size(), bytes));
+        test.folder.write("a.cpg", cpg);
+        if (cpg.empty()) std::filesystem::remove(test.folder.name("a.cpg"));
+        const std::string bytes = shpBytesOf(written);
+        test.folder.write(
+            "a.dbf",
+            test.folder.read("a.dbf").replace(29, 1, shpBytesOf(language)).replace(DBF_START + 9, bytes.size(), bytes));
         const std::string said = shpReadingOf(test);
-        CHECK_MESSAGE(said.find("1,\"" + std::string(r.text) + "\"|") != std::string::npos, said);
-        CHECK((said.find("code page 99999, which this system does not have") != std::string::npos) ==
-              (r.cpg == "99999"));
+        CHECK_MESSAGE(said.find("1,\"" + std::string(text) + "\"|") != std::string::npos, said);
+        CHECK(holds(said, "code page 99999, which this system does not have") == (cpg == "99999"));
     }
 }

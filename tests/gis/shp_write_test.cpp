@@ -22,10 +22,7 @@ TEST_CASE("a layer of one point has 64 and 54 words, big-endian outside and litt
 }
 
 TEST_CASE("records hold their own box, and the indices of the parts count from 0") {
-    struct {
-        GisObject object;
-        std::string_view type, content;
-    } const rows[] = {
+    const std::tuple<GisObject, std::string_view, std::string_view> rows[] = {
         {objectOf(GisKind::Line, {{1, 4, 2, 3}}), "03000000", D1 D3 D2 D4 "01000000 02000000 00000000" D1 D4 D2 D3},
         {objectOf(GisKind::PlineMultiple, {{1, 1, 2, 2, 3, 0}, {-1, 4, 4, 4}}), "03000000",
          D_1 D0 D4 D4 "02000000 05000000 00000000 03000000" D1 D1 D2 D2 D3 D0 D_1 D4 D4 D4},
@@ -33,11 +30,11 @@ TEST_CASE("records hold their own box, and the indices of the parts count from 0
          D0 D0 D4 D4 "02000000 08000000 00000000 04000000" D0 D0 D0 D4 D4 D0 D0 D0 D1 D1 D2 D1 D1 D2 D1 D1},
         {objectOf(GisKind::MultiPoint, {{3, 1, -1, 2}}), "08000000", D_1 D1 D3 D2 "02000000" D3 D1 D_1 D2},
     };
-    for (const auto& r : rows) {
+    for (const auto& [object, type, rest] : rows) {
         const LayerTest test;
-        test.writeLayer("a.shp", oneColumn(gisShapeOf(r.object.kind)), {r.object, r.object}, {"1", "2"});
+        test.writeLayer("a.shp", oneColumn(gisShapeOf(object.kind)), {object, object}, {"1", "2"});
         const std::string shp = test.folder.read("a.shp");
-        const std::string content = shpBytesOf(std::string(r.type) + " " + std::string(r.content));
+        const std::string content = shpBytesOf(std::string(type) + " " + std::string(rest));
         const std::string words(1, static_cast<char>(content.size() / 2));
         CHECK(shp.substr(32, 36) == content.substr(0, 36));  // type and box of the layer
         CHECK(shp.substr(100, 8) == shpBytesOf("00000001 000000") + words);
@@ -90,11 +87,7 @@ TEST_CASE("an empty layer is valid: its planned type, no box, no records") {
 
 TEST_CASE("objects that the layer does not take end the run") {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    struct {
-        GisShape planned;
-        GisObject object;
-        std::string_view message;
-    } const rows[] = {
+    const std::tuple<GisShape, GisObject, std::string_view> rows[] = {
         {GisShape::Point, objectOf(GisKind::Pline, {{0, 0, 1, 1}}),
          "Should not be here [gisWriteObject-shp].  Please contact "},
         {GisShape::Any, objectOf(GisKind::Pline, {{0, 0, 1, 1}}),
@@ -105,31 +98,29 @@ TEST_CASE("objects that the layer does not take end the run") {
         {GisShape::Point, objectOf(GisKind::Point, {{1, -std::numeric_limits<double>::infinity()}}),
          "ERROR 0439 - Writing .shp file object coordinates."},
     };
-    for (const auto& r : rows) {
-        const std::string said = LayerTest().writeLayer("a.shp", oneColumn(r.planned), {POINT, r.object}, {"1", "2"});
-        CHECK(said.find(std::string(r.message)) != std::string::npos);
+    for (const auto& [planned, object, message] : rows) {
+        const std::string said = LayerTest().writeLayer("a.shp", oneColumn(planned), {POINT, object}, {"1", "2"});
+        CHECK(holds(said, std::string(message)));
         CHECK(said.ends_with("<stopped>"));
     }
 }
 
 TEST_CASE("a disk that is full ends the run, whichever file it was") {
     if (!std::filesystem::exists("/dev/full")) return;
-    struct {
-        std::string_view file, message;
-    } const rows[] = {
+    const std::tuple<std::string_view, std::string_view> rows[] = {
         {"a.shp", "ERROR 0437 - Writing .shp file header."},
         {"a.shx", "ERROR 0437 - Writing .shp file header."},
         {"a.dbf", "ERROR 0413 - Rewriting .dbf file header with final information."},
         {"a.cpg", "a.cpg: No space left on device. The file is incomplete."},
     };
-    for (const auto& r : rows)
+    for (const auto& [file, message] : rows)
         for (const std::size_t objects : {1U, 20000U}) {  // 20000: blocks go out on the way, and the messages differ
             const LayerTest test;
-            std::filesystem::create_symlink("/dev/full", test.folder.name(r.file));
+            std::filesystem::create_symlink("/dev/full", test.folder.name(file));
             const std::string said = test.writeLayer("a.shp", oneColumn(GisShape::Point), std::vector(objects, POINT),
                                                      std::vector<std::string>(objects, "1"));
-            CHECK(said.find(objects == 1 ? r.message : "No space left on device") != std::string::npos);
-            CHECK(said.find("ERROR") != std::string::npos);
+            CHECK(holds(said, objects == 1 ? message : "No space left on device"));
+            CHECK(holds(said, "ERROR"));
             CHECK(said.ends_with("<stopped>"));
         }
 }
@@ -150,11 +141,11 @@ TEST_CASE("no file passes the limit: the run stops behind what fits, in pairs, a
             gisWriteRecord(id, "2");
             gisWriteObject(id, POINT);
         });
-        CHECK(said.find(std::string(full == 0   ? "a.shp"
-                                    : full == 1 ? "a.shx"
-                                                : "a.dbf") +
-                        " would pass 2147483647 bytes") != std::string::npos);
-        CHECK(said.find("Use -mif or a coarser output.") != std::string::npos);
+        CHECK(holds(said, std::string(full == 0   ? "a.shp"
+                                      : full == 1 ? "a.shx"
+                                                  : "a.dbf") +
+                              " would pass 2147483647 bytes"));
+        CHECK(holds(said, "Use -mif or a coarser output."));
         CHECK(said.ends_with("<stopped>"));
         for (const std::size_t file : {0U, 2U}) CHECK(gisEntry(1).files[file].count == 2);
         CHECK(std::filesystem::is_empty(test.folder.name("")));
@@ -169,7 +160,7 @@ TEST_CASE("a copy keeps types and projection, and says what has no geometry") {
     const std::string record = "20240229,-32768,\"093000000\",1.50";
     const std::string said =
         test.writeLayer("a.shp", header, {POINT, objectOf(GisKind::None, {}), POINT}, {record, "lost", record});
-    CHECK(said.find("WARNING - 1 objects without geometry are left out of ") != std::string::npos);
+    CHECK(holds(said, "WARNING - 1 objects without geometry are left out of "));
     std::vector<GisObject> objects;
     std::vector<std::string> records;
     test.readLayer("a.shp", objects, records, header);
@@ -192,12 +183,7 @@ TEST_CASE("the .prj file of an output is the run's text, whole, and that of an i
     CHECK(output.folder.read("a.prj") == text);
 
     const std::string run = "PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]";
-    struct {
-        std::string_view prj;
-        bool warn;
-        std::string_view message;
-        bool stops;
-    } const rows[] = {
+    const std::tuple<std::string_view, bool, std::string_view, bool> rows[] = {
         {"PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]", false, "", false},
         {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1.0]]\r\n", false, "", false},
         {"PROJCS[\"other\"]", false, "ERROR 0305 - Projection of .shp file is different to that of the run.\n   ",
@@ -208,14 +194,14 @@ TEST_CASE("the .prj file of an output is the run's text, whole, and that of an i
         {"", false, "ERROR 0420 - Could not read projection line in .prj file.", true},
         {"", true, "WARNING 0420 - Could not read projection line in .prj file.", false},
     };
-    for (const auto& r : rows) {
+    for (const auto& [prj, warn, message, stops] : rows) {
         const LayerTest test;
         test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"1"});
-        test.folder.write("a.prj", r.prj);
-        gisSetProjection({"", run, r.warn});
+        test.folder.write("a.prj", prj);
+        gisSetProjection({"", run, warn});
         const std::string said = shpReadingOf(test);
-        CHECK(said.find(r.message) != std::string::npos);
-        CHECK((said.find("0305") != std::string::npos || said.find("0420") != std::string::npos) == !r.message.empty());
-        CHECK((said.find("<stopped>") != std::string::npos) == r.stops);
+        CHECK(holds(said, message));
+        CHECK((said.find("0305") != std::string::npos || said.find("0420") != std::string::npos) == !message.empty());
+        CHECK(holds(said, "<stopped>") == stops);
     }
 }

@@ -112,31 +112,26 @@ TEST_CASE("a data line splits at commas outside quotes") {
 }
 
 TEST_CASE("attribute names are cleaned, cut and unique") {
-    struct {
-        std::string_view name, clean;
-    } const rows[] = {{"Water Level", "Water_Level"}, {"2D", "_2D"}, {" Vx (m/s) ", "Vx__m_s_"}, {"", "_"},
-                      {"H\xC3\xB6he", "H__he"},       {"A_1", "A_1"}};
-    for (const auto& r : rows) CHECK(CLEANATTRIBUTENAME(r.name) == r.clean);
+    const std::tuple<std::string_view, std::string_view> rows[] = {{"Water Level", "Water_Level"}, {"2D", "_2D"},
+                                                                   {" Vx (m/s) ", "Vx__m_s_"},     {"", "_"},
+                                                                   {"H\xC3\xB6he", "H__he"},       {"A_1", "A_1"}};
+    for (const auto& [name, clean] : rows) CHECK(CLEANATTRIBUTENAME(name) == clean);
     CHECK(cleanedNames({"Elevation", "ELEVATION", "Elevation"}, 31) == "Elevation ELEVATION2 Elevation3 ");
     CHECK(cleanedNames({"X_component_of_V", "X_component_of_Q"}, 11) == "X_component X_componen2 ");
     CHECK(cleanedNames({"V2", "V", "V"}, 11) == "V2 V V3 ");  // the number itself may be taken
 }
 
 TEST_CASE("column types are taken apart") {
-    struct {
-        std::string_view text;
-        const char* word;
-        int width, decimals;
-    } const rows[] = {{"Char(254)", "CHAR", 254, 0},
-                      {"decimal ( 10, 4 )", "DECIMAL", 10, 4},
-                      {"Integer", "INTEGER", 0, 0},
-                      {" Logical ", "LOGICAL", 0, 0}};
-    for (const auto& r : rows) {
-        const auto type = COLUMN_TYPE(r.text);
+    const std::tuple<std::string_view, const char*, int, int> rows[] = {{"Char(254)", "CHAR", 254, 0},
+                                                                        {"decimal ( 10, 4 )", "DECIMAL", 10, 4},
+                                                                        {"Integer", "INTEGER", 0, 0},
+                                                                        {" Logical ", "LOGICAL", 0, 0}};
+    for (const auto& [text, word, width, decimals] : rows) {
+        const auto type = COLUMN_TYPE(text);
         REQUIRE(type);
-        CHECK(type->word == r.word);
-        CHECK(type->width == r.width);
-        CHECK(type->decimals == r.decimals);
+        CHECK(type->word == word);
+        CHECK(type->width == width);
+        CHECK(type->decimals == decimals);
     }
     for (const char* bad :
          {"", "(5)", "Char(", "Char()", "Char(x)", "Char(-1)", "Char(40000)", "Char(5", "Decimal(1,2,3)", "Char(5)x"})
@@ -144,22 +139,19 @@ TEST_CASE("column types are taken apart") {
 }
 
 TEST_CASE("text changes between UTF-8 and code page 1252") {
-    struct {
-        std::string_view utf8, page;
-        bool whole;
-    } const rows[] = {
+    const std::tuple<std::string_view, std::string_view, bool> rows[] = {
         {"Caf\xC3\xA9 5\xC2\xB0", "Caf\xE9 5\xB0", true},
         {"\xE2\x82\xAC\xE2\x80\x93", "\x80\x96", true},  // the euro and the en dash stand in the page's own rows
         {"\xC2\x81", "\x81", true},                      // an unused byte
         {"\xE6\xB0\xB4 x", "? x", false},                // one "?" for a character of three bytes
     };
-    for (const auto& r : rows) {
+    for (const auto& [utf8, expected, whole] : rows) {
         std::string page;
         std::string back;
-        CHECK(ADD_AS_CODE_PAGE(page, r.utf8) == r.whole);
-        CHECK(page == r.page);
+        CHECK(ADD_AS_CODE_PAGE(page, utf8) == whole);
+        CHECK(page == expected);
         ADD_AS_UTF8(back, page);
-        if (r.whole) CHECK(back == r.utf8);
+        if (whole) CHECK(back == utf8);
     }
     std::string page;
     CHECK(ADD_AS_CODE_PAGE(page,
@@ -172,16 +164,13 @@ TEST_CASE("text changes between UTF-8 and code page 1252") {
 
 TEST_CASE("a NonEarth line gets bounds that hold the mesh") {
     const std::string line = "CoordSys NonEarth Units \"m\"";
-    struct {
-        MapExtent extent;
-        const char* bounds;
-    } const rows[] = {
-        {{}, " Bounds(-9999999, -9999999) (9999999, 9999999)"},
+    const std::tuple<MapExtent, const char*> rows[] = {
+        {MapExtent{}, " Bounds(-9999999, -9999999) (9999999, 9999999)"},
         {{300000, 6250000, 301000, 6252000}, " Bounds(-9999999, -9999999) (9999999, 9999999)"},
         {{9999000.5, 0, 10000000.25, 10}, " Bounds(-9999999, -9999999) (10001000, 9999999)"},  // 999.75 wide
         {{-2e7, -5, -1e7, 1e7}, " Bounds(-30000000, -10000010) (9999999, 20000005)"},
     };
-    for (const auto& r : rows) CHECK(WITH_BOUNDS(line, "", r.extent) == line + r.bounds);
+    for (const auto& [extent, bounds] : rows) CHECK(WITH_BOUNDS(line, "", extent) == line + bounds);
     CHECK(WITH_BOUNDS(line, " Bounds(0, 0) (5, 5)", {}) == line + " Bounds(0, 0) (5, 5)");
     const std::string given = "CoordSys NonEarth Units \"m\" Bounds (0, 0) (1, 1)";
     CHECK(WITH_BOUNDS(given, "", {-2e7, 0, 2e7, 0}) == given);

@@ -74,9 +74,7 @@ TEST_CASE("For a file of results minimums come first and maximums last, each wit
 TEST_CASE("A file that is no whole binary .dat is refused by name") {
     constexpr int MOST = std::numeric_limits<int>::max();
     const Step whole = {1.0F, {1, 2, 3}, {1, 0}};
-    struct {
-        std::string bytes, said;
-    } const rows[] = {
+    const std::tuple<std::string, std::string> rows[] = {
         {"", "x_h.dat is empty."},
         {"DATASET\nOBJTYPE \"mesh2d\"\nBEGSCL\n", "x_h.dat is a text file"},
         {header(3, 2), "no output time found"},
@@ -92,10 +90,10 @@ TEST_CASE("A file that is no whole binary .dat is refused by name") {
         {datBytes(header(2, 2), {{1.0F, std::vector<float>(30), {}}}), "does not hold 2 values"},
         {datBytes(header(3, 2), {{INFINITE, {1, 2, 3}, {}}}), "<stopped>"},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.said);
-        const std::string said = readDat(r.bytes);
-        CHECK(holds(said, r.said));
+    for (const auto& [bytes, expected] : rows) {
+        CAPTURE(expected);
+        const std::string said = readDat(bytes);
+        CHECK(holds(said, expected));
         CHECK(holds(said, "ERROR - "));
         CHECK(holds(said, "<stopped>"));
     }
@@ -111,14 +109,7 @@ TEST_CASE("The first time within the tolerance is taken, and a closer one later 
     const std::string withMaximums = datBytes(cards, seconds);
     const float second = 99999.0F;
     const std::string none = "ERROR - Could not find specified timestep in .dat file.\n";
-    struct {
-        const std::string& bytes;
-        WantedTime wanted;
-        double tolerance;
-        float value;
-        int wet;
-        std::string said;
-    } const rows[] = {
+    const std::tuple<const std::string&, WantedTime, double, float, int, std::string> rows[] = {
         {inHours, {1, 1}, 0.01, 1, 0, "WARNING - Time 1. in .dat file is closer to the specified time than 0.995,"},
         // no flags of its own: those of the step before, though it was skipped
         {inHours, {1, 1}, 0.001, 2, 0, "...Found time 1. in dat file."},
@@ -132,38 +123,34 @@ TEST_CASE("The first time within the tolerance is taken, and a closer one later 
         {inSeconds, {second, 99999 / 3600.0}, 0.001, 2, 1, "...Found time 27.78 in dat file."},
         {inSeconds, {900001, 900001 / 3600.0}, 0.001, 4, 1, "...Found time 250. in dat file."},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.said);
-        const std::string said = readDat(r.bytes, [&] { FIND_DAT_TIME(dat, r.wanted, r.tolerance, results); });
-        CHECK_MESSAGE(holds(said, r.said), said);
-        CHECK(holds(said, "WARNING") == holds(r.said, "WARNING"));
-        if (holds(r.said, "ERROR")) continue;
-        CHECK(results.x[1] == r.value);
-        CHECK(results.wet[1] == r.wet);
+    for (const auto& [bytes, wanted, tolerance, value, wet, expected] : rows) {
+        CAPTURE(expected);
+        const std::string said = readDat(bytes, [&] { FIND_DAT_TIME(dat, wanted, tolerance, results); });
+        CHECK_MESSAGE(holds(said, expected), said);
+        CHECK(holds(said, "WARNING") == holds(expected, "WARNING"));
+        if (holds(expected, "ERROR")) continue;
+        CHECK(results.x[1] == value);
+        CHECK(results.wet[1] == wet);
     }
 }
 
 TEST_CASE("Card 250 gives the unit of times; messages show hours, or seconds with -sec") {
-    struct {
-        int unit;
-        double hours;
-        const char* said;
-    } const rows[] = {{0, 72, "time 259200."},
-                      {1, 1.2, "time 4320."},
-                      {2, 0.02, "time 72."},
-                      {4, 1728, "time 6220800."},
-                      {3, 72, "WARNING - Unknown time unit 3 of "}};
-    for (const auto& r : rows) {
+    const std::tuple<int, double, const char*> rows[] = {{0, 72, "time 259200."},
+                                                         {1, 1.2, "time 4320."},
+                                                         {2, 0.02, "time 72."},
+                                                         {4, 1728, "time 6220800."},
+                                                         {3, 72, "WARNING - Unknown time unit 3 of "}};
+    for (const auto& [unit, hours, expected] : rows) {
         readSwitches({"-sec"});
-        const std::string cards = integer(250) + integer(r.unit) + header(1, 0);
+        const std::string cards = integer(250) + integer(unit) + header(1, 0);
         const std::string said = readDat(datBytes(cards, {{72, {1}, {}}, {99999, {4}, {}}}), [] {
             while (NEXT_DAT_TIME(dat, results)) {
             }
         });
         INITIALISE_OPTIONS();
-        CHECK_MESSAGE(holds(said, r.said), said);
+        CHECK_MESSAGE(holds(said, expected), said);
         CHECK(holds(said, "Reading data for time 99999.\nEnd of .dat file.\n"));
-        CHECK(results.times == std::vector<OutputTime>{{r.hours}, TIME_MAXIMUM});
+        CHECK(results.times == std::vector<OutputTime>{{hours}, TIME_MAXIMUM});
     }
 }
 
@@ -220,17 +207,16 @@ TEST_CASE("The maximum of vectors keeps both components of the longest, and miss
 TEST_CASE("Flags of the declared size, or behind a true of -1, are read where no other layout fits") {
     const std::vector<Step> steps = {{1, {1, 2, 3}, {1, 0, -1, 256}}, {2, {4, 5, 6}, {}}};
     const std::string check = "Check - ";
-    struct {
-        int declared, used, active;
-    } const rows[] = {{4, 4, 1}, {4, 1, 1}, {1, 1, 1}, {2, 2, 1}, {1, 1, -1}, {1, 1, 2}, {4, 4, -1}};
-    for (const auto& r : rows) {
-        CAPTURE(r.declared);
-        const std::string bytes = datBytes(header(3, 4, false, r.declared), steps, r.used, r.active);
+    const std::tuple<int, int, int> rows[] = {{4, 4, 1},  {4, 1, 1}, {1, 1, 1}, {2, 2, 1},
+                                              {1, 1, -1}, {1, 1, 2}, {4, 4, -1}};
+    for (const auto& [declared, used, active] : rows) {
+        CAPTURE(declared);
+        const std::string bytes = datBytes(header(3, 4, false, declared), steps, used, active);
         const std::string said = readDat(bytes, [] { CHECK(NEXT_DAT_TIME(dat, results)); });
-        CHECK(holds(said, check) == (r.used != 1));
+        CHECK(holds(said, check) == (used != 1));
         CHECK_FALSE(holds(said, "WARNING"));
         CHECK(results.x == std::vector<float>{MISSING, 1, 2, 3});
-        CHECK(results.wet == std::vector<std::uint8_t>{1, 1, 0, 1, r.used == 1 ? std::uint8_t{0} : std::uint8_t{1}});
+        CHECK(results.wet == std::vector<std::uint8_t>{1, 1, 0, 1, used == 1 ? std::uint8_t{0} : std::uint8_t{1}});
         CHECK(dat.steps.size() == 2);
     }
 }

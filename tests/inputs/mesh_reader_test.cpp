@@ -37,28 +37,23 @@ std::string kindOf(std::size_t node) { return {mesh.nodes[node].kind.begin(), me
 }  // namespace
 
 TEST_CASE("The length of the first line decides the flavour, and what it lacks stays zero") {
-    struct {
-        std::size_t length;
-        bool ql, pre2005;
-        double third;
-        float offset;
-    } const rows[] = {
+    const std::tuple<std::size_t, bool, bool, double, float> rows[] = {
         {6, true, false, 0.0, 0.0F},   {9, true, false, 0.0, 0.0F},   // trailing blanks do not count
         {12, false, true, 0.0, 0.0F},  {82, false, true, 3.0, 0.0F},  // the eighth value is not read here
         {83, false, false, 3.0, 8.0F},
     };
     const std::string full = "MESH2D    1 2 3 4 5 6 7 8";
-    for (const auto& r : rows) {
-        CAPTURE(r.length);
-        std::string first = full.substr(0, r.length);
-        if (r.length > full.size()) first += std::string(r.length - full.size() - 2, ' ') + " 9";
-        const std::string node = r.length == 83 ? "ND 1 5 6 7 0 0. 0. 0." : "ND 1 5 6 7";
+    for (const auto& [length, ql, pre2005, third, offset] : rows) {
+        CAPTURE(length);
+        std::string first = full.substr(0, length);
+        if (length > full.size()) first += std::string(length - full.size() - 2, ' ') + " 9";
+        const std::string node = length == 83 ? "ND 1 5 6 7 0 0. 0. 0." : "ND 1 5 6 7";
         CHECK(holds(readMesh(first + "   \r\n" + node + "\r\n"), "Finished Reading"));
-        CHECK(mesh.qlMesh == r.ql);
-        CHECK(mesh.pre2005 == r.pre2005);
-        CHECK(mesh.geoReference.values[2] == r.third);
-        CHECK(mesh.geoReference.verticalOffset == r.offset);
-        CHECK(kindOf(1) == (r.ql ? "QL" : "  "));
+        CHECK(mesh.qlMesh == ql);
+        CHECK(mesh.pre2005 == pre2005);
+        CHECK(mesh.geoReference.values[2] == third);
+        CHECK(mesh.geoReference.verticalOffset == offset);
+        CHECK(kindOf(1) == (ql ? "QL" : "  "));
     }
 }
 

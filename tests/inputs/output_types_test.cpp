@@ -9,28 +9,23 @@ std::string nameOf(const OutputType* row) { return row == nullptr ? "none" : std
 TEST_CASE("Output types keep their numbers") {
     const auto types = OUTPUT_TYPES();
     REQUIRE(types.size() == 60);
-    struct {
-        std::size_t number;
-        const char *name, *code;
-    } const rows[] = {
+    const std::tuple<std::size_t, const char*, const char*> rows[] = {
         {1, "Water Level", "h"},  {14, "Mass Error %", "ME%"}, {24, "Stream Power", "SP"}, {28, "ZUK1", "ZUK1"},
         {29, "029", "029"},       {40, "UD10", "UD10"},        {50, "Z9", "Z9"},           {51, "Vector Velocity", "v"},
         {53, "Vector Wind", "W"}, {60, "060", "n/a"},
     };
-    for (const auto& r : rows) {
-        CHECK(types[r.number - 1].name == r.name);
-        CHECK(types[r.number - 1].code == r.code);
+    for (const auto& [number, name, code] : rows) {
+        CHECK(types[number - 1].name == name);
+        CHECK(types[number - 1].code == code);
     }
 }
 
 TEST_CASE("A -type text is a code of which the last row wins, else searched for as it is") {
-    struct {
-        const char *text, *name;
-    } const rows[] = {
+    const std::tuple<const char*, const char*> rows[] = {
         {"h", "Water Level"}, {"V", "Vector Velocity"},      {"q", "Vector Unit Flow"},
         {"zh", "Bathymetry"}, {" evis ", "Viscosity Coeff"}, {"n2", "Manning n2"},  // not "n", which it begins with
     };
-    for (const auto& r : rows) CHECK(consoleOf([&] { CHECK(DATASET_NAME_OF_TYPE(r.text) == r.name); }) == "");
+    for (const auto& [text, name] : rows) CHECK(consoleOf([&] { CHECK(DATASET_NAME_OF_TYPE(text) == name); }) == "");
     CHECK(consoleOf([] { CHECK(DATASET_NAME_OF_TYPE("XYZ") == "XYZ"); }) ==
           "WARNING - Unable to match data output type specified with output name.\n"
           "For example data type \"h\" is stored in .XMDF file as \"Water Level\"\n"
@@ -38,16 +33,12 @@ TEST_CASE("A -type text is a code of which the last row wins, else searched for 
 }
 
 TEST_CASE("The tag of a .dat name picks the row of the file's own sort") {
-    struct {
-        const char* tag;
-        bool vector;
-        const char* name;
-    } const rows[] = {
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"V", true, "Vector Velocity"}, {"V", false, "Velocity"}, {"Q", false, "Unit Flow"},
         {"H", false, "Water Level"},    {"d", true, "none"},      {"W", false, "none"},
         {"run1", false, "none"},        {"", false, "none"},
     };
-    for (const auto& r : rows) CHECK(nameOf(OUTPUT_TYPE_OF_TAG(r.tag, r.vector)) == r.name);
+    for (const auto& [tag, vector, name] : rows) CHECK(nameOf(OUTPUT_TYPE_OF_TAG(tag, vector)) == name);
     CHECK(nameOf(OUTPUT_TYPE_OF_NAME("vector velocity")) == "Vector Velocity");
     CHECK(nameOf(OUTPUT_TYPE_OF_NAME("Vector")) == "none");
 }

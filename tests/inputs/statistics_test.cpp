@@ -12,10 +12,7 @@ TEST_CASE("Statistics: worked by hand, percentiles linear between the ranks") {
     constexpr float HUGE_ONE = std::numeric_limits<float>::max();
     std::vector<float> twentyOne;  // ranks 1 and 19 are the percentiles themselves
     for (int i = 20; i >= 0; --i) twentyOne.push_back(static_cast<float>(i) - 10.0F);
-    struct {
-        std::vector<float> values;
-        Statistics expected;
-    } const rows[] = {
+    const std::tuple<std::vector<float>, Statistics> rows[] = {
         {{}, {}},
         {{NO_VALUE, -99998.5F, std::nanf(""), INFINITY, -INFINITY}, {}},  // nothing but missing ones
         {{NO_VALUE, -2.5F}, {1, -2.5, -2.5, -2.5, 2.5, -2.5, -2.5}},
@@ -27,14 +24,13 @@ TEST_CASE("Statistics: worked by hand, percentiles linear between the ranks") {
         {twentyOne, {21, -10, 10, 0, 110.0 / 21.0, -9, 9}},
         {std::vector<float>(1000, 0.25F), {1000, 0.25, 0.25, 0.25, 0.25, 0.25, 0.25}},
     };
-    for (const auto& row : rows) {
-        const Statistics found = STATISTICS_OF(row.values);
+    for (const auto& [values, expected] : rows) {
+        const Statistics found = STATISTICS_OF(values);
         const auto near = [](double a, double b) { return std::abs(a - b) <= 1e-8 * std::max(1.0, std::abs(b)); };
-        CAPTURE(row.expected.count);
-        CHECK(found.count == row.expected.count);
-        CHECK((near(found.least, row.expected.least) && near(found.most, row.expected.most)));
-        CHECK((near(found.mean, row.expected.mean) && near(found.meanAbsolute, row.expected.meanAbsolute)));
-        CHECK(
-            (near(found.percentile5, row.expected.percentile5) && near(found.percentile95, row.expected.percentile95)));
+        CAPTURE(expected.count);
+        CHECK(found.count == expected.count);
+        CHECK((near(found.least, expected.least) && near(found.most, expected.most)));
+        CHECK((near(found.mean, expected.mean) && near(found.meanAbsolute, expected.meanAbsolute)));
+        CHECK((near(found.percentile5, expected.percentile5) && near(found.percentile95, expected.percentile95)));
     }
 }

@@ -74,32 +74,30 @@ TEST_CASE("each way of reading fills the record with the right values, flags and
                        threeNodes("/r/Times/Time of Peak h", {900001.0}, {1.5F, MISSING, 0}, {}),
                        threeNodes("/r/Times/Two", {900001.0, 900002.0}, {1, 2, 3, 4, 5, 6}, {}),
                    });
-    const struct {
-        std::vector<const char*> switches;
-        const char* type;
-        OutputTime time;
-        std::vector<float> x, y;
-        std::vector<std::uint8_t> wet;  ///< entry 0 unused
-    } rows[] = {
-        {{"-max"}, "Stored", TIME_MAXIMUM, {7, 8, 9}, {}, {1, 1, 0}},
-        {{"-min"}, "Stored", TIME_MINIMUM, {1, 2, MISSING}, {}, {1, 0, 1}},
-        {{"-max"}, "Scalar", TIME_MAXIMUM, {5, -2, MISSING}, {}, {1, 0, 1}},  // first and last time fold too; a cell
-                                                                              // never wet stays dry
-        {{"-max"}, "Arrows", TIME_MAXIMUM, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},  // components of the longest; a
-                                                                                     // missing one is no long vector
-        {{"-t2"}, "Scalar", {2}, {3, -2, MISSING}, {}, {1, 0, 0}},
-        {{"-tmax"}, "Water Level", TIME_OF_PEAK_LEVEL, {1.5F, MISSING, 0}, {}, {1}},
-        {{"-tmax", "-sec"}, "Water Level", TIME_OF_PEAK_LEVEL, {5400, MISSING, 0}, {}, {1}},
-    };
-    for (const auto& row : rows) {
-        CAPTURE(row.type);
+    // entry 0 unused
+    const std::tuple<std::vector<const char*>, const char*, OutputTime, std::vector<float>, std::vector<float>,
+                     std::vector<std::uint8_t>>
+        rows[] = {
+            {{"-max"}, "Stored", TIME_MAXIMUM, {7, 8, 9}, {}, {1, 1, 0}},
+            {{"-min"}, "Stored", TIME_MINIMUM, {1, 2, MISSING}, {}, {1, 0, 1}},
+            {{"-max"}, "Scalar", TIME_MAXIMUM, {5, -2, MISSING}, {}, {1, 0, 1}},  // first and last time fold too; a
+                                                                                  // cell never wet stays dry
+            {{"-max"}, "Arrows", TIME_MAXIMUM, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},  // components of the longest; a
+                                                                                         // missing one is no long
+                                                                                         // vector
+            {{"-t2"}, "Scalar", {2}, {3, -2, MISSING}, {}, {1, 0, 0}},
+            {{"-tmax"}, "Water Level", TIME_OF_PEAK_LEVEL, {1.5F, MISSING, 0}, {}, {1}},
+            {{"-tmax", "-sec"}, "Water Level", TIME_OF_PEAK_LEVEL, {5400, MISSING, 0}, {}, {1}},
+        };
+    for (const auto& [switches, type, time, x, y, wet] : rows) {
+        CAPTURE(type);
         int outputs = 0;
-        const std::string console = readAll(file, row.switches, row.type, [&](const Results& results) {
+        const std::string console = readAll(file, switches, type, [&](const Results& results) {
             ++outputs;
-            CHECK(results.time == row.time);
-            CHECK(withoutFirst(results.x) == row.x);
-            CHECK(withoutFirst(results.y) == row.y);
-            for (std::size_t c = 1; c < row.wet.size(); ++c) CHECK(results.wet[c] == row.wet[c]);
+            CHECK(results.time == time);
+            CHECK(withoutFirst(results.x) == x);
+            CHECK(withoutFirst(results.y) == y);
+            for (std::size_t c = 1; c < wet.size(); ++c) CHECK(results.wet[c] == wet[c]);
             CHECK(results.endReached);
         });
         CHECK_MESSAGE(outputs == 1, console);
@@ -143,16 +141,14 @@ TEST_CASE("damaged values end the run with the operation, the file and the datas
         const H5Dataset values(H5Dopen2(id, "/r/Temporal/d/Values", H5P_DEFAULT));
         H5Dwrite_chunk(values.id(), H5P_DEFAULT, 0, second, 7, "damaged");
     });
-    const struct {
-        const char* time;
-        const char* message;
-    } rows[] = {{"-t1", "ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "},
-                {"-max", "ERROR - Reading timestep [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "}};
-    for (const auto& row : rows) {
+    const std::tuple<const char*, const char*> rows[] = {
+        {"-t1", "ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "},
+        {"-max", "ERROR - Reading timestep [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "}};
+    for (const auto& [time, message] : rows) {
         const std::string console =
-            readAll(file, {row.time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
-        CHECK_MESSAGE(console.find(row.message + file + "\n        \"" + file +
-                                   "\": /r/Temporal/d/Values, time number ") != std::string::npos,
+            readAll(file, {time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
+        CHECK_MESSAGE(console.find(message + file + "\n        \"" + file + "\": /r/Temporal/d/Values, time number ") !=
+                          std::string::npos,
                       console);
         CHECK(console.ends_with("<stopped>"));
         CHECK(openHandles() == 0);

@@ -240,22 +240,18 @@ TEST_CASE("bad files end the run with the operation, the file and the dataset, e
 
 TEST_CASE("the stated limits count the datasets of /Times/ by sort, never output times") {
     const TemporaryFolder folder;
-    const struct {
-        double marker;
-        int most;
-        const char* message;
-    } rows[] = {{100000.5, 100, "time outputs, limit is 100."},
-                {200001.0, 100, "duration outputs, limit is 100."},
-                {900001.0, 10, "peak time outputs, limit is 10."}};
-    for (const auto& row : rows)
-        for (const int count : {row.most, row.most + 1}) {
+    const std::tuple<double, int, const char*> rows[] = {{100000.5, 100, "time outputs, limit is 100."},
+                                                         {200001.0, 100, "duration outputs, limit is 100."},
+                                                         {900001.0, 10, "peak time outputs, limit is 10."}};
+    for (const auto& [marker, most, message] : rows)
+        for (const int count : {most, most + 1}) {
             const std::string file = folder.name("many.xmdf");
             std::vector<TestDataset> datasets = {dataset("/r/Temporal/Depth", std::vector<double>(150, 1.0))};
-            for (int i = 0; i < count; ++i) datasets.push_back(dataset("/r/Times/T" + std::to_string(i), {row.marker}));
+            for (int i = 0; i < count; ++i) datasets.push_back(dataset("/r/Times/T" + std::to_string(i), {marker}));
             makeXmdf(file, datasets);
             const Selected result = selected(file, {"-Folderr"}, "");
-            CHECK(holds(result.console, std::string("ERROR - Exceeded maximum number of ") + row.message) ==
-                  (count > row.most));
+            CHECK(holds(result.console, std::string("ERROR - Exceeded maximum number of ") + message) ==
+                  (count > most));
         }
 }
 

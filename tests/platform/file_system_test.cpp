@@ -66,7 +66,7 @@ TEST_CASE("A file that another program has locked is refused by its name") {
     std::FILE* const other = _fsopen(name.c_str(), "rb", _SH_DENYRW);
     REQUIRE(other != nullptr);
     const std::string said = consoleOf([&] { OPEN_FILE(name, "O ", "asc"); });
-    CHECK(said.find("ERROR - Could not open " + name) != std::string::npos);
+    CHECK(holds(said, "ERROR - Could not open " + name));
     std::fclose(other);
     CHECK(folder.read("locked.asc") == "text");
 }

@@ -69,7 +69,7 @@ TEST_CASE("A layer without anything to use stops the run, naming it") {
             if (isLine) READ_PROFILE_LINES(name);
             else READ_CALIBRATION_POINTS(name);
         });
-        CHECK(said.find(text) != std::string::npos);
+        CHECK(holds(said, text));
         CHECK(said.ends_with("<stopped>"));
     }
 }
@@ -81,12 +81,8 @@ TEST_CASE("FIND_RECORDED knows the usual fields in their order, and what counts 
         points.objectOf.push_back(static_cast<std::int32_t>(points.objects.size()));
         points.objects.push_back({points.objectOf.back(), -1, "\"12\",2," + std::string(value)});
     }
-    struct {
-        const char *file, *named;
-        std::vector<GisAttribute> attributes;
-        const char* field;
-        std::vector<double> recorded;  ///< 99 for none
-    } const rows[] = {
+    // 99 for none
+    const std::tuple<const char*, const char*, std::vector<GisAttribute>, const char*, std::vector<double>> rows[] = {
         {"m.shp",
          "",
          {{"Obs", "Char(9)"}, {"RL", "Integer"}, {"Level", "Decimal(9,3)"}},
@@ -98,15 +94,14 @@ TEST_CASE("FIND_RECORDED knows the usual fields in their order, and what counts 
         {"m.shp", "x", {{"a", "Char(9)"}}, "<stopped>", {}},
         {"m.shp", "a", {{"a", "Char(9)"}}, "<stopped>", {}},
     };
-    for (const auto& r : rows) {
-        points.file = r.file;
-        points.header.attributes = r.attributes;
+    for (const auto& [file, named, attributes, field, recorded] : rows) {
+        points.file = file;
+        points.header.attributes = attributes;
         RecordedValues found;
-        if (consoleOf([&] { found = FIND_RECORDED(points, r.named); }).ends_with("<stopped>"))
-            found.field = "<stopped>";
-        CHECK(found.field == r.field);
+        if (consoleOf([&] { found = FIND_RECORDED(points, named); }).ends_with("<stopped>")) found.field = "<stopped>";
+        CHECK(found.field == field);
         for (double& value : found.value)
             if (std::isnan(value)) value = 99;
-        CHECK(found.value == r.recorded);
+        CHECK(found.value == recorded);
     }
 }

@@ -34,11 +34,12 @@ TEST_CASE("Calibration points: a copy of the layer, a time series, and how it co
           "5,4,\"out\",-99999.00,0,-99999.00,-99999.00\n6,,\"rect\",-99999.00,0,-99999.00,-99999.00\n"
           "7,2.7,\"n\",2.50,1,0.50,-0.20\n");
     const std::string layer = test.folder.read("x_h_Max_cp.mif");
-    CHECK(layer.find("CoordSys Earth Projection 1, 104\nColumns 7\n  Id Integer\n  Obs Decimal(8,2)\n  Place Char(20)\n"
-                     "  Water_Level Decimal(9,2)\n  SMS_ID Integer\n  Elevation Decimal(9,2)\n"
-                     "  Difference Decimal(9,2)\nData\nPoint ") != std::string::npos);
+    CHECK(holds(layer,
+                "CoordSys Earth Projection 1, 104\nColumns 7\n  Id Integer\n  Obs Decimal(8,2)\n  Place Char(20)\n"
+                "  Water_Level Decimal(9,2)\n  SMS_ID Integer\n  Elevation Decimal(9,2)\n"
+                "  Difference Decimal(9,2)\nData\nPoint "));
     CHECK(layer.find("Line ") < layer.find("15.000000        5.000000"));
-    CHECK(layer.find("\nnone\n") != std::string::npos);
+    CHECK(holds(layer, "\nnone\n"));
     CHECK(test.folder.read("x_h_cp.csv") ==
           "Label,X,Y,Elevation,SMS_ID,Time,Water_Level,Difference\n"
           "\"east, low\",5.000,5.000,0.50,1,Max,2.50,0.10\n\"east, low\",5.000,5.000,0.50,1,1.50,2.50,0.10\n"
@@ -57,7 +58,7 @@ TEST_CASE("Calibration points: a copy of the layer, a time series, and how it co
          "   mean difference 0.22, mean absolute difference 0.35, RMSE 0.45\n"
          "   largest above: dry 0.75; largest below: n -0.20\n   within 0.1: 1, 0.2: 2, 0.3: 2, 0.5: 2\n   outside the "
          "mesh: out\nWriting"})
-        CHECK(said.find(text) != std::string::npos);
+        CHECK(holds(said, text));
 }
 
 TEST_CASE("A shapefile of gauges stays one, with vectors, without recorded values, or far from the mesh") {

@@ -42,7 +42,7 @@ TEST_CASE("A profile holds bed, results and calibration points at every station,
         TAKE_PROFILES(stage, level, "t001.50");
         FINISH_PROFILES(stage, f.base);
     });
-    CHECK(said.find("for 8 stations at 2 times...") != std::string::npos);
+    CHECK(holds(said, "for 8 stations at 2 times..."));
     CHECK(f.file("A") ==
           "Chainage,X,Y,Type,Elevation,Water_Level_Max,Water_Level_t001.50,Label,Offset,CP_Name,CP_x2,CP_X,CP_Y,"
           "CP_Elevation,CP_Water_Level_Max,CP_Water_Level_t001.50\n"
@@ -85,7 +85,7 @@ TEST_CASE("Vectors come as magnitude, angle and the component along the line; a 
           "5.00,53.13,4.00,5.00,53.13,4.00\n",
           "\n6.000,15.000,8.000,V,1.50,5.00,53.13,-3.00,", "\n11.000,10.000,8.000,E,1.00,5.00,53.13,-3.00,",
           "\n16.000,5.000,8.000,V,0.50,5.00,53.13,-3.00,"})
-        CHECK(written.find(row) != std::string::npos);
+        CHECK(holds(written, row));
 }
 
 TEST_CASE("Of opposing flows the element with the larger magnitude counts, with its own direction") {
@@ -115,7 +115,7 @@ TEST_CASE("Cell values have a station in every cell; the bed alone comes without
           "Chainage,X,Y,Type,Elevation,Value_t000.00,Label,Offset\n0.000,-2.000,5.000,V,,,,\n1.000,-1.000,5.000,E,,,,\n"
           "7.000,5.000,5.000,E,0.50,7.00,,\n17.000,15.000,5.000,E,1.50,8.00,,\n23.000,21.000,5.000,E,,,,\n"
           "24.000,22.000,5.000,V,,,,\n");
-    CHECK(f.file("A_2").find("\n12.000,10.000,5.000,E,1.00,,\n") != std::string::npos);
+    CHECK(holds(f.file("A_2"), "\n12.000,10.000,5.000,E,1.00,,\n"));
     CHECK(f.file("a_3").ends_with("Label,Offset\n0.000,90.000,5.000,V,,,\n5.000,95.000,5.000,V,,,\n"));
 }
 

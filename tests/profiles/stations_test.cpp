@@ -56,13 +56,7 @@ TEST_CASE("LAY_STATIONS finds every edge once, and merges vertices over markers 
     mesh.elements.back().removed = true;
     const Mesh nine = nineNodes();
     constexpr PlanKind NODES = PlanKind::Nodes, CELLS = PlanKind::Cells, CORNERS = PlanKind::Corners;
-    struct {
-        const Mesh& mesh;
-        std::vector<double> line;
-        PlanKind kind;
-        double markers;
-        const char* stations;
-    } const rows[] = {
+    const std::tuple<const Mesh&, std::vector<double>, PlanKind, double, const char*> rows[] = {
         {mesh, {-5, 4, 35, 4}, NODES, 1e3, "V0. E5. E15. E25. E35. V40."},
         {mesh, {-5, 4, 35, 4}, NODES, 5.0, "V0. M5. M10. M15. M20. M25. M30. M35. V40."},  // one station a place
         {mesh, {-5, 4, 35, 4}, NODES, 20.0008, "V0. E5. E15. M20.001 E25. E35. V40."},
@@ -79,11 +73,11 @@ TEST_CASE("LAY_STATIONS finds every edge once, and merges vertices over markers 
         {nine, {3, -3, 3, 5}, CORNERS, 1e3, "V0. E3. E7. V8."},
         {nine, {3, -3, 3, 5}, CELLS, 1e3, "V0. E1.125 E4.625 E7.5 V8."},
     };
-    for (const auto& r : rows) {
-        const bool utm = &r.mesh == &mesh;
-        const ProfileLine line = lineOf(r.line, utm ? x0 : 0.0, utm ? y0 : 0.0);
-        const std::vector<double> crossings = EDGE_CROSSINGS(line, BUCKET_ELEMENTS(r.mesh), r.mesh, r.kind);
-        CHECK(textOf(LAY_STATIONS(line, crossings, r.kind == CELLS, {r.markers, 0.001})) == r.stations);
+    for (const auto& [on, xy, kind, markers, stations] : rows) {
+        const bool utm = &on == &mesh;
+        const ProfileLine line = lineOf(xy, utm ? x0 : 0.0, utm ? y0 : 0.0);
+        const std::vector<double> crossings = EDGE_CROSSINGS(line, BUCKET_ELEMENTS(on), on, kind);
+        CHECK(textOf(LAY_STATIONS(line, crossings, kind == CELLS, {markers, 0.001})) == stations);
     }
 }
 
@@ -128,10 +122,8 @@ TEST_CASE("A station looks along the segment that begins there, at the end along
 }
 
 TEST_CASE("FOOT_POINTS takes points up to the distance, at the first of the nearest segments") {
-    struct {
-        std::vector<double> line;
-        double x, y, chainage, offset;  ///< chainage -1: too far
-    } const rows[] = {
+    // chainage -1: too far
+    const std::tuple<std::vector<double>, double, double, double, double> rows[] = {
         {{0, 0, 10, 0}, 4, 3, 4, 3},          // left of an eastward line
         {{0, 0, 10, 0}, 4, -5, 4, -5},        // inclusive
         {{0, 0, 10, 0}, 4, 5.0001, -1, 0},    //
@@ -143,15 +135,15 @@ TEST_CASE("FOOT_POINTS takes points up to the distance, at the first of the near
         {{0, 0, 10, 0, 0, 0}, 3, 1, 3, 1},              // there and back: the way there
         {{0, 0, 10, 0, 10, 2, 0, 2}, 3, 1.5, 19, 0.5},  // the nearer of two, westward, on its left
     };
-    for (const auto& r : rows) {
+    for (const auto& [line, x, y, chainage, offset] : rows) {
         const double x0 = 5e5, y0 = 6e6;
-        const OrderedPoints points = ORDER_POINTS({x0 + 1e4, x0 + r.x, std::nan("")}, {y0, y0 + r.y, y0});
-        const std::vector<Station> feet = FOOT_POINTS(lineOf(r.line, x0, y0), points, 5.0, 0.001);
-        REQUIRE(feet.size() == (r.chainage < 0.0 ? 0U : 1U));
+        const OrderedPoints points = ORDER_POINTS({x0 + 1e4, x0 + x, std::nan("")}, {y0, y0 + y, y0});
+        const std::vector<Station> feet = FOOT_POINTS(lineOf(line, x0, y0), points, 5.0, 0.001);
+        REQUIRE(feet.size() == (chainage < 0.0 ? 0U : 1U));
         if (feet.empty()) continue;
         CHECK(feet[0].point == 1);
-        CHECK(feet[0].chainage == doctest::Approx(r.chainage));
-        CHECK(feet[0].offset == doctest::Approx(r.offset));
+        CHECK(feet[0].chainage == doctest::Approx(chainage));
+        CHECK(feet[0].offset == doctest::Approx(offset));
     }
 }
 

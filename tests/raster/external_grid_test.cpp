@@ -99,23 +99,19 @@ GOODxllcenter inf/ | xllcenter inf
 }
 
 TEST_CASE("READ_EXTERNAL_GRID_HEADER takes the projection beside the grid") {
-    struct {
-        const char* prj;
-        const char* projection;
-        bool warned;
-    } const rows[] = {
+    const std::tuple<const char*, const char*, bool> rows[] = {
         {"PROJCS[\"x\",\r\n  GEOGCS[\"y\"]]\r\n", "PROJCS[\"x\",GEOGCS[\"y\"]]", false},
         {"Projection UTM\n", "", true},
     };
-    for (const auto& r : rows) {
+    for (const auto& [prj, projection, warned] : rows) {
         const ScratchFolder folder;
         folder.write("a.asc", GOOD);
-        folder.write("A.PRJ", r.prj);
+        folder.write("A.PRJ", prj);
         ExternalGrid external;
         const std::string console = consoleOf([&] { external = READ_EXTERNAL_GRID_HEADER(folder.name("a.asc")); });
-        CHECK(external.projection == r.projection);
+        CHECK(external.projection == projection);
         CHECK(console.starts_with("Using " + folder.name("A.PRJ") + " for setting projection.\n"));
         CHECK((console.find("WARNING - Unable to find PROJCS line in " + folder.name("A.PRJ") + "\n") !=
-               std::string::npos) == r.warned);
+               std::string::npos) == warned);
     }
 }

@@ -69,14 +69,12 @@ TEST_CASE("PUT_FIXED_FIELDS writes what printf writes") {
         swept.push_back(static_cast<float>(static_cast<std::int32_t>(bits)) / 65536.0F);
         swept.push_back(static_cast<float>(static_cast<std::int32_t>(bits) / 100000) / 1000.0F);
     }
-    struct {
-        int width, decimals;
-    } const formats[] = {{10, 3}, {15, 3}, {14, 3}, {9, 3},  {8, 2}, {6, 1},   {10, 8},  {12, 7},
-                         {9, 7},  {25, 6}, {26, 5}, {40, 4}, {3, 1}, {20, 12}, {100, 98}};
-    for (const auto& f : formats) {
-        CAPTURE(f.width);
-        CAPTURE(f.decimals);
-        CHECK(put(edges, f.width, f.decimals) == printed(edges, f.width, f.decimals));
-        CHECK((put(swept, f.width, f.decimals) == printed(swept, f.width, f.decimals)));
+    const std::tuple<int, int> formats[] = {{10, 3}, {15, 3}, {14, 3}, {9, 3},  {8, 2}, {6, 1},   {10, 8},  {12, 7},
+                                            {9, 7},  {25, 6}, {26, 5}, {40, 4}, {3, 1}, {20, 12}, {100, 98}};
+    for (const auto& [width, decimals] : formats) {
+        CAPTURE(width);
+        CAPTURE(decimals);
+        CHECK(put(edges, width, decimals) == printed(edges, width, decimals));
+        CHECK((put(swept, width, decimals) == printed(swept, width, decimals)));
     }
 }

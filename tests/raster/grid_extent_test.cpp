@@ -22,40 +22,32 @@ Mesh boxMesh(double width, double height) {
 }  // namespace
 
 TEST_CASE("LAYOUT_GRID counts whole cells, one more in the node layout, from the extent's corner") {
-    struct {
-        double width, height, spacing;
-        bool cellCentred;
-        std::int32_t ncols, nrows;
-    } const rows[] = {
+    const std::tuple<double, double, double, bool, std::int32_t, std::int32_t> rows[] = {
         {50, 30, 10, false, 6, 4},    {50, 30, 10, true, 5, 3},
         {59.9, 30, 10, false, 6, 4},  {0.3, 0.7, 0.1, true, 3, 7},  // 0.3 / 0.1 falls short of 3, 0.7 / 0.1 of 7
         {0.3, 0.7, 0.1, false, 4, 8}, {4, 500, 10, false, 1, 51},   // narrower than a cell
     };
-    for (const auto& r : rows) {
-        const Grid grid = LAYOUT_GRID(boxMesh(r.width, r.height), r.spacing, r.cellCentred);
-        CHECK(grid.ncols == r.ncols);
-        CHECK(grid.nrows == r.nrows);
+    for (const auto& [width, height, spacing, cellCentred, ncols, nrows] : rows) {
+        const Grid grid = LAYOUT_GRID(boxMesh(width, height), spacing, cellCentred);
+        CHECK(grid.ncols == ncols);
+        CHECK(grid.nrows == nrows);
         CHECK(grid.xll == 100.0);
         CHECK(grid.yll == -50.0);
-        CHECK(grid.cellSize == r.spacing);
+        CHECK(grid.cellSize == spacing);
         CHECK(grid.values.empty());
     }
 }
 
 TEST_CASE("LAYOUT_GRID refuses spacings that make no grid") {
-    struct {
-        double width, height, spacing;
-        bool cellCentred;
-        std::string message;
-    } const rows[] = {
+    const std::tuple<double, double, double, bool, std::string> rows[] = {
         {9, 9, 10, false, "ERROR - Grid spacing is larger than the mesh."},
         {4, 500, 10, true, "ERROR - Grid spacing is larger than the mesh."},
         {50, 30, 1e-12, false, "ERROR - Could not allocate enough memory (RAM)."},
         {50, 30, 0, false, "ERROR - Grid spacing must be a number above zero."},
     };
-    for (const auto& r : rows) {
-        const std::string said = consoleOf([&] { LAYOUT_GRID(boxMesh(r.width, r.height), r.spacing, r.cellCentred); });
-        CHECK(said.find(r.message) == 0);
+    for (const auto& [width, height, spacing, cellCentred, message] : rows) {
+        const std::string said = consoleOf([&] { LAYOUT_GRID(boxMesh(width, height), spacing, cellCentred); });
+        CHECK(said.find(message) == 0);
         CHECK(said.ends_with("<stopped>"));
     }
 }

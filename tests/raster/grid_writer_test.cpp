@@ -70,11 +70,7 @@ TEST_CASE("Rows longer than a block keep their order and lose nothing") {
 
 TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given") {
     constexpr float INFINITE = std::numeric_limits<float>::infinity();
-    struct {
-        std::vector<float> values;
-        const char* largest;
-        int width;
-    } const rows[] = {
+    const std::tuple<std::vector<float>, const char*, int> rows[] = {
         {{MISSING, 12000.5F}, "12000.", 14}, {{9999, 3}, "9999.", 10},
         {{99999, MISSING}, "99999.", 14},    {{100000}, "100000.", 15},
         {{MISSING, MISSING}, "-99999.", 10},  // nothing but missing cells
@@ -82,26 +78,20 @@ TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given"
         {{NAN, 5, INFINITE}, "5.", 10},      {std::vector<float>(40, 2), "2.", 10},
     };
     INITIALISE_OPTIONS();
-    for (const auto& r : rows) {
+    for (const auto& [values, largest, width] : rows) {
         GridPrecision precision;
         CHECK(consoleOf([&] {
-                  precision = SET_OUTPUT_PRECISION({1, 1, 0, 0, 1, r.values});
+                  precision = SET_OUTPUT_PRECISION({1, 1, 0, 0, 1, values});
               }) ==
               "Determining maximum value for setting precision...\n   Done.\nSetting output precision.\n"
               "Setting output precision based on maximum value of "s +
-                  r.largest + "\n");
-        CHECK((precision.width == r.width && precision.decimals == 3));
+                  largest + "\n");
+        CHECK((precision.width == width && precision.decimals == 3));
     }
 }
 
 TEST_CASE("Headers take more decimals where three would misplace the grid") {
-    struct {
-        double x, y, cellSize;
-        std::int32_t ncols;
-        int asc;
-        const char* hdrX;
-        const char* hdrSize;
-    } const rows[] = {
+    const std::tuple<double, double, double, std::int32_t, int, const char*, const char*> rows[] = {
         // 0.4 mm is less than a thousandth of a cell
         {500000.1234, 6250000, 2.5, 4000, 3, "500000.1234", "2.5"},
         {500000, 6250000, 0.1, 4000, 3, "500000.", "0.1"},
@@ -111,11 +101,11 @@ TEST_CASE("Headers take more decimals where three would misplace the grid") {
         {151.123456789, -33, 0.00001, 1, 8, "151.12345679", "0.00001"},
         {0, 0, 1.2345, 1000, 4, "0.", "1.2345"},  // half a millimetre times 1000 columns
     };
-    for (const auto& r : rows) {
-        const Grid grid{r.ncols, 1, r.x, r.y, r.cellSize, {}};
-        CAPTURE(r.cellSize);
-        CHECK(ASC_HEADER_DECIMALS(grid) == r.asc);
-        CHECK(HDR_NUMBER(r.x, CORNER_TOLERANCE(grid)) == r.hdrX);
-        CHECK(HDR_NUMBER(r.cellSize, CELL_SIZE_TOLERANCE(grid)) == r.hdrSize);
+    for (const auto& [x, y, cellSize, ncols, asc, hdrX, hdrSize] : rows) {
+        const Grid grid{ncols, 1, x, y, cellSize, {}};
+        CAPTURE(cellSize);
+        CHECK(ASC_HEADER_DECIMALS(grid) == asc);
+        CHECK(HDR_NUMBER(x, CORNER_TOLERANCE(grid)) == hdrX);
+        CHECK(HDR_NUMBER(cellSize, CELL_SIZE_TOLERANCE(grid)) == hdrSize);
     }
 }

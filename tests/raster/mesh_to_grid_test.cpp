@@ -39,10 +39,7 @@ bool near(float value, double expected, double tolerance) {
 TEST_CASE("a quad takes the mean of its triangles at each point, three on a diagonal and four where they cross") {
     constexpr float T = 1.0F / 3.0F;
     const float none = NO_VALUE, nan = std::numeric_limits<float>::quiet_NaN();
-    struct {
-        float farCorner;
-        std::vector<float> expected;
-    } const rows[] = {
+    const std::tuple<float, std::vector<float>> rows[] = {
         // 0 at the other corners
         {6.0F, {2 * T, 0.5F, T, 0.5F, 1.5F, 2.5F, T, 2.5F, 14 * T}},
         {nan, {0, 0, 0, 0, 0, none, 0, none, none}},  // the triangle without that corner is left
@@ -58,10 +55,10 @@ TEST_CASE("a quad takes the mean of its triangles at each point, three on a diag
             if (reversed) std::swap(nodes[0], nodes[2]);
             const Grid grid = header(3, 3, place.x0, place.y0, place.side / 3.0);
             Results results = nodeResults(mesh, [](double, double) { return 0.0; });
-            for (const auto& r : rows) {
-                results.x[4] = r.farCorner;
+            for (const auto& [farCorner, expected] : rows) {
+                results.x[4] = farCorner;
                 const std::vector<float> values = gridded(mesh, results, grid);
-                for (std::size_t i = 0; i < 9; ++i) CHECK(near(values[i], static_cast<double>(r.expected[i]), 1e-6));
+                for (std::size_t i = 0; i < 9; ++i) CHECK(near(values[i], static_cast<double>(expected[i]), 1e-6));
             }
             results.x[1] = NO_VALUE;
             CHECK(gridded(mesh, results, grid) == std::vector<float>(9, none));
@@ -72,28 +69,25 @@ TEST_CASE("grids agree with a plain loop over elements, also where quads are con
     const Lattice rough{.cells = 8, .angle = 0.7, .x0 = 3e5, .y0 = 6e6, .jitter = 0.6, .triangleEvery = 4};
     const Lattice onEdge{.cells = 4, .angle = std::atan(1.0), .triangleEvery = 3};  // diagonals along the rows
     const double half = std::sqrt(50.0);                                            // of a diagonal
-    struct {
-        Lattice lattice;
-        Grid grid;
-    } const rows[] = {
+    const std::tuple<Lattice, Grid> rows[] = {
         {rough, header(80, 110, 3e5 - 50.0, 6e6, 1.1)},  // rows of more than eight cells
         {rough, header(20, 20, 3e5 - 50.0, 6e6, 6.1)},
         {onEdge, header(41, 33, -3.0 * half - 0.2, -half / 8.0, half / 4.0)},
     };
     std::mt19937 random(11);
     std::uniform_real_distribution<double> value(-50.0, 50.0);
-    for (const auto& r : rows) {
-        const Mesh mesh = latticeMesh(r.lattice);
+    for (const auto& [lattice, grid] : rows) {
+        const Mesh mesh = latticeMesh(lattice);
         Results results = nodeResults(mesh, [&](double, double) { return value(random); });
         for (std::size_t id = 5; id < results.x.size(); id += 17)
             results.x[id] = id % 2 == 0 ? NO_VALUE : std::numeric_limits<float>::infinity();
         for (std::size_t id = 3; id < results.wet.size(); id += 7) results.wet[id] = 0;
-        const std::vector<float> values = gridded(mesh, results, r.grid);
+        const std::vector<float> values = gridded(mesh, results, grid);
         int wrong = 0, covered = 0;
-        for (std::int32_t row = 1; row <= r.grid.nrows; ++row)
-            for (std::int32_t column = 1; column <= r.grid.ncols; ++column) {
-                const double expected = plainSample(mesh, results, CELL_X(r.grid, column), CELL_Y(r.grid, row)).value;
-                wrong += near(values[CELL_INDEX(r.grid, column, row)], expected, 1e-4) ? 0 : 1;
+        for (std::int32_t row = 1; row <= grid.nrows; ++row)
+            for (std::int32_t column = 1; column <= grid.ncols; ++column) {
+                const double expected = plainSample(mesh, results, CELL_X(grid, column), CELL_Y(grid, row)).value;
+                wrong += near(values[CELL_INDEX(grid, column, row)], expected, 1e-4) ? 0 : 1;
                 covered += expected > HIGHEST_MISSING ? 1 : 0;
             }
         CHECK(wrong == 0);
@@ -134,12 +128,8 @@ TEST_CASE("values per element fill the element, the larger on a shared edge, and
     addElement(odd, 4, {1, 2, 3, 4});
     odd.xmin = odd.ymin = 0.0;
     odd.xmax = odd.ymax = 6.0;
-    struct {
-        std::array<std::int32_t, 9> nodes;
-        double x, y;
-        float perNode;  ///< of the values x + 10 y; NO_VALUE outside
-        const char* check;
-    } const rows[] = {
+    // of the values x + 10 y; NO_VALUE outside
+    const std::tuple<std::array<std::int32_t, 9>, double, double, float, const char*> rows[] = {
         {{1, 2, 3, 4}, 3.0, 1.0, 13.0F, "1 concave (the first is element 1)"},  // points inwards at the third corner
         {{1, 2, 3, 4}, 1.5, 2.5, 26.5F, "1 concave"},
         {{2, 3, 4, 1}, 4.0, 2.5, NO_VALUE, "1 concave"},  // though the triangle of the other three corners covers it
@@ -151,22 +141,22 @@ TEST_CASE("values per element fill the element, the larger on a shared edge, and
         {{1, 2, 1, 6}, 2.0, 1.0, NO_VALUE, "1 crossed"},  // there and back
         {{1, 2, 5, 6}, 5.0, 3.0, 35.0F, ""},
     };
-    for (const auto& r : rows) {
-        CAPTURE(&r - rows);
-        odd.elements[1].nodes = r.nodes;
+    for (const auto& [nodes, x, y, value, check] : rows) {
+        CAPTURE(x + 10.0 * y);
+        odd.elements[1].nodes = nodes;
         Results one;
         one.cellCentred = true;
         one.x = {0, 9};
-        const Grid cell = header(1, 1, r.x - 0.5, r.y - 0.5, 1.0);
-        const Results perNode = nodeResults(odd, [](double x, double y) { return x + 10.0 * y; });
-        CHECK(gridded(odd, one, cell, PlanKind::Cells)[0] == (IS_MISSING(r.perNode) ? NO_VALUE : 9.0F));
-        CHECK(gridded(odd, perNode, cell)[0] == doctest::Approx(r.perNode));
-        CHECK(SAMPLE_POINT(INDEX_ELEMENTS(odd, PlanKind::Nodes), odd, perNode.x, {}, r.x, r.y).value ==
-              doctest::Approx(r.perNode));
+        const Grid cell = header(1, 1, x - 0.5, y - 0.5, 1.0);
+        const Results perNode = nodeResults(odd, [](double east, double north) { return east + 10.0 * north; });
+        CHECK(gridded(odd, one, cell, PlanKind::Cells)[0] == (IS_MISSING(value) ? NO_VALUE : 9.0F));
+        CHECK(gridded(odd, perNode, cell)[0] == doctest::Approx(value));
+        CHECK(SAMPLE_POINT(INDEX_ELEMENTS(odd, PlanKind::Nodes), odd, perNode.x, {}, x, y).value ==
+              doctest::Approx(value));
         const std::string said = consoleOf([&] { REPORT_ODD_QUADS(odd); });
-        CHECK(said.starts_with(
-            *r.check == 0 ? "" : std::string("Check - Quads of the mesh that are not convex: ") + r.check));
-        CHECK(said.empty() == (*r.check == 0));
+        CHECK(said.starts_with(*check == 0 ? ""
+                                           : std::string("Check - Quads of the mesh that are not convex: ") + check));
+        CHECK(said.empty() == (*check == 0));
     }
 }
 
@@ -224,37 +214,34 @@ TEST_CASE("elements that take no part leave the grid alone, and slivers do not o
 }
 
 TEST_CASE("directions turn through 180 inside an element without passing east") {
-    struct {
-        std::vector<float> corners;
-        bool compass;
-    } const rows[] = {
+    const std::tuple<std::vector<float>, bool> rows[] = {
         {{-170, 170, 170}, false},  {{170, -170, -170}, false}, {{-170, 160, 175}, false}, {{100, -170, 150}, false},
         {{-100, -100, 120}, false}, {{180, -90, 135}, false},   {{-170, 170, 170}, true},  {{80, 120, 95}, true},
     };
     Mesh mesh = latticeMesh({.cells = 1, .triangleEvery = 1});
-    for (const auto& r : rows) {
+    for (const auto& [corners, compass] : rows) {
         Results results = nodeResults(mesh, [](double, double) { return 0.0; });
         results.vector = true;
         results.y = results.x;
         results.wet[2] = 0;
         const std::size_t nodes[] = {1, 2, 4};  // of the first triangle, (0, 0) (10, 0) (10, 10)
         for (std::size_t i = 0; i < 3; ++i) {
-            results.x[nodes[i]] = std::cos(r.corners[i] * std::atan(1.0F) / 45.0F);
-            results.y[nodes[i]] = std::sin(r.corners[i] * std::atan(1.0F) / 45.0F);
+            results.x[nodes[i]] = std::cos(corners[i] * std::atan(1.0F) / 45.0F);
+            results.y[nodes[i]] = std::sin(corners[i] * std::atan(1.0F) / 45.0F);
         }
-        const std::vector<float> values = gridded(mesh, results, header(5, 5, 0, 0, 2.0), PlanKind::Nodes,
-                                                  {VectorScalar::Direction, 0.0F, r.compass});
+        const std::vector<float> values =
+            gridded(mesh, results, header(5, 5, 0, 0, 2.0), PlanKind::Nodes, {VectorScalar::Direction, 0.0F, compass});
         for (std::int32_t row = 1; row <= 5; ++row)
             for (std::int32_t column = row; column <= 5; ++column) {
                 const double x = 2.0 * column - 1.0, y = 2.0 * row - 1.0;
                 const auto fromFirst = [&](std::size_t i) {
-                    return std::remainder(static_cast<double>(r.corners[i] - r.corners[0]), 360.0);
+                    return std::remainder(static_cast<double>(corners[i] - corners[0]), 360.0);
                 };
-                const double angle = r.corners[0] + fromFirst(1) * (x - y) / 10.0 + fromFirst(2) * y / 10.0;
-                const double expected = r.compass ? 90.0 - angle : angle;
+                const double angle = corners[0] + fromFirst(1) * (x - y) / 10.0 + fromFirst(2) * y / 10.0;
+                const double expected = compass ? 90.0 - angle : angle;
                 const float value = values[static_cast<std::size_t>(5 * (row - 1) + column - 1)];
                 CHECK(std::abs(std::remainder(static_cast<double>(value) - expected, 360.0)) < 1e-3);
-                CHECK((r.compass ? value >= 0.0F && value < 360.0F : value > -180.0F && value <= 180.0F));
+                CHECK((compass ? value >= 0.0F && value < 360.0F : value > -180.0F && value <= 180.0F));
             }
     }
 }

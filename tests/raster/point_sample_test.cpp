@@ -36,25 +36,17 @@ TEST_CASE("SAMPLE_POINT takes the last element that matches the largest value, a
     const std::vector<float> level(10, 2.0F), perCell = {0, 5, 7, 7, 3};
     const std::vector<std::uint8_t> wet = {0, 1, 1, 0, 1};
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    struct {
-        const PointIndex& index;
-        const std::vector<float>& values;
-        bool flags;
-        double x, y;
-        float value;
-        std::int32_t element;
-    } const rows[] = {
+    const std::tuple<const PointIndex&, const std::vector<float>&, bool, double, double, float, std::int32_t> rows[] = {
         {nodes, level, false, 10, 10, 2.0F, 4},         {nodes, level, false, 10, 5, 2.0F, 2},
         {nodes, level, true, 5, 15, NO_VALUE, 0},  // dry
         {nodes, level, false, 20.001, 10, NO_VALUE, 0}, {nodes, level, false, -1e9, 1e30, NO_VALUE, 0},
         {nodes, level, false, nan, 5, NO_VALUE, 0},     {cells, perCell, false, 10, 10, 7.0F, 3},
         {cells, perCell, true, 10, 10, 7.0F, 2},        {cells, perCell, true, 20, 20, 3.0F, 4},
     };
-    for (const auto& r : rows) {
-        const PointSample sample =
-            SAMPLE_POINT(r.index, mesh, r.values, r.flags ? wet : std::vector<std::uint8_t>{}, r.x, r.y);
-        CHECK(sample.value == r.value);
-        CHECK(sample.element == r.element);
+    for (const auto& [index, values, flags, x, y, value, element] : rows) {
+        const PointSample sample = SAMPLE_POINT(index, mesh, values, flags ? wet : std::vector<std::uint8_t>{}, x, y);
+        CHECK(sample.value == value);
+        CHECK(sample.element == element);
     }
     CHECK(SAMPLE_POINT(INDEX_ELEMENTS(Mesh{}, PlanKind::Nodes), Mesh{}, {}, {}, 0, 0).element == 0);
 }

@@ -61,27 +61,23 @@ TEST_CASE("Geometry is relative to whole map units, variables declare what is dr
     CHECK(geometry.size() == head + part + 80 + 4 + 6 * 16 + 80 + 4 + 2 * 20);
 
     // node values over a dry eastern cell, the first missing; then cell values of vectors, the western one missing
-    struct {
-        std::vector<float> x, y;
-        const char* heading;
-        std::vector<float> expected;
-    } const rows[] = {
+    const std::tuple<std::vector<float>, std::vector<float>, const char*, std::vector<float>> rows[] = {
         {{NO_VALUE, 2, 3, 4, 5, 6}, {}, "coordinates undef", {NO_VALUE, 2, NO_VALUE, 4, 5, NO_VALUE}},
         {{7, 8}, {9, 1}, "quad4 undef", {7, NO_VALUE, 9, NO_VALUE, 0, NO_VALUE}},
         {{7, 8}, {NO_VALUE, 1}, "quad4 undef", std::vector<float>(6, NO_VALUE)},
     };
-    for (const auto& row : rows) {
-        Results results = scalarResults(row.x, !row.y.empty());
+    for (const auto& [x, y, heading, expected] : rows) {
+        Results results = scalarResults(x, !y.empty());
         results.wet = {0, 1, 0};
-        results.vector = !row.y.empty();
-        if (results.vector) results.y = {NO_VALUE, row.y[0], row.y[1]};
+        results.vector = !y.empty();
+        if (results.vector) results.y = {NO_VALUE, y[0], y[1]};
         WRITE_ENSIGHT_VARIABLE(folder.name("v.scl"), results, mesh, parts);
         const std::string bytes = folder.read("v.scl");
         const char* at = bytes.data() + 80 + 80 + 4;
-        CHECK(std::string(at) == row.heading);
-        CHECK(bytes.size() == 80 + part + 4 * (1 + row.expected.size()));
+        CHECK(std::string(at) == heading);
+        CHECK(bytes.size() == 80 + part + 4 * (1 + expected.size()));
         CHECK(littleFloat(at += 80) == NO_VALUE);
-        for (const float expected : row.expected) CHECK(littleFloat(at += 4) == expected);
+        for (const float value : expected) CHECK(littleFloat(at += 4) == value);
     }
 }
 

@@ -141,10 +141,7 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
     for (const char* argument : {"-gridx", "-grid2,5", "-grid5m", "-t", "-tmaybe", "-s1.0", "-v", "-v2147483648",
                                  "-cdnan", "-vmaxinf", "-slant1e39"})
         CHECK(readSwitches({argument}) == stoppedBy(argument));
-    struct {
-        std::vector<const char*> arguments;
-        const char* error;
-    } const rows[] = {
+    const std::tuple<std::vector<const char*>, const char*> rows[] = {
         {{"-grid0"}, "ERROR - The value of -grid0 must be above zero."},
         {{"-grid-5"}, "ERROR - The value of -grid-5 must be above zero."},
         {{"-lpmd0"}, "ERROR - The value of -lpmd0 must be above zero."},  // markers would never move on
@@ -156,14 +153,12 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
         {{"-grid", "5"}, "ERROR - The spacing is written without a blank behind the switch: -grid5"},
         {{"-type"}, "ERROR - Nothing specified behind -type"},  // a blank name is found in every path
     };
-    for (const auto& r : rows)
-        CHECK(readSwitches(r.arguments) == std::string(r.error) + "\n\nPress Enter to Close\n<stopped>");
+    for (const auto& [arguments, error] : rows)
+        CHECK(readSwitches(arguments) == std::string(error) + "\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("A slip is answered with the switch that was meant") {
-    struct {
-        const char *typed, *meant;
-    } const rows[] = {
+    const std::tuple<const char*, const char*> rows[] = {
         {"-GIRD5", "grid"},  // changed places; the number does not count
         {"-mi", "mif"},      // as near as -min, which stands behind
         {"-no1", "no1d"},    // the number is part of the name
@@ -174,20 +169,17 @@ TEST_CASE("A slip is answered with the switch that was meant") {
         {"-gxxxd", ""},  // two edits, three
         {"-zz", ""},     // nothing of it would stay
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.typed);
-        const std::string question = *r.meant != '\0' ? "; did you mean -" + std::string(r.meant) + "?" : ".";
-        CHECK(readSwitches({r.typed}) ==
-              "Check - " + std::string(r.typed) + " is not known and ignored" + question + "\n");
+    for (const auto& [typed, meant] : rows) {
+        CAPTURE(typed);
+        const std::string question = *meant != '\0' ? "; did you mean -" + std::string(meant) + "?" : ".";
+        CHECK(readSwitches({typed}) == "Check - " + std::string(typed) + " is not known and ignored" + question + "\n");
     }
-    struct {
-        const char *typed, *question;
-    } const unread[] = {{"-vecotr", "   did you mean -vector?\n"},
-                        {"-tal", "   did you mean -tAll?\n"},
-                        {"-sx", "   did you mean -sf?\n"},
-                        {"-gridd5", ""}};
-    for (const auto& r : unread)  // taken for -v2, -t5 and a spacing
-        CHECK(readSwitches({r.typed}) == replaced(stoppedBy(r.typed), "\n\n", "\n" + std::string(r.question) + "\n"));
+    const std::tuple<const char*, const char*> unread[] = {{"-vecotr", "   did you mean -vector?\n"},
+                                                           {"-tal", "   did you mean -tAll?\n"},
+                                                           {"-sx", "   did you mean -sf?\n"},
+                                                           {"-gridd5", ""}};
+    for (const auto& [typed, question] : unread)  // taken for -v2, -t5 and a spacing
+        CHECK(readSwitches({typed}) == replaced(stoppedBy(typed), "\n\n", "\n" + std::string(question) + "\n"));
 }
 
 TEST_CASE("What the program is asked about itself ends the run") {
@@ -232,11 +224,7 @@ TEST_CASE("A negative scale factor is a fixed length") {
 }
 
 TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
-    struct {
-        const char *argument, *answers;
-        int width, decimals;
-        const char* said;
-    } const rows[] = {
+    const std::tuple<const char*, const char*, int, int, const char*> rows[] = {
         {"-prec6.3", "", 10, 3, "Specified an output precision of 6 units and 3 decimal places.\n"},
         {"-prec0.3", "", 5, 3, "Specified an output precision of 1 units and 3 decimal places.\n"},
         {"-prec6.0", "", 7, 0, "Specified an output precision of 6 units and 0 decimal places.\n"},
@@ -253,12 +241,12 @@ TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
          "Enter precision specification (eg. 5.3) then press Enter -> "
          "Specified an output precision of 5 units and 2 decimal places.\n"},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.argument);
-        const std::string text = readSwitches({r.argument}, r.answers);
-        if (*r.said != '\0') CHECK(text == r.said);
-        CHECK((OPTIONS().precisionGiven && OPTIONS().precisionWidth == r.width &&
-               OPTIONS().precisionDecimals == r.decimals));
+    for (const auto& [argument, answers, width, decimals, said] : rows) {
+        CAPTURE(argument);
+        const std::string text = readSwitches({argument}, answers);
+        if (*said != '\0') CHECK(text == said);
+        CHECK(
+            (OPTIONS().precisionGiven && OPTIONS().precisionWidth == width && OPTIONS().precisionDecimals == decimals));
     }
     CHECK(readSwitches({"-prec"}) ==
           "Incorrect or no precision specification given.\n"
@@ -267,13 +255,7 @@ TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
 }
 
 TEST_CASE("Times are hours inside, wherever -sec stands, and markers stay") {
-    struct {
-        std::vector<const char*> arguments;
-        float typed;
-        double hours;
-        TimeKind kind;
-        const char* text;
-    } const rows[] = {
+    const std::tuple<std::vector<const char*>, float, double, TimeKind, const char*> rows[] = {
         {{"-t2.5"}, 2.5F, 2.5, TimeKind::Ordinary, "t2.5"},
         {{"-sec", "-t3660"}, 3660.0F, 3660.0 / 3600.0, TimeKind::Ordinary, "t3660"},
         {{"-t3660", "-sec"}, 3660.0F, 3660.0 / 3600.0, TimeKind::Ordinary, "t3660"},
@@ -283,12 +265,12 @@ TEST_CASE("Times are hours inside, wherever -sec stands, and markers stay") {
         {{"-min", "-MAX"}, 99999.0F, 99999.0, TimeKind::Maximum, "Max"},  // the last one wins
         {{"-max", "-min"}, -99999.0F, -99999.0, TimeKind::Minimum, "Min"},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.text);
-        const WantedTime& wanted = after(r.arguments).outputTime;
-        CHECK((wanted.typed == r.typed && wanted.hours == r.hours && wanted.kind() == r.kind));
-        CHECK((OPTIONS().timeGiven && OPTIONS().timeText == r.text));
-        CHECK((!OPTIONS().max || r.kind == TimeKind::Maximum));
+    for (const auto& [arguments, typed, hours, kind, text] : rows) {
+        CAPTURE(text);
+        const WantedTime& wanted = after(arguments).outputTime;
+        CHECK((wanted.typed == typed && wanted.hours == hours && wanted.kind() == kind));
+        CHECK((OPTIONS().timeGiven && OPTIONS().timeText == text));
+        CHECK((!OPTIONS().max || kind == TimeKind::Maximum));
     }
     CHECK(after({"-dttol36", "-sec"}).timeTolerance == 0.01);
     CHECK_FALSE(after({"-max"}).timeValueGiven);

@@ -30,13 +30,7 @@ OutputLabel labelled(std::string base, const OutputTime& time, double gridSize, 
 TEST_CASE("names are base, time tag, component and grid size") {
     INITIALISE_FILES();
     const OutputTime ofMaximum = TIME_OF_MAXIMUM;
-    struct {
-        std::vector<const char*> switches;
-        const char *base, *quantity;
-        OutputTime time;
-        double gridSize;
-        const char* expected;
-    } const rows[] = {
+    const std::tuple<std::vector<const char*>, const char*, const char*, OutputTime, double, const char*> rows[] = {
         {{"-asc"}, "x_h", "", TIME_MAXIMUM, 5.0, "x_h_Max_g005"},
         {{"-asc"}, "x_h_", "", TIME_MAXIMUM, 5.0, "x_h_Max_g005"},  // no doubled underscore
         {{"-asc"}, "x_h", "", TIME_MINIMUM, 12.5, "x_h_Min_g012.5"},
@@ -64,12 +58,12 @@ TEST_CASE("names are base, time tag, component and grid size") {
         {{"-asc", "-out", "My.v2"}, "x_h", "", {1}, 5.0, "My.v2"},     // another format's "extension" stays
         {{"-asc", "-out", "My", "-tAll"}, "x_h", "", {1}, 5.0, "My"},  // several outputs have dropped it before
     };
-    for (const auto& row : rows) {
-        useSwitches(row.switches);
-        OutputLabel label = labelled(row.base, row.time, row.gridSize, row.quantity);
+    for (const auto& [switches, base, quantity, time, gridSize, expected] : rows) {
+        useSwitches(switches);
+        OutputLabel label = labelled(base, time, gridSize, quantity);
         label.timeDecimals = NAME_DECIMALS({}, OPTIONS().seconds);
-        label.vector = row.quantity[0] == 'V';
-        CHECK(OUTPUT_NAME(label, {".asc", ".prj"}) == row.expected);
+        label.vector = quantity[0] == 'V';
+        CHECK(OUTPUT_NAME(label, {".asc", ".prj"}) == expected);
     }
     OutputLabel label;
     label.time = {0.001};

@@ -28,11 +28,7 @@ const std::string SEVERAL = "ERROR - More than one output format specified. Refe
 }  // namespace
 
 TEST_CASE("One output format is wanted, and profiles with their points are one") {
-    struct {
-        std::vector<const char*> arguments;
-        std::string text;
-        bool error;
-    } const rows[] = {
+    const std::tuple<std::vector<const char*>, std::string, bool> rows[] = {
         {{"-b"}, "ERROR - No output format flag specified.\n", true},
         {{"-asc"}, ASC, false},
         {{"-flt"}, FLT, false},
@@ -49,18 +45,15 @@ TEST_CASE("One output format is wanted, and profiles with their points are one")
          true},
         {{"-wld"}, ".wld output format specified.\n", false},
     };
-    for (const auto& r : rows) {
-        CHECK(checked(r.arguments) == r.text);
-        CHECK(OPTIONS().inputError == r.error);
+    for (const auto& [arguments, text, error] : rows) {
+        CHECK(checked(arguments) == text);
+        CHECK(OPTIONS().inputError == error);
     }
     CHECK(checked({"-vmi", "-asc"}) == exits("ERROR - vmi output no longer supported."));
 }
 
 TEST_CASE("Switches that contradict each other stop the run, for both rasters alike") {
-    struct {
-        std::vector<const char*> arguments;
-        std::string text;
-    } const rows[] = {
+    const std::tuple<std::vector<const char*>, std::string> rows[] = {
         {{"-flt", "-t5", "-max"},
          FLT + "Error - Both max (-max) and time (-t) arguments found, please specify only one."},
         {{"-asc", "-t5", "-min"},
@@ -79,7 +72,7 @@ TEST_CASE("Switches that contradict each other stop the run, for both rasters al
         {{"-mif", "-slant90"}, MIF + "ERROR - Please specify only one of -vx or -vy."},
         {{"-mif", "-slant-1"}, MIF + "ERROR - Please specify only one of -vx or -vy."},
     };
-    for (const auto& r : rows) CHECK(checked(r.arguments) == exits(r.text));
+    for (const auto& [arguments, text] : rows) CHECK(checked(arguments) == exits(text));
     CHECK(checked({"-mif", "-slant89.9", "-vx"}) == MIF);
 }
 
@@ -142,7 +135,7 @@ TEST_CASE("The usage text keeps its odd lines") {
           std::string::npos);
     CHECK(text.find("\n\nREGULAR GRID OUTPUT:\n   -grid<spacing> to output on a regular grid.  \n") !=
           std::string::npos);
-    CHECK(text.find("   -Folder\"<Folder Name>\" the datasets in a particular folder.\n") != std::string::npos);
+    CHECK(holds(text, "   -Folder\"<Folder Name>\" the datasets in a particular folder.\n"));
     CHECK(text.ends_with(
         "   VORANT_to_GIS.exe -asc -TypeH -tAll x.xmdf\n      Converts a 3D grid for all water level output times.\n"));
 }

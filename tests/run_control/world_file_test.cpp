@@ -21,9 +21,7 @@ const std::string HEAD =
 }  // namespace
 
 TEST_CASE("A world file places the centre of the upper-left pixel") {
-    struct {
-        const char *points, *lines;
-    } const rows[] = {
+    const std::tuple<const char*, const char*> rows[] = {
         // North up: 2 m pixels from (500, 1000); E is negative since rows count downwards.
         {"  (500,1000) (0,0) Label \"Pt 1\",\r\n  (700,800) (100,100) Label \"Pt 2\"\r\n  CoordSys NonEarth Units "
          "\"m\"\r\n",
@@ -32,18 +30,16 @@ TEST_CASE("A world file places the centre of the upper-left pixel") {
         {"(10,50) (0,0)\n(210,100) (100,0)\n(110,-250) (0,100)\n(310,-200) (100,100)\n",
          "2.000000000000\n0.500000000000\n1.000000000000\n-3.000000000000\n11.500000000\n48.750000000\n"},
     };
-    for (const auto& r : rows) {
+    for (const auto& [points, lines] : rows) {
         const TemporaryFolder folder;
-        CHECK(worldFileOf(folder, HEAD + r.points) ==
+        CHECK(worldFileOf(folder, HEAD + points) ==
               "Wrote " + folder.name("screen.wld") + "\nCreated .wld file from .tab file\n");
-        CHECK(folder.read("screen.wld") == r.lines);
+        CHECK(folder.read("screen.wld") == lines);
     }
 }
 
 TEST_CASE("Control points that do not place the image leave no world file") {
-    struct {
-        const char *points, *reason;
-    } const rows[] = {
+    const std::tuple<const char*, const char*> rows[] = {
         {"", "fewer than two control points"},
         {"(500,1000) (0,0)\n", "fewer than two control points"},
         {"(500,1000) (0,0)\n(700,800) (0,100)\n", "the control points lie on a line"},  // no width
@@ -56,10 +52,10 @@ TEST_CASE("Control points that do not place the image leave no world file") {
         {"(0,0) (0,0)\n(1,x) (100,0)\n", nullptr},
         {"(0,0) (0,0)\n(1,nan) (100,0)\n", nullptr},
     };
-    for (const auto& r : rows) {
+    for (const auto& [points, why] : rows) {
         const TemporaryFolder folder;
-        const std::string reason = r.reason != nullptr ? r.reason : "line 8 of " + folder.name("screen.TAB") + ": ";
-        const std::string text = worldFileOf(folder, HEAD + r.points);
+        const std::string reason = why != nullptr ? why : "line 8 of " + folder.name("screen.TAB") + ": ";
+        const std::string text = worldFileOf(folder, HEAD + points);
         CAPTURE(text);
         CHECK(
             text.starts_with("Problems creating .wld file - check that .tab file is for a MI georeferenced "

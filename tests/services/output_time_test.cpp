@@ -6,12 +6,7 @@ TEST_CASE("Stored times become hours; markers are told by the stored number and 
     constexpr double SECONDS = 1.0, MINUTES = 60.0, HOURS = 3600.0;
     constexpr auto EXTREMES = TimeMarkers::Extremes, ALL = TimeMarkers::All;
     constexpr double SINGLE = 99999.1015625;
-    struct {
-        double unit;
-        TimeMarkers markers;
-        std::vector<double> stored;
-        std::vector<OutputTime> times;
-    } const rows[] = {
+    const std::tuple<double, TimeMarkers, std::vector<double>, std::vector<OutputTime>> rows[] = {
         {HOURS, EXTREMES, {0.3, 99999}, {{0.3}, TIME_MAXIMUM}},
         {MINUTES, EXTREMES, {90, -99999, SINGLE}, {{1.5}, TIME_MINIMUM, {SINGLE, TimeKind::TimeOfMaximum}}},
         // a second among others, though the stored maximums follow at the end
@@ -30,25 +25,21 @@ TEST_CASE("Stored times become hours; markers are told by the stored number and 
          {222222, 222221, 900002, 7200},
          {{222222, TimeKind::MaxSource}, {222221, TimeKind::Duration}, TIME_OF_PEAK_VELOCITY, {2}}},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.stored);
-        const std::vector<OutputTime> times = OUTPUT_TIMES(r.stored, r.unit, r.markers);
-        REQUIRE(times.size() == r.times.size());
+    for (const auto& [unit, markers, stored, expected] : rows) {
+        CAPTURE(stored);
+        const std::vector<OutputTime> times = OUTPUT_TIMES(stored, unit, markers);
+        REQUIRE(times.size() == expected.size());
         for (std::size_t i = 0; i < times.size(); ++i) {
-            CHECK(times[i].kind == r.times[i].kind);
-            CHECK(times[i].number == doctest::Approx(r.times[i].number).epsilon(1e-15));
+            CHECK(times[i].kind == expected[i].kind);
+            CHECK(times[i].number == doctest::Approx(expected[i].number).epsilon(1e-15));
         }
     }
 }
 
 TEST_CASE("Tolerance and decimals tell the times of a file apart") {
     constexpr double SECOND = 1.0 / 3600.0;
-    struct {
-        std::vector<OutputTime> times;
-        double tolerance;
-        int decimals, decimalsOfSeconds;
-        const char* last;  ///< text of the last one
-    } const rows[] = {
+    // text of the last one
+    const std::tuple<std::vector<OutputTime>, double, int, int, const char*> rows[] = {
         {{{0}, {0.5}, {1}}, 0.001, 1, 0, "1."},
         {{{100}, {100 + SECOND}}, SECOND / 2, 4, 0, "100.0003"},
         {{{1.0}, {1.0}, {2.0}, {1.0 + 1e-12}}, 0.001, 0, 0, "1."},               // equal ones do not count
@@ -56,12 +47,12 @@ TEST_CASE("Tolerance and decimals tell the times of a file apart") {
         {{{0.049}, {0.051}, {0.06}}, 0.001, 3, 0, "0.06"},                       // the first two apart at 1, alike at 2
         {{{0}, {SECOND / 100}}, SECOND / 200, 6, 2, "0.000003"},
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.last);
-        CHECK(TIME_TOLERANCE(r.times) == doctest::Approx(r.tolerance).epsilon(1e-9));
-        CHECK(TIME_DECIMALS(r.times, false) == r.decimals);
-        CHECK(TIME_DECIMALS(r.times, true) == r.decimalsOfSeconds);
-        CHECK(TIME_TEXT(r.times.back(), r.decimals, false) == r.last);
+    for (const auto& [times, tolerance, decimals, decimalsOfSeconds, last] : rows) {
+        CAPTURE(last);
+        CHECK(TIME_TOLERANCE(times) == doctest::Approx(tolerance).epsilon(1e-9));
+        CHECK(TIME_DECIMALS(times, false) == decimals);
+        CHECK(TIME_DECIMALS(times, true) == decimalsOfSeconds);
+        CHECK(TIME_TEXT(times.back(), decimals, false) == last);
     }
     CHECK(TIME_TEXT({1.5}, 0, true) == "5400.");
 }

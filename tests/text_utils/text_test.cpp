@@ -31,18 +31,14 @@ TEST_CASE("FLAGEXISTSRET finds a text anywhere and returns what follows") {
 }
 
 TEST_CASE("COMMENTLINE keeps the data in front of the earlier comment sign") {
-    struct {
-        const char* line;
-        bool comment;
-        const char* left;
-    } const rows[] = {
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"  ! note", true, "! note"},       {"\t# note", true, "# note"},         {"   ", true, ""},
         {"12 # note ! more", false, "12 "}, {" 12 ! note # more ", false, "12 "}, {"12  ", false, "12"},
     };
-    for (const auto& r : rows) {
-        std::string line = r.line;
-        CHECK(COMMENTLINE(line) == r.comment);
-        CHECK(line == r.left);
+    for (const auto& [whole, comment, left] : rows) {
+        std::string line = whole;
+        CHECK(COMMENTLINE(line) == comment);
+        CHECK(line == left);
     }
 }
 

@@ -47,10 +47,7 @@ ArrowRules rulesOf(const RunOptions& options, double cellSize, double cap, const
 }  // namespace
 
 TEST_CASE("Cells that make no valid polygon are told from those that do") {
-    const struct {
-        Points corners;
-        bool valid;
-    } rows[] = {
+    const std::tuple<Points, bool> rows[] = {
         {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, true},
         {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}, true},   // either winding
         {{{0, 0}, {10, 10}, {10, 0}, {0, 10}}, false},  // crossed
@@ -65,12 +62,12 @@ TEST_CASE("Cells that make no valid polygon are told from those that do") {
         {{{0, 0}, {0.1, 0.3}, {0.2, 0.6}}, false},  // flat, and the products round
         {{{0, 0}, {10, 0}, {5, 1e-9}}, true},       // a sliver is no line
     };
-    for (const auto& r : rows) {
-        const Mesh near = cellMesh(r.corners);
-        const Mesh far = cellMesh(r.corners, 512000.0, 6250000.0);
-        CHECK(VALID_CELL(CELL_SHAPE(near, near.elements[1]), 0.0) == r.valid);
-        if (r.corners.back()[1] != 1e-9 && r.corners[1][0] != 0.1)
-            CHECK(VALID_CELL(CELL_SHAPE(far, far.elements[1]), 1e-6) == r.valid);
+    for (const auto& [corners, valid] : rows) {
+        const Mesh near = cellMesh(corners);
+        const Mesh far = cellMesh(corners, 512000.0, 6250000.0);
+        CHECK(VALID_CELL(CELL_SHAPE(near, near.elements[1]), 0.0) == valid);
+        if (corners.back()[1] != 1e-9 && corners[1][0] != 0.1)
+            CHECK(VALID_CELL(CELL_SHAPE(far, far.elements[1]), 1e-6) == valid);
     }
     const Mesh sliver = cellMesh({{0, 0}, {10, 0}, {5, 1e-9}});
     CHECK(!VALID_CELL(CELL_SHAPE(sliver, sliver.elements[1]), 1e-6));  // a line once six decimals have rounded it
@@ -91,20 +88,17 @@ TEST_CASE("Regions are closed and clockwise, and keep the coordinates of the mes
 }
 
 TEST_CASE("Centroids are those of the area, at any distance from the origin") {
-    const struct {
-        Points corners;
-        double x, y;
-    } rows[] = {
+    const std::tuple<Points, double, double> rows[] = {
         {{{0, 0}, {9, 0}, {0, 9}}, 3, 3},
         {{{0, 0}, {0, 4}, {6, 4}, {6, 0}}, 3, 2},
         {{{0, 0}, {12, 0}, {6, 6}, {0, 6}}, 14.0 / 3.0, 8.0 / 3.0},  // the mean of the corners gives 4.5, 3
         {{{0, 0}, {10, 10}, {10, 0}, {0, 10}}, 5, 5},                // crossed: no area to speak of, so the mean
     };
-    for (const auto& r : rows) {
-        const Mesh mesh = cellMesh(r.corners, 512000.0, 6250000.0);
+    for (const auto& [corners, x, y] : rows) {
+        const Mesh mesh = cellMesh(corners, 512000.0, 6250000.0);
         const MapPoint point = CELL_CENTROID(CELL_SHAPE(mesh, mesh.elements[1]));
-        CHECK(std::abs(point.x - 512000.0 - r.x) < 1e-9);
-        CHECK(std::abs(point.y - 6250000.0 - r.y) < 1e-9);
+        CHECK(std::abs(point.x - 512000.0 - x) < 1e-9);
+        CHECK(std::abs(point.y - 6250000.0 - y) < 1e-9);
     }
 }
 
@@ -144,23 +138,19 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
         CHECK(o.y[i + 1] == doctest::Approx(line[i][1]));
     }
 
-    const struct {
-        float tail;
-        bool perCell;
-        double thickness;
-    } rows[] = {{0.01F, false, 0.5},
-                {0.1F, true, 2.0},
-                {0.9F, false, 10.0},
-                {5.0F, true, 10.0}};  // the last two: at most 0.2 L
+    const std::tuple<float, bool, double> rows[] = {{0.01F, false, 0.5},
+                                                    {0.1F, true, 2.0},
+                                                    {0.9F, false, 10.0},
+                                                    {5.0F, true, 10.0}};  // the last two: at most 0.2 L
     for (const bool shp : {false, true}) {
-        for (const auto& r : rows) {
-            options.tailThicknessFactor = r.tail;
-            options.tailThicknessPerCellSize = r.perCell;
+        for (const auto& [tail, perCell, thickness] : rows) {
+            options.tailThicknessFactor = tail;
+            options.tailThicknessPerCellSize = perCell;
             REQUIRE(DRAW_ARROW(rulesOf(options, 20.0, 0.0, shp ? "shp" : "mif"), item, o) == Drawn::Object);
             CHECK(o.kind == GisKind::Region);
             CHECK(o.vertexCount() == 8);
             CHECK(o.x[8] == o.x[1]);
-            CHECK(ringArea(o) == doctest::Approx(0.7 * 50.0 * r.thickness + 0.03 * 50.0 * 50.0));
+            CHECK(ringArea(o) == doctest::Approx(0.7 * 50.0 * thickness + 0.03 * 50.0 * 50.0));
         }
     }
 }

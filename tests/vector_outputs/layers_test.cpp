@@ -105,10 +105,10 @@ TEST_CASE("Nodes are written where a wet element uses them and they hold a value
     CHECK(run.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) ==
           // 1D nodes: no cutoff
           "1,\"H\",0.0,5.0,5.0;2,\"H\",1.0,5.0,4.0;4,\"H\",0.0,5.0,5.0;7,\"T\",5.0,5.0,0.0;9,\"T\",5.0,5.0,0.0;");
-    CHECK(run.said.find("\n5 objects written.\n") != std::string::npos);
+    CHECK(holds(run.said, "\n5 objects written.\n"));
     CHECK(run.tableOf(mesh, resultsOf("Water Level", levels, {0, 0, 1, 0})) == "2,\"H\",1.0,5.0,4.0;");
     CHECK(run.tableOf(mesh, resultsOf("h", levels, {0, 0, 0, 0})).empty());
-    CHECK(run.said.find("WARNING - No wet points to output at this time.") != std::string::npos);
+    CHECK(holds(run.said, "WARNING - No wet points to output at this time."));
     Mesh cut = mesh;
     cut.elements[1].removed = true;
     // no level: no depth, no cutoff
@@ -158,7 +158,7 @@ TEST_CASE("Cells are written as points at their centroids or as regions, 1D tria
     Mesh crossed = mesh;
     crossed.elements[1].nodes = {1, 5, 2, 4};
     CHECK(regions.tableOf(crossed) == "2,2,1.5;");
-    CHECK(regions.said.find("WARNING - 1 cells would not be valid polygons") != std::string::npos);
+    CHECK(holds(regions.said, "WARNING - 1 cells would not be valid polygons"));
     CHECK(regions.tableOf(mesh, resultsOf("Depth", {0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, {0, 1, 1, 1})).find("ERROR") ==
           std::string::npos);
     CHECK(regions.said.ends_with(
@@ -172,8 +172,8 @@ TEST_CASE("Cells are written as points at their centroids or as regions, 1D tria
     nine.elements[3].shape = 0;
     CHECK(regions.tableOf(nine, resultsOf("Depth", {0, 1, 2, 3, 4, 5, 6, 1, 1, 9, 1}, {0, 1, 1, 0})) ==
           "1,1,5.0,9.0;2,2,1.5,4.0;");  // cell 2: the mean
-    CHECK(regions.lines("out.mif").find(
-              "Region 1; 5;        0.000000        0.000000;        0.000000       10.000000;") != std::string::npos);
+    CHECK(holds(regions.lines("out.mif"),
+                "Region 1; 5;        0.000000        0.000000;        0.000000       10.000000;"));
 }
 
 TEST_CASE("Vectors come with their columns, missing in one component or at rest") {
@@ -192,10 +192,10 @@ TEST_CASE("Vectors come with their columns, missing in one component or at rest"
     });
     CHECK(arrows.tableOf(mesh, flow) == "1,\"H\",0.0,3.0;");
     CHECK(arrows.said.starts_with("Arrow cell size = 10.\n"));
-    CHECK(arrows.lines("out.mif").find(
-              "Data;Pline 5;        0.000000        0.000000;       30.000000        0.000000;") != std::string::npos);
+    CHECK(holds(arrows.lines("out.mif"),
+                "Data;Pline 5;        0.000000        0.000000;       30.000000        0.000000;"));
     CHECK(arrows.tableOf(mesh, resultsOf("Depth", flow.x, flow.wet)).find("Depth") == std::string::npos);
-    CHECK(arrows.said.find("WARNING - Depth holds no vectors, no arrows are written.") != std::string::npos);
+    CHECK(holds(arrows.said, "WARNING - Depth holds no vectors, no arrows are written."));
 }
 
 // Format, -region, -grid, -pts; what is said, then what is left of them ("$" ends a line).
