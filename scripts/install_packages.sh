@@ -1,12 +1,8 @@
 #!/usr/bin/env bash
-<<<<<<< HEAD
 # Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5, zlib), tests (doctest, GDAL's tools, a Fortran
-# compiler, pkg-config), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
-=======
-# Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5), tests (doctest, GDAL's tools, a Fortran
-# compiler, pkg-config, Python), gdal (GDAL's library, for the module of its formats), fuzz (clang with its
->>>>>>> edcdb77 (Hold random models against a slow reference, and the outputs of a run against each other)
-# fuzzer), packages (what builds Debian's and looks at them), bench (GDAL's tools, GNU time). What is there already, from whatever source, is left alone.
+# compiler, pkg-config, Python), gdal (GDAL's library, for the module of its formats), fuzz (clang with its fuzzer), packages (what builds
+# Debian's and looks at them), windows (a compiler for Windows, and wine), bench (GDAL's tools, GNU time). What is there already, from whatever
+# source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
 
@@ -49,6 +45,12 @@ missing_packages() {
             packages)
                 command -v dpkg-shlibdeps >/dev/null || echo dpkg-dev
                 command -v lintian >/dev/null || echo lintian
+                ;;
+            windows)
+                command -v x86_64-w64-mingw32-g++-posix >/dev/null || echo g++-mingw-w64-x86-64-posix
+                have_file /usr/x86_64-w64-mingw32/lib/libz.a || echo libz-mingw-w64-dev
+                have_file /usr/lib/wine/wine64 || echo wine64
+                command -v dpkg-source >/dev/null || echo dpkg-dev
                 ;;
             bench)
                 command -v gdal_translate >/dev/null || echo gdal-bin
