@@ -1,9 +1,9 @@
 #include "profiles/point_stage.h"
 
+#include "geometry/direction.h"
 #include "geometry/no_value.h"
 #include "inputs/difference_report.h"
 #include "inputs/output_types.h"
-#include "profiles/direction.h"
 #include "profiles/input_layer.h"
 #include "profiles/point_layer.h"
 #include "profiles/point_table.h"

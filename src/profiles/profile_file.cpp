@@ -1,9 +1,9 @@
 #include "profiles/profile_file.h"
 
+#include "geometry/direction.h"
 #include "geometry/no_value.h"
 #include "gis/attributes.h"
 #include "profiles/csv_row.h"
-#include "profiles/direction.h"
 #include "profiles/layer_fields.h"
 #include "services/console.h"
 #include "services/files.h"

@@ -1,9 +1,9 @@
 #include "profiles/profile_stage.h"
 
+#include "geometry/direction.h"
 #include "geometry/no_value.h"
 #include "gis/attributes.h"
 #include "inputs/difference_report.h"
-#include "profiles/direction.h"
 #include "profiles/profile_file.h"
 #include "profiles/sampled_difference.h"
 #include "raster/grid_extent.h"

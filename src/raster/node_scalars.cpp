@@ -1,5 +1,6 @@
 #include "raster/node_scalars.h"
 
+#include "geometry/direction.h"
 #include "geometry/no_value.h"
 #include "geometry/vector_magnitude.h"
 #include "services/console.h"
@@ -37,13 +38,6 @@ void applyRule(const Results& results, std::vector<float>& scalars, Rule rule) {
         if (!IS_MISSING(results.x[i]) && !IS_MISSING(results.y[i])) scalars[i] = rule(results.x[i], results.y[i]);
 }
 
-/// Degrees in (-180, 180]: a flow due west is 180 whichever zero its y component is, and however the angle rounds.
-float directionOf(float vx, float vy) {
-    if (VECTOR_MAGNITUDE(vx, vy) == 0.0F) return 0.0F;
-    const auto degrees = static_cast<float>(std::atan2(static_cast<double>(vy), static_cast<double>(vx)) * DEGREES);
-    return degrees <= -180.0F ? 180.0F : degrees;
-}
-
 }  // namespace
 
 VectorChoice VECTOR_CHOICE(const RunOptions& options) {
@@ -75,7 +69,7 @@ void NODE_SCALARS(const Results& results, const VectorChoice& choice, bool highR
         case VectorScalar::YComponent:
             applyRule(results, scalars, [&](float vx, float vy) { return turned(vy, vx, c, -s); });
             break;
-        case VectorScalar::Direction: applyRule(results, scalars, directionOf); break;
+        case VectorScalar::Direction: applyRule(results, scalars, DIRECTION_OF); break;
         case VectorScalar::Magnitude: applyRule(results, scalars, VECTOR_MAGNITUDE); break;
     }
     REPORT(saying.after);

@@ -1,4 +1,4 @@
-#include "profiles/direction.h"
+#include "geometry/direction.h"
 
 #include "geometry/vector_magnitude.h"
 
@@ -7,8 +7,9 @@
 
 float DIRECTION_OF(float east, float north) {
     if (VECTOR_MAGNITUDE(east, north) == 0.0F) return 0.0F;
-    const double radians = std::atan2(static_cast<double>(north), static_cast<double>(east));
-    const auto degrees = static_cast<float>(radians * 180.0 / std::numbers::pi);
+    constexpr double DEGREES = 180.0 / std::numbers::pi;
+    const auto degrees =
+        static_cast<float>(std::atan2(static_cast<double>(north), static_cast<double>(east)) * DEGREES);
     return degrees <= -180.0F ? 180.0F : degrees;
 }
 
