@@ -3,4 +3,4 @@
 set -euo pipefail
 cmake --preset dev -B "build/$1" "-D$1=OFF" >/dev/null
 cmake --build "build/$1" --parallel "$(nproc)"
-ctest --test-dir "build/$1" --output-on-failure --exclude-regex fuzz --parallel "$(nproc)"
+ctest --test-dir "build/$1" --output-on-failure --exclude-regex "fuzz|^faults" --parallel "$(nproc)"
