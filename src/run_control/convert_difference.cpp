@@ -39,14 +39,6 @@ bool isSameMeshFile(const BothSides& sides, const Mesh& mesh, bool degrees) {
     return same;
 }
 
-/// Without a projection the coordinates tell, but those of a flume, whose cells are no fraction of a degree, are
-/// metres.
-bool isInDegrees(const Mesh& mesh, CoordinateKind kind) {
-    constexpr double LARGE_CELL = 0.05;  // degrees: 5 km
-    if (kind != CoordinateKind::Unknown || !IS_IN_DEGREES(mesh, kind)) return kind == CoordinateKind::Geographic;
-    return (mesh.xmax - mesh.xmin) * (mesh.ymax - mesh.ymin) < LARGE_CELL * LARGE_CELL * mesh.elementCount;
-}
-
 void findSecondMesh(InputFiles& was) {
     const RunOptions& options = OPTIONS();
     FIND_MESH_FILE(was, options.secondMesh.empty() ? options.meshFile : options.secondMesh);
@@ -104,7 +96,7 @@ void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& me
                         OutputStages& stages) {
     std::unique_ptr<ResultsSource> now = OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh);
     findSecondMesh(sides.was);
-    const bool degrees = isInDegrees(mesh, coordinates);
+    const bool degrees = IS_IN_DEGREES(mesh, coordinates);
     Mesh second;
     const bool sameFile = isSameMeshFile(sides, mesh, degrees);
     const bool one = sameFile || isOneMesh(sides, mesh, degrees, second);

@@ -16,7 +16,11 @@ struct Projection {
     std::string wkt;  ///< well-known text of every detail, for GDAL's formats; blank where the .prj text serves
 
     const std::string& text() const { return wkt.empty() ? prj : wkt; }
-    CoordinateKind kind() const { return COORDINATE_KIND(text().empty() ? coordSys : text()); }
+    CoordinateKind kind() const {
+        const CoordinateKind known = COORDINATE_KIND(text().empty() ? coordSys : text());
+        const bool localPlane = known == CoordinateKind::Unknown && !wkt.empty();  // a system, but of nowhere on earth
+        return localPlane ? CoordinateKind::NonEarth : known;
+    }
     bool geographic() const { return kind() == CoordinateKind::Geographic; }  ///< degrees
 };
 

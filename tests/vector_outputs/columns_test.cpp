@@ -173,6 +173,7 @@ TEST_CASE("Coordinates show a thousandth of the shortest side") {
         // degrees by its extent, unless a projection says otherwise
         {0.0001, 145, Kind::Unknown, 8},
         {10, 145, Kind::NonEarth, 3},
+        {0.5, 145, Kind::Unknown, 4},  // a flume, whose cells are no fraction of a degree
         {1e-6, 145, Kind::Geographic, 9},
         {1e-7, 145, Kind::Unknown, 10},
         {1e-12, 0, Kind::Unknown, 12},
@@ -190,7 +191,8 @@ TEST_CASE("Coordinates show a thousandth of the shortest side") {
         mesh.elements[2].removed = true;
         mesh.xmin = x0;
         mesh.xmax = x0 + side;
-        mesh.ymin = mesh.ymax = 0;
+        mesh.ymin = 0;
+        mesh.ymax = 5 * side;
         CHECK(COORDINATE_DECIMALS(mesh, kind) == decimals);
     }
     std::string line;
