@@ -3,6 +3,9 @@
 #include <cpl_conv.h>
 #include <cpl_error.h>
 #include <gdal.h>
+#ifdef HAVE_SQLITE
+#include <sqlite3.h>
+#endif
 
 #include <algorithm>
 #include <array>
@@ -52,6 +55,12 @@ void onError(CPLErr level, CPLErrorNum, const char* text) {
 void START_GDAL() {
     static std::once_flag once;
     std::call_once(once, [] {
+#ifdef HAVE_SQLITE
+        // No connection is used by two threads at a time, and nobody asks how much memory it takes: 8 % less time
+        // for the spatial index of a GeoPackage. Refused, and no loss, where SQLite is at work already.
+        sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+#endif
         CPLSetErrorHandler(onError);
         // time stamps inside GeoPackages are the same in every run
         CPLSetConfigOption("OGR_CURRENT_DATE", "1970-01-01T00:00:00.000Z");
