@@ -2,7 +2,6 @@
 
 #include "geometry/polygon_area.h"
 #include "geometry/vector_magnitude.h"
-#include "inputs/statistics.h"
 #include "inputs/wet_mesh.h"
 #include "services/console.h"
 #include "text_utils/numbers.h"
@@ -55,8 +54,7 @@ ChangedAreas CHANGED_AREAS(const Mesh& mesh, const DifferenceParts& parts) {
     return areas;
 }
 
-void REPORT_DIFFERENCE(std::span<const float> values, const ChangedAreas& areas) {
-    const Statistics found = STATISTICS_OF(values);
+void REPORT_DIFFERENCE(const Statistics& found, const ChangedAreas& areas) {
     std::string line = "Difference: count " + AINTEGER8(found.count);
     if (found.count > 0)
         line += ", min " + text(found.least) + ", max " + text(found.most) + ", mean " + text(found.mean) +
@@ -71,5 +69,5 @@ void REPORT_RESULTS_DIFFERENCE(const Mesh& mesh, const Results& difference) {
     std::vector<float> values = difference.x;
     for (std::size_t i = 1; difference.vector && i < values.size(); ++i)
         if (!IS_MISSING(values[i])) values[i] = VECTOR_MAGNITUDE(values[i], difference.y[i]);
-    REPORT_DIFFERENCE(std::span(values).subspan(1), CHANGED_AREAS(mesh, *difference.parts));
+    REPORT_DIFFERENCE(std::span<const float>(values).subspan(1), CHANGED_AREAS(mesh, *difference.parts));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inputs/difference.h"
+#include "inputs/statistics.h"
 
 #include <span>
 
@@ -16,7 +17,10 @@ struct ChangedAreas {
 ChangedAreas CHANGED_AREAS(const Mesh& mesh, const DifferenceParts& parts);
 
 /// Says count, extremes, means and percentiles of the values, and both areas. Missing values do not count.
-void REPORT_DIFFERENCE(std::span<const float> values, const ChangedAreas& areas);
+void REPORT_DIFFERENCE(const Statistics& values, const ChangedAreas& areas);
+inline void REPORT_DIFFERENCE(std::span<const float> values, const ChangedAreas& areas) {
+    REPORT_DIFFERENCE(STATISTICS_OF(values), areas);
+}
 
 /// The same of all values of a difference, of vectors their magnitudes.
 void REPORT_RESULTS_DIFFERENCE(const Mesh& mesh, const Results& difference);

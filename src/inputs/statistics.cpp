@@ -67,39 +67,72 @@ void Tally::take(const float* values) {
     for (const std::uint32_t entry : entries) ++upper[entry];
 }
 
-/// Calls visit(first of BLOCK values) for all of them; the last block is filled up with missing ones.
-template <typename Visit>
-void forEachBlock(std::span<const float> values, Visit visit) {
-    std::size_t first = 0;
-    for (; first + BLOCK <= values.size(); first += BLOCK) visit(values.data() + first);
-    std::array<float, BLOCK> last;
-    last.fill(NO_VALUE);
-    std::copy(values.begin() + static_cast<std::ptrdiff_t>(first), values.end(), last.begin());
-    visit(last.data());
-}
-
 /// Parts for the threads of the run, cut by the number of values alone, so that sums are rounded alike.
 class Parts {
 public:
-    explicit Parts(std::span<const float> values) : values_(values), count_(partsOf(values.size())) {}
+    explicit Parts(std::size_t values) : values_(values), count_(std::clamp<std::size_t>(values / SHORTEST, 1, MOST)) {}
 
     std::size_t count() const { return count_; }
-    std::span<const float> operator[](std::size_t part) const {
-        const std::size_t blocks = values_.size() / BLOCK;
-        const std::size_t first = blocks * part / count_ * BLOCK;
-        const std::size_t end = part + 1 == count_ ? values_.size() : blocks * (part + 1) / count_ * BLOCK;
-        return values_.subspan(first, end - first);
+    /// The first value of a part; of the one behind the last the number of values.
+    std::size_t first(std::size_t part) const {
+        return part == count_ ? values_ : values_ / BLOCK * part / count_ * BLOCK;
     }
 
 private:
-    static std::size_t partsOf(std::size_t values) {
-        constexpr std::size_t SHORTEST = std::size_t{1} << 20, MOST = 16;  // each counts in tables of its own
-        return std::clamp<std::size_t>(values / SHORTEST, 1, MOST);
+    static constexpr std::size_t SHORTEST = std::size_t{1} << 20, MOST = 16;  // each counts in tables of its own
+    std::size_t values_, count_;
+};
+
+/// Cuts what comes in stretches into blocks.
+class Blocks {
+public:
+    template <typename Visit>
+    void take(std::span<const float> stretch, Visit visit) {
+        const std::size_t missing = std::min((BLOCK - count_) % BLOCK, stretch.size());
+        keep(stretch.first(missing));
+        if (count_ == BLOCK) {
+            visit(kept_.data());
+            count_ = 0;
+        }
+        std::size_t first = missing;
+        for (; first + BLOCK <= stretch.size() && count_ == 0; first += BLOCK) visit(stretch.data() + first);
+        keep(stretch.subspan(first));
+    }
+    /// The last block is filled up with missing values.
+    template <typename Visit>
+    void end(Visit visit) {
+        std::fill(kept_.begin() + static_cast<std::ptrdiff_t>(count_), kept_.end(), NO_VALUE);
+        visit(kept_.data());
     }
 
-    std::span<const float> values_;
-    std::size_t count_;
+private:
+    void keep(std::span<const float> values) {
+        std::copy(values.begin(), values.end(), kept_.begin() + static_cast<std::ptrdiff_t>(count_));
+        count_ += values.size();
+    }
+
+    std::array<float, BLOCK> kept_{};  ///< of a block that goes on in the next stretch
+    std::size_t count_ = 0;
 };
+
+/// Calls visit(part, first of BLOCK values) for all of them, the parts beside one another.
+template <typename Visit>
+void forEachBlock(const ValuesInStretches& values, const Parts& parts, Visit visit) {
+    std::vector<Blocks> blocks(parts.count());
+    std::size_t at = 0;
+    values.each([&](std::span<const float> stretch) {
+        DO_PIECES(parts.count(), [&](std::size_t part) {
+            const std::size_t from = std::max(parts.first(part), at);
+            const std::size_t to = std::min(parts.first(part + 1), at + stretch.size());
+            if (from < to)
+                blocks[part].take(stretch.subspan(from - at, to - from),
+                                  [&](const float* block) { visit(part, block); });
+        });
+        at += stretch.size();
+    });
+    for (std::size_t part = 0; part < parts.count(); ++part)
+        blocks[part].end([&](const float* block) { visit(part, block); });
+}
 
 void addCounts(Counts& to, const Counts& counts) {
     for (std::size_t i = 0; i < to.size(); ++i) to[i] += counts[i];
@@ -115,7 +148,8 @@ std::uint32_t entryOf(const Counts& counts, std::int64_t& rank) {
 /// Values of given ranks. The lower halves are counted anew where the upper half changes.
 class Ranks {
 public:
-    Ranks(const Parts& parts, const Counts& upper) : parts_(parts), upper_(upper) {}
+    Ranks(const ValuesInStretches& values, const Parts& parts, const Counts& upper)
+        : values_(values), parts_(parts), upper_(upper) {}
 
     double at(std::int64_t rank) {
         const std::uint32_t upper = entryOf(upper_, rank);
@@ -125,24 +159,22 @@ public:
 
 private:
     void countLower(std::uint32_t upper) {
-        std::vector<Counts> lower(parts_.count());
+        std::vector<Counts> lower(parts_.count(), Counts(HALF));
         counted_ = upper;
         const float low = valueOf(upper << 16), high = valueOf(upper << 16 | (HALF - 1));
-        DO_PIECES(parts_.count(), [&](std::size_t part) {
-            lower[part].resize(HALF);
-            forEachBlock(parts_[part], [&](const float* values) {
-                std::uint32_t any = 0;  // mostly none of a block
-                for (std::size_t i = 0; i < BLOCK; ++i)
-                    any |= static_cast<std::uint32_t>((values[i] >= low) & (values[i] <= high));
-                for (std::size_t i = 0; i < BLOCK && any != 0; ++i)
-                    if (const std::uint32_t key = keyOf(values[i]); key >> 16 == upper && !IS_MISSING(values[i]))
-                        ++lower[part][key % HALF];
-            });
+        forEachBlock(values_, parts_, [&](std::size_t part, const float* values) {
+            std::uint32_t any = 0;  // mostly none of a block
+            for (std::size_t i = 0; i < BLOCK; ++i)
+                any |= static_cast<std::uint32_t>((values[i] >= low) & (values[i] <= high));
+            for (std::size_t i = 0; i < BLOCK && any != 0; ++i)
+                if (const std::uint32_t key = keyOf(values[i]); key >> 16 == upper && !IS_MISSING(values[i]))
+                    ++lower[part][key % HALF];
         });
         lower_.assign(HALF, 0);
         for (const Counts& counts : lower) addCounts(lower_, counts);
     }
 
+    const ValuesInStretches& values_;
     const Parts& parts_;
     const Counts& upper_;
     Counts lower_;
@@ -160,11 +192,9 @@ void Tally::add(const Tally& later) {
 }
 
 /// Of all parts together.
-Tally tallyOf(const Parts& parts) {
+Tally tallyOf(const ValuesInStretches& values, const Parts& parts) {
     std::vector<Tally> tallies(parts.count());
-    DO_PIECES(parts.count(), [&](std::size_t part) {
-        forEachBlock(parts[part], [&](const float* block) { tallies[part].take(block); });
-    });
+    forEachBlock(values, parts, [&](std::size_t part, const float* block) { tallies[part].take(block); });
     for (std::size_t part = 1; part < tallies.size(); ++part) tallies.front().add(tallies[part]);
     return std::move(tallies.front());
 }
@@ -179,9 +209,9 @@ double percentile(Ranks& ranks, std::int64_t count, double share) {
 
 }  // namespace
 
-Statistics STATISTICS_OF(std::span<const float> values) {
-    const Parts parts(values);
-    Tally tally = tallyOf(parts);
+Statistics STATISTICS_OF(const ValuesInStretches& values) {
+    const Parts parts(values.count);
+    Tally tally = tallyOf(values, parts);
     tally.upper.pop_back();
     const auto total = [](const auto& lanes) { return std::accumulate(lanes.begin(), lanes.end(), 0.0); };
     Statistics statistics;
@@ -191,8 +221,12 @@ Statistics STATISTICS_OF(std::span<const float> values) {
     statistics.most = static_cast<double>(*std::max_element(tally.most.begin(), tally.most.end()));
     statistics.mean = total(tally.sum) / static_cast<double>(statistics.count);
     statistics.meanAbsolute = total(tally.absolute) / static_cast<double>(statistics.count);
-    Ranks ranks(parts, tally.upper);
+    Ranks ranks(values, parts, tally.upper);
     statistics.percentile5 = percentile(ranks, statistics.count, 0.05);
     statistics.percentile95 = percentile(ranks, statistics.count, 0.95);
     return statistics;
+}
+
+Statistics STATISTICS_OF(std::span<const float> values) {
+    return STATISTICS_OF({values.size(), [values](const auto& take) { take(values); }});
 }

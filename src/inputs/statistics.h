@@ -1,7 +1,9 @@
 // What many values are like, in a few numbers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 
 /// All zero when there is no value.
@@ -12,5 +14,13 @@ struct Statistics {
     double percentile5 = 0.0, percentile95 = 0.0;  ///< linear between the ranks 0 to count - 1
 };
 
-/// Exact however many values there are, in a few passes and without a copy of them.
+/// Values that are not held together: `each` hands on all of them in stretches, the same ones at every call.
+struct ValuesInStretches {
+    std::size_t count = 0;
+    std::function<void(const std::function<void(std::span<const float>)>& take)> each;
+};
+
+/// Exact however many values there are, in a few passes and without a copy of them. Wherever the stretches are cut, the
+/// result is the same to the last bit.
+Statistics STATISTICS_OF(const ValuesInStretches& values);
 Statistics STATISTICS_OF(std::span<const float> values);

@@ -39,9 +39,9 @@ std::string header(const Grid& grid) {
 }
 
 /// buffers: one for each slot, with room for the text of a piece.
-void writeRows(int file, const PiecesInOrder& pieces, GridPrecision precision, const TextBuffers& buffers) {
+void writeRows(int file, const PiecesInOrder& pieces, GridPrecision precision, const TextBuffers& buffers,
+               Progress& progress) {
     std::vector<std::size_t> lengths(buffers.size());
-    Progress progress("", pieces.grid.nrows);
     const auto format = [&](std::size_t piece, std::size_t slot) {
         char* to = buffers[slot].get();
         pieces.parts(piece, [&](std::span<const float> values, bool endsRow) {
@@ -58,11 +58,12 @@ void writeRows(int file, const PiecesInOrder& pieces, GridPrecision precision, c
 
 }  // namespace
 
-void WRITE_ASC(const std::string& base, const Grid& grid, GridPrecision precision) {
-    const PiecesInOrder pieces{grid, VALUES_AT_ONCE};
+void WRITE_ASC(const std::string& base, const GridBands& bands, GridPrecision precision) {
+    const Grid& grid = bands.grid;
     TextBuffers buffers(SLOTS_IN_ORDER());
     try {
-        const std::size_t room = FIXED_FIELDS_ROOM(pieces.most()) + pieces.most();  // a line end for each value
+        const std::size_t most = std::min(VALUES_AT_ONCE, CELL_COUNT(grid));
+        const std::size_t room = FIXED_FIELDS_ROOM(most) + most;  // a line end for each value
         for (auto& buffer : buffers) buffer = std::make_unique_for_overwrite<char[]>(room);
     } catch (const std::bad_alloc&) {
         STOP_RUN("ERROR 2146 - Could not allocate memory (RAM) for temporary grid output array.");
@@ -70,7 +71,8 @@ void WRITE_ASC(const std::string& base, const Grid& grid, GridPrecision precisio
     const int file = OPEN_FILE(base + ".asc", "O ", "asc");
     WRITE_OR_STOP(file, header(grid));
     REPORT("Writing ASCII grid file...");
-    writeRows(file, pieces, precision, buffers);
+    Progress progress("", grid.nrows);
+    FROM_NORTH(bands, [&] { writeRows(file, {grid, VALUES_AT_ONCE}, precision, buffers, progress); });
     CLOSE_FILE(file);
     REPORT("   Done.");
 }

@@ -7,4 +7,4 @@
 
 /// Writes <base>.asc: six header lines, then a line per row from north to south. A file that cannot be written
 /// completely stops the run.
-void WRITE_ASC(const std::string& base, const Grid& grid, GridPrecision precision);
+void WRITE_ASC(const std::string& base, const GridBands& bands, GridPrecision precision);

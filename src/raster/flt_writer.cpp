@@ -42,10 +42,9 @@ char* putLittleFloats(char* to, std::span<const float> values) {
 }
 
 /// buffers: one for each slot, with room for the values of a piece.
-void writeRows(int file, const PiecesInOrder& pieces, std::vector<std::vector<char>>& buffers) {
+void writeRows(int file, const PiecesInOrder& pieces, std::vector<std::vector<char>>& buffers, Progress& progress) {
     std::vector<std::size_t> lengths(buffers.size());
     std::size_t written = 0;  // bytes
-    Progress progress("", pieces.grid.nrows);
     const auto convert = [&](std::size_t piece, std::size_t slot) {
         char* to = buffers[slot].data();
         pieces.parts(piece, [&](std::span<const float> values, bool) { to = putLittleFloats(to, values); });
@@ -56,25 +55,27 @@ void writeRows(int file, const PiecesInOrder& pieces, std::vector<std::vector<ch
         WRITE_OR_STOP(file, {buffers[slot].data(), lengths[slot]});
         written += lengths[slot];
     });
-    if (written != sizeof(float) * CELL_COUNT(pieces.grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
+    if (written != sizeof(float) * pieces.grid.values.size()) SHOULD_NOT_BE_HERE("i.ne.nval");
 }
 
 }  // namespace
 
-void WRITE_FLT(const std::string& base, const Grid& grid, GridPrecision) {
+void WRITE_FLT(const std::string& base, const GridBands& bands, GridPrecision) {
+    const Grid& grid = bands.grid;
     const int headerFile = OPEN_FILE(base + ".hdr", "O ", "hdr");
     WRITE_OR_STOP(headerFile, header(grid));
     CLOSE_FILE(headerFile);
     const int file = OPEN_FILE(base + ".flt", "O ", "flt");
     REPORT("Writing FLT grid...");
-    const PiecesInOrder pieces{grid, VALUES_AT_ONCE};
     std::vector<std::vector<char>> buffers(SLOTS_IN_ORDER());
     try {
-        for (std::vector<char>& buffer : buffers) buffer.resize(sizeof(float) * pieces.most());
+        for (std::vector<char>& buffer : buffers)
+            buffer.resize(sizeof(float) * std::min(VALUES_AT_ONCE, CELL_COUNT(grid)));
     } catch (const std::bad_alloc&) {
         STOP_RUN("ERROR 2146 - Could not allocate memory (RAM) for temporary grid output array.");
     }
-    writeRows(file, pieces, buffers);
+    Progress progress("", grid.nrows);
+    FROM_NORTH(bands, [&] { writeRows(file, {grid, VALUES_AT_ONCE}, buffers, progress); });
     CLOSE_FILE(file);
     REPORT("Finished writing FLT grid.");
 }

@@ -7,4 +7,4 @@
 
 /// Writes <base>.hdr, then <base>.flt: 4-byte little-endian IEEE values, row by row from north to south, without
 /// anything between them. A file that cannot be written completely stops the run.
-void WRITE_FLT(const std::string& base, const Grid& grid, GridPrecision precision = {});
+void WRITE_FLT(const std::string& base, const GridBands& bands, GridPrecision precision = {});

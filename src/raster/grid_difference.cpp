@@ -31,26 +31,45 @@ bool hasHoles(const Mesh& mesh, const Results& results) {
     return false;
 }
 
+/// One side at one output time.
+struct Side {
+    GridRun& run;
+    const Mesh& mesh;
+    const Results& results;
+    bool ownMesh;
+    GridWetness& wetness;
+};
+
 /// The cells under the elements: all that take part, or the wet ones.
-std::vector<std::uint8_t> covered(GridRun& run, const Mesh& mesh, std::span<const std::uint8_t> wet) {
-    Grid cover = run.grid;
-    run.scalars.assign(std::max(mesh.nodes.size(), mesh.elements.size()), 0.0F);
-    FILL_GRID(run.plan, mesh, {run.scalars, wet, {}, false}, cover);
+std::vector<std::uint8_t> covered(const Side& side, std::span<const std::uint8_t> wet) {
+    Grid cover = side.run.grid;
+    std::vector<float>& zeros = side.wetness.zeros;
+    zeros.resize(std::max(side.mesh.nodes.size(), side.mesh.elements.size()), 0.0F);
+    const GridInput input{zeros, wet, {}, false};
+    if (side.run.bandRows == 0) FILL_GRID(side.run.plan, side.mesh, input, cover);
+    else FILL_BAND(side.run.plan.kind, side.mesh, input, cover);
     std::vector<std::uint8_t> cells(cover.values.size());
     std::transform(cover.values.begin(), cover.values.end(), cells.begin(),
                    [](float value) { return value == 0.0F ? std::uint8_t{1} : std::uint8_t{0}; });
     return cells;
 }
 
-/// Grids one side, and finds out where it is dry.
-void gridSide(GridRun& run, const Mesh& mesh, const Results& results, const VectorChoice& choice, bool ownMesh,
-              GridWetness& wetness) {
-    GRID_RESULTS(run, mesh, results, choice);
-    if (ownMesh && wetness.inside.empty()) wetness.inside = covered(run, mesh, {});
-    wetness.holes.clear();
-    if (!hasHoles(mesh, results)) return;
-    wetness.holes = covered(
-        run, mesh, results.cells > 0 ? std::span<const std::uint8_t>(results.wet) : std::span<const std::uint8_t>{});
+/// Finds out where the grid, or the band of it at hand, is dry.
+void findDry(const Side& side) {
+    const std::span<const std::uint8_t> wet = side.results.wet;
+    if (side.ownMesh && (side.wetness.inside.empty() || side.run.bandRows > 0)) side.wetness.inside = covered(side, {});
+    side.wetness.holes.clear();
+    if (side.wetness.hasHoles) side.wetness.holes = covered(side, side.results.cells > 0 ? wet : wet.first(0));
+}
+
+/// Grids one side, and finds out where it is dry; in bands it only gets ready for that, and says the same.
+void gridSide(const Side& side, const VectorChoice& choice) {
+    GRID_RESULTS(side.run, side.mesh, side.results, choice);
+    side.wetness.hasHoles = hasHoles(side.mesh, side.results);
+    if (side.run.bandRows == 0) return findDry(side);
+    Progress progress("Element: ");
+    if (side.ownMesh && side.wetness.inside.empty()) progress.finish(side.mesh.elementCount);
+    if (side.wetness.hasHoles) progress.finish(side.mesh.elementCount);
 }
 
 Wetness wetnessAt(const GridWetness& side, std::size_t cell, float value) {
@@ -111,27 +130,49 @@ GridChanges subtract(std::vector<float>& now, std::vector<float>& was, const Gri
 }
 
 /// The grid of what was, and its plan where it needs one.
-void start(const GridRun& run, GridWas& was, const DifferenceParts& parts) {
+void start(GridRun& run, GridWas& was, const DifferenceParts& parts) {
     const PlanKind kind = PLAN_KIND(parts.was.cellCentred, parts.was.cornersOnly);
-    was.planned = parts.wasMesh != nullptr || kind != run.plan.kind;
     ResultsKind results;
     results.vector = parts.was.vector;
     results.severalTimes = true;
-    was.run = START_GRID(run.grid, kind, results);
+    was.run = START_GRID(run.grid, kind, results, run.limit);
+    const auto [fewer, more] = std::minmax(run.bandRows, was.run.bandRows);
+    run.bandRows = was.run.bandRows = fewer == 0 ? more : fewer;  // the bands of the two go together
+    was.planned = parts.wasMesh != nullptr || kind != run.plan.kind || run.bandRows > 0;
 }
 
 }  // namespace
 
-GridChanges GRID_DIFFERENCE(GridRun& run, GridWas& was, const Mesh& mesh, const DifferenceParts& parts,
-                            const VectorChoice& choice) {
+GridDifference GRID_DIFFERENCE(GridRun& run, GridWas& was, const Mesh& mesh, const DifferenceParts& parts,
+                               const VectorChoice& choice) {
     if (was.run.grid.values.empty()) start(run, was, parts);
     const bool ownMesh = parts.wasMesh != nullptr;
-    GridRun& lays = was.planned ? was.run : run;
-    gridSide(lays, ownMesh ? *parts.wasMesh : mesh, parts.was, choice, ownMesh, was.was);
+    const Side sideWas{was.planned ? was.run : run, ownMesh ? *parts.wasMesh : mesh, parts.was, ownMesh, was.was};
+    const Side sideNow{run, mesh, parts.now, ownMesh, was.now};
+    gridSide(sideWas, choice);
     if (!was.planned) run.grid.values.swap(was.run.grid.values);
     // What is now comes last, so that the run tells of it how its elements were laid.
-    gridSide(run, mesh, parts.now, choice, ownMesh, was.now);
+    gridSide(sideNow, choice);
     REPORT("Taking the difference...");
     const bool directions = parts.now.vector && choice.scalar == VectorScalar::Direction;
-    return subtract(run.grid.values, was.run.grid.values, was, parts.dryIsZero, directions);
+    const auto subtractHeld = [&run, &was, dryIsZero = parts.dryIsZero, directions] {
+        return subtract(run.grid.values, was.run.grid.values, was, dryIsZero, directions);
+    };
+    if (run.bandRows == 0) return {subtractHeld(), run.grid, was.run.grid};
+    const auto layBand = [sideNow, sideWas, subtractHeld](RowRange rows) {
+        LAY_BAND(sideWas.run, sideWas.mesh, rows);
+        findDry(sideWas);
+        LAY_BAND(sideNow.run, sideNow.mesh, rows);
+        findDry(sideNow);
+        return subtractHeld();
+    };
+    GridDifference difference{{}, {run.grid, run.bandRows, layBand}, {was.run.grid, run.bandRows, layBand}};
+    FROM_NORTH({run.grid, run.bandRows,
+                [&](RowRange rows) {
+                    const GridChanges ofBand = layBand(rows);
+                    difference.changes.nowWet += ofBand.nowWet;
+                    difference.changes.nowDry += ofBand.nowDry;
+                }},
+               [] {});
+    return difference;
 }

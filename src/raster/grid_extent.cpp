@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <limits>
 #include <new>
-#include <stdexcept>
 #include <string>
 
 namespace {
@@ -51,6 +50,30 @@ std::uint64_t bytesOf(const Grid& grid) {
     return cells > most / sizeof(float) ? most : cells * sizeof(float);
 }
 
+std::int32_t rowsWithin(std::uint64_t limit, const Grid& grid) {
+    const std::uint64_t row = sizeof(float) * static_cast<std::uint64_t>(grid.ncols);
+    return static_cast<std::int32_t>(std::clamp<std::uint64_t>(limit / row, 1, static_cast<std::uint64_t>(grid.nrows)));
+}
+
+bool tryToTake(Grid& grid, std::int32_t rows) {
+    const std::uint64_t available = AVAILABLE_MEMORY();
+    const std::uint64_t cells = static_cast<std::uint64_t>(grid.ncols) * static_cast<std::uint64_t>(rows);
+    if (available != 0 && cells * sizeof(float) > available) return false;
+    try {
+        grid.values.assign(static_cast<std::size_t>(cells), NO_VALUE);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
+/// Takes the memory of rows, or of as many as there is memory for.
+std::int32_t takeMemory(Grid& grid, std::int32_t rows, bool whole) {
+    for (; rows > 0; rows = whole ? 0 : rows / 2)
+        if (tryToTake(grid, rows)) return rows;
+    STOP_RUN(OUT_OF_MEMORY);
+}
+
 }  // namespace
 
 Grid LAYOUT_GRID(const Mesh& mesh, double spacing, bool cellCentred) {
@@ -69,21 +92,15 @@ Grid LAYOUT_GRID(const Mesh& mesh, double spacing, bool cellCentred) {
     return grid;
 }
 
-void ALLOCATE_GRID(Grid& grid, bool vector) {
+std::int32_t ALLOCATE_GRID(Grid& grid, bool vector, std::uint64_t limit) {
     REPORT("Allocating RAM, for grid interpolation.");
     const std::uint64_t bytes = bytesOf(grid);
-    const std::uint64_t available = AVAILABLE_MEMORY();
-    if (available != 0 && bytes > available) STOP_RUN(OUT_OF_MEMORY);
     const std::uint64_t kilobytes = bytes / 1024 + (bytes % 1024 == 0 ? 0 : 1);
     REPORT("Allocating " + AINTEGER8(static_cast<std::int64_t>(kilobytes)) +
            (vector ? "Kb vector memory..." : "Kb memory..."));
-    try {
-        grid.values.assign(CELL_COUNT(grid), NO_VALUE);
-    } catch (const std::bad_alloc&) {
-        STOP_RUN(OUT_OF_MEMORY);
-    } catch (const std::length_error&) {
-        STOP_RUN(OUT_OF_MEMORY);
-    }
+    const std::int32_t rows =
+        takeMemory(grid, bytes <= limit ? grid.nrows : rowsWithin(limit, grid), limit == ANY_SIZE);
     REPORT("Grid Size: " + AREAL8(grid.cellSize));
     REPORT("Grid Dimensions: " + AINTEGER(grid.nrows) + " high by " + AINTEGER(grid.ncols) + " wide");
+    return rows == grid.nrows ? 0 : rows;
 }

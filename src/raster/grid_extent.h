@@ -4,6 +4,8 @@
 #include "inputs/mesh.h"
 #include "raster/grid.h"
 
+#include <cstdint>
+#include <limits>
 #include <string_view>
 
 constexpr std::string_view OUT_OF_MEMORY = "ERROR - Could not allocate enough memory (RAM).";
@@ -16,7 +18,11 @@ constexpr std::string_view OUT_OF_MEMORY = "ERROR - Could not allocate enough me
 /// - Could not allocate enough memory (RAM).".
 Grid LAYOUT_GRID(const Mesh& mesh, double spacing, bool cellCentred);
 
-/// Takes the memory of the values, reports it with the grid's size and dimensions, and sets every cell to NO_VALUE.
-/// vector: the results are vectors, which the message mentions; they are made scalars node by node, so that one array
-/// serves them too.
-void ALLOCATE_GRID(Grid& grid, bool vector);
+/// The limit of a grid that has to be held whole.
+constexpr std::uint64_t ANY_SIZE = std::numeric_limits<std::uint64_t>::max();
+
+/// Takes the memory of the values, reports that of the whole grid with its size and dimensions, and sets every cell to
+/// NO_VALUE. vector: the results are vectors, which the message mentions; they are made scalars node by node, so that
+/// one array serves them too. Returns 0, or of a grid of more than `limit` bytes, or than there is memory for, the rows
+/// of the bands in which it is to be taken. Not even one row: OUT_OF_MEMORY.
+std::int32_t ALLOCATE_GRID(Grid& grid, bool vector, std::uint64_t limit);

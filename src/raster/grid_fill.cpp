@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <limits>
 #include <new>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -239,18 +240,36 @@ void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid&
     }
 }
 
+/// The wet elements less those that this time lays by their corners, and these.
+struct WetParts {
+    explicit WetParts(const GridInput& input) : others(input.cornerQuads.size(), 0), cornerQuads(others) {
+        for (std::size_t id = 1; id < others.size(); ++id)
+            if (input.wet.empty() || input.wet[id] != 0) (input.cornerQuads[id] != 0 ? cornerQuads : others)[id] = 1;
+    }
+    std::vector<std::uint8_t> others, cornerQuads;
+};
+
 /// The plan serves every time, so those few elements that a time lays by their corners are planned by themselves.
 void fillWithCornerQuads(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid, Progress& progress) {
-    std::vector<std::uint8_t> others(mesh.elements.size(), 0), cornerQuads(mesh.elements.size(), 0);
-    for (std::size_t id = 1; id < others.size(); ++id)
-        if (input.wet.empty() || input.wet[id] != 0) (input.cornerQuads[id] != 0 ? cornerQuads : others)[id] = 1;
+    const WetParts parts(input);
     GridInput part = input;
-    part.wet = others;
+    part.wet = parts.others;
     fillPlanned(plan, mesh, part, grid, progress);
-    part.wet = cornerQuads;
+    part.wet = parts.cornerQuads;
     GridPlan once;
     once.kind = PlanKind::Corners;
     fillPlanned(once, mesh, part, grid, progress);
+}
+
+/// Plans and lays the elements that come near some rows, with the memory of one chunk.
+void fillRows(PlanKind kind, const Mesh& mesh, const GridInput& input, RowRange own, Grid& grid) {
+    Filler filler(kind, mesh, input, own, grid);
+    PlanChunk chunk;
+    for (ElementRange next; next.first <= mesh.elementCount; next.first = chunk.elements.end) {
+        next.end = std::min(mesh.elementCount - next.first + 1, ELEMENTS_AT_A_TIME) + next.first;
+        PLAN_CHUNK(mesh, grid, kind, next, own, input.wet.empty() ? nullptr : input.wet.data(), chunk);
+        filler.fill(chunk);
+    }
 }
 
 }  // namespace
@@ -273,4 +292,25 @@ void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& g
     if (input.cornerQuads.empty()) fillPlanned(plan, mesh, input, grid, progress);
     else fillWithCornerQuads(plan, mesh, input, grid, progress);
     progress.finish(mesh.elementCount);
+}
+
+void FILL_BAND(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid) {
+    constexpr std::size_t SHARES_A_JOB = 4;  // the plan of a share may take a quarter of its cells' memory again
+    const RowRange held = HELD_ROWS(grid);
+    const auto rows = static_cast<std::size_t>(held.end - held.first);
+    const std::size_t shares = std::min(rows, SHARES_A_JOB * static_cast<std::size_t>(JOBS()));
+    const auto rowOf = [&](std::size_t share) { return held.first + static_cast<std::int32_t>(rows * share / shares); };
+    std::optional<WetParts> parts;
+    if (!input.cornerQuads.empty()) parts.emplace(input);
+    DO_PIECES(shares, [&](std::size_t share) {
+        const RowRange own{rowOf(share), rowOf(share + 1)};
+        std::fill(grid.values.data() + CELL_INDEX(grid, 1, own.first),
+                  grid.values.data() + CELL_INDEX(grid, 1, own.end), NO_VALUE);
+        if (!parts) return fillRows(kind, mesh, input, own, grid);
+        GridInput part = input;
+        part.wet = parts->others;
+        fillRows(kind, mesh, part, own, grid);
+        part.wet = parts->cornerQuads;
+        fillRows(PlanKind::Corners, mesh, part, own, grid);
+    });
 }

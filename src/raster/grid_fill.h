@@ -30,3 +30,7 @@ std::vector<std::uint8_t> CORNER_QUADS(const Mesh& mesh, std::span<const float> 
 /// have there. Quads take the mean over their triangles that contain the point and have values at all corners. Adds to
 /// the plan what fits its limit.
 void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid);
+
+/// The same for the rows that a grid holds, by a plan that is dropped piece by piece, and without a count on the
+/// screen.
+void FILL_BAND(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid);

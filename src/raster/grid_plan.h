@@ -38,11 +38,6 @@ struct PlanPiece {
     std::uint16_t corners = 0;  ///< 3 or 4
 };
 
-/// Rows of a grid, from 1: first to before end.
-struct RowRange {
-    std::int32_t first = 1, end = 1;
-};
-
 /// Elements of a mesh, from 1: first to before end.
 struct ElementRange {
     std::int32_t first = 1, end = 1;

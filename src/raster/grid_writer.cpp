@@ -46,10 +46,11 @@ GridPrecision givenPrecision(const RunOptions& options) {
 
 }  // namespace
 
-GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
+GridPrecision SET_OUTPUT_PRECISION(const GridBands& grid) {
     if (OPTIONS().precisionGiven) return givenPrecision(OPTIONS());
     REPORT("Determining maximum value for setting precision...");
-    const float largest = largestValue(grid.values);
+    float largest = NO_VALUE;
+    FROM_NORTH(grid, [&] { largest = std::max(largest, largestValue(grid.grid.values)); });
     REPORT("   Done.");
     REPORT("Setting output precision.");
     REPORT("Setting output precision based on maximum value of " + AREAL(largest));
@@ -61,9 +62,11 @@ GridPrecision SET_OUTPUT_PRECISION(const Grid& grid) {
     return precision;
 }
 
-void WRITE_GRID(GridWriter writer, const std::string& base, const Grid& grid, GridPrecision precision,
+void WRITE_GRID(GridWriter writer, const std::string& base, const GridBands& bands, GridPrecision precision,
                 std::string_view projection) {
-    if (grid.ncols < 1 || grid.nrows < 1 || grid.values.size() != CELL_COUNT(grid)) SHOULD_NOT_BE_HERE("i.ne.nval");
-    writer(base, grid, precision);
+    const Grid& grid = bands.grid;
+    const bool held = bands.rows > 0 || grid.values.size() == CELL_COUNT(grid);
+    if (grid.ncols < 1 || grid.nrows < 1 || !held) SHOULD_NOT_BE_HERE("i.ne.nval");
+    writer(base, bands, precision);
     if (!TRIMMED(projection).empty()) WRITE_PRJ(base, std::string(TRIMF(projection)) + "\n");
 }

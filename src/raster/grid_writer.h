@@ -1,7 +1,7 @@
 // Writes a finished grid to disk by the writer of its format, and its .prj.
 #pragma once
 
-#include "raster/grid.h"
+#include "raster/grid_bands.h"
 
 #include <cstdint>
 #include <string>
@@ -14,16 +14,16 @@ struct GridPrecision {
 };
 
 /// The precision of -prec. Without -prec it follows the largest value of the grid: 10 units above 9999 either side of
-/// zero, 11 above 99999, else 6; always 3 decimals. Missing cells do not count, and a grid of nothing else keeps the
-/// default.
-GridPrecision SET_OUTPUT_PRECISION(const Grid& grid);
+/// zero, 11 above 99999, else 6; always 3 decimals: a grid in bands is filled once for that. Missing cells do not
+/// count, and a grid of nothing else keeps the default.
+GridPrecision SET_OUTPUT_PRECISION(const GridBands& grid);
 
 /// Writes the grid's own files under `base`, a name without extension; the precision is that of text formats. A file
 /// that cannot be written completely stops the run.
-using GridWriter = void (*)(const std::string& base, const Grid& grid, GridPrecision precision);
+using GridWriter = void (*)(const std::string& base, const GridBands& grid, GridPrecision precision);
 
 /// Writes the grid by its format's writer, and with a projection <base>.prj. Rows go out from north to south; cells
 /// that are not finite are written as NO_VALUE. The corner in the header is that of the lower-left cell. projection:
 /// the .prj text on one line; blank writes no .prj. A file that cannot be written completely stops the run, naming it.
-void WRITE_GRID(GridWriter writer, const std::string& base, const Grid& grid, GridPrecision precision,
+void WRITE_GRID(GridWriter writer, const std::string& base, const GridBands& grid, GridPrecision precision,
                 std::string_view projection);

@@ -20,14 +20,20 @@ std::uint64_t planLimit() {
     return available == 0 ? WHEN_UNKNOWN : available / 4;
 }
 
-void processElements(GridRun& run, const Mesh& mesh, const GridInput& input) {
+void processElements(GridRun& run, const Mesh& mesh) {
     REPORT("Processing " + AINTEGER(mesh.elementCount) + " elements...");
     try {
-        FILL_GRID(run.plan, mesh, input, run.grid);
+        if (run.bandRows == 0) FILL_GRID(run.plan, mesh, run.input, run.grid);
+        else Progress("Element: ").finish(mesh.elementCount);
     } catch (const std::bad_alloc&) {
         STOP_RUN(OUT_OF_MEMORY);  // a few elements that cover a huge grid need room for their rows
     }
     REPORT("Finished processing.");
+}
+
+void finishDirections(GridRun& run) {
+    FILTER_DIRECTIONS(run.grid);
+    if (run.compass) DIRECTIONS_TO_BEARINGS(run.grid);
 }
 
 /// The readers have compared the counts with the mesh's; a table that is short here is a fault of the program.
@@ -42,14 +48,15 @@ void checkSizes(const GridRun& run, const Mesh& mesh, const Results& results) {
 
 }  // namespace
 
-GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results) {
+GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results, std::uint64_t limit) {
     GridRun run;
     run.grid.ncols = header.ncols;
     run.grid.nrows = header.nrows;
     run.grid.xll = header.xll;
     run.grid.yll = header.yll;
     run.grid.cellSize = header.cellSize;
-    ALLOCATE_GRID(run.grid, results.vector);
+    run.limit = limit;
+    run.bandRows = ALLOCATE_GRID(run.grid, results.vector, limit);
     run.plan.kind = kind;
     run.plan.memoryLimit = results.severalTimes || results.difference ? planLimit() : 0;
     return run;
@@ -57,7 +64,7 @@ GridRun START_GRID(const Grid& header, PlanKind kind, const ResultsKind& results
 
 void GRID_RESULTS(GridRun& run, const Mesh& mesh, const Results& results, const VectorChoice& choice) {
     checkSizes(run, mesh, results);
-    GridInput input;
+    GridInput& input = run.input = {};
     input.values = results.x;
     if (results.cells > 0) input.wet = results.wet;
     if (results.vector) {
@@ -68,16 +75,33 @@ void GRID_RESULTS(GridRun& run, const Mesh& mesh, const Results& results, const 
     run.cornerQuads.clear();
     if (run.plan.kind == PlanKind::Nodes) run.cornerQuads = CORNER_QUADS(mesh, input.values, input.wet);
     input.cornerQuads = run.cornerQuads;
-    processElements(run, mesh, input);
+    run.compass = input.directions && choice.compass;
+    processElements(run, mesh);
     if (!input.directions) return;
     REPORT("Filtering values >360 for -va option.");
-    FILTER_DIRECTIONS(run.grid);
+    if (run.bandRows == 0) finishDirections(run);
     REPORT("   Done.");
-    if (choice.compass) DIRECTIONS_TO_BEARINGS(run.grid);
 }
 
 void GRID_BATHYMETRY(GridRun& run, const Mesh& mesh, std::span<const std::uint8_t> wet) {
     run.scalars.resize(mesh.nodes.size());
     for (std::size_t id = 1; id < mesh.nodes.size(); ++id) run.scalars[id] = mesh.nodes[id].z;
-    processElements(run, mesh, {run.scalars, wet, run.cornerQuads, false});
+    run.input = {run.scalars, wet, run.cornerQuads, false};
+    processElements(run, mesh);
+}
+
+void LAY_BAND(GridRun& run, const Mesh& mesh, RowRange rows) {
+    run.grid.firstHeld = rows.first;
+    try {
+        run.grid.values.resize(static_cast<std::size_t>(rows.end - rows.first) *
+                               static_cast<std::size_t>(run.grid.ncols));
+        FILL_BAND(run.plan.kind, mesh, run.input, run.grid);
+    } catch (const std::bad_alloc&) {
+        STOP_RUN(OUT_OF_MEMORY);
+    }
+    if (run.input.directions) finishDirections(run);
+}
+
+GridBands BANDS_OF(GridRun& run, const Mesh& mesh) {
+    return {run.grid, run.bandRows, [&run, &mesh](RowRange rows) { LAY_BAND(run, mesh, rows); }};
 }

@@ -186,6 +186,35 @@ double coordinateSizeOf(const Grid& grid) {
                     std::max(std::abs(grid.yll), std::abs(grid.yll + grid.nrows * grid.cellSize)));
 }
 
+/// The elements that may have cells in some rows of a grid; the others need no closer look.
+class NearRows {
+public:
+    NearRows(const Mesh& mesh, const Grid& grid, RowRange rows, double coordinateSize)
+        : mesh_(mesh), all_(rows.first <= 1 && rows.end > grid.nrows) {
+        // Far beyond what the closed test of any element adds to its sides.
+        const double extent = std::max({mesh.xmax - mesh.xmin, mesh.ymax - mesh.ymin, 0.0});
+        const double margin = grid.cellSize + 1.0e-8 * extent + 1.0e-12 * coordinateSize;
+        south_ = CELL_Y(grid, rows.first) - margin;
+        north_ = CELL_Y(grid, rows.end - 1) + margin;
+    }
+
+    bool reaches(const MeshElement& element) const {
+        if (all_) return true;
+        bool above = true, below = true;  // what is not a number is neither
+        for (std::size_t slot = 0; slot < static_cast<std::size_t>(element.shape); ++slot) {
+            const double y = mesh_.nodes[static_cast<std::size_t>(element.nodes[slot])].y;
+            above = above && y > north_;
+            below = below && y < south_;
+        }
+        return !above && !below;
+    }
+
+private:
+    const Mesh& mesh_;
+    bool all_;
+    double south_ = 0.0, north_ = 0.0;
+};
+
 }  // namespace
 
 void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, ElementRange elements, RowRange rows,
@@ -195,12 +224,14 @@ void PLAN_CHUNK(const Mesh& mesh, const Grid& grid, PlanKind kind, ElementRange 
     chunk.pieces.clear();
     chunk.rows.clear();
     const double coordinateSize = coordinateSizeOf(grid);
+    const NearRows nearby(mesh, grid, rows, coordinateSize);
     RowMaker maker(grid, kind, rows, chunk);
     PieceShape shape;
     std::int32_t id = elements.first;
     for (; id < elements.end && maker.cells() < CELLS_AT_A_TIME; ++id) {
         if (wet != nullptr && wet[id] == 0) continue;
         const MeshElement& element = mesh.elements[static_cast<std::size_t>(id)];
+        if (!nearby.reaches(element)) continue;
         const int pieces = PIECE_COUNT(element, kind);
         for (int number = 0; number < pieces; ++number) {
             const ElementPiece piece = PIECE_OF(element, kind, number);

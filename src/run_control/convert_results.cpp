@@ -48,6 +48,15 @@ bool severalTags(const ResultsSource& source) {
                        [&](const Dataset& dataset) { return dataset.tag != datasets.front().tag; });
 }
 
+/// All outputs of the run together.
+void checkDiskRoom(const std::vector<Dataset>& datasets, const std::vector<ResultsKind>& kinds, const Mesh& mesh,
+                   const OutputStages& stages, const std::string& base) {
+    DiskUse use;
+    for (std::size_t i = 0; i < datasets.size(); ++i)
+        for (const auto& stage : stages) use.add(stage->diskUse(mesh, kinds[i], datasets[i]));
+    CHECK_DISK_ROOM(use, OUTPUT_STEM(base));
+}
+
 OutputLabel labelOf(OutputLabel label, const Dataset& dataset, const Results& results) {
     label.base = label.run + dataset.tag + label.ending;
     label.run += label.ending;
@@ -112,17 +121,20 @@ void CONVERT_RESULTS(ResultsSource& source, const std::string& base, const Mesh&
     label.ending = source.nameEnding();
     label.severalDatasets = severalTags(source);
     label.timeDecimals = NAME_DECIMALS(source.times(), OPTIONS().seconds);
+    std::vector<ResultsKind> kinds;
+    for (std::size_t i = 0; i < source.datasets().size(); ++i)
+        kinds.push_back({.vector = source.datasets()[i].vector,
+                         .cellCentred = cellCentred[i],
+                         .severalTimes = severalTimes,
+                         .timed = timed,
+                         .cornersOnly = source.datasets()[i].bed,
+                         .difference = !source.nameEnding().empty()});
+    checkDiskRoom(source.datasets(), kinds, mesh, stages, base);
     Conversion conversion(source, std::move(label), mesh, results, stages);
     for (const bool vector : {false, true}) {
         if (!source.heading(vector).empty()) REPORT(source.heading(vector));
-        for (std::size_t i = 0; i < source.datasets().size(); ++i)
-            if (source.datasets()[i].vector == vector)
-                conversion.convert(i, {.vector = vector,
-                                       .cellCentred = cellCentred[i],
-                                       .severalTimes = severalTimes,
-                                       .timed = timed,
-                                       .cornersOnly = source.datasets()[i].bed,
-                                       .difference = !source.nameEnding().empty()});
+        for (std::size_t i = 0; i < kinds.size(); ++i)
+            if (kinds[i].vector == vector) conversion.convert(i, kinds[i]);
     }
     for (const auto& stage : stages) stage->finish();
     source.finish();

@@ -122,6 +122,9 @@ void convertMesh(const std::string& base, const Mesh& mesh, OutputStages& stages
     OutputLabel label;
     label.base = label.run = base;
     label.timed = false;
+    DiskUse use;
+    for (const auto& stage : stages) use.add(stage->diskUse(mesh, {.cornersOnly = true}, {}));
+    CHECK_DISK_ROOM(use, OUTPUT_STEM(base));
     for (const auto& stage : stages) {
         stage->takeMesh(mesh, label);
         stage->finish();

@@ -1,7 +1,6 @@
 #include "run_control/geotiff_output.h"
 
 #include "gdal_outputs/gdal_module.h"
-#include "platform/platform.h"
 #include "raster/node_scalars.h"
 #include "run_control/grid_choice.h"
 #include "run_control/quantity_units.h"
@@ -15,8 +14,6 @@
 #include <algorithm>
 
 namespace {
-
-constexpr std::uint64_t SHARE_OF_MEMORY = 4;  ///< of what is there a raster may take one in so many
 
 std::string joined(const std::vector<std::string>& texts) {
     std::string line;
@@ -86,7 +83,7 @@ RasterFile GeoTiffOutput::fileOf(const Grid& grid, const OutputLabel& label) con
     if (!options_.multiband && label.timed) file.metadata.push_back("TIME=" + timeText(label, options_.seconds));
     file.options = options_.driverOptions;
     file.threads = JOBS();
-    file.memory = static_cast<std::int64_t>(AVAILABLE_MEMORY() / SHARE_OF_MEMORY);
+    file.memory = static_cast<std::int64_t>(GRID_MEMORY(options_));
     return file;
 }
 
@@ -109,7 +106,7 @@ void GeoTiffOutput::open(const Grid& grid, const OutputLabel& label, const std::
     writer_ = std::make_unique<RasterWriter>(gdal_, file);
 }
 
-void GeoTiffOutput::take(const Grid& grid, const OutputLabel& label, const std::vector<OutputTime>& times,
+void GeoTiffOutput::take(const GridBands& bands, const OutputLabel& label, const std::vector<OutputTime>& times,
                          std::string_view beside, const std::string& stem) {
     if (writer_ && (label.base != base_ || label.quantity != quantity_)) finish();
     if (!writer_) {
@@ -119,10 +116,14 @@ void GeoTiffOutput::take(const Grid& grid, const OutputLabel& label, const std::
         named.timed = named.timed && !options_.multiband;
         stem_ = stem.empty() ? OUTPUT_NAME(named, {".tif"}, beside) : stem;
         name_ = stem_ + ".tif";
-        open(grid, label, times);
+        open(bands.grid, label, times);
     }
     REPORT("Writing TIF grid...");
-    writer_->rows(++written_, 1, grid.nrows, grid.values.data());
+    ++written_;
+    FROM_SOUTH(bands, [&] {
+        const RowRange rows = HELD_ROWS(bands.grid);
+        writer_->rows(written_, rows.first, rows.end - rows.first, bands.grid.values.data());
+    });
     if (written_ == bands_) end();
 }
 

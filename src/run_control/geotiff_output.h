@@ -2,7 +2,7 @@
 #pragma once
 
 #include "gdal_outputs/gdal_raster.h"
-#include "raster/grid.h"
+#include "raster/grid_bands.h"
 #include "run_control/output_names.h"
 #include "services/options.h"
 #include "services/projection.h"
@@ -18,7 +18,7 @@ public:
 
     /// Writes one output time. times: all of its dataset, which -multiband makes bands of. beside: as OUTPUT_NAME has
     /// it. stem: the file's name without extension; blank for OUTPUT_NAME's.
-    void take(const Grid& grid, const OutputLabel& label, const std::vector<OutputTime>& times,
+    void take(const GridBands& bands, const OutputLabel& label, const std::vector<OutputTime>& times,
               std::string_view beside = {}, const std::string& stem = {});
     /// The name, without extension, of the file that has been begun last.
     const std::string& stem() const { return stem_; }

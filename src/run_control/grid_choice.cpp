@@ -4,6 +4,7 @@
 #include "gdal_outputs/gdal_raster.h"
 #include "inputs/mesh.h"
 #include "inputs/mesh_degrees.h"
+#include "platform/platform.h"
 #include "raster/default_spacing.h"
 #include "raster/external_grid.h"
 #include "raster/grid_extent.h"
@@ -103,6 +104,13 @@ void CHOOSE_GRID(const Mesh& mesh, CoordinateKind coordinates) {
 Grid GRID_HEADER(const Mesh& mesh, bool cellCentred) {
     if (templateGrid.grid.cellSize > 0.0) return templateGrid.grid;
     return LAYOUT_GRID(mesh, OPTIONS().gridSpacing, cellCentred || OPTIONS().cellCentred);
+}
+
+std::uint64_t GRID_MEMORY(const RunOptions& options) {
+    constexpr std::uint64_t WHEN_UNKNOWN = std::uint64_t{4} << 30;
+    const std::uint64_t known = AVAILABLE_MEMORY();
+    const std::uint64_t available = known == 0 ? WHEN_UNKNOWN : known;
+    return options.gridMemory ? std::min(*options.gridMemory, available / 2) : available / 4;
 }
 
 std::array<double, 6> GRID_TRANSFORM(const Grid& grid) { return templateGrid.transform.value_or(GEO_TRANSFORM(grid)); }

@@ -4,9 +4,11 @@
 #include "inputs/mesh.h"
 #include "raster/grid.h"
 #include "run_control/run_crs.h"
+#include "services/options.h"
 #include "services/projection_text.h"
 
 #include <array>
+#include <cstdint>
 
 /// -grid needs an output that it applies to, and a spacing: asked for when it was not given. A template grid (-like)
 /// settles both. Looks at no file.
@@ -24,6 +26,10 @@ void CHOOSE_GRID(const Mesh& mesh, CoordinateKind coordinates);
 /// Corner, counts and cell size of the run's grid, without values: the template's, else laid over the mesh.
 /// cellCentred: the cell-centre layout, for -cc or for cell-centred results.
 Grid GRID_HEADER(const Mesh& mesh, bool cellCentred);
+
+/// Bytes that the values of a grid may take before it is made in bands: -mem, else a quarter of the memory that is
+/// there.
+std::uint64_t GRID_MEMORY(const RunOptions& options);
 
 /// The place of such a grid as GDAL has it: to the last bit the template's where GDAL has read that.
 std::array<double, 6> GRID_TRANSFORM(const Grid& grid);

@@ -15,13 +15,20 @@ constexpr ProjectionUse WANTS_PRJ = {ProjectionNeed::None, ProjectionNeed::Wante
 constexpr ProjectionUse WANTS_COORD_SYS = {ProjectionNeed::Wanted, ProjectionNeed::None};
 constexpr ProjectionUse TAKES_BOTH = {ProjectionNeed::Taken, ProjectionNeed::Taken};  // degrees, the user's layers
 
+/// A blank and the field, which is wider where the largest value asks for it.
+double bytesOfText(const RunOptions& options) {
+    return 1.0 + (options.precisionGiven ? options.precisionWidth : GridPrecision{}.width);
+}
+double bytesOfFloat(const RunOptions&) { return sizeof(float); }
+
 const OutputFormat TABLE[] = {
     {.keyword = "asc",
      .line = ".asc output format specified.",
      .family = Family::Raster,
      .files = {".asc", ".prj"},
      .projection = TAKES_PRJ,
-     .writer = WRITE_ASC},
+     .writer = WRITE_ASC,
+     .bytesOfValue = bytesOfText},
     {.keyword = "mif",
      .line = ".mif output format specified.",
      .family = Family::Layer,
@@ -55,7 +62,8 @@ const OutputFormat TABLE[] = {
      .family = Family::Raster,
      .files = {".flt", ".hdr", ".prj"},
      .projection = TAKES_PRJ,
-     .writer = WRITE_FLT},
+     .writer = WRITE_FLT,
+     .bytesOfValue = bytesOfFloat},
     {.keyword = "dat",
      .line = ".dat output format specified.",
      .family = Family::ResultsFile,

@@ -35,7 +35,9 @@ struct OutputFormat {
     Holds holds = Holds::Time;
     /// the whole word only: arguments that begin with it may be paths
     bool wholeWord = false;
-    GridWriter writer = nullptr;   ///< of a raster format
+    GridWriter writer = nullptr;  ///< of a raster format
+    /// bytes that the writer needs for a value, at the least
+    double (*bytesOfValue)(const RunOptions& options) = nullptr;
     bool outlinedArrows = false;   ///< of a layer format: arrows are polygons, never lines
     double coordinateStep = 0.0;   ///< of a layer format: what the file keeps coordinates to, map units; 0: as they are
     std::string_view driver = {};  ///< GDAL's, which writes the files; blank for our own writers

@@ -124,6 +124,10 @@ void IGNORE_OUTPUT_NAME() {
     DROP_OUTPUT_NAME();
 }
 
+std::string OUTPUT_STEM(const std::string& base) {
+    return OPTIONS().outputNameGiven ? FILENAMEPATH(OPTIONS().outputName) : base;
+}
+
 std::string USUAL_NAME(const OutputLabel& label) {
     const RunOptions& options = OPTIONS();
     std::string name = label.base;

@@ -44,6 +44,9 @@ bool MAY_WRITE_SEVERAL(const RunOptions& options);
 /// Drops -out with a WARNING when it was given: the run writes several outputs, which cannot share one name.
 void IGNORE_OUTPUT_NAME();
 
+/// What the names of all outputs begin with. base: of the run's input.
+std::string OUTPUT_STEM(const std::string& base);
+
 /// What an output is called without -out: base, time, component, cell size.
 std::string USUAL_NAME(const OutputLabel& label);
 

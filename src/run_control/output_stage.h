@@ -4,6 +4,8 @@
 
 #include "inputs/mesh.h"
 #include "inputs/results.h"
+#include "inputs/results_source.h"
+#include "run_control/disk_room.h"
 #include "run_control/output_names.h"
 #include "services/projection.h"
 
@@ -15,6 +17,8 @@ public:
     virtual ~OutputStage() = default;
     /// Once the mesh is there: what the stage leaves out of it is said.
     virtual void meshRead(const Mesh&) {}
+    /// What a dataset of such results will take on the disk; nothing where that cannot be told.
+    virtual DiskUse diskUse(const Mesh&, const ResultsKind&, const Dataset&) const { return {}; }
     /// What comes next: several datasets and times of one kind. Memory taken for an earlier kind is given back first.
     virtual void begin(const Mesh& mesh, const ResultsKind& kind) = 0;
     /// One dataset at one output time. label: base and dataset tag; the grid size is filled in by the stage.

@@ -18,10 +18,22 @@ namespace {
 class RasterStage : public OutputStage {
 public:
     RasterStage(const OutputFormat& format, const RunOptions& options, const Projection& projection)
-        : format_(format), projection_(projection), choice_(VECTOR_CHOICE(options)) {
+        : format_(format), options_(options), projection_(projection), choice_(VECTOR_CHOICE(options)) {
         if (format.driver.empty()) return;
         geoTiff_.emplace(options, projection);
         classTiff_.emplace(options, projection);
+    }
+
+    DiskUse diskUse(const Mesh& mesh, const ResultsKind& kind, const Dataset& dataset) const override {
+        const Grid grid = GRID_HEADER(mesh, kind.cellCentred);
+        const double grids = static_cast<double>(dataset.outputs) * (kind.difference ? 2.0 : 1.0);
+        const double values = grids * static_cast<double>(grid.ncols) * static_cast<double>(grid.nrows);
+        if (format_.bytesOfValue) {
+            const double bytes = values * format_.bytesOfValue(options_);
+            return {bytes, bytes};
+        }
+        constexpr double WITH_OVERVIEWS = 4.0 / 3.0;
+        return {values * sizeof(float) * WITH_OVERVIEWS, 0.0};
     }
 
     void begin(const Mesh& mesh, const ResultsKind& kind) override {
@@ -29,20 +41,22 @@ public:
         run_ = {};
         was_ = {};
         const PlanKind plan = PLAN_KIND(kind.cellCentred, kind.cornersOnly);
-        run_ = START_GRID(GRID_HEADER(mesh, kind.cellCentred), plan, kind);
+        // A difference has two grids, and tables of where each is dry.
+        const std::uint64_t limit = GRID_MEMORY(options_) / (kind.difference ? 3 : 1);
+        run_ = START_GRID(GRID_HEADER(mesh, kind.cellCentred), plan, kind, limit);
     }
 
     void take(const Results& results, OutputLabel label) override {
         if (results.parts != nullptr) return takeDifference(*results.parts, std::move(label), results.times);
         GRID_RESULTS(run_, *mesh_, results, choice_);
-        write(std::move(label), results.times);
+        write(*mesh_, std::move(label), results.times);
     }
 
     void takeMesh(const Mesh& mesh, OutputLabel label) override {
-        run_ = START_GRID(GRID_HEADER(mesh, false), PlanKind::Corners, {});
+        run_ = START_GRID(GRID_HEADER(mesh, false), PlanKind::Corners, {}, GRID_MEMORY(options_));
         GRID_BATHYMETRY(run_, mesh);
         if (label.quantity.empty()) label.quantity = "Bathymetry";
-        write(std::move(label), {});
+        write(mesh, std::move(label), {});
     }
 
     void finish() override {
@@ -52,13 +66,15 @@ public:
     }
 
 private:
-    void write(OutputLabel label, const std::vector<OutputTime>& times) {
+    void write(const Mesh& mesh, OutputLabel label, const std::vector<OutputTime>& times) {
+        const GridBands grid = BANDS_OF(run_, mesh);
         label.gridSize = run_.grid.cellSize;
-        if (geoTiff_) return geoTiff_->take(run_.grid, label, times);
-        writeGrid(run_.grid, OUTPUT_NAME(label, format_.files), SET_OUTPUT_PRECISION(run_.grid));
+        if (geoTiff_) return geoTiff_->take(grid, label, times);
+        const GridPrecision precision = SET_OUTPUT_PRECISION(grid);
+        writeGrid(grid, OUTPUT_NAME(label, format_.files), precision);
     }
 
-    void writeGrid(const Grid& grid, const std::string& name, GridPrecision precision) {
+    void writeGrid(const GridBands& grid, const std::string& name, GridPrecision precision) {
         const std::string mainFile = name + std::string(format_.files.front());
         BEGIN_OUTPUT(mainFile);
         WRITE_GRID(format_.writer, name, grid, precision, projection_.prj);
@@ -68,23 +84,28 @@ private:
     /// The difference, and beside it the classes: where it is wet in both, and where only now or no longer.
     void takeDifference(const DifferenceParts& parts, OutputLabel label, const std::vector<OutputTime>& times) {
         constexpr GridPrecision WHOLE_NUMBERS = {10, 0};
-        const GridChanges changes = GRID_DIFFERENCE(run_, was_, *mesh_, parts, choice_);
+        const GridDifference difference = GRID_DIFFERENCE(run_, was_, *mesh_, parts, choice_);
         label.gridSize = run_.grid.cellSize;
         if (geoTiff_) {
-            geoTiff_->take(run_.grid, label, times, CLASS_ENDING);
+            geoTiff_->take(difference.values, label, times, CLASS_ENDING);
             label.quantity = "Class";
-            classTiff_->take(was_.run.grid, label, times, {}, geoTiff_->stem() + std::string(CLASS_ENDING));
+            classTiff_->take(difference.classes, label, times, {}, geoTiff_->stem() + std::string(CLASS_ENDING));
         } else {
             const std::string name = OUTPUT_NAME(label, format_.files, CLASS_ENDING);
-            writeGrid(run_.grid, name, SET_OUTPUT_PRECISION(run_.grid));
-            writeGrid(was_.run.grid, name + std::string(CLASS_ENDING), WHOLE_NUMBERS);
+            writeGrid(difference.values, name, SET_OUTPUT_PRECISION(difference.values));
+            writeGrid(difference.classes, name + std::string(CLASS_ENDING), WHOLE_NUMBERS);
         }
         const double cellArea = run_.grid.cellSize * run_.grid.cellSize;
-        REPORT_DIFFERENCE(run_.grid.values, {static_cast<double>(changes.nowWet) * cellArea,
-                                             static_cast<double>(changes.nowDry) * cellArea, parts.degrees});
+        const Statistics statistics =
+            STATISTICS_OF({CELL_COUNT(run_.grid), [&](const auto& takeStretch) {
+                               FROM_SOUTH(difference.values, [&] { takeStretch(run_.grid.values); });
+                           }});
+        REPORT_DIFFERENCE(statistics, {static_cast<double>(difference.changes.nowWet) * cellArea,
+                                       static_cast<double>(difference.changes.nowDry) * cellArea, parts.degrees});
     }
 
     const OutputFormat& format_;
+    const RunOptions& options_;
     const Projection& projection_;
     VectorChoice choice_;
     std::optional<GeoTiffOutput> geoTiff_, classTiff_;  ///< of a format that GDAL writes; the classes of a difference

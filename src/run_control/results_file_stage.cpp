@@ -26,6 +26,13 @@ class ResultsFileStage : public OutputStage {
 public:
     ResultsFileStage(const OutputFormat& format, const RunOptions& options) : format_(format), options_(options) {}
 
+    DiskUse diskUse(const Mesh& mesh, const ResultsKind& kind, const Dataset& dataset) const override {
+        const double values = static_cast<double>(dataset.values) * (kind.vector ? 2.0 : 1.0) * sizeof(float);
+        const double flags = dataset.flags > 0 ? mesh.elementCount : 0;
+        const double times = static_cast<double>(dataset.outputs);
+        return {times * (values + flags), format_.keyword == "dat" ? times * values : 0.0};
+    }
+
     void begin(const Mesh& mesh, const ResultsKind&) override {
         mesh_ = &mesh;
         flags_.emplace(mesh);

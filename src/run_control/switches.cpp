@@ -221,6 +221,12 @@ void setJobs(RunOptions& options, const SwitchArgument& given) {
     options.jobs = std::min(jobs, MOST_JOBS);
 }
 
+void setGridMemory(RunOptions& options, const SwitchArgument& given) {
+    const std::int32_t megabytes = gluedInteger(given);
+    requireAbove(megabytes >= 16, given, "16 or above");
+    options.gridMemory = static_cast<std::uint64_t>(megabytes) << 20;
+}
+
 void setOutputName(RunOptions& options, const SwitchArgument& given) {
     options.outputName = TRIMMED(given.next);
     // batch files made on Windows; there either separator serves
@@ -312,6 +318,7 @@ constexpr Switch TABLE[] = {
     {"co", addDriverOption, NEXT, WHOLE_WORD},
     {"crs", addCrs, NEXT, WHOLE_WORD},
     {"jobs", setJobs},
+    {"mem", setGridMemory},
 };
 
 /// The keywords that do not shape the values of an output: how the run goes, what files are called, which times there

@@ -76,6 +76,8 @@ constexpr std::string_view USAGE[] = {
     "    Default is 0.01m or 0.01ft if the results are in feet.",
     "   -jobs<n> - number of threads (default = the processors that the run may use).",
     "    The outputs are the same for any number.",
+    "   -mem<MB> - memory that a raster may take (default = a quarter of what is there).",
+    "    Larger ones are made in bands of rows. The outputs are the same for any limit.",
     "   -no1d - takes triangles that share no edge with a quad as 2D cells.",
     "    Default is 1D water level lines, in meshes that have quads.",
     "   -prec<u>.<d> sets the output precision for -asc, -mif and -shp options.",

@@ -71,6 +71,7 @@ struct RunOptions {
     std::string outputName;
     bool suppressGridSize = false;  ///< -sgs
     bool verbose = false;
+    std::optional<std::uint64_t> gridMemory;  ///< -mem: bytes; a share of what is there when not given
     std::optional<int> jobs;  ///< -jobs: threads, from 1; as many as the process may use processors when not given
     bool projectionWarning = false;  ///< -prjwarn: a layer in another projection is read, with a warning
 

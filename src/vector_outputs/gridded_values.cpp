@@ -29,7 +29,7 @@ void handOver(Grid& grid, std::vector<float>& values) {
 
 void gridScalar(GriddedValues& gridded, const Mesh& mesh, const Results& results, std::vector<float>& values) {
     if (results.parts == nullptr) GRID_RESULTS(gridded.run, mesh, results, {});
-    else gridded.changes = GRID_DIFFERENCE(gridded.run, gridded.was, mesh, *results.parts, {});
+    else gridded.changes = GRID_DIFFERENCE(gridded.run, gridded.was, mesh, *results.parts, {}).changes;
     handOver(gridded.run.grid, values);
 }
 

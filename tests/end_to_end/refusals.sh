@@ -23,7 +23,7 @@ refused 1 "ERROR"                                                   -b -asc -gri
 refused 1 "ERROR"                                                   -b -asc -grid-400 basin.2dm
 refused 1 "ERROR"                                                   -b -asc -gridnan basin.2dm
 refused 1 "ERROR - Grid spacing is larger than the mesh."           -b -asc -grid9000 basin.2dm
-refused 1 "ERROR - Could not allocate enough memory (RAM)."         -b -flt -grid0.001 basin.2dm
+refused 1 "ERROR - The outputs need 256"                            -b -flt -grid0.001 basin.2dm
 echo "text" >basin.txt
 refused 1 "ERROR - .txt extension not a valid results file."        -b -asc -grid400 basin.txt
 refused 1 "ERROR - End of input reached while waiting for an answer." -asc -grid400

@@ -81,7 +81,7 @@ TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given"
     for (const auto& [values, largest, width] : rows) {
         GridPrecision precision;
         CHECK(consoleOf([&] {
-                  precision = SET_OUTPUT_PRECISION({1, 1, 0, 0, 1, values});
+                  precision = SET_OUTPUT_PRECISION(Grid{1, 1, 0, 0, 1, values});
               }) ==
               "Determining maximum value for setting precision...\n   Done.\nSetting output precision.\n"
               "Setting output precision based on maximum value of "s +

@@ -1,0 +1,65 @@
+#include "run_control/disk_room.h"
+
+#include "platform/file_system.h"
+#include "run_control/output_formats.h"
+#include "services/console.h"
+#include "services/exits.h"
+#include "services/options.h"
+#include "text_utils/numbers.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+constexpr double MEGABYTE = 1.0e6, GIGABYTE = 1.0e9;
+constexpr double WORTH_SAYING = 4.0 * GIGABYTE;
+
+bool hasEnding(std::string_view name) {
+    const std::vector<const OutputFormat*> formats = FORMATS_GIVEN(OPTIONS());
+    return std::any_of(formats.begin(), formats.end(), [&](const OutputFormat* format) {
+        return std::any_of(format->files.begin(), format->files.end(),
+                           [&](std::string_view ending) { return name.ends_with(ending); });
+    });
+}
+
+/// Bytes of the files that outputs may replace; nothing when one of these is a pipe or a device.
+std::optional<double> replaceable(const std::filesystem::path& folder, const std::string& start) {
+    double bytes = 0.0;
+    for (const std::string& name : NAMES_IN_FOLDER(NAME_OF(folder))) {
+        if (!name.starts_with(start) || !hasEnding(name)) continue;
+        if (IS_DEVICE(NAME_OF(folder / PATH_OF(name)))) return {};
+        std::error_code error;
+        const std::uintmax_t size = std::filesystem::file_size(folder / PATH_OF(name), error);
+        if (!error) bytes += static_cast<double>(size);
+    }
+    return bytes;
+}
+
+std::string sizeText(double bytes) {
+    return bytes < GIGABYTE ? AREALD8(bytes / MEGABYTE, 1) + " MB" : AREALD8(bytes / GIGABYTE, 1) + " GB";
+}
+
+}  // namespace
+
+void CHECK_DISK_ROOM(const DiskUse& use, const std::string& stem) {
+    if (use.bytes == 0.0) return;
+    const std::filesystem::path path = PATH_OF(ABSOLUTE_NAME(stem));
+    std::filesystem::path folder = path.parent_path();
+    const std::optional<double> replaced = replaceable(folder, NAME_OF(path.filename()));
+    if (!replaced) return;
+    std::error_code error;
+    while (folder.has_relative_path() && !std::filesystem::exists(folder, error)) folder = folder.parent_path();
+    const std::filesystem::space_info space = std::filesystem::space(folder, error);
+    if (!error && use.certain > static_cast<double>(space.available) + *replaced)
+        STOP_RUN("ERROR - The outputs need " + sizeText(use.certain) + " on the disk, and " +
+                 sizeText(static_cast<double>(space.available)) + " are free in " + NAME_OF(folder) + ".");
+    if (use.bytes > WORTH_SAYING)
+        DMESSAGE("Check - The outputs will take " + std::string(use.bytes > use.certain ? "at most " : "") +
+                 sizeText(use.bytes) + " on the disk.");
+}
