@@ -125,7 +125,10 @@ void readTime(XmdfReading& reading, std::int32_t step) {
     readIntoResults(reading, step, vector ? "data from timestep" : "data");
     const std::vector<OutputTime>& times = reading.item->facts.times;
     reading.results->time = times[static_cast<std::size_t>(step - 1)];
-    if (step < reading.last) return;
+    if (step < reading.last) {
+        if (reading.item->read == XmdfRead::AllTimes) XMDF_READ_AHEAD(*reading.group, step + 1);
+        return;
+    }
     REPORT("Processing final timestep... closing group");
     closeGroup(reading);
 }
@@ -142,6 +145,7 @@ void extractTemporalMaximums(XmdfReading& reading) {
     const auto steps = static_cast<std::int32_t>(reading.item->facts.times.size());
     for (std::int32_t step = 1; step <= steps; ++step) {
         readStep(reading, step, "timestep", x, y, wet);
+        if (step < steps) XMDF_READ_AHEAD(*reading.group, step + 1);
         if (kept.vector) FOLD_VECTORS(x, y, kept.x, kept.y);
         else FOLD_SCALARS(x, kept.x);
         FOLD_FLAGS(wet, kept.wet);

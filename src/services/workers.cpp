@@ -4,11 +4,14 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
+#include <deque>
 #include <exception>
 #include <limits>
+#include <memory>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -35,7 +38,46 @@ private:
     std::exception_ptr what_;
 };
 
-/// Threads that wait for one job at a time; the calling thread takes part in each.
+/// True on the threads of the run but the calling one: their pieces are not cut again.
+thread_local bool isWorker = false;
+
+}  // namespace
+
+/// Numbered pieces that whoever is free takes off.
+class WorkAhead::Pieces {
+public:
+    Pieces(std::size_t count, std::function<void(std::size_t)> work) : count_(count), work_(std::move(work)) {}
+
+    bool allBegun() const { return next_.load(std::memory_order_relaxed) >= count_; }
+    /// False when there is none left to begin.
+    bool doNext() {
+        const std::size_t piece = next_.fetch_add(1, std::memory_order_relaxed);
+        if (piece >= count_ || failure_.happened()) return false;
+        try {
+            work_(piece);
+        } catch (...) {
+            failure_.note(piece);
+        }
+        return true;
+    }
+    bool failed() const { return failure_.happened(); }
+    void rethrow() const { failure_.rethrow(); }
+
+    std::size_t busy = 0;  ///< threads at it; the pool's
+
+private:
+    std::size_t count_;
+    std::function<void(std::size_t)> work_;
+    std::atomic<std::size_t> next_ = 0;
+    Failure failure_;
+};
+
+namespace {
+
+using Pieces = WorkAhead::Pieces;
+
+/// Threads that wait for one job at a time, in which the calling thread takes part, and for work ahead, which goes
+/// before: nobody waits for the thread that does it.
 class Pool {
 public:
     ~Pool() { resize(1); }
@@ -53,14 +95,14 @@ public:
     }
     int jobs() const { return jobs_; }
 
-    /// Calls `share` once on every thread but the calling one, at the same time as `own` on this one.
+    /// Calls `share` on every other thread that is free, at the same time as `own` on this one, which does what the
+    /// others leave.
     void run(const std::function<void()>& share, const std::function<void()>& own) {
         start();
         {
             const std::lock_guard lock(mutex_);
             share_ = &share;
             ++job_;
-            busy_ = threads_.size();
         }
         wake_.notify_all();
         std::exception_ptr failure;
@@ -70,8 +112,27 @@ public:
             failure = std::current_exception();  // the others still use what belongs to the caller
         }
         std::unique_lock lock(mutex_);
+        share_ = nullptr;
         done_.wait(lock, [this] { return busy_ == 0; });
         if (failure) std::rethrow_exception(failure);
+    }
+
+    void begin(const std::shared_ptr<Pieces>& pieces) {
+        start();
+        {
+            const std::lock_guard lock(mutex_);
+            ahead_.push_back(pieces);
+        }
+        wake_.notify_all();
+    }
+
+    /// Takes part, and waits for the others.
+    void finish(Pieces& pieces) {
+        while (pieces.doNext()) {
+        }
+        std::unique_lock lock(mutex_);
+        std::erase_if(ahead_, [&](const auto& other) { return other.get() == &pieces; });
+        done_.wait(lock, [&] { return pieces.busy == 0; });
     }
 
 private:
@@ -87,17 +148,37 @@ private:
     }
 
     void wait(std::uint64_t seen) {
+        isWorker = true;
         for (;;) {
             std::unique_lock lock(mutex_);
-            wake_.wait(lock, [&] { return ending_ || job_ != seen; });
+            wake_.wait(lock, [&] { return ending_ || !ahead_.empty() || (share_ != nullptr && job_ != seen); });
             if (ending_) return;
-            seen = job_;
-            const std::function<void()>& share = *share_;
-            lock.unlock();
-            share();
-            lock.lock();
-            if (--busy_ == 0) done_.notify_one();
+            if (!ahead_.empty()) doAhead(lock);
+            else doShare(lock, seen);
         }
+    }
+
+    void doAhead(std::unique_lock<std::mutex>& lock) {
+        const std::shared_ptr<Pieces> pieces = ahead_.front();
+        if (pieces->allBegun()) {
+            ahead_.pop_front();
+            return;
+        }
+        ++pieces->busy;
+        lock.unlock();
+        pieces->doNext();
+        lock.lock();
+        if (--pieces->busy == 0) done_.notify_all();
+    }
+
+    void doShare(std::unique_lock<std::mutex>& lock, std::uint64_t& seen) {
+        seen = job_;
+        ++busy_;
+        const std::function<void()>& share = *share_;
+        lock.unlock();
+        share();
+        lock.lock();
+        if (--busy_ == 0) done_.notify_all();
     }
 
     std::mutex mutex_;
@@ -105,9 +186,10 @@ private:
     std::vector<std::thread> threads_;
     int jobs_ = 1;
     bool ending_ = false;
-    std::uint64_t job_ = 0;  ///< number of the job at hand
-    std::size_t busy_ = 0;   ///< threads that are at it
-    const std::function<void()>* share_ = nullptr;
+    std::uint64_t job_ = 0;                         ///< number of the job at hand
+    std::size_t busy_ = 0;                          ///< threads that are at it
+    const std::function<void()>* share_ = nullptr;  ///< while it lasts
+    std::deque<std::shared_ptr<Pieces>> ahead_;
 };
 
 Pool& pool() {
@@ -184,6 +266,8 @@ private:
     Failure failure_;
 };
 
+bool alone() { return isWorker || pool().jobs() == 1; }
+
 }  // namespace
 
 void SET_JOBS(int jobs) { pool().resize(std::clamp(jobs, 1, MOST_JOBS)); }
@@ -193,40 +277,29 @@ int JOBS() { return pool().jobs(); }
 std::size_t SLOTS_IN_ORDER() { return JOBS() == 1 ? 1 : 2 * static_cast<std::size_t>(JOBS()); }
 
 void DO_PIECES(std::size_t count, const std::function<void(std::size_t)>& work, const std::function<void()>& between) {
-    if (JOBS() == 1 || count < 2) {
+    if (alone() || count < 2) {
         for (std::size_t piece = 0; piece < count; ++piece) {
             work(piece);
             if (between) between();
         }
         return;
     }
-    std::atomic<std::size_t> next = 0;
-    Failure failure;
-    const auto doNext = [&] {
-        const std::size_t piece = next.fetch_add(1, std::memory_order_relaxed);
-        if (piece >= count || failure.happened()) return false;
-        try {
-            work(piece);
-        } catch (...) {
-            failure.note(piece);
-        }
-        return true;
-    };
+    Pieces pieces(count, work);
     pool().run(
         [&] {
-            while (doNext()) {
+            while (pieces.doNext()) {
             }
         },
         [&] {
-            while (doNext())
+            while (pieces.doNext())
                 if (between) between();
         });
-    failure.rethrow();
+    pieces.rethrow();
 }
 
 void DO_IN_ORDER(std::size_t count, const std::function<void(std::size_t, std::size_t)>& make,
                  const std::function<void(std::size_t, std::size_t)>& take) {
-    if (JOBS() == 1 || count < 2) {
+    if (alone() || count < 2) {
         for (std::size_t piece = 0; piece < count; ++piece) {
             make(piece, 0);
             take(piece, 0);
@@ -236,4 +309,20 @@ void DO_IN_ORDER(std::size_t count, const std::function<void(std::size_t, std::s
     OrderedLine line(count, SLOTS_IN_ORDER(), make);
     pool().run([&] { line.makeAll(); }, [&] { line.takeAll(take); });
     line.rethrow();
+}
+
+WorkAhead::~WorkAhead() { static_cast<void>(finish()); }
+
+void WorkAhead::begin(std::size_t count, std::function<void(std::size_t)> work) {
+    static_cast<void>(finish());
+    if (alone() || count == 0) return;
+    pieces_ = std::make_shared<Pieces>(count, std::move(work));
+    pool().begin(pieces_);
+}
+
+bool WorkAhead::finish() {
+    if (pieces_ == nullptr) return false;
+    const std::shared_ptr<Pieces> pieces = std::move(pieces_);
+    pool().finish(*pieces);
+    return !pieces->failed();
 }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 
 constexpr int MOST_JOBS = 256;
 
@@ -25,3 +26,23 @@ void DO_PIECES(std::size_t count, const std::function<void(std::size_t piece)>& 
 void DO_IN_ORDER(std::size_t count, const std::function<void(std::size_t piece, std::size_t slot)>& make,
                  const std::function<void(std::size_t piece, std::size_t slot)>& take);
 std::size_t SLOTS_IN_ORDER();
+
+/// Pieces that the other threads of the run do while the calling one goes on with something else. What they use has to
+/// outlive them: finish() or the end of this object waits. With one job nothing is ever begun.
+class WorkAhead {
+public:
+    WorkAhead() = default;
+    WorkAhead(WorkAhead&&) = default;
+    WorkAhead& operator=(WorkAhead&&) = delete;
+    ~WorkAhead();
+    void begin(std::size_t count, std::function<void(std::size_t piece)> work);
+    bool begun() const { return pieces_ != nullptr; }
+    /// Does with the others what is left. True when pieces were begun and none of them has thrown: what they should
+    /// have done is to be done otherwise, and fails there in its turn.
+    bool finish();
+
+    class Pieces;
+
+private:
+    std::shared_ptr<Pieces> pieces_;
+};

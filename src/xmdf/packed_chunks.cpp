@@ -1,10 +1,14 @@
 #include "xmdf/packed_chunks.h"
 
 #include "services/workers.h"
+#include "text_utils/bytes.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstdint>
+#include <limits>
+#include <memory>
 #include <new>
 
 #include <zlib.h>
@@ -78,7 +82,55 @@ std::vector<unsigned char> join(std::span<const Piece> pieces) {
     return stream;
 }
 
+/// False unless the stream is whole and fills `bytes`.
+bool inflateWhole(std::span<const unsigned char> packed, std::span<unsigned char> bytes) {
+    z_stream stream{};
+    if (inflateInit(&stream) != Z_OK) throw std::bad_alloc();
+    stream.next_in = const_cast<unsigned char*>(packed.data());  // the library only reads them
+    stream.avail_in = static_cast<uInt>(packed.size());
+    stream.next_out = bytes.data();
+    stream.avail_out = static_cast<uInt>(bytes.size());
+    const int status = inflate(&stream, Z_FINISH);
+    const bool whole = status == Z_STREAM_END && stream.avail_out == 0;
+    inflateEnd(&stream);
+    return whole;
+}
+
+/// ranks: the bytes of each rank, `count` of them, one rank behind the other.
+template <typename Number>
+void fromRanks(const unsigned char* ranks, std::size_t count, std::span<Number> to) {
+    for (std::size_t i = 0; i < to.size(); ++i) {
+        std::uint32_t bits = 0;
+        for (std::size_t rank = 0; rank < sizeof(Number); ++rank)
+            bits |= static_cast<std::uint32_t>(ranks[rank * count + i]) << (8 * rank);
+        if constexpr (sizeof(Number) == 1) to[i] = static_cast<Number>(bits);
+        else to[i] = std::bit_cast<Number>(bits);
+    }
+}
+
 }  // namespace
+
+template <typename Number>
+bool UNPACK_CHUNK(std::span<const unsigned char> packed, ChunkOrder order, std::size_t count, std::span<Number> to) {
+    constexpr std::size_t MOST = std::numeric_limits<uInt>::max();  // bytes that the library takes at once
+    const std::size_t bytes = count * sizeof(Number);
+    if (packed.size() > MOST || bytes > MOST) return false;
+    const bool straight = sizeof(Number) == 1 && to.size() == count;
+    std::unique_ptr<unsigned char[]> plain;
+    if (!straight) plain = std::make_unique_for_overwrite<unsigned char[]>(bytes);
+    unsigned char* const at = straight ? reinterpret_cast<unsigned char*>(to.data()) : plain.get();
+    if (!inflateWhole(packed, {at, bytes})) return false;
+    if (straight) return true;
+    if (order == ChunkOrder::ByRank) fromRanks(at, count, to);
+    else
+        for (std::size_t i = 0; i < to.size(); ++i)
+            if constexpr (sizeof(Number) == 1) to[i] = at[i];
+            else to[i] = littleFloat(at + i * sizeof(Number));
+    return true;
+}
+
+template bool UNPACK_CHUNK(std::span<const unsigned char>, ChunkOrder, std::size_t, std::span<float>);
+template bool UNPACK_CHUNK(std::span<const unsigned char>, ChunkOrder, std::size_t, std::span<std::uint8_t>);
 
 std::vector<std::vector<unsigned char>> PACK_CHUNKS(std::span<const PlainChunk> chunks) {
     std::vector<Piece> pieces;

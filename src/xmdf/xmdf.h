@@ -87,3 +87,7 @@ XmdfStatus xfreadscalarvaluestimestep_f(XmdfGroupState& group, std::int32_t step
 XmdfStatus xfreadvectorvaluestimestep_f(XmdfGroupState& group, std::int32_t step, std::span<float> values);
 /// The active flags of a time step, exactly one per cell. Only for a dataset that has them.
 XmdfStatus xfreadactivitytimestep_f(XmdfGroupState& group, std::int32_t step, std::span<std::uint8_t> flags);
+
+/// Begins to read a time that is likely to be asked for next, on the other threads of the run; with one job nothing.
+/// Reading that time then takes what they have made of it. Whatever is wrong with it is told there, not here.
+void XMDF_READ_AHEAD(XmdfGroupState& group, std::int32_t step);

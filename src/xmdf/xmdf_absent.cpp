@@ -48,3 +48,4 @@ XmdfStatus XMDF_BEGIN_DATASET(XmdfOutputState&, const XmdfNewDataset&) { return 
 bool XMDF_HAS_DATASET(XmdfOutputState&, const XmdfNewDataset&) { return false; }
 XmdfStatus XMDF_ADD_TIME(XmdfOutputState&, const XmdfNewTime&) { return absent(); }
 XmdfStatus XMDF_FINISH(XmdfOutput&) { return absent(); }
+void XMDF_READ_AHEAD(XmdfGroupState&, std::int32_t) {}

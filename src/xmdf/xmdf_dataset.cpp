@@ -1,9 +1,11 @@
+#include "services/workers.h"
 #include "xmdf/h5_text.h"
 #include "xmdf/xmdf_chunks.h"
 #include "xmdf/xmdf_failure.h"
 #include "xmdf/xmdf_state.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -77,21 +79,34 @@ void checkStep(const XmdfGroupState& g, std::int32_t step) {
     if (step < 1) xmdfFailed(g.name + " has no time number " + std::to_string(step));
 }
 
+/// False where the library has to read it.
+template <typename Number>
+bool readPacked(const H5Table& table, hsize_t row, std::span<Number> to) {
+    const PackedRow packed = h5ReadPacked<Number>(table, row, to.size());
+    std::atomic<bool> good = packed.count() > 0;
+    DO_PIECES(packed.count(), [&](std::size_t chunk) {
+        if (!h5Unpack(packed, chunk, to)) good = false;
+    });
+    return good;
+}
+
 /// One time of Values or Active.
-void readTime(XmdfGroupState& g, const H5Table& table, std::int32_t step, hid_t memoryType, void* to,
-              std::size_t count) {
+template <typename Number>
+void readTime(XmdfGroupState& g, const H5Table& table, std::int32_t step, hid_t memoryType, std::span<Number> to) {
+    if (g.ahead.take(step, to)) return;
     checkTimes(g);
     const auto row = static_cast<hsize_t>(step);
     if (row <= table.extent[0] && !timeIsWhole(g, row))
         xmdfFailed(table.name + ", time number " + std::to_string(step) + ", was never written");
-    h5ReadRows(table, {row, 1}, memoryType, to, count);
+    if (h5RowStored(table, row) == H5Stored::Written && readPacked(table, row, to)) return;
+    h5ReadRows(table, {row, 1}, memoryType, to.data(), to.size());
 }
 
 XmdfStatus readValues(XmdfGroupState& g, bool vector, std::int32_t step, std::span<float> values) {
     return xmdfOperation([&] {
         if (g.vector != vector) xmdfFailed(g.name + (vector ? " is no vector dataset" : " is no scalar dataset"));
         checkStep(g, step);
-        readTime(g, g.values, step, H5T_NATIVE_FLOAT, values.data(), values.size());
+        readTime(g, g.values, step, H5T_NATIVE_FLOAT, values);
     });
 }
 
@@ -195,6 +210,23 @@ XmdfStatus xfreadactivitytimestep_f(XmdfGroupState& group, std::int32_t step, st
         checkStep(group, step);
         openActive(group);
         if (!group.active.isOpen()) xmdfFailed(group.name + " has no active flags");
-        readTime(group, group.active, step, H5T_NATIVE_UINT8, flags.data(), flags.size());
+        readTime(group, group.active, step, H5T_NATIVE_UINT8, flags);
     });
+}
+
+void XMDF_READ_AHEAD(XmdfGroupState& group, std::int32_t step) {
+    if (JOBS() == 1 || xmdfOperation([&] { checkTimes(group); }) < 0) return;
+    const auto row = static_cast<hsize_t>(step);
+    if (step < 1 || row > group.values.extent[0] || h5RowStored(group.values, row) != H5Stored::Written) return;
+    const auto values = static_cast<std::size_t>(group.values.extent[1] * group.values.extent[2]);
+    PackedRow packedValues = h5ReadPacked<float>(group.values, row, values), packedFlags;
+    if (packedValues.count() == 0) return;
+    std::size_t flags = 0;
+    if (group.active.isOpen()) {
+        if (row > group.active.extent[0] || h5RowStored(group.active, row) != H5Stored::Written) return;
+        flags = static_cast<std::size_t>(group.active.extent[1]);
+        packedFlags = h5ReadPacked<std::uint8_t>(group.active, row, flags);
+        if (packedFlags.count() == 0) return;
+    }
+    group.ahead.begin(step, std::move(packedValues), values, std::move(packedFlags), flags);
 }

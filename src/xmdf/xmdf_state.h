@@ -3,6 +3,7 @@
 
 #include "xmdf/h5_handles.h"
 #include "xmdf/xmdf.h"
+#include "xmdf/xmdf_ahead.h"
 #include "xmdf/xmdf_table.h"
 
 struct XmdfFileState {
@@ -20,6 +21,7 @@ struct XmdfGroupState {
     bool vector = false;
     H5Table values, times, active;  ///< opened on first use
     hsize_t sharedTimes = 0;        ///< times that all of them have; 0 until it is settled
+    XmdfAhead ahead;
 };
 
 enum class XmdfGroupKind { Folder, Scalar, Vector };
