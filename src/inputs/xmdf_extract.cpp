@@ -110,6 +110,13 @@ void findLastTime(XmdfReading& reading) {
     reading.last = whole;
 }
 
+/// Whoever takes every so many times goes on so.
+void readAhead(XmdfReading& reading, std::int32_t step) {
+    const std::int32_t next = step + (reading.before > 0 ? step - reading.before : 1);
+    reading.before = step;
+    if (next != step && next <= reading.last) XMDF_READ_AHEAD(*reading.group, next);
+}
+
 void readTime(XmdfReading& reading, std::int32_t step) {
     REPORT("Getting data from: " + reading.entry->fileName);
     REPORT("Getting data from group: " + reading.item->path);
@@ -126,7 +133,7 @@ void readTime(XmdfReading& reading, std::int32_t step) {
     const std::vector<OutputTime>& times = reading.item->facts.times;
     reading.results->time = times[static_cast<std::size_t>(step - 1)];
     if (step < reading.last) {
-        if (reading.item->read == XmdfRead::AllTimes) XMDF_READ_AHEAD(*reading.group, step + 1);
+        if (reading.item->read == XmdfRead::AllTimes) readAhead(reading, step);
         return;
     }
     REPORT("Processing final timestep... closing group");

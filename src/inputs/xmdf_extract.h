@@ -9,10 +9,11 @@ struct XmdfReading {
     XmdfEntry* entry = nullptr;
     const XmdfItem* item = nullptr;
     Results* results = nullptr;  ///< what is filled
-    bool seconds = false;   ///< the values of a /Times/ dataset become seconds, else hours; so do times in messages
-    XmdfGroup group;        ///< open from the first output to the last
-    std::int32_t next = 1;  ///< AllTimes: number of the time that is read next
-    std::int32_t last = 0;  ///< number of the last time that can be read
+    bool seconds = false;     ///< the values of a /Times/ dataset become seconds, else hours; so do times in messages
+    XmdfGroup group;          ///< open from the first output to the last
+    std::int32_t next = 1;    ///< AllTimes: number of the time that is read next
+    std::int32_t last = 0;    ///< number of the last time that can be read
+    std::int32_t before = 0;  ///< AllTimes: number of the time that was read last; 0 for none
     bool done = false;
     std::vector<float> components;  ///< working table: x and y of each node in turn
 };

@@ -226,7 +226,7 @@ void XMDF_READ_AHEAD(XmdfGroupState& group, std::int32_t step) {
         if (row > group.active.extent[0] || h5RowStored(group.active, row) != H5Stored::Written) return;
         flags = static_cast<std::size_t>(group.active.extent[1]);
         packedFlags = h5ReadPacked<std::uint8_t>(group.active, row, flags);
-        if (packedFlags.count() == 0) return;
+        if (packedFlags.count() == 0) flags = 0;  // the library reads them
     }
     group.ahead.begin(step, std::move(packedValues), values, std::move(packedFlags), flags);
 }

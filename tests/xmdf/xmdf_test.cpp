@@ -1,5 +1,6 @@
 #include "xmdf/xmdf.h"
 
+#include "services/workers.h"
 #include "testing.h"
 #include "xmdf/make_xmdf.h"
 
@@ -48,6 +49,7 @@ XmdfStatus readAll(XmdfFileState& file, const std::string& path, bool vector) {
     std::vector<float> row(static_cast<std::size_t>(values) * (vector ? 2 : 1));
     std::vector<std::uint8_t> flags(static_cast<std::size_t>(active));
     for (std::int32_t step = 1; step <= times && status >= 0; ++step) {
+        XMDF_READ_AHEAD(*group, step);
         status =
             vector ? xfreadvectorvaluestimestep_f(*group, step, row) : xfreadscalarvaluestimestep_f(*group, step, row);
         if (active > 0 && status >= 0) status = xfreadactivitytimestep_f(*group, step, flags);
@@ -116,11 +118,12 @@ TEST_CASE("a thousand levels of folders are read without recursion") {
 }
 
 TEST_CASE("values come back whatever the type, the text form and the storage in the file") {
-    const hid_t types[] = {-1, H5T_IEEE_F64BE, H5T_STD_I8LE, H5T_STD_U16BE, H5T_STD_I64LE};
+    const hid_t types[] = {-1, H5T_IEEE_F64BE, H5T_STD_I8LE, H5T_STD_U16BE, H5T_STD_I64LE, -1, -1, -1};
     const TextForm forms[] = {TextForm::FixedNul, TextForm::FixedBlank, TextForm::OneElementArray, TextForm::Variable};
-    const std::vector<hsize_t> chunks[] = {{}, {1, 3}, {2, 2}, {2, 1}, {1, 2}};
-    for (std::size_t row = 0; row < 5; ++row) {
+    const std::vector<hsize_t> chunks[] = {{}, {1, 3}, {2, 2}, {2, 1}, {1, 2}, {1, 3}, {1, 2}, {1, 2}};
+    for (std::size_t row = 0; row < 8; ++row) {
         CAPTURE(row);
+        SET_JOBS(row == 6 ? 1 : 3);
         const TemporaryFolder folder;
         const std::string name = folder.name("a.xmdf");
         TestDataset d = scalar("/d");
@@ -138,6 +141,7 @@ TEST_CASE("values come back whatever the type, the text form and the storage in 
         REQUIRE(xfopengroup_f(*file, "/d", group) >= 0);
         CHECK(xfgetdatasettimeunits_f(*group, units) >= 0);
         CHECK(units == "Hours");
+        if (row % 2 == 1) XMDF_READ_AHEAD(*group, 2);
         CHECK(xfreadscalarvaluestimestep_f(*group, 2, values) >= 0);
         CHECK(values == std::vector<float>{4, 5, 6});
         CHECK(xfreadactivitytimestep_f(*group, 2, flags) >= 0);
@@ -148,6 +152,7 @@ TEST_CASE("values come back whatever the type, the text form and the storage in 
         values.resize(4);
         CHECK(xfreadscalarvaluestimestep_f(*group, 1, values) < 0);
     }
+    SET_JOBS(1);
     CHECK(openHandles() == 0);
 }
 
@@ -226,7 +231,9 @@ TEST_CASE("a bad dataset is refused with the file, its path and what is wrong; n
         CAPTURE(row.reason);
         XmdfFile file;
         REQUIRE(xfopenfile_f(name, file) >= 0);
+        SET_JOBS(2);
         const XmdfStatus status = readAll(*file, "/d", row.dataset.groupType == "DATASET VECTOR");
+        SET_JOBS(1);
         CHECK_MESSAGE(status.reason.starts_with("\"" + name + "\": " + row.reason), status.reason);
         CHECK(xfclosefile_f(file) >= 0);
         CHECK(openHandles() == 0);
