@@ -76,7 +76,7 @@ void DatSource::goTo(std::size_t output, Results& results) {
 
 void DatSource::begin(std::size_t, bool, Results&) {  // settle() has sized the record
     begun_ = false;
-    if (choice_.of == TimeChoice::Of::All) REPORT("Processing all output times.");
+    if (choice_.of == TimeChoice::Of::All && !choice_.some) REPORT("Processing all output times.");
 }
 
 void DatSource::readOne(Results& results) {

@@ -19,6 +19,7 @@ struct TimeChoice {
     WantedTime wanted;
     std::optional<double> tolerance;  ///< hours; else by the distances of the file's times
     bool seconds = false;             ///< times are shown in seconds
+    bool some = false;                ///< All: a subset of them is converted, which says how many
     bool ordered = false;             ///< All: minimums come before and maximums behind the ordinary times
 };
 

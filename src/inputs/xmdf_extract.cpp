@@ -99,7 +99,7 @@ void findLastTime(XmdfReading& reading) {
     std::int32_t whole = 0;
     CHECK_XMDF(XMDF_WHOLE_TIMES(*reading.group, whole),
                "ERROR - Extracting number of times [XF_GET_DATASET_NUM_TIMES] from xmdf file");
-    if (item.facts.cut || whole < reading.last) NOTE_INCOMPLETE();
+    reading.cut = item.facts.cut || whole < reading.last;
     if (whole == 0 || whole >= reading.last) return;
     const OutputTime& missing = item.facts.times[static_cast<std::size_t>(whole)];
     const int decimals = TIME_DECIMALS(item.facts.times, reading.seconds);
@@ -194,7 +194,10 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
 }
 
 bool NEXT_XMDF_OUTPUT(XmdfReading& reading) {
-    if (reading.done) return false;
+    if (reading.done) {
+        if (reading.cut) NOTE_INCOMPLETE();
+        return false;
+    }
     const XmdfItem& item = *reading.item;
     if (item.read == XmdfRead::AllTimes) {
         readTime(reading, reading.next);

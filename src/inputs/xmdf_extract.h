@@ -15,6 +15,7 @@ struct XmdfReading {
     std::int32_t last = 0;    ///< number of the last time that can be read
     std::int32_t before = 0;  ///< AllTimes: number of the time that was read last; 0 for none
     bool done = false;
+    bool cut = false;               ///< AllTimes: the file was to hold more behind `last`
     std::vector<float> components;  ///< working table: x and y of each node in turn
 };
 
@@ -25,6 +26,6 @@ XmdfReading BEGIN_XMDF_READING(XmdfEntry& entry, const XmdfItem& item, bool cell
                                Results& results);
 
 /// Fills the results record with the item's next output: each time in turn for AllTimes, else the one there is. False,
-/// and nothing read, when none is left. AllTimes ends with a WARNING, and the run counts as incomplete, before a time
-/// that was never written whole. Throws XmdfUnreadable on a failure of the library.
+/// and nothing read, when none is left. AllTimes begins with a WARNING where a time was never written whole; the run
+/// counts as incomplete when it comes to that one. Throws XmdfUnreadable on a failure of the library.
 bool NEXT_XMDF_OUTPUT(XmdfReading& reading);

@@ -94,7 +94,14 @@ std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at
 void convertTimesToHours(RunOptions& options) {
     const double unitsPerHour = options.seconds ? SECONDS_PER_HOUR : 1.0;
     options.outputTime.hours = static_cast<double>(options.outputTime.typed) / unitsPerHour;
-    if (options.timeTolerance) *options.timeTolerance /= unitsPerHour;
+    for (std::optional<double>* time : {&options.timeTolerance, &options.subset.from, &options.subset.until})
+        if (*time) **time /= unitsPerHour;
+}
+
+/// -out and -into may stand in either order.
+void placeOutputName(RunOptions& options) {
+    if (!options.outputNameGiven || options.outputFolder.empty()) return;
+    options.outputName = NAME_OF(PATH_OF(options.outputFolder) / PATH_OF(options.outputName));
 }
 
 }  // namespace
@@ -120,4 +127,5 @@ void READ_ARGUMENTS(int argc, const char* const argv[]) {
         }
     }
     convertTimesToHours(OPTIONS_TO_FILL());
+    placeOutputName(OPTIONS_TO_FILL());
 }

@@ -94,7 +94,9 @@ void IDENTIFY_SIDES(BothSides& sides) {
 
 void CONVERT_DIFFERENCE(BothSides sides, const std::string& base, const Mesh& mesh, CoordinateKind coordinates,
                         OutputStages& stages) {
-    std::unique_ptr<ResultsSource> now = OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh);
+    // what was offers all its times as partners
+    std::unique_ptr<ResultsSource> now =
+        WITH_SUBSET(OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh), sides.now);
     findSecondMesh(sides.was);
     const bool degrees = IS_IN_DEGREES(mesh, coordinates);
     Mesh second;

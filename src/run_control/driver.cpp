@@ -73,6 +73,7 @@ int finish() {
 
 int convertWorldFile() {
     FIND_INPUT_FILE(" Please enter the MapInfo .tab file -> ");
+    PREPARE_INTO_FOLDER();
     if (!MAKE_WORLD_FILE()) EXITS();
     return finish();
 }
@@ -80,6 +81,7 @@ int convertWorldFile() {
 int listInput() {
     InputFiles files = FIND_INPUT_FILE();
     FIND_INPUT_KIND(files);
+    PREPARE_INTO_FOLDER();
     LIST_FILE(files, OPTIONS().verbose);
     REPORT("Finished.");
     return finish();
@@ -94,6 +96,12 @@ void checkDatasetSwitches(const BothSides& sides) {
             "WARNING - Data type specified (-type, -s<scalar_ID> or -v<vector_ID> switch) this is ignored for non "
             "XMDF "
             "files");
+}
+
+void dropSubsetOfMesh(const InputFiles& input) {
+    if (input.kind != InputKind::Mesh || !OPTIONS().subset.given()) return;
+    DMESSAGE("WARNING - A mesh alone has no output times, -from, -until and -nth ignored.");
+    DROP_TIME_SUBSET();
 }
 
 /// A layer's spacing is asked for behind the input, whose folder says what its units are; a raster's comes first.
@@ -132,10 +140,11 @@ void convertMesh(const std::string& base, const Mesh& mesh, OutputStages& stages
 }
 
 void convertInput(BothSides sides, const Mesh& mesh, CoordinateKind coordinates, OutputStages& stages) {
-    const std::string base = FILENAMEPATH(sides.now.input);
+    const std::string base = OUTPUT_BASE(sides.now.input);
     if (OPTIONS().difference) return CONVERT_DIFFERENCE(std::move(sides), base, mesh, coordinates, stages);
     if (sides.now.kind == InputKind::Mesh) return convertMesh(base, mesh, stages);
-    CONVERT_RESULTS(*OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh), base, mesh, RESULTS_TO_FILL(), stages);
+    const auto source = WITH_SUBSET(OPEN_SOURCE(sides.now, std::move(sides.nowResults), mesh), sides.now);
+    CONVERT_RESULTS(*source, base, mesh, RESULTS_TO_FILL(), stages);
 }
 
 }  // namespace
@@ -154,10 +163,12 @@ int CONVERT(int argc, const char* const argv[]) {
     OutputStages stages = MAKE_OUTPUT_STAGES(projection);
     BothSides sides;
     sides.now = askInGoodOrder();
+    PREPARE_INTO_FOLDER();
     if (!MAY_WRITE_SEVERAL(OPTIONS())) PREPARE_OUTPUT_FOLDER();
     RunCrs crs(OPTIONS(), OUTPUT_FORMAT(OPTIONS()), projection);
     TAKE_OVER_TEMPLATE_GRID(crs);
     FIND_INPUT_KIND(sides.now);
+    dropSubsetOfMesh(sides.now);
     FIND_SECOND_INPUT(sides);
     checkDatasetSwitches(sides);
     IDENTIFY_SIDES(sides);

@@ -1,6 +1,7 @@
 #include "run_control/file_listing.h"
 
 #include "geometry/no_value.h"
+#include "run_control/output_names.h"
 #include "services/console.h"
 #include "services/files.h"
 #include "text_utils/numbers.h"
@@ -84,7 +85,7 @@ void LIST_FILE(const InputFiles& files, bool verbose) {
             LIST_MESH(files.input, listing);
             break;
     }
-    const std::string name = FILENAMEPATH(files.input) + "_" + kind + "_info.txt";
+    const std::string name = OUTPUT_BASE(files.input) + "_" + kind + "_info.txt";
     BEGIN_OUTPUT(name);
     const int file = OPEN_FILE(name, "O ", "txt");
     WRITE_OR_STOP(file, listing.text());

@@ -47,6 +47,14 @@ void REPORT_LOOKED_FOR(std::span<const std::string> names) {
     REPORT("   Looked for " + list + " in folder " + NAME_OF(PATH_OF(ABSOLUTE_NAME(names.front())).parent_path()));
 }
 
+void PREPARE_INTO_FOLDER() {
+    const std::string& folder = OPTIONS().outputFolder;
+    if (folder.empty()) return;
+    if (KIND_OF_FILE(folder) == FileKind::File) STOP_RUN("ERROR - " + folder + " (-into) is a file, not a folder.");
+    if (!CREATE_FOLDER(folder)) STOP_RUN("ERROR - Folder " + folder + " of -into does not exist.");
+    CHECK_FOLDER_TAKES_FILES(folder);
+}
+
 void PREPARE_OUTPUT_FOLDER() {
     if (!OPTIONS().outputNameGiven) return;
     const std::string folder = NAME_OF(PATH_OF(OPTIONS().outputName).parent_path());

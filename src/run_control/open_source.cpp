@@ -2,6 +2,7 @@
 
 #include "inputs/bed_source.h"
 #include "inputs/dat_source.h"
+#include "inputs/subset_source.h"
 #include "inputs/xmdf_source.h"
 #include "run_control/results_choice.h"
 #include "services/console.h"
@@ -36,4 +37,10 @@ std::unique_ptr<ResultsSource> OPEN_SOURCE(const InputFiles& files, Identified f
         return std::make_unique<XmdfSource>(files.input, OPTIONS(), found.xmdfType);  // takes its time
     REPORT("Reading .dat file...");
     return std::move(found.dat);
+}
+
+std::unique_ptr<ResultsSource> WITH_SUBSET(std::unique_ptr<ResultsSource> source, const InputFiles& input) {
+    const RunOptions& options = OPTIONS();
+    if (!options.subset.given()) return source;
+    return std::make_unique<SubsetSource>(std::move(source), options.subset, input.input, options.seconds);
 }

@@ -20,3 +20,6 @@ Identified IDENTIFY_RESULTS(const InputFiles& files, const Identified* other = n
 
 /// The source of the results; of a mesh its bed.
 std::unique_ptr<ResultsSource> OPEN_SOURCE(const InputFiles& files, Identified found, const Mesh& mesh);
+
+/// The source, or what -from, -until and -nth take of it where they are given. input: for messages.
+std::unique_ptr<ResultsSource> WITH_SUBSET(std::unique_ptr<ResultsSource> source, const InputFiles& input);

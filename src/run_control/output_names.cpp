@@ -1,6 +1,7 @@
 #include "run_control/output_names.h"
 
 #include "inputs/output_types.h"
+#include "platform/file_system.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -108,6 +109,12 @@ std::string GRID_TAG(double cellSize) {
     const auto end =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), cellSize, std::chars_format::fixed).ptr;
     return "_g" + padded(std::string(buffer.data(), end), 3);
+}
+
+std::string OUTPUT_BASE(const std::string& input) {
+    const std::string& folder = OPTIONS().outputFolder;
+    const std::string name = FILENAMEPATH(input);
+    return folder.empty() ? name : NAME_OF(PATH_OF(folder) / PATH_OF(FILENAMEEXT(name)));
 }
 
 std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extension) {

@@ -35,6 +35,9 @@ std::string TIME_TAG(const OutputLabel& label, bool seconds);
 /// Tag of a cell size: three digits before the point, decimals only as needed: 5 -> "_g005", 2.5 -> "_g002.5".
 std::string GRID_TAG(double cellSize);
 
+/// Folder and name, without extension, that the outputs of an input begin with: its own, or with -into in that folder.
+std::string OUTPUT_BASE(const std::string& input);
+
 /// The name less the extension that the format adds itself: ("Run.asc", ".asc") -> "Run".
 std::string WITHOUT_EXTENSION(const std::string& name, std::string_view extension);
 

@@ -32,6 +32,7 @@ TimeChoice TIME_CHOICE(const RunOptions& options) {
     choice.wanted = options.outputTime;
     choice.tolerance = options.timeTolerance;
     choice.seconds = options.seconds;
+    choice.some = options.subset.given();
     choice.ordered = options.resultsFile;
     return choice;
 }

@@ -6,6 +6,7 @@
 #include "profiles/line_layer.h"
 #include "raster/grid_plan.h"
 #include "run_control/output_formats.h"
+#include "run_control/output_names.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -72,7 +73,7 @@ PointRules pointRules(const RunOptions& options, int coordinateDecimals) {
 
 void startLayerLibrary(const RunOptions& options, const Mesh& mesh) {
     if (mesh.xmin <= mesh.xmax) gisSetExtent(mesh.xmin, mesh.ymin, mesh.xmax, mesh.ymax);
-    if (options.verbose) gisOpenInputLog(FILENAMEPATH(options.inputFile));
+    if (options.verbose) gisOpenInputLog(OUTPUT_BASE(options.inputFile));
 }
 
 }  // namespace

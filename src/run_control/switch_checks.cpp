@@ -58,6 +58,17 @@ void checkTimes(const RunOptions& o) {
            "Error - Maxtime (-tmax) flag found with addition time flags.");
 }
 
+/// Said before any of the time switches gives way to another.
+void checkTimeSubset(RunOptions& o) {
+    if (!o.subset.given()) return;
+    stopIf(o.timeGiven,
+           "ERROR - -from, -until and -nth take some of all output times, not those of -max, -min, -tmax or -t.");
+    stopIf(o.subset.from && o.subset.until && *o.subset.from > *o.subset.until,
+           "ERROR - The time of -from is above that of -until.");
+    o.subsetAlone = !o.allTimes;
+    o.allTimes = true;
+}
+
 void checkTypeOfPeak(RunOptions& o) {
     if (!o.typeGiven || !o.tmax || o.allTypes) return;
     if (IS_WATER_LEVEL(o.typeText)) o.secondDatasetName = "Time of Peak h";
@@ -189,6 +200,7 @@ void CHECK_SWITCHES() {
     checkFormats(options);
     options.resultsFile = GIVEN(options, Family::ResultsFile);
     checkTimes(options);
+    checkTimeSubset(options);
     stopIf(options.vector && !GIVEN(options, Family::Layer),
            "Error - Vector option requires -mif or -shp output type.");
     checkTypeOfPeak(options);

@@ -215,6 +215,16 @@ void setTolerance(RunOptions& options, const SwitchArgument& given) {
     requireAbove(*options.timeTolerance >= 0.0, given, "zero or above");
 }
 
+template <std::optional<double> TimeSubset::*End>
+void setSubsetEnd(RunOptions& options, const SwitchArgument& given) {
+    options.subset.*End = gluedReal<double>(given);
+}
+
+void setNth(RunOptions& options, const SwitchArgument& given) {
+    options.subset.nth = gluedInteger(given);
+    requireAbove(*options.subset.nth >= 1, given, "1 or above");
+}
+
 void setJobs(RunOptions& options, const SwitchArgument& given) {
     const std::int32_t jobs = gluedInteger(given);
     requireAbove(jobs >= 1, given, "1 or above");
@@ -227,10 +237,20 @@ void setGridMemory(RunOptions& options, const SwitchArgument& given) {
     options.gridMemory = static_cast<std::uint64_t>(megabytes) << 20;
 }
 
+/// In batch files made on Windows either separator serves.
+std::string withSlashes(std::string_view name) {
+    std::string text(name);
+    std::replace(text.begin(), text.end(), '\\', '/');
+    return text;
+}
+
+void setOutputFolder(RunOptions& options, const SwitchArgument& given) {
+    options.outputFolder = withSlashes(TRIMMED(given.next));
+    while (options.outputFolder.size() > 1 && options.outputFolder.ends_with('/')) options.outputFolder.pop_back();
+}
+
 void setOutputName(RunOptions& options, const SwitchArgument& given) {
-    options.outputName = TRIMMED(given.next);
-    // batch files made on Windows; there either separator serves
-    std::replace(options.outputName.begin(), options.outputName.end(), '\\', '/');
+    options.outputName = withSlashes(TRIMMED(given.next));
     options.outputNameGiven = !options.outputName.empty();
     if (options.outputName.ends_with('/'))
         STOP_RUN("ERROR - " + given.next + " is a folder: -out needs the name of a file, such as " +
@@ -319,6 +339,10 @@ constexpr Switch TABLE[] = {
     {"crs", addCrs, NEXT, WHOLE_WORD},
     {"jobs", setJobs},
     {"mem", setGridMemory},
+    {"from", setSubsetEnd<&TimeSubset::from>},
+    {"until", setSubsetEnd<&TimeSubset::until>},
+    {"nth", setNth},
+    {"into", setOutputFolder, NEXT, WHOLE_WORD},
 };
 
 /// The keywords that do not shape the values of an output: how the run goes, what files are called, which times there

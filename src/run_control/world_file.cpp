@@ -1,5 +1,6 @@
 #include "run_control/world_file.h"
 
+#include "run_control/output_names.h"
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
@@ -210,7 +211,7 @@ bool MAKE_WORLD_FILE() {
         DMESSAGE("ERROR - No .wld file is made: " + reason);
         return false;
     }
-    writeWorldFile(FILENAMEPATH(name) + ".wld", *placing);
+    writeWorldFile(OUTPUT_BASE(name) + ".wld", *placing);
     REPORT("Created .wld file from .tab file");
     return true;
 }

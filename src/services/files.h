@@ -64,6 +64,8 @@ const std::string& GETNAM(int handle);
 /// True when the folder exists, or has been made because the answer to FileQuestions::createFolder is yes. One that
 /// cannot be made stops the run.
 bool CREATE_FOLDER(const std::string& folder);
+/// Stops the run when the folder takes no new file.
+void CHECK_FOLDER_TAKES_FILES(const std::string& folder);
 /// Opens a file and returns the lowest free handle. mode: "I " reads (the bytes as they are), "O " creates or replaces
 /// and allows reading back. kind: the extension without its dot ("2dm", "dat", "mif"), used in questions. An input that
 /// is missing, a folder of an output that is, and a file that something else holds are brought before the

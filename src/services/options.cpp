@@ -33,5 +33,11 @@ void DROP_GRID() {
     options.gridSpacing = 0.0;
 }
 
+void DROP_TIME_SUBSET() {
+    if (options.subsetAlone) options.allTimes = false;
+    options.subset = {};
+    options.subsetAlone = false;
+}
+
 void DROP_REGION() { options.region = false; }
 void DROP_POINT_TYPES() { options.pointTypes = "ALL"; }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/output_time.h"
+#include "services/time_subset.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -69,6 +70,7 @@ struct RunOptions {
     std::string secondMesh;        ///< -mesh2: of the second input
     bool outputNameGiven = false;  ///< -out
     std::string outputName;
+    std::string outputFolder;       ///< -into: of every output; blank: that of the input
     bool suppressGridSize = false;  ///< -sgs
     bool verbose = false;
     std::optional<std::uint64_t> gridMemory;  ///< -mem: bytes; a share of what is there when not given
@@ -94,6 +96,8 @@ struct RunOptions {
     std::string timeText;         ///< "Max", "Min", "tmax", or the switch without its dash ("t2.5")
     bool tmax = false, allTimes = false, max = false, min = false;
     std::optional<double> timeTolerance;  ///< -dttol: hours, not negative
+    TimeSubset subset;                    ///< -from, -until, -nth: of all times
+    bool subsetAlone = false;             ///< it stands for -tAll, which was not given
 
     // Components of vector results
     bool vx = false, vy = false, va = false, vdir = false, compass = false;
@@ -127,6 +131,8 @@ void SET_DATASET_NAME(const std::string& name);
 /// Drops -out where a run writes several outputs, or -grid where something else settles the grid.
 void DROP_OUTPUT_NAME();
 void DROP_GRID();
+/// Dropped, with the -tAll that it stands for, where the input has no times.
+void DROP_TIME_SUBSET();
 /// Dropped where the output that was asked for has no use for them.
 void DROP_REGION();
 void DROP_POINT_TYPES();

@@ -4,6 +4,7 @@
 #include "services/file_table.h"
 #include "services/files.h"
 #include "services/pending_outputs.h"
+#include "services/working_names.h"
 
 #include <cerrno>
 
@@ -40,6 +41,17 @@ std::FILE* OPEN_OUTPUT_STREAM(const std::string& name, bool optional) {
     std::FILE* const stream = OPEN_STREAM(output.path, "w+b");
     if (stream == nullptr) CANNOT_OPEN(name, true, errno);
     return stream;
+}
+
+void CHECK_FOLDER_TAKES_FILES(const std::string& folder) {
+    const std::string name = NAME_OF(PATH_OF(folder) / "new");
+    const std::string marked = MARKED_NAME(name, name.size(), PART);
+    errno = 0;
+    std::FILE* const stream = CREATE_STREAM(marked);
+    if (stream == nullptr && errno != EEXIST)
+        STOP_RUN("ERROR - Folder " + folder + " takes no new file: " + SYSTEM_REASON(errno));
+    if (stream != nullptr) std::fclose(stream);
+    REMOVE_TREE(marked);
 }
 
 void FORGET_OUTPUTS() {

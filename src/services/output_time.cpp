@@ -71,10 +71,10 @@ std::vector<OutputTime> OUTPUT_TIMES(std::span<const double> stored, double seco
     return times;
 }
 
-double TIME_TOLERANCE(std::span<const OutputTime> times) {
+double TIME_TOLERANCE(std::span<const OutputTime> times, double share) {
     const std::vector<double> hours = distinctHours(times);
     double tolerance = LARGEST_TOLERANCE;
-    for (std::size_t i = 1; i < hours.size(); ++i) tolerance = std::min(tolerance, (hours[i] - hours[i - 1]) / 2.0);
+    for (std::size_t i = 1; i < hours.size(); ++i) tolerance = std::min(tolerance, (hours[i] - hours[i - 1]) * share);
     return tolerance;
 }
 

@@ -55,9 +55,9 @@ struct WantedTime {
 /// that counts seconds, an extreme's number amid evenly spaced times is an ordinary second.
 std::vector<OutputTime> OUTPUT_TIMES(std::span<const double> stored, double secondsPerUnit, TimeMarkers markers);
 
-/// Tolerance of a search in these times, in hours: 0.001, or half the smallest distance above zero between two ordinary
-/// ones, so that no two are taken for each other.
-double TIME_TOLERANCE(std::span<const OutputTime> times);
+/// Tolerance of a search in these times, in hours: 0.001, or a share of the smallest distance above zero between two
+/// ordinary ones; up to half of it no two are taken for each other.
+double TIME_TOLERANCE(std::span<const OutputTime> times, double share = 0.5);
 
 /// The fewest decimals, 0 to 6, that tell the ordinary times apart in hours, or in seconds.
 int TIME_DECIMALS(std::span<const OutputTime> times, bool seconds);

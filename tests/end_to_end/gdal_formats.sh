@@ -72,6 +72,10 @@ same_values mine.tif ../band.tif 0
 row 0 "mine.tif"                           -b -gtif -multiband -tAll -grid400 -out mine basin_h.dat
 row 0 "basin_h_t000.10_g400.tif"           -b -gtif -t0.1 -grid400 -co compress=lzw -co BLOCKSIZE=256 basin_h.dat
 info basin_h_t000.10_g400.tif "COMPRESSION=LZW" "Block=256x256"
+row 0 "basin_h_g400.tif"                   -b -gtif -multiband -from0.1 -grid400 basin_h.dat
+check "not the two later times" [ "$(gdalinfo basin_h_g400.tif | grep -o 'Description = .*' | tr '\n' ';')" = "Description = Water Level, m, 0.1 h;Description = Water Level, m, 0.2 h;" ]
+gdal_translate -q -b 1 basin_h_g400.tif ../first_band.tif
+same_values ../first_band.tif ../band.tif 0
 refused 1 "ERROR - -multiband needs -gtif and -tAll."      -b -gtif -multiband -grid400 -t0.1 basin_h.dat
 refused 1 "ERROR - -multiband needs -gtif and -tAll."      -b -asc -multiband -grid400 -tAll basin_h.dat
 refused 1 "COG has no option COLOUR; the valid ones are "  -b -gtif -co COLOUR=red -grid400 basin.2dm

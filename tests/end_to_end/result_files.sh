@@ -89,6 +89,46 @@ done
 long=$(printf 'n%.0s' {1..200})
 row 0 "$long.dat" -b -dat -max -out "$long" run_1_h.dat
 
+# Some of the times: the files of a run over all of them, under the same names, in a folder of their own.
+make_model -cells 6 -times 7 -xmdf many
+some="-b -into some -from0.2 -until0.5 -nth2"
+same() { local file; for file in "${outputs[@]}"; do check "$file differs" cmp -s "$file" "../whole/${file##*/}"; done; }
+run 0 -b -into ../whole -flt -grid400 -tAll many_d.dat
+row 0 "$(echo some/many_d_t000.{20,40}_g400.{flt,hdr})" $some -flt -grid400 many_d.dat
+said "Converting 2 of 7 output times."
+did_not_say "Processing all"
+same
+[ -z "$hdf5" ] || row 0 "$(echo some/many_d_t000.{20,40}_g400.{flt,hdr})" $some -flt -grid400 -typed many.xmdf
+same
+run 0 -b -into ../whole -shp -vector -tAll many_V.dat
+row 0 "$(echo some/many_V_t000.{20,40}.{shp,shx,dbf,cpg})" $some -shp -vector many_V.dat
+same
+printf 'VERSION 300\nCOLUMNS 1\n Name Char(8)\nDATA\n\nPLINE 2\n300500 6200600\n307000 6207000\n' >line.mif
+echo '"across"' >line.mid
+run 0 -b -into ../whole -lp line.mif -tAll many_h.dat
+row 0 "some/many_h_across.csv" $some -lp line.mif many_h.dat
+check "the profile holds other times" cmp -s some/many_h_across.csv <(cut -d, -f 1-5,8,10,14- ../whole/many_h_across.csv)
+# Stored extremes do not go along; what a -dif is taken from offers all its times.
+row 0 "many_d_out_d.dat" -b -dat -sec -from720 -until1800 -nth2 many_d.dat
+cp many_d_out_d.dat ../some_d.dat
+cp ../some_d.dat many_some.dat
+run 0 -b -into some -dat -tAll -out back many_some.dat
+check "a .dat holds other times than those taken" cmp -s some/back.dat ../some_d.dat
+row 0 "$(echo many_some_minus_many_d_t000.40_g400{,_class}.asc)" -b -asc -grid400 -nth1 -from0.4 -dif many_d.dat many_some.dat
+value_at many_some_minus_many_d_t000.40_g400.asc 304000 6204000 0 0
+rm many_some.dat
+refused_subset() { row 1 "" -b -flt -grid400 "$@"; }
+refused_subset -from0.61 many_d.dat
+said "ERROR - -from, -until and -nth leave no output time of many_d.dat, which has times from 0. to 0.6 hours."
+[ -z "$hdf5" ] || refused_subset -from0 -path/many/Maximums/Depth many.xmdf
+row 0 "new/many_g400.flt new/many_g400.hdr" -b -flt -grid400 -nth2 -into new many.2dm
+said "WARNING - A mesh alone has no output times, -from, -until and -nth ignored."
+row 0 "new/deep/mine.asc" -b -asc -grid400 -out deep/mine -into new/ many.2dm
+row 1 "" -b -asc -grid400 -into many.2dm many.2dm
+said "ERROR - many.2dm (-into) is a file, not a folder."
+[ ! -d /proc/self ] || row 1 "" -b -asc -grid400 -into /proc many.2dm
+did_not_say "Reading"
+
 # Listings need no mesh.
 mkdir alone
 cp run_1_h.dat alone/

@@ -43,7 +43,7 @@ TEST_CASE("The leading characters choose a switch, in the order of the table") {
         "compass  lpmd5 lpmd  lp lp  like like  ttf1 ttf  tmax tmax  TALL tAll  typeAll type  txt txt  t5 t "
         "vector vector  verbose verbose  v2 v  vx vx  vdir vdir  vmax3 vmax  max max  mif mif  fso fso "
         "folderMaximums folder  FLT flt  asciigrid asc  batch b  path/a path  DAT dat  xmdf xmdf  "
-        "ensight ensight  xnfo xnfo ");
+        "ensight ensight  xnfo xnfo  nth2 nth  no1d no1d  from1 from  fgb fgb  until2 until  INTO into ");
     for (std::string text, keyword; rows >> text >> keyword;) {
         CAPTURE(text);
         const std::optional<Switch> row = FIND_SWITCH(text);
@@ -147,6 +147,7 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
         {{"-lpmd0"}, "ERROR - The value of -lpmd0 must be above zero."},  // markers would never move on
         {{"-cpsd-1"}, "ERROR - The value of -cpsd-1 must be zero or above."},
         {{"-dttol-1"}, "ERROR - The value of -dttol-1 must be zero or above."},
+        {{"-nth0"}, "ERROR - The value of -nth0 must be 1 or above."},
         {{"-sf0"}, "ERROR - Scale Factor (-sf) can not equal zero"},
         {{"-out", "res/"}, "ERROR - res/ is a folder: -out needs the name of a file, such as res/result"},
         {{"-out", "res\\"}, "ERROR - res\\ is a folder: -out needs the name of a file, such as res/result"},

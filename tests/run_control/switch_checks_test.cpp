@@ -58,6 +58,9 @@ TEST_CASE("Switches that contradict each other stop the run, for both rasters al
          FLT + "Error - Both max (-max) and time (-t) arguments found, please specify only one."},
         {{"-asc", "-t5", "-min"},
          ASC + "Error - Both min (-min) and time (-t) arguments found, please specify only one."},
+        {{"-asc", "-from1", "-tAll", "-max"},
+         ASC + "ERROR - -from, -until and -nth take some of all output times, not those of -max, -min, -tmax or -t."},
+        {{"-asc", "-until1", "-from1.1"}, ASC + "ERROR - The time of -from is above that of -until."},
         {{"-asc", "-tmax", "-min"}, ASC + "Error - Maxtime (-tmax) flag found with addition time flags."},
         {{"-flt", "-vector"}, FLT + "Error - Vector option requires -mif or -shp output type."},
         {{"-asc", "-typed", "-tmax"},
@@ -74,6 +77,8 @@ TEST_CASE("Switches that contradict each other stop the run, for both rasters al
     };
     for (const auto& [arguments, text] : rows) CHECK(checked(arguments) == exits(text));
     CHECK(checked({"-mif", "-slant89.9", "-vx"}) == MIF);
+    CHECK(checked({"-asc", "-until5400", "-from5400", "-sec"}) == ASC);
+    CHECK((OPTIONS().allTimes && OPTIONS().subset == TimeSubset{1.5, 1.5, {}}));
 }
 
 TEST_CASE("Overridden switches are cleared with a warning") {

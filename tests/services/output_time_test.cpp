@@ -1,4 +1,5 @@
 #include "services/output_time.h"
+#include "services/time_subset.h"
 
 #include "testing.h"
 
@@ -55,4 +56,24 @@ TEST_CASE("Tolerance and decimals tell the times of a file apart") {
         CHECK(TIME_TEXT(times.back(), decimals, false) == last);
     }
     CHECK(TIME_TEXT({1.5}, 0, true) == "5400.");
+}
+
+TEST_CASE("A subset takes ordinary times between two ends, and every so many from the first of these") {
+    const std::vector<OutputTime> hourly = {TIME_MINIMUM, {0}, {1}, {2}, {3}, {4}, TIME_MAXIMUM};
+    const std::vector<OutputTime> seconds = {{0}, {1 / 3600.0}, {2 / 3600.0}};
+    struct {
+        const std::vector<OutputTime>& times;
+        TimeSubset subset;
+        std::vector<std::size_t> taken;
+    } const rows[] = {
+        {hourly, {1.0, 3.0, {}}, {2, 3, 4}},        // both ends
+        {hourly, {1.0009, 2.9991, {}}, {2, 3, 4}},  // within 0.001 h
+        {hourly, {1.0011, 2.9989, {}}, {3}},
+        {hourly, {1.0, {}, 2}, {2, 4}},            // from the first taken, not from the file's
+        {hourly, {{}, {}, 3}, {1, 4}},             // the minimums are not counted
+        {hourly, {4.5, {}, {}}, {}},               // nor are the maximums a late time
+        {seconds, {1.05 / 3600, {}, {}}, {1, 2}},  // a tenth of a step
+        {seconds, {1.2 / 3600, {}, {}}, {2}},      // not half of it
+    };
+    for (const auto& r : rows) CHECK(TIMES_TAKEN(r.subset, r.times) == r.taken);
 }
