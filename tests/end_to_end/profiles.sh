@@ -67,10 +67,10 @@ did_not_say "Calibration:"
 check "the coordinate system is not that of the layer" cmp -s gauges.prj basin_V_t000.20_cp.prj
 
 # Degrees are told by the mesh: a marker 0.0002 degrees behind an edge is not on it.
-make_model -plane -triangles 0 -cells 10 -side 1 -origin 150,-33 plane
+make_model -plane -triangles 0 -cells 40 -side 1 -origin 150,-33 plane
 echo "P|0|LINESTRING (149.95 -32.95,151.05 -32.95)" | layer across.shp LINESTRING
 row 0 "plane_P.csv" -b -lp across.shp -lpmd0.0502 plane.2dm
-check "not a row for both ends, 11 edges and 21 markers" [ "$(wc -l <plane_P.csv)" -eq 35 ]
+check "not a row for both ends, 41 edges and 21 markers" [ "$(wc -l <plane_P.csv)" -eq 65 ]
 line plane_P.csv "0.05000000,150.00000000,-32.95000000,E,-179.5000,,"
 echo "a|1|POINT (150.5 -32.5)" | layer a.shp POINT
 run 0 -b -lp across.shp -cp a.shp plane.2dm
