@@ -51,6 +51,26 @@ if [ -f now.xmdf ]; then
     check "not every dataset and time: ${#outputs[@]}" [ "${#outputs[@]}" -eq 48 ]
 fi
 
+# Objects of every format hold what the cells hold: the change of a step, as the earlier run has it in the place of the next one.
+make_model -times 4 -cells 10 earlier
+longer=$(stat -c %s earlier_h.dat)
+make_model -times 3 -cells 10 earlier
+make_model -times 3 -cells 10 later
+whole=$(stat -c %s later_h.dat)
+step=$((longer - whole))
+second=$((whole - 4 - 3 * step + 9))  # the end card, three steps of four, and the start of a step
+dd status=none bs=1 if=later_h.dat of=earlier_h.dat skip="$second" seek="$((second + step))" count="$((step - 9))" conv=notrunc
+run 0 -b -flt -grid400 -t0.2 -out change -dif earlier_h.dat later_h.dat
+cells change.flt | awk '$3 != -99999 { printf "%.1f %.1f %.4f\n", $1, $2, $3 }' | sort >../change.txt
+check "no change" [ "$(awk '$3 < -0.01' ../change.txt | wc -l)" -gt 50 ]
+formats=shp
+[ ! -f "$(dirname "$PROGRAM")/libvorant_gdal.so" ] || formats="shp gpkg fgb"
+for format in $formats; do
+    run 0 -b "-$format" -grid400 -t0.2 -out change -dif earlier_h.dat later_h.dat
+    check "the objects of change.$format" diff <(ogr2ogr -f CSV /vsistdout/ "change.$format" -lco GEOMETRY=AS_XY |
+        awk -F, 'NR > 1 { printf "%.1f %.1f %.4f\n", $1, $2, $4 }' | sort) ../change.txt
+done
+
 # A full disk leaves nothing that looks whole.
 ln -s /dev/full d_class.flt
 run 1 -b -flt -grid40 -t0.2 -out d -dif was_d.dat now_d.dat
