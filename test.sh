@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # The demo, then every test: the end-to-end tests on the release executable, and all tests under the sanitizers.
-# With --long also those of tests/long/tests.txt; ./test.sh --long NAME... runs rows of it alone.
+# With --long also those of tests/long/tests.txt; ./test.sh --long NAME... runs rows of it alone. With --windows the
+# program for Windows is built and tested under wine, and nothing else.
 set -euo pipefail
 cd "$(dirname "$0")"
 
+[ "${1:-}" != --windows ] || exec scripts/build_windows.sh --test
 if [ "${1:-}" = --long ] && [ $# -gt 1 ]; then
     shift
     exec tests/long/run.sh "$@"

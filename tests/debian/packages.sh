@@ -2,9 +2,10 @@
 # The Debian packages: lintian has nothing to say, and installed into an empty root they convert the example, then leave nothing behind.
 #   tests/debian/packages.sh <folder of packages> <scratch folder>
 set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
 packages=$(realpath "$1")
 rm -rf "$2"
-mkdir -p "$2/root/var/lib/dpkg" "$2/data"
+mkdir -p "$2/root/var/lib/dpkg"
 scratch=$(realpath "$2")
 root=$scratch/root
 touch "$root/var/lib/dpkg/status"
@@ -28,19 +29,9 @@ program=$root/usr/bin/VORANT_to_GIS
 documents=$root/usr/share/doc/vorant-to-gis
 man=$(gzip -dc "$root/usr/share/man/man1/VORANT_to_GIS.1.gz")
 [[ $man == *"$(dpkg --root="$root" -s vorant-to-gis | sed -n 's/^Version: //p')"* ]] || fail "the manual is of another version"
-cp "$documents"/examples/* "$scratch/data/"
-cd "$scratch/data"
-# converts <files> <arguments...>: the run ends well and leaves these.
-converts() {
-    local files=$1 name
-    shift
-    "$program" -b "$@" </dev/null >"$scratch/console.txt" 2>&1 || fail "$*: $(tail -n 3 "$scratch/console.txt")"
-    for name in $files; do [ -s "$name" ] || fail "$* left no $name"; done
-}
-converts "basin_h_Max_g100.asc"     -asc -grid100 -max basin_h.dat
-converts "basin_h_Max_g100.flt basin_h_Max_g100.hdr" -flt -grid100 -typeh -max basin.xmdf
-converts "basin_V_t000.50_g400.shp" -shp -vector -grid400 -t0.5 basin_V.dat
-converts "basin_g100.tif"           -gtif -grid100 -crs EPSG:28356 basin.2dm   # the module, from its own package
+# The whole guide by the installed program, on the installed example; the module comes from its own package.
+PROGRAM=$program EXAMPLE=$documents/examples MAKER=false SHARED_DATA="" SCRATCH=$scratch/guide bash "$here/../end_to_end/guide.sh" || fail "the guide"
+cd "$scratch/guide/data"
 in_root --purge vorant-to-gis-gdal || fail "dpkg --purge: $(tail -n 3 "$scratch/dpkg.txt")"
 said=$("$program" -b -gtif -grid100 -out again basin.2dm </dev/null 2>&1 || true)
 [[ $said == *"vorant-to-gis-gdal"* ]] || fail "without its module -gtif does not say what is missing"

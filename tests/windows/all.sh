@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# All tests of a Windows build under wine: those of ctest, the archive, and the outputs of many command lines beside those of this machine's program.
+#   tests/windows/all.sh <build folder> <archive>
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release -DBUILD_TESTS=ON
+. scripts/windows/environment.sh
+ctest --test-dir "$1" --output-on-failure --parallel "$(nproc)"
+tests/windows/archive.sh "$2" "$1/scratch/archive folder"
+tests/windows/compare.sh build/release/VORANT_to_GIS "$1/VORANT_to_GIS.exe" build/release/examples/make_parabolic_basin "$1/scratch/compared"
