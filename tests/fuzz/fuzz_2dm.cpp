@@ -2,6 +2,7 @@
 #include "fuzz_run.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MemoryLimit limit(size);
     writePieces(data, size, std::array{"x.2dm"});
     runFuzzed({"-txt", "x.2dm"});
     return 0;

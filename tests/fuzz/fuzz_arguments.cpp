@@ -5,6 +5,7 @@
 #include "services/options.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MemoryLimit limit(size);
     std::vector<std::string> words{"VORANT_to_GIS"};
     std::string text(reinterpret_cast<const char*>(data), size);
     for (std::size_t at = 0; at < text.size();) {

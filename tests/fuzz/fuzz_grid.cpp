@@ -3,6 +3,7 @@
 #include "raster/external_grid.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MemoryLimit limit(size);
     writePieces(data, size, std::array{"x.asc", "x.prj"});
     writePieces(data, size, std::array{"x.hdr"});
     fuzzFolder().write("x.flt", "");

@@ -3,12 +3,13 @@
 #include "services/projection.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MemoryLimit limit(size);
     writePieces(data, size, std::array{"Header.prj", "Header.mif"});
     for (const auto need : {ProjectionNeed::Wanted, ProjectionNeed::Taken})
         readFuzzed([need] {
-            FIND_PROJECTION(fuzzFolder().name("x.2dm"), {need, need});
-            SAME_PROJECTION(PROJECTION().prj, PROJECTION().coordSys);
-            WRITE_PRJ(fuzzFolder().name("y"), PROJECTION().prj);
+            const Projection found = FIND_PROJECTION(fuzzFolder().name("x.2dm"), {need, need});
+            SAME_PROJECTION(found.prj, found.coordSys);
+            WRITE_PRJ(fuzzFolder().name("y"), found.prj);
         });
     return 0;
 }

@@ -6,15 +6,50 @@
 #include "services/files.h"
 #include "temporary_folder.h"
 
+#include <sanitizer/allocator_interface.h>
+
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+/// Ends the process when one input makes it hold more than 64 MB and ten times the input's size at once, beyond what it
+/// held before. What the sanitizer adds does not count.
+class MemoryLimit {
+public:
+    explicit MemoryLimit(std::size_t inputSize) : limit_((std::size_t{64} << 20) + 10 * inputSize) {
+        static const int installed = __sanitizer_install_malloc_and_free_hooks(
+            [](const volatile void*, std::size_t size) {
+                const std::size_t now = held += size;
+                if (now > most) most = now;
+            },
+            [](const volatile void* block) { held -= __sanitizer_get_allocated_size(block); });
+        if (installed == 0) std::abort();
+        before_ = held;
+        most = before_;
+    }
+    ~MemoryLimit() {
+        const std::size_t taken = most > before_ ? most - before_ : 0;
+        if (taken <= limit_) return;
+        std::fprintf(stderr, "ERROR: the input took %zu bytes of memory, more than %zu\n", taken, limit_);
+        std::abort();
+    }
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+
+private:
+    inline static std::atomic<std::size_t> held{std::size_t{1} << 40};  // blocks from before may be freed
+    inline static std::atomic<std::size_t> most{0};
+    std::size_t limit_, before_ = 0;
+};
 
 constexpr std::string_view NEXT_FILE = "\n====\n";  ///< stands between the files in one input
 

@@ -2,6 +2,7 @@
 #include "fuzz_run.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const MemoryLimit limit(size);
     writeFuzzMesh();
     writePieces(data, size, std::array{"x.xmdf"});
     runFuzzed({"-txt", "-typeAll", "-tAll", "x.xmdf"});
