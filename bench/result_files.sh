@@ -47,6 +47,10 @@ while IFS='|' read -r what arguments; do
     # shellcheck disable=SC2086  # the arguments are words
     best $arguments
     row "$what" "$WALL" "$PROCESSOR" "$MEGABYTES"
+    case $arguments in
+        -flt*) reading=$WALL ;;
+        -dat* | -xmdf*) row "   times reading (at most 1.5)" "$(awk "BEGIN { printf \"%.2f\", $WALL / $reading }")" "" "" ;;
+    esac
 done <<'ROWS'
 reading the .dat (a coarse grid)|-flt -grid1000 -tAll r_h.dat
 .dat to .dat|-dat -tAll r_h.dat

@@ -61,6 +61,9 @@ converted() {
     row "$what" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
 }
 
+# phases <arguments...>: where the seconds of such a run go.
+phases() { "$program" -b -verbose "$@" </dev/null 2>&1 | sed -n 's/^.* seconds: /      /p'; }
+
 # Seconds for each further time: all times less one time, over the number of further ones.
 further() { awk "BEGIN { printf \"%.3f\", ($2 - $1) / $FURTHER }"; }
 
@@ -83,7 +86,10 @@ for size in "$@"; do
 
     converted "mesh alone to 1000 m cells (reading the .2dm)" -flt -grid1000 -out "out/x" "$model.2dm"
     read_seconds=$SECONDS_BEST
+    converted "one time to .flt, by one thread" -jobs1 -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
+    phases -jobs1 -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
     converted "one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
+    phases -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
     flt=$SECONDS_BEST
     flt_processor=$PROCESSOR
     mv -f "$(ls out/*.flt)" grid.flt
@@ -103,9 +109,11 @@ for size in "$@"; do
     converted "velocity, one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_V.dat"
     converted "all times, $((FURTHER + 1)) grids, to .flt" -flt -grid$GRID -tAll "${model}_h.dat"
     row "   each further time" "$(further "$flt" "$SECONDS_BEST")" "$(further "$flt_processor" "$PROCESSOR")" ""
+    phases -flt -grid$GRID -tAll "${model}_h.dat"
     row "   differences over these (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $all_differences / $SECONDS_BEST }")" "" ""
     rm -f "${model}"_h_*.flt "${model}"_h_*.hdr
     converted "all times, $((FURTHER + 1)) grids, to .asc" -asc -grid$GRID -tAll "${model}_h.dat"
+    phases -asc -grid$GRID -tAll "${model}_h.dat"
     row "   each further time" "$(further "$asc" "$SECONDS_BEST")" "$(further "$asc_processor" "$PROCESSOR")" ""
     rm -f "${model}"_h_*.asc
     converted "one time of an .xmdf (gzip level 1) to .flt" -flt -grid$GRID -typeh -t0.3 -out "out/x" "$model.xmdf"

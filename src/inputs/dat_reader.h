@@ -8,12 +8,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 constexpr std::size_t MOST_DAT_TIMES = 1000000;  ///< output times of one file; more stop the run
+
+class DatAhead;
 
 struct DatHeader {
     bool vector = false;     ///< x and y components, else one scalar
@@ -44,6 +47,8 @@ struct DatFile {
     std::optional<OutputTime> damagedTime;  ///< where it could be read
     int timeDecimals = 0;                   ///< that messages need to tell the times apart
     std::size_t next = 0;                   ///< index into `steps` of what NEXT_DAT_TIME reads
+    std::size_t before = 0;                 ///< index of what it has read last
+    std::shared_ptr<DatAhead> ahead;        ///< the step that is being read beside; nullptr for none yet
 };
 
 /// A time of the file for a message: hours, or seconds, with the decimals that tell its times apart.

@@ -104,6 +104,7 @@ bool DatSource::next(Results& results) {
 }
 
 void DatSource::finish() {
+    dat_.ahead = nullptr;
     CLOSE_FILE(dat_.file);
     REPORT("Finished processing .dat file.");
 }

@@ -18,6 +18,10 @@ struct DatTables {
 /// has some; every cell is wet where there is none. Stops the run when the file cannot be read.
 void READ_DAT_STEP(const DatFile& dat, std::size_t index, DatTables tables);
 
+/// Begins to read a step that is likely to be asked for next, on another thread of the run; with one job nothing.
+/// Reading that step then takes over its tables. What goes wrong is told there. The file stays where it is until then.
+void READ_DAT_AHEAD(DatFile& dat, std::size_t index);
+
 /// Stops the run when this many tables of values and as many of flags do not fit the memory that is left.
 void CHECK_DAT_MEMORY(const DatFile& dat, std::uint64_t tables);
 

@@ -4,6 +4,7 @@
 #include "raster/element_pieces.h"
 #include "raster/plan_rows.h"
 #include "services/console.h"
+#include "services/phases.h"
 #include "services/workers.h"
 
 #include <algorithm>
@@ -213,6 +214,14 @@ std::vector<ElementRange> nextRanges(std::vector<ElementRange>& left) {
     return ranges;
 }
 
+/// Every value missing.
+void empty(std::vector<float>& values) {
+    constexpr std::size_t PART = std::size_t{1} << 20;
+    DO_PIECES((values.size() + PART - 1) / PART, [&](std::size_t part) {
+        std::fill_n(values.data() + part * PART, std::min(PART, values.size() - part * PART), NO_VALUE);
+    });
+}
+
 /// Lays all elements, less the dry ones of `input`.
 void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid, Progress& progress) {
     if (!std::exchange(plan.begun, true)) plan.rest = {{1, mesh.elementCount + 1}};
@@ -226,10 +235,13 @@ void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid&
         const bool keeping = plan.memoryLimit > 0;
         const std::vector<ElementRange> ranges = nextRanges(left);
         chunks.resize(std::max(chunks.size(), ranges.size()));
-        DO_PIECES(ranges.size(), [&](std::size_t i) {
-            PLAN_CHUNK(mesh, grid, plan.kind, ranges[i], {1, grid.nrows + 1},
-                       keeping || input.wet.empty() ? nullptr : input.wet.data(), chunks[i]);
-        });
+        {
+            const InPhase planning(Phase::Plan);
+            DO_PIECES(ranges.size(), [&](std::size_t i) {
+                PLAN_CHUNK(mesh, grid, plan.kind, ranges[i], {1, grid.nrows + 1},
+                           keeping || input.wet.empty() ? nullptr : input.wet.data(), chunks[i]);
+            });
+        }
         rows.fill({chunks.data(), ranges.size()});
         for (std::size_t i = ranges.size(); i-- > 0;) {
             if (!keeping || !keepChunk(plan, chunks[i])) plan.rest.push_back(chunks[i].elements);
@@ -287,7 +299,8 @@ std::vector<std::uint8_t> CORNER_QUADS(const Mesh& mesh, std::span<const float> 
 }
 
 void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid) {
-    std::fill(grid.values.begin(), grid.values.end(), NO_VALUE);
+    const InPhase filling(Phase::Fill);
+    empty(grid.values);
     Progress progress("Element: ", mesh.elementCount);
     if (input.cornerQuads.empty()) fillPlanned(plan, mesh, input, grid, progress);
     else fillWithCornerQuads(plan, mesh, input, grid, progress);
@@ -295,6 +308,7 @@ void FILL_GRID(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& g
 }
 
 void FILL_BAND(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid) {
+    const InPhase filling(Phase::Fill);
     constexpr std::size_t SHARES_A_JOB = 4;  // the plan of a share may take a quarter of its cells' memory again
     const RowRange held = HELD_ROWS(grid);
     const auto rows = static_cast<std::size_t>(held.end - held.first);

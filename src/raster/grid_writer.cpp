@@ -6,6 +6,7 @@
 #include "services/exits.h"
 #include "services/options.h"
 #include "services/projection_text.h"
+#include "services/workers.h"
 #include "text_utils/numbers.h"
 #include "text_utils/text.h"
 
@@ -14,13 +15,14 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <span>
 #include <vector>
 
 namespace {
 
 /// The largest finite value; NO_VALUE when none is above it. Several running maxima, so that the compiler compares them
 /// side by side.
-float largestValue(const std::vector<float>& values) {
+float largestOf(std::span<const float> values) {
     constexpr std::size_t LANES = 16;
     constexpr float LARGEST = std::numeric_limits<float>::max();
     std::array<float, LANES> largest;
@@ -34,6 +36,15 @@ float largestValue(const std::vector<float>& values) {
         for (std::size_t lane = 0; lane < LANES; ++lane) take(values[i + lane], largest[lane]);
     for (; i < values.size(); ++i) take(values[i], largest[0]);
     return *std::max_element(largest.begin(), largest.end());
+}
+
+float largestValue(std::span<const float> values) {
+    constexpr std::size_t PART = std::size_t{1} << 20;
+    std::vector<float> parts((values.size() + PART - 1) / PART, NO_VALUE);
+    DO_PIECES(parts.size(), [&](std::size_t part) {
+        parts[part] = largestOf(values.subspan(part * PART, std::min(PART, values.size() - part * PART)));
+    });
+    return parts.empty() ? NO_VALUE : *std::max_element(parts.begin(), parts.end());
 }
 
 GridPrecision givenPrecision(const RunOptions& options) {

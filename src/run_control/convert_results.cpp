@@ -7,6 +7,7 @@
 #include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
+#include "services/phases.h"
 
 #include <algorithm>
 #include <set>
@@ -78,7 +79,8 @@ public:
     void convert(std::size_t index, const ResultsKind& kind) {
         if (!begun_ || kind_ != kind) beginStages(kind);
         source_.begin(index, kind.cellCentred, results_);
-        while (source_.next(results_)) {
+        while (next()) {
+            const InPhase writing(Phase::Write);  // but for what it grids
             for (const auto& stage : stages_)
                 stage->take(results_, labelOf(label_, source_.datasets()[index], results_));
             // what these write is the record itself; the others tell of what they have made of it
@@ -88,6 +90,11 @@ public:
     }
 
 private:
+    bool next() {
+        const InPhase reading(Phase::Read);
+        return source_.next(results_);
+    }
+
     void beginStages(const ResultsKind& kind) {
         PREPARE_OUTPUT_FOLDER();
         for (const auto& stage : stages_) stage->begin(mesh_, kind);

@@ -22,6 +22,7 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
+#include "services/phases.h"
 #include "services/projection.h"
 #include "services/workers.h"
 #include "text_utils/numbers.h"
@@ -39,6 +40,7 @@ void initialiseRun() {
     INITIALISE_CONSOLE();
     INITIALISE_EXITS();
     INITIALISE_FILES();
+    INITIALISE_PHASES();
     SET_FILE_QUESTIONS(CONSOLE_FILE_QUESTIONS());
     MESH_TO_FILL() = Mesh{};
     INITIALISE_RESULTS();
@@ -61,7 +63,7 @@ void reportCounts(std::chrono::steady_clock::time_point start) {
     REPORT(counted(OUTPUTS_WRITTEN(), "output"));
     if (warnings > 0) REPORT(counted(warnings, "warning"));
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    if (OPTIONS().verbose) REPORT(AREALD8(taken.count(), 1) + " seconds");
+    if (OPTIONS().verbose) REPORT(AREALD8(taken.count(), 2) + " seconds: " + PHASE_SECONDS());
 }
 
 /// The normal end: with -b at once, else behind the closing pause.

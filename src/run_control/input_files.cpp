@@ -7,6 +7,7 @@
 #include "services/exits.h"
 #include "services/files.h"
 #include "services/options.h"
+#include "services/phases.h"
 #include "text_utils/paths.h"
 
 #include <algorithm>
@@ -101,7 +102,11 @@ void FIND_MESH_FILE(InputFiles& files, const std::string& named) {
 
 void READ_MESH(const std::string& name, Mesh& mesh) {
     const int file = OPEN_FILE(name, "I ", "2dm");
-    SCAN_2DM(file, mesh);
+    {
+        const InPhase scanning(Phase::Scan);
+        SCAN_2DM(file, mesh);
+    }
+    const InPhase reading(Phase::Read);
     SIZE_MESH_TABLES(mesh);
     READ_2DM(file, OPTIONS().removedParts, mesh);
     REPORT("Finished with .2dm file, closing...");

@@ -6,6 +6,7 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/file_table.h"
+#include "services/input_beside.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -118,6 +119,12 @@ std::int64_t READ_BYTES(int handle, void* to, std::size_t count) {
 
 bool READ_AT(int handle, std::int64_t offset, void* to, std::size_t count) {
     return READ_FROM(OPEN_HANDLE(handle).stream, offset, to, count);
+}
+
+InputBeside::InputBeside(int handle) : stream_(OPEN_HANDLE(handle).stream) {}
+
+bool InputBeside::read(std::int64_t offset, void* to, std::size_t count) const {
+    return READ_FROM(stream_, offset, to, count);
 }
 
 std::int64_t FILE_LENGTH(int handle) { return STREAM_LENGTH(OPEN_HANDLE(handle).stream); }

@@ -7,6 +7,7 @@
 #include "services/file_names.h"
 #include "services/file_table.h"
 #include "services/pending_outputs.h"
+#include "services/workers.h"
 
 #include "text_utils/paths.h"
 
@@ -252,6 +253,7 @@ void CLOSE_ALL_FILES() {
 bool CLOSE_FILES_ON_EXIT() {
     if (table.closing) return true;
     table.closing = true;
+    END_WORK_AHEAD();
     for (FixedSlot& slot : table.slots) slot.open = false;
     bool allKept = true;
     for (std::size_t i = 1; i < table.files.size(); ++i) {

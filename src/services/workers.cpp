@@ -60,7 +60,11 @@ public:
         }
         return true;
     }
-    bool failed() const { return failure_.happened(); }
+    /// What has not begun never does.
+    void forget() {
+        if (next_.exchange(count_, std::memory_order_relaxed) < count_) forgotten_ = true;
+    }
+    bool failed() const { return forgotten_ || failure_.happened(); }
     void rethrow() const { failure_.rethrow(); }
 
     std::size_t busy = 0;  ///< threads at it; the pool's
@@ -69,6 +73,7 @@ private:
     std::size_t count_;
     std::function<void(std::size_t)> work_;
     std::atomic<std::size_t> next_ = 0;
+    bool forgotten_ = false;  ///< the calling thread's
     Failure failure_;
 };
 
@@ -126,13 +131,18 @@ public:
         wake_.notify_all();
     }
 
-    /// Takes part, and waits for the others.
-    void finish(Pieces& pieces) {
-        while (pieces.doNext()) {
-        }
+    /// Nothing of it begins any more; waits for what has begun.
+    void end(Pieces& pieces) {
         std::unique_lock lock(mutex_);
         std::erase_if(ahead_, [&](const auto& other) { return other.get() == &pieces; });
         done_.wait(lock, [&] { return pieces.busy == 0; });
+    }
+
+    void endAhead() {
+        std::unique_lock lock(mutex_);
+        for (const auto& pieces : ahead_) pieces->forget();
+        ahead_.clear();
+        done_.wait(lock, [&] { return busyAhead_ == 0; });
     }
 
 private:
@@ -165,9 +175,11 @@ private:
             return;
         }
         ++pieces->busy;
+        ++busyAhead_;
         lock.unlock();
         pieces->doNext();
         lock.lock();
+        --busyAhead_;
         if (--pieces->busy == 0) done_.notify_all();
     }
 
@@ -190,6 +202,7 @@ private:
     std::size_t busy_ = 0;                          ///< threads that are at it
     const std::function<void()>* share_ = nullptr;  ///< while it lasts
     std::deque<std::shared_ptr<Pieces>> ahead_;
+    std::size_t busyAhead_ = 0;
 };
 
 Pool& pool() {
@@ -311,18 +324,28 @@ void DO_IN_ORDER(std::size_t count, const std::function<void(std::size_t, std::s
     line.rethrow();
 }
 
-WorkAhead::~WorkAhead() { static_cast<void>(finish()); }
+void END_WORK_AHEAD() { pool().endAhead(); }
+
+WorkAhead::~WorkAhead() { cancel(); }
 
 void WorkAhead::begin(std::size_t count, std::function<void(std::size_t)> work) {
-    static_cast<void>(finish());
+    cancel();
     if (alone() || count == 0) return;
     pieces_ = std::make_shared<Pieces>(count, std::move(work));
     pool().begin(pieces_);
 }
 
+void WorkAhead::cancel() {
+    if (pieces_ == nullptr) return;
+    pool().end(*pieces_);
+    pieces_ = nullptr;
+}
+
 bool WorkAhead::finish() {
-    if (pieces_ == nullptr) return false;
-    const std::shared_ptr<Pieces> pieces = std::move(pieces_);
-    pool().finish(*pieces);
+    const std::shared_ptr<Pieces> pieces = pieces_;
+    if (pieces == nullptr) return false;
+    while (pieces->doNext()) {
+    }
+    cancel();
     return !pieces->failed();
 }

@@ -28,7 +28,7 @@ void DO_IN_ORDER(std::size_t count, const std::function<void(std::size_t piece, 
 std::size_t SLOTS_IN_ORDER();
 
 /// Pieces that the other threads of the run do while the calling one goes on with something else. What they use has to
-/// outlive them: finish() or the end of this object waits. With one job nothing is ever begun.
+/// outlive them: finish(), cancel() or the end of this object waits. With one job nothing is ever begun.
 class WorkAhead {
 public:
     WorkAhead() = default;
@@ -37,6 +37,8 @@ public:
     ~WorkAhead();
     void begin(std::size_t count, std::function<void(std::size_t piece)> work);
     bool begun() const { return pieces_ != nullptr; }
+    /// What has not begun never does; what has is waited for.
+    void cancel();
     /// Does with the others what is left. True when pieces were begun and none of them has thrown: what they should
     /// have done is to be done otherwise, and fails there in its turn.
     bool finish();
@@ -46,3 +48,6 @@ public:
 private:
     std::shared_ptr<Pieces> pieces_;
 };
+
+/// Cancels the work ahead of all; its finish() is false then. At the end of a run, before files are closed.
+void END_WORK_AHEAD();

@@ -12,7 +12,7 @@ void XmdfAhead::Time::open(std::size_t piece) {
 
 void XmdfAhead::begin(std::int32_t step, PackedRow packedValues, std::size_t values, PackedRow packedFlags,
                       std::size_t flags) {
-    static_cast<void>(work_.finish());
+    work_.cancel();
     if (time_ == nullptr) time_ = std::make_unique<Time>();
     Time& time = *time_;
     if (time.valueCount != values) time.values = std::make_unique_for_overwrite<float[]>(values);

@@ -34,7 +34,7 @@ done
 check "values differ behind their way through an .xmdf" cmp -s ../m.dat ../copy.dat
 rm copy.xmdf
 both 0 -b -shp m.2dm
-both 0 -b -mif -vector -grid300 -t0.1 m_V.dat
+both 0 -b -mif -vector -grid300 -tAll -nth2 m_V.dat
 
 # Meshes that are read in blocks of 256 KiB: parts and line ends across them, and what must be refused as one reader does.
 awk 'NR == 2 { print "MESHPART \"first\"" } /^E/ && !parted { parted = 1; print "MESHPART \"banks\"" }
