@@ -24,7 +24,8 @@ std::string named(const Crs& crs) { return crs.code().empty() ? crs.name() : crs
 RunCrs::RunCrs(const RunOptions& options, const OutputFormat& format, Projection& projection)
     : options_(options), format_(format), projection_(projection) {
     if (options.crs.empty()) {
-        projection_ = FIND_PROJECTION(options.inputFile, format.projection);
+        awaited_ = !options.likeGrid.empty() && PROJECTION_FILES(options.inputFile, format.projection).empty();
+        if (!awaited_) projection_ = FIND_PROJECTION(options.inputFile, format.projection);
         return;
     }
     takeGiven();
@@ -90,6 +91,7 @@ void RunCrs::takeSystemOf(const std::string& templateName, const std::string& wk
 }
 
 void RunCrs::fitMesh(const Mesh& mesh) {
+    if (awaited_ && projection_.text().empty()) projection_ = FIND_PROJECTION(options_.inputFile, format_.projection);
     const bool ofGdal = !format_.driver.empty() || options_.samplesPackage;
     if (!crs_ && ofGdal && !projection_.text().empty()) {
         crs_ = TRY_RESOLVE_CRS(GDAL_MODULE("-" + std::string(format_.keyword)), projection_.text());

@@ -43,4 +43,5 @@ private:
     Projection& projection_;
     const GdalTable* gdal_ = nullptr;  ///< once it was needed
     std::optional<Crs> crs_;           ///< where GDAL has resolved it
+    bool awaited_ = false;             ///< no file has one: that of the template, before anything is missed
 };

@@ -129,6 +129,7 @@ check "not the place of dem.tif" [ "$(place basin_h_Max_g100.tif)" = "$(place de
 info basin_h_Max_g100.tif "GDA94 / MGA zone 55"
 row 0 "basin_h_Max_g100.asc basin_h_Max_g100.prj" -b -asc -max -like dem.tif basin_h.dat
 row 0 "basin_h_Max_g100.shp basin_h_Max_g100.shx basin_h_Max_g100.dbf basin_h_Max_g100.prj basin_h_Max_g100.cpg" -b -shp -grid -max -like dem.tif basin_h.dat
+did_not_say "WARNING"
 check "points are not on the template's centres" [ "$(ogrinfo -al basin_h_Max_g100.shp | grep -c 'POINT ([0-9]*50\.1 [0-9]*50\.7)')" -gt 300 ]
 row 0 "basin_h_g100.gpkg"                  -b -gpkg -grid25 -max -like dem.tif basin_h.dat
 said "WARNING - Grid spacing is taken from the template grid (-like), -grid ignored."
