@@ -5,3 +5,5 @@ export WINEPREFIX=${WINEPREFIX:-$WINDOWS_CACHE/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
 export LC_ALL=C.UTF-8    # wine passes names and arguments through the locale
 mkdir -p "$WINEPREFIX"
+# wine starts at once where its server is still there.
+[ ! -x /usr/lib/wine/wineserver64 ] || /usr/lib/wine/wineserver64 -p60 </dev/null >/dev/null 2>&1 || true

@@ -30,7 +30,7 @@ command_lines() {
             echo "$format $rest"
         done
     done
-    for rest in "-lp river.mif -tAll m_h.dat" "-lp river.mif -cp marks.mif -max m_h.dat" "-cp marks.mif -tAll -verbose m_h.dat" "-lp river.mif m.2dm" "-dat -typeAll -tAll m.xmdf" \
+    for rest in "-lp river.mif -tAll m_h.dat" "-lp river.mif -cp marks.mif -max m_h.dat" "-cp marks.mif -tAll m_h.dat" "-lp river.mif m.2dm" "-dat -typeAll -tAll m.xmdf" \
         "-xmdf -typeAll -tAll m.xmdf" "-ensight -typeAll -tAll m.xmdf" "-ensight m.2dm" "-xnfo -verbose m.xmdf" "-xnfo m.2dm" "-xnfo m_h.dat" "-asc -typeXYZ -max m.xmdf" \
         "-help depth" "-gird5" "-asc -grid5x m_h.dat" "-lp river.mif -tAll -dif m_h.dat m.xmdf" "-dat -max m_h.dat" "-ensight -typed -t0.2 m.xmdf" \
         "-asc -grid50 -sec -tAll m.xmdf" "-flt -like grid.asc -max m_h.dat"; do
@@ -45,6 +45,7 @@ run_in() {
     rm -rf "$folder"
     cp -R model "$folder"
     (cd "$folder" && "$@" </dev/null >console.txt 2>&1) || status=$?
+    sed -i '/^[0-9.]* seconds$/d' "$folder/console.txt"
     echo "status $status" >>"$folder/console.txt"
     for file in "$folder"/*.dbf; do [ ! -e "$file" ] || printf '\0\0\0' | dd of="$file" bs=1 seek=1 conv=notrunc status=none; done
 }
