@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -54,6 +55,11 @@ inline std::string replaced(std::string text, const std::string& what, const std
     for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
         text.replace(at, what.size(), by);
     return text;
+}
+
+inline std::vector<std::string> wordsOf(const std::string& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 /// "-path/z odd -max" -> "-path/z odd", "-max": switches between which a blank and a dash stand.

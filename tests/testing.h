@@ -24,3 +24,12 @@
 #include <vector>
 
 inline bool holds(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
+/// What is said holds the part, and the run has ended.
+inline bool stops(std::string_view said, std::string_view part) {
+    return holds(said, part) && said.ends_with("<stopped>");
+}
+inline int countOf(std::string_view text, std::string_view part) {
+    int count = 0;
+    for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) ++count;
+    return count;
+}

@@ -10,11 +10,8 @@ constexpr GdalBox around(double x, double y) { return {x, y, x + 20000.0, y + 10
 }  // namespace
 
 TEST_CASE("CoordSys lines are exact or refused") {
-    const struct {
-        const char* crs;
-        GdalBox mesh;
-        const char* line;  ///< null: refused
-    } rows[] = {
+    const std::tuple<const char*, GdalBox, const char*> rows[] = {
+        // null: refused
         {"EPSG:28355", around(5e5, 6e6), R"(CoordSys Earth Projection 8, 116, "m", 147, 0, 0.9996, 500000, 10000000)"},
         {"EPSG:32610", around(6e5, 4.2e6), R"(CoordSys Earth Projection 8, 104, "m", -123, 0, 0.9996, 500000, 0)"},
         {"EPSG:32610", around(0, 0), R"(CoordSys Earth Projection 8, 104, "m", -123, 0, 0.9996, 500000, 0)"},  // local
@@ -24,23 +21,20 @@ TEST_CASE("CoordSys lines are exact or refused") {
         {"EPSG:28992", around(155000, 463000), nullptr},   // with another datum
         {"EPSG:2056", around(2600000, 1200000), nullptr},  // with a lost datum: moves on the way elsewhere only
     };
-    for (const auto& row : rows) {
+    for (const auto& [crs, mesh, expected] : rows) {
         std::string line;
-        const auto form = [&] { line = crsOf(row.crs).coordSys(row.mesh); };
-        if (row.line == nullptr) {
+        const auto form = [&] { line = crsOf(crs).coordSys(mesh); };
+        if (expected == nullptr) {
             CHECK(stopOf(form) == "ERROR - The coordinate system has no exact .mif form, give a Header.mif.");
             continue;
         }
         CHECK(consoleOf(form) == "");
-        CHECK(line == row.line);
+        CHECK(line == expected);
     }
 }
 
 TEST_CASE("Systems are compared as systems, however they are written") {
-    const struct {
-        const char *a, *b;
-        bool same;
-    } rows[] = {
+    const std::tuple<const char*, const char*, bool> rows[] = {
         {"EPSG:28355", "EPSG:28356", false},
         {"EPSG:28355", "EPSG:32755", false},  // the same numbers on another datum
         {"EPSG:28355", "EPSG:7855", false},
@@ -48,9 +42,9 @@ TEST_CASE("Systems are compared as systems, however they are written") {
         {"EPSG:28355", R"(CoordSys Earth Projection 8, 116, "m", 153, 0, 0.9996, 500000, 10000000)", false},
         {"EPSG:32610", "+proj=utm +zone=10 +datum=WGS84 +units=m", true},
     };
-    for (const auto& row : rows) {
-        CHECK_MESSAGE(crsOf(row.a).same(crsOf(row.b)) == row.same, row.b);
-        CHECK_MESSAGE(crsOf(row.b).same(crsOf(row.a)) == row.same, row.b);
+    for (const auto& [a, b, same] : rows) {
+        CHECK_MESSAGE(crsOf(a).same(crsOf(b)) == same, b);
+        CHECK_MESSAGE(crsOf(b).same(crsOf(a)) == same, b);
     }
     for (const char* code : {"EPSG:28355", "EPSG:3035", "EPSG:2193", "EPSG:27700", "EPSG:4326"}) {
         const Crs crs = crsOf(code);  // 3035 and 2193 have northing first
@@ -65,18 +59,14 @@ TEST_CASE("Systems are compared as systems, however they are written") {
 }
 
 TEST_CASE("A mesh in or out of the area of its system") {
-    const struct {
-        const char* crs;
-        GdalBox mesh;
-        GdalAreaOfUse where;
-    } rows[] = {
+    const std::tuple<const char*, GdalBox, GdalAreaOfUse> rows[] = {
         {"EPSG:32610", around(620000, 4270000), GdalInside},
         {"EPSG:32610", around(0, 0), GdalOutside},  // local coordinates
         {"EPSG:32610", {500000, 4000000, 900000, 4100000}, GdalPartlyOutside},
         {"EPSG:3832", around(3000000, -2000000), GdalInside},  // across the date line
         {"+proj=tmerc +lon_0=11 +ellps=bessel", around(0, 0), GdalAreaUnknown},
     };
-    for (const auto& row : rows) CHECK_MESSAGE(crsOf(row.crs).areaOfUse(row.mesh) == row.where, row.crs);
+    for (const auto& [crs, mesh, where] : rows) CHECK_MESSAGE(crsOf(crs).areaOfUse(mesh) == where, crs);
 }
 
 TEST_CASE("A text may be a file's; what is no system is refused") {

@@ -1,29 +1,24 @@
 // The module of this build, and what its tests share.
 #pragma once
 
-#include "console_of.h"
 #include "gdal_outputs/gdal_module.h"
-#include "temporary_folder.h"
+#include "gis/gdal.h"
+#include "testing.h"
 
 #include <sys/resource.h>
 
-#include <doctest/doctest.h>
-
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
+#include <sstream>
 #include <string>
 
 inline const GdalTable& gdalModule() { return GDAL_MODULE("-gtif", GDAL_MODULE_FOLDER); }
 
-/// What GDAL's own tools say; in the command every "@" is the folder with its separator.
-inline std::string toolSays(const TemporaryFolder& folder, std::string command) {
-    for (auto at = command.find('@'); at != std::string::npos; at = command.find('@'))
-        command.replace(at, 1, folder.name(""));
-    std::system((command + " > " + folder.name("said.tmp") + " 2>&1").c_str());
-    const std::string said = folder.read("said.tmp");
-    std::filesystem::remove(folder.name("said.tmp"));
-    return said;
+/// Every part of "a | b" is said; "$" ends a line.
+inline void checkSays(const std::string& said, const std::string& parts) {
+    std::istringstream list(parts);
+    for (std::string part; std::getline(list, part, '|');)
+        CHECK_MESSAGE(holds(said, replaced(std::string(TRIMMED(part)), "$", "\n")), part, "\n", said);
 }
 
 inline std::string filesIn(const TemporaryFolder& folder) {

@@ -20,19 +20,17 @@ TEST_CASE("A layer behind a colon, and a GeoPackage that another program has ope
     const TemporaryFolder folder;
     const std::string a = folder.write("a.gpkg", "");
     const std::string colon = folder.write("b:c.gpkg", "");
-    const struct {
-        std::string text, file, layer;
-    } rows[] = {
+    const std::tuple<std::string, std::string, std::string> rows[] = {
         {a, a, ""},
         {a + ":banks", a, "banks"},
         {colon, colon, ""},      // a file of that name wins
         {a + ":x:y", a, "x:y"},  // no file before the last colon
         {"none:x", "none:x", ""},
     };
-    for (const auto& row : rows) {
-        const LayerPath split = SPLIT_LAYER_PATH(row.text);
-        CHECK(split.file == row.file);
-        CHECK(split.layer == row.layer);
+    for (const auto& [text, file, layer] : rows) {
+        const LayerPath split = SPLIT_LAYER_PATH(text);
+        CHECK(split.file == file);
+        CHECK(split.layer == layer);
     }
     CHECK_FALSE(OPEN_ELSEWHERE(a));
     folder.write("a.gpkg-shm", "");

@@ -10,12 +10,6 @@ namespace {
 
 const GisObject POINT = objectOf(GisKind::Point, {{1, 2}});
 
-std::size_t count(std::string_view text, std::string_view part) {
-    std::size_t n = 0;
-    for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) ++n;
-    return n;
-}
-
 std::string today() {
     const std::time_t now = std::time(nullptr);
     const std::tm* date = std::localtime(&now);
@@ -23,36 +17,26 @@ std::string today() {
 }
 
 /// Writes points with these records; what was said, and the .dbf file from its first record on.
-struct Written {
-    std::string said, records;
-};
-Written writtenAs(const std::vector<GisAttribute>& attributes, const std::vector<std::string>& records) {
+std::pair<std::string, std::string> writtenAs(const GisHeader& header, const std::vector<std::string>& records) {
     const LayerTest test;
-    const std::vector<GisObject> points(records.size(), POINT);
-    std::string said = test.writeLayer("a.shp", {"", "", GisShape::Point, attributes}, points, records);
-    return {std::move(said),
-            test.folder.read("a.dbf").substr(std::min(test.folder.read("a.dbf").size(), 33 + 32 * attributes.size()))};
+    std::string said = test.writeLayer("a.shp", header, std::vector(records.size(), POINT), records);
+    const std::string dbf = test.folder.read("a.dbf");
+    return {std::move(said), dbf.substr(std::min(dbf.size(), 33 + 32 * header.attributes.size()))};
 }
 
 }  // namespace
 
-TEST_CASE("a .dbf file, byte for byte: types, widths, today, language, end") {
+TEST_CASE("a .dbf file, byte for byte: names of 11 bytes that stay apart, types, widths, today, language, end") {
     const LayerTest test;
-    const GisHeader header = {"",
-                              "",
-                              GisShape::Point,
-                              {{"Water Level", "Decimal(6,2)"},
-                               {"ID", "integer"},
-                               {"Kind", "Char ( 3 )"},
-                               {"ok", "Logical"},
-                               {"F", "Float"}}};
+    const GisHeader header = headerOf(
+        "Water Level Max=Decimal(6,2);water level=integer;Kind=Char ( 3 );ok=Logical;F=Float", GisShape::Point);
     const std::string before = today();
     test.writeLayer("a.shp", header, {POINT, POINT}, {"2.5,7,\"a\",\"T\",0.1", ",-1,bcd,F,"});
     const std::string dbf = test.folder.read("a.dbf");
     CHECK((dbf.substr(1, 3) == before || dbf.substr(1, 3) == today()));  // midnight may pass
     CHECK(dbf.substr(0, 1) + dbf.substr(4) ==
           shpBytesOf("03 02000000 C100 2300 17*00 57 2*00 "
-                     "'Water_Level 'N 4*00 06 02 14*00 'ID 9*00 'N 4*00 08 00 14*00 'Kind 7*00 'C 4*00 03 00 14*00 "
+                     "'Water_Level 'N 4*00 06 02 14*00 'water_leve2 'N 4*00 08 00 14*00 'Kind 7*00 'C 4*00 03 00 14*00 "
                      "'ok 9*00 'C 4*00 01 00 14*00 'F 10*00 'N 4*00 10 05 14*00 0D "
                      "20 2*20 '2.50 7*20 '7 'a 2*20 'T 9*20 '0.10000 20 6*20 6*20 '-1 'bcd 'F 16*20 1A"));
 }
@@ -94,66 +78,48 @@ nan | 8 | 2 | !
     }
 }
 
-TEST_CASE("attributes that a .dbf file cannot hold end the run") {
-    const std::tuple<std::size_t, std::string_view, std::string_view> rows[] = {
-        {129, "Integer", "ERROR 0411 - Exceeded maximum number of dbf Fields trying to write dbf file."},
-        {0, "", "ERROR 0319 - No attributes specified when writing .dbf file."},
-        {1, "Char(256)",
-         "ERROR 0412 - dbf field length of 256 is outside allowable range of 1 to 255 when writing dbf file."},
-        {1, "Char", "ERROR 0412 - dbf field length of 0 is outside allowable range of 1 to 255 when writing dbf file."},
-        {1, "Decimal(0,0)", "ERROR 0412 - dbf field length of 0 is"},
-        {1, "Blob", "Should not be here [Unrecognised DBF field] - please contact "},
-        {1, "Decimal(10,256)", "Should not be here [i1u: i4 outside range] - please contact "},
-        {128, "Char(255)", ""},
-    };
-    for (const auto& [attributes, type, message] : rows) {
-        const Written w = writtenAs(std::vector<GisAttribute>(attributes, {"A", std::string(type)}), {});
-        CHECK(holds(w.said, message.empty() ? "Closing" : std::string(message)));
-        CHECK(w.said.ends_with("<stopped>") != message.empty());
+TEST_CASE("attributes and records that a .dbf file cannot hold end the run, naming field and record") {
+    for (const Row& row : rowsOf(R"(
+# columns, their type, the second record ("~": 1000 blanks), what is said, and of which place
+129 | Integer | | ERROR 0411 - Exceeded maximum number of dbf Fields trying to write dbf file.
+0 | | | ERROR 0319 - No attributes specified when writing .dbf file.
+1 | Char(256) | | ERROR 0412 - dbf field length of 256 is outside allowable range of 1 to 255 when writing dbf file.
+1 | Char | | ERROR 0412 - dbf field length of 0 is outside allowable range of 1 to 255 when writing dbf file.
+1 | Decimal(0,0) | | ERROR 0412 - dbf field length of 0 is
+1 | Blob | | Should not be here [Unrecognised DBF field] - please contact
+1 | Decimal(10,256) | | Should not be here [i1u: i4 outside range] - please contact
+128 | Char(255)
+2 | Integer | 1,123456789 | ERROR 0417 - Writing .dbf record.$ERROR 0254 - Failed to write attribute data record for a POINT object\
+    | a.dbf, field A2, record 2: 123456789
+2 | Integer | x,1 | ERROR 0417 - Writing .dbf record. | a.dbf, field A, record 2: x
+2 | Integer | x,1~ | ERROR 0417 - Writing large .dbf record.$ERROR 0254 - Failed to write large attribute data record\
+    | field A, record 2: x
+2 | Integer | 1 | Should not be here [dbfdataline] - please contact
+2 | Integer | 1,2,3 | Should not be here [dbfdataline] - please contact
+2 | Integer | 1~ | Should not be here [dbfdatalinelarge] - please contact
+)")) {
+        CAPTURE(row[3]);
+        GisHeader header = headerOf("", GisShape::Point);
+        header.attributes.assign(static_cast<std::size_t>(wholeOf(row[0])), {"A", row[1]});
+        std::vector<std::string> records;
+        if (!row[2].empty()) records = {"1,2", replaced(row[2], "~", std::string(1000, ' '))};
+        const std::string said = writtenAs(header, records).first;
+        CHECK_MESSAGE(holds(said, row[3].empty() ? "Closing" : replaced(row[3], "$", "\n")), said);
+        CHECK(holds(said, row[4]));
+        CHECK(said.ends_with("<stopped>") != row[3].empty());
     }
-}
-
-TEST_CASE("names are cut to 11 bytes and stay apart") {
-    const LayerTest test;
-    test.writeLayer("a.shp",
-                    {"",
-                     "",
-                     GisShape::Point,
-                     {{"Water Level Max", "Float"}, {"Water Level Min", "Float"}, {"water_level", "Float"}}},
-                    {}, {});
-    const std::string dbf = test.folder.read("a.dbf");
-    CHECK(dbf.substr(32, 11) + dbf.substr(64, 11) + dbf.substr(96, 11) == "Water_LevelWater_Leve2water_leve3");
 }
 
 TEST_CASE("text is in code page 1252; what does not fit is cut with one warning") {
-    const Written w = writtenAs(
-        {{"Name", "Char(4)"}, {"N", "Integer"}},
+    const auto& [said, records] = writtenAs(
+        headerOf("Name=Char(4);N=Integer", GisShape::Point),
         {"\"\xC3\xA9t\xC3\xA9\",1", "\"abcde\",2", "\"a,\"\"b\",3", "\"vwxyz\",4", "\"\xE2\x82\xAC\xD0\x96\",5"});
-    CHECK(w.records ==
+    CHECK(records ==
           shpBytesOf(
               "20 E9 't E9 20 7*20 '1 20 'abcd 7*20 '2 20 'a,\"b 7*20 '3 20 'vwxy 7*20 '4 20 80 '? 2*20 7*20 '5 1A"));
-    CHECK(count(w.said, "WARNING - Text is cut") == 1);
-    CHECK(count(w.said, "a.dbf, field Name, record 2: abcde") == 1);
-    CHECK(count(w.said, "WARNING") == 2);  // the other: a letter that the page lacks
-}
-
-TEST_CASE("a record that its fields cannot hold ends the run, naming field and record") {
-    const std::tuple<std::string, std::string_view, std::string_view> rows[] = {
-        {"1,123456789", "a.dbf, field N2, record 2: 123456789 ",
-         "ERROR 0417 - Writing .dbf record.\nERROR 0254 - Failed to write attribute data record for a POINT object"},
-        {"x,1", "a.dbf, field N1, record 2: x ", "ERROR 0417 - Writing .dbf record."},
-        {"x,1" + std::string(1000, ' '), "field N1, record 2: x ",
-         "ERROR 0417 - Writing large .dbf record.\nERROR 0254 - Failed to write large attribute data record"},
-        {"1", "", "Should not be here [dbfdataline] - please contact "},
-        {"1,2,3", "", "Should not be here [dbfdataline] - please contact "},
-        {"1" + std::string(1000, ' '), "", "Should not be here [dbfdatalinelarge] - please contact "},
-    };
-    for (const auto& [line, place, message] : rows) {
-        const Written w = writtenAs({{"N1", "Integer"}, {"N2", "Integer"}}, {"1,2", line});
-        CHECK(holds(w.said, place));
-        CHECK(holds(w.said, message));
-        CHECK(w.said.ends_with("<stopped>"));
-    }
+    CHECK(countOf(said, "WARNING - Text is cut") == 1);
+    CHECK(holds(said, "a.dbf, field Name, record 2: abcde"));
+    CHECK(countOf(said, "WARNING") == 2);  // the other: a letter that the page lacks
 }
 
 TEST_CASE("a table alone is written and read without geometry") {
@@ -175,8 +141,7 @@ TEST_CASE("a table alone is written and read without geometry") {
         CHECK((gisReadRecord(id, line) && line == "1,\"a\""));
         gisCloseLayer(id);
     });
-    CHECK(said.find(
-              "DBF Fields (Name [#/Type/Length]):\n   ID [1/N/8]\n   Name [2/C/5]\nDBF file contains 2 records.\n") !=
-          std::string::npos);
+    CHECK(holds(said,
+                "DBF Fields (Name [#/Type/Length]):\n   ID [1/N/8]\n   Name [2/C/5]\nDBF file contains 2 records.\n"));
     CHECK(!FIND_FILE(test.folder.name("t.shp")));
 }

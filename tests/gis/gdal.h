@@ -1,6 +1,7 @@
 // GDAL's command-line tools as independent readers and writers of layers, for tests.
 #pragma once
 
+#include "rows.h"
 #include "temporary_folder.h"
 
 #include <cstdlib>
@@ -15,9 +16,9 @@ inline bool gdalIsThere() {
 }
 
 /// What the command says, on both its outputs. In its words every "@" is the folder with its separator.
-inline std::string gdalSays(const TemporaryFolder& folder, std::string command) {
-    for (auto at = command.find('@'); at != std::string::npos; at = command.find('@'))
-        command.replace(at, 1, folder.name(""));
-    std::system((command + " > " + folder.name("said.tmp") + " 2>&1").c_str());
-    return folder.read("said.tmp");
+inline std::string gdalSays(const TemporaryFolder& folder, const std::string& command) {
+    std::system((replaced(command, "@", folder.name("")) + " > " + folder.name("said.tmp") + " 2>&1").c_str());
+    std::string said = folder.read("said.tmp");
+    std::filesystem::remove(folder.name("said.tmp"));
+    return said;
 }

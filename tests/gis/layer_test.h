@@ -6,9 +6,33 @@
 #include "services/files.h"
 #include "temporary_folder.h"
 
-#include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
+
+/// "Name=Char(4);ID=Integer": a header with these columns.
+inline GisHeader headerOf(const std::string& columns, GisShape shape = GisShape::Any) {
+    GisHeader header;
+    header.shape = shape;
+    std::istringstream list(columns);
+    for (std::string name, type; std::getline(list, name, '=') && std::getline(list, type, ';');)
+        header.attributes.push_back({name, type});
+    return header;
+}
+/// "Name Char(4);" for each column.
+inline std::string columnsOf(const GisHeader& header) {
+    std::string columns;
+    for (const GisAttribute& a : header.attributes) columns += a.name + ' ' + a.type + ';';
+    return columns;
+}
+
+/// What the console shows of a layer, and what was read of it.
+struct ReadLayer {
+    std::string said;
+    GisHeader header;
+    std::vector<GisObject> objects;
+    std::vector<std::string> records;
+};
 
 struct LayerTest {
     TemporaryFolder folder;
@@ -33,24 +57,25 @@ struct LayerTest {
         });
     }
     /// Reads a layer whole. drop: as the profile readers do.
-    std::string readLayer(std::string_view file, std::vector<GisObject>& objects, std::vector<std::string>& records,
-                          GisHeader& header, bool drop = false) const {
-        return consoleOf([&] {
+    ReadLayer readLayer(std::string_view file, bool drop = false) const {
+        ReadLayer read;
+        read.said = consoleOf([&] {
             const auto id = gisOpenLayer(folder.name(file), "R", "I ");
             if (drop) gisDropShortRegions(id);
             gisReadHeader(id);
-            header = gisHeader(id);
+            read.header = gisHeader(id);
             GisObject o;
             std::string record;
             while (gisObjectType(id, o)) {
                 const bool kept = gisReadObject(id, o);
                 gisReadRecord(id, record);
                 if (!kept) continue;
-                objects.push_back(o);
-                records.push_back(record);
+                read.objects.push_back(o);
+                read.records.push_back(record);
             }
             gisCloseLayer(id);
         });
+        return read;
     }
 };
 

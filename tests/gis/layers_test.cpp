@@ -23,30 +23,27 @@ TEST_CASE("the lowest free handle is taken, up to 100") {
         CHECK(gisOpenLayer(test.folder.name("again.mif"), "PR", "O ") == 3);
         gisOpenLayer(test.folder.name("101.mif"), "R", "O ");
     });
-    CHECK(said.find("GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n") !=
-          std::string::npos);
-    CHECK(holds(said, "\nERROR 0251 - Cannot have more than 100 GIS layers open at once.\n"));
-    CHECK(said.ends_with("<stopped>"));
+    CHECK(holds(said, "GIS Layer assigned ID of 100\nClosing GIS Layer 3 [" + test.folder.name("3") + "]...\n"));
+    CHECK(stops(said, "\nERROR 0251 - Cannot have more than 100 GIS layers open at once.\n"));
 }
 
 TEST_CASE("the extension chooses the format") {
     using F = GisFormat;
-    const auto alone = GisTable::Alone, objects = GisTable::WithObjects;
-    const std::tuple<const char*, GisTable, GisFormat, const char*> rows[] = {
-        {"a", objects, F::Mif, ""},        {"b.Mif", objects, F::Mif, ""},      {"c.MID", objects, F::Mif, ""},
-        {"e.csv", alone, F::Csv, ""},      {"f.csv", objects, F::None, ".csv"}, {"g.dbf", objects, F::None, ".dbf"},
-        {"h.tab", alone, F::None, ".tab"},
+    const std::tuple<const char*, GisTable, GisFormat, std::string> rows[] = {
+        {"a", GisTable::WithObjects, F::Mif, ""},     {"b.Mif", GisTable::WithObjects, F::Mif, ""},
+        {"c.MID", GisTable::WithObjects, F::Mif, ""}, {"f.csv", GisTable::WithObjects, F::None, ".csv"},
+        {"e.csv", GisTable::Alone, F::Csv, ""},       {"g.dbf", GisTable::WithObjects, F::None, ".dbf"},
+        {"h.tab", GisTable::Alone, F::None, ".tab"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, table, format, refused] : rows) {
         const LayerTest test;
-        const std::string said = consoleOf([&] {
-            const auto id = gisOpenLayer(test.folder.name(std::get<0>(row)), "R", "O ", std::get<1>(row));
-            CHECK(gisEntry(id).format == std::get<2>(row));
+        const std::string said = consoleOf([&, n = name, t = table, f = format] {
+            const auto id = gisOpenLayer(test.folder.name(n), "R", "O ", t);
+            CHECK(gisEntry(id).format == f);
             gisCloseAllLayers();
         });
-        const std::string refusal =
-            "ERROR 0252 - " + std::string(std::get<3>(row)) + " is not a supported GIS file format.\n";
-        CHECK_MESSAGE(holds(said, refusal) == (std::get<2>(row) == F::None), said);
+        const std::string refusal = "ERROR 0252 - " + refused + " is not a supported GIS file format.\n";
+        CHECK_MESSAGE(holds(said, refusal) == (format == F::None), said);
     }
 }
 
@@ -118,9 +115,7 @@ TEST_CASE("input layers are listed once, in the list, the workspace and the log"
         CHECK(gisEntry(5).listNumber == 0);
         gisCloseAllLayers();
     });
-    const std::string a = test.folder.name("a.mif");
-    const std::string b = test.folder.name("b.mif");
-    const std::string p = test.folder.name("p.csv");
+    const std::string a = test.folder.name("a.mif"), b = test.folder.name("b.mif"), p = test.folder.name("p.csv");
     CHECK(test.folder.read("out.wor") ==
           "!Workspace\n!Version 6007\n!Charset WindowsLatin1\n!Contains GIS input layers from VORANT simulation\n"
           "! .mif/.mid Layer with no .tab Layer \"" +

@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr std::string_view MGA = "CoordSys Earth Projection 8, 116, \"m\", 147, 0, 0.9996, 500000, 10000000";
-
 /// Every geometry that GDAL puts into a .mif file, with one attribute of each type; the numbers are short in decimal.
 constexpr std::string_view GEOJSON = R"({"type":"FeatureCollection","features":[
 {"type":"Feature","properties":{"id":1,"name":"Caf\u00e9, \"A\"","v":1.25,"d":"2020-01-02"},"geometry":{"type":"Point","coordinates":[146.5,-36.25]}},
@@ -27,12 +25,6 @@ const GisObject FROM_GDAL[] = {
     objectOf(GisKind::None, {}),
 };
 
-std::string withCrLf(const std::string& text) {
-    std::string out;
-    for (const char c : text) out += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    return out;
-}
-
 }  // namespace
 
 TEST_CASE("a .mif layer that GDAL wrote is read with the same content") {
@@ -40,18 +32,13 @@ TEST_CASE("a .mif layer that GDAL wrote is read with the same content") {
     const LayerTest test;
     test.folder.write("in.geojson", GEOJSON);
     REQUIRE(gdalSays(test.folder, "ogr2ogr -f \"MapInfo File\" -dsco FORMAT=MIF @out.mif @in.geojson") == "");
-    test.folder.write("cr.mif", withCrLf(test.folder.read("out.mif")));
-    test.folder.write("cr.mid", withCrLf(test.folder.read("out.mid")));
+    test.folder.write("cr.mif", replaced(test.folder.read("out.mif"), "\n", "\r\n"));
+    test.folder.write("cr.mid", replaced(test.folder.read("out.mid"), "\n", "\r\n"));
     for (const char* name : {"out.mif", "cr.mif"}) {
-        std::vector<GisObject> objects;
-        std::vector<std::string> records;
-        GisHeader header;
-        const std::string said = test.readLayer(name, objects, records, header);
+        const auto& [said, header, objects, records] = test.readLayer(name);
         CHECK_MESSAGE(!said.ends_with("<stopped>"), said);
         CHECK(header.coordSys == "CoordSys Earth Projection 1, 104");
-        std::string columns;
-        for (const auto& a : header.attributes) columns += a.name + " " + a.type + ";";
-        CHECK(columns == "id Integer;name Char(254);v Float;d Date;");
+        CHECK(columnsOf(header) == "id Integer;name Char(254);v Float;d Date;");
         REQUIRE(objects.size() == std::size(FROM_GDAL));
         for (std::size_t i = 0; i < objects.size(); ++i) CHECK_MESSAGE(sameGeometry(objects[i], FROM_GDAL[i]), i);
         CHECK(records[0] == "1,\"Caf\xC3\xA9, \"\"A\"\"\",1.25,20200102");

@@ -6,13 +6,11 @@ namespace {
 
 constexpr std::string_view MGA = "CoordSys Earth Projection 8, 116, \"m\", 147, 0, 0.9996, 500000, 10000000";
 
-std::string readHeader(const LayerTest& test, const std::string& text, GisHeader& header) {
+ReadLayer readHeader(const LayerTest& test, const std::string& text) {
     test.folder.write("h.mif", text);
     test.folder.write("h.mid", "");
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
     INITIALISE_FILES();
-    return test.readLayer("h.mif", objects, records, header);
+    return test.readLayer("h.mif");
 }
 
 }  // namespace
@@ -20,28 +18,21 @@ std::string readHeader(const LayerTest& test, const std::string& text, GisHeader
 TEST_CASE("a header is written line by line and read back") {
     const LayerTest test;
     gisSetProjection({std::string(MGA), "", false});
-    const GisHeader header = {
-        "",
-        "",
-        GisShape::Point,
-        {{"Grid Ref", "Char(16)"}, {"Water Level", "Decimal(10, 4)"}, {"Water_Level", "Float"}, {"Wet", "Logical"}}};
-    test.writeLayer("w.mif", header, {}, {});
+    const std::string columns = "Grid Ref=Char(16);Water Level=Decimal(10, 4);Water_Level=Float;Wet=Logical";
+    test.writeLayer("w.mif", headerOf(columns, GisShape::Point), {}, {});
     CHECK(test.folder.read("w.mif") == "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n" + std::string(MGA) +
                                            "\nColumns 4\n  Grid_Ref Char(16)\n  Water_Level Decimal(10,4)\n  "
                                            "Water_Level2 Float\n  Wet Logical\nData\n");
     CHECK(test.folder.read("w.mid").empty());
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
-    GisHeader read;
-    const std::string said = test.readLayer("w.mif", objects, records, read);
-    CHECK(holds(said, "MIF Fields: Name [#/Type]:\n   Grid_Ref [1/Char(16)]\n   Water_Level [2/Decimal(10,4)]\n"));
-    CHECK(read.coordSys == MGA);
+    const ReadLayer read = test.readLayer("w.mif");
+    CHECK(holds(read.said, "MIF Fields: Name [#/Type]:\n   Grid_Ref [1/Char(16)]\n   Water_Level [2/Decimal(10,4)]\n"));
+    CHECK(read.header.coordSys == MGA);
 }
 
 TEST_CASE("the extent of the run widens the bounds of a NonEarth layer") {
     const LayerTest test;
     gisSetExtent(2e7, 0, 2.1e7, 10);
-    test.writeLayer("w.mif", {"", "", GisShape::Any, {{"A", "Integer"}}}, {}, {});
+    test.writeLayer("w.mif", headerOf("A=Integer"), {}, {});
     CHECK(holds(test.folder.read("w.mif"),
                 "\nCoordSys NonEarth Units \"m\" Bounds(-9999999, -9999999) (22000000, 9999999)\n"));
 }
@@ -63,10 +54,9 @@ MGA/Transform 100, 100, 0, 0/COLUMNSData/ | ERROR 0308 - Reading .mif file.  Err
 MGA/Transform 0, 0, 0, 0/COLUMNSData/ | B [2|goes on
 )")) {
         gisInitialise();
-        GisHeader header;
         const std::string text =
             replaced(replaced(row[0], "COLUMNS", "Columns 2/  A Integer/  B  Char ( 5 )/"), "/", "\n");
-        const std::string said = readHeader(test, replaced(text, "MGA", std::string(MGA)), header);
+        const auto& [said, header, objects, records] = readHeader(test, replaced(text, "MGA", std::string(MGA)));
         CHECK_MESSAGE(holds(said, replaced(row[1], "/", "\n")), said);
         CHECK(said.ends_with("<stopped>") == row[2].empty());
         CHECK(holds(said, "h.mif"));
@@ -90,8 +80,7 @@ TEST_CASE("an input in another coordinate system stops the run, or warns when th
     for (const auto& [run, warn, expected] : rows) {
         gisInitialise();
         gisSetProjection({run, "", warn});
-        GisHeader header;
-        const std::string said = readHeader(test, text, header);
+        const auto& [said, header, objects, records] = readHeader(test, text);
         CHECK(holds(said, expected));
         CHECK(holds(said, "0305") == (*expected != '\0'));
         CHECK(said.ends_with("   The run: " + std::string(run) +

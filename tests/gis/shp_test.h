@@ -42,19 +42,16 @@ inline std::string shpBytesOf(std::string_view text) {
 /// What is said when that holds an ERROR or a WARNING, the attributes, "|", then a line for each object: its record,
 /// "|", "x y," for each vertex and "/" behind each part.
 inline std::string shpReadingOf(const LayerTest& test) {
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
-    GisHeader header;
-    std::string all = test.readLayer("a.shp", objects, records, header);
+    const ReadLayer read = test.readLayer("a.shp");
+    std::string all = read.said;
     if (all.find("ERROR") == std::string::npos && all.find("WARNING") == std::string::npos) all.clear();
-    for (const GisAttribute& a : header.attributes) all += a.name + ' ' + a.type + ';';
-    all += '|';
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        all += '\n' + records[i] + '|';
-        for (std::size_t v = 1, part = 1; v < objects[i].x.size(); ++v) {
-            all += std::to_string(static_cast<int>(objects[i].x[v])) + ' ' +
-                   std::to_string(static_cast<int>(objects[i].y[v])) + ',';
-            if (v != static_cast<std::size_t>(objects[i].ir[part])) continue;
+    all += columnsOf(read.header) + '|';
+    for (std::size_t i = 0; i < read.records.size(); ++i) {
+        const GisObject& o = read.objects[i];
+        all += '\n' + read.records[i] + '|';
+        for (std::size_t v = 1, part = 1; v < o.x.size(); ++v) {
+            all += std::to_string(static_cast<int>(o.x[v])) + ' ' + std::to_string(static_cast<int>(o.y[v])) + ',';
+            if (v != static_cast<std::size_t>(o.ir[part])) continue;
             all += '/';
             ++part;
         }

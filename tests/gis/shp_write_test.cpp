@@ -5,14 +5,14 @@
 
 namespace {
 
-GisHeader oneColumn(GisShape shape) { return {"", "", shape, {{"ID", "Integer"}}}; }
+GisHeader oneColumn(GisShape shape) { return headerOf("ID=Integer", shape); }
 const GisObject POINT = objectOf(GisKind::Point, {{1, 2}});
 
 }  // namespace
 
 TEST_CASE("a layer of one point has 64 and 54 words, big-endian outside and little-endian inside") {
     const LayerTest test;
-    CHECK(test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"7"}).find("<stopped>") == std::string::npos);
+    CHECK_FALSE(holds(test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"7"}), "<stopped>"));
     const std::string box = "E8030000 01000000" D1 D2 D1 D2 "32*00 ";
     CHECK(test.folder.read("a.shp") ==
           shpBytesOf("0000270A 20*00 00000040 " + box + "00000001 0000000A 01000000" D1 D2));
@@ -69,12 +69,10 @@ TEST_CASE("objects of any size read back equal, around the size of a block") {
     objects.push_back(parts);
     records.emplace_back("10000");
     test.writeLayer("a.shp", oneColumn(GisShape::Lines), objects, records);
-    std::vector<GisObject> read;
-    std::vector<std::string> lines;
-    GisHeader header;
-    CHECK(test.readLayer("a.shp", read, lines, header).find("ERROR") == std::string::npos);
+    const auto& [said, header, read, lines] = test.readLayer("a.shp");
+    CHECK_FALSE(holds(said, "ERROR"));
     CHECK(lines == records);
-    for (std::size_t i = 0; i < read.size(); ++i) CHECK(sameGeometry(read[i], objects[i]));
+    for (std::size_t i = 0; i < objects.size(); ++i) CHECK(sameGeometry(read.at(i), objects[i]));
 }
 
 TEST_CASE("an empty layer is valid: its planned type, no box, no records") {
@@ -87,21 +85,19 @@ TEST_CASE("an empty layer is valid: its planned type, no box, no records") {
 
 TEST_CASE("objects that the layer does not take end the run") {
     const double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr auto OTHER = "Should not be here [gisWriteObject-shp].  Please contact ",
+                   COORDINATES = "ERROR 0439 - Writing .shp file object coordinates.";
     const std::tuple<GisShape, GisObject, std::string_view> rows[] = {
-        {GisShape::Point, objectOf(GisKind::Pline, {{0, 0, 1, 1}}),
-         "Should not be here [gisWriteObject-shp].  Please contact "},
-        {GisShape::Any, objectOf(GisKind::Pline, {{0, 0, 1, 1}}),
-         "Should not be here [gisWriteObject-shp].  Please contact "},  // after a point
+        {GisShape::Point, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), OTHER},
+        {GisShape::Any, objectOf(GisKind::Pline, {{0, 0, 1, 1}}), OTHER},  // after a point
         {GisShape::Any, objectOf(GisKind::Ellipse, {{0, 0, 1, 1}}),
          "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact "},
-        {GisShape::Point, objectOf(GisKind::Point, {{nan, 1}}), "ERROR 0439 - Writing .shp file object coordinates."},
-        {GisShape::Point, objectOf(GisKind::Point, {{1, -std::numeric_limits<double>::infinity()}}),
-         "ERROR 0439 - Writing .shp file object coordinates."},
+        {GisShape::Point, objectOf(GisKind::Point, {{nan, 1}}), COORDINATES},
+        {GisShape::Point, objectOf(GisKind::Point, {{1, -std::numeric_limits<double>::infinity()}}), COORDINATES},
     };
     for (const auto& [planned, object, message] : rows) {
         const std::string said = LayerTest().writeLayer("a.shp", oneColumn(planned), {POINT, object}, {"1", "2"});
-        CHECK(holds(said, std::string(message)));
-        CHECK(said.ends_with("<stopped>"));
+        CHECK(stops(said, message));
     }
 }
 
@@ -119,9 +115,8 @@ TEST_CASE("a disk that is full ends the run, whichever file it was") {
             std::filesystem::create_symlink("/dev/full", test.folder.name(file));
             const std::string said = test.writeLayer("a.shp", oneColumn(GisShape::Point), std::vector(objects, POINT),
                                                      std::vector<std::string>(objects, "1"));
-            CHECK(holds(said, objects == 1 ? message : "No space left on device"));
+            CHECK(stops(said, objects == 1 ? message : "No space left on device"));
             CHECK(holds(said, "ERROR"));
-            CHECK(said.ends_with("<stopped>"));
         }
 }
 
@@ -141,12 +136,9 @@ TEST_CASE("no file passes the limit: the run stops behind what fits, in pairs, a
             gisWriteRecord(id, "2");
             gisWriteObject(id, POINT);
         });
-        CHECK(holds(said, std::string(full == 0   ? "a.shp"
-                                      : full == 1 ? "a.shx"
-                                                  : "a.dbf") +
-                              " would pass 2147483647 bytes"));
-        CHECK(holds(said, "Use -mif or a coarser output."));
-        CHECK(said.ends_with("<stopped>"));
+        const char* const names[] = {"a.shp", "a.shx", "a.dbf"};
+        CHECK(holds(said, names[full] + std::string(" would pass 2147483647 bytes")));
+        CHECK(stops(said, "Use -mif or a coarser output."));
         for (const std::size_t file : {0U, 2U}) CHECK(gisEntry(1).files[file].count == 2);
         CHECK(std::filesystem::is_empty(test.folder.name("")));
     }
@@ -154,24 +146,20 @@ TEST_CASE("no file passes the limit: the run stops behind what fits, in pairs, a
 
 TEST_CASE("a copy keeps types and projection, and says what has no geometry") {
     const LayerTest test;
-    GisHeader header = {
-        "", "", GisShape::Any, {{"D", "Date"}, {"S", "SmallInt"}, {"T", "Time"}, {"N", "Decimal(9,2)"}}};
+    GisHeader header = headerOf("D=Date;S=SmallInt;T=Time;N=Decimal(9,2)");
     header.prj = "PROJCS[\"kept\"]";
     const std::string record = "20240229,-32768,\"093000000\",1.50";
     const std::string said =
         test.writeLayer("a.shp", header, {POINT, objectOf(GisKind::None, {}), POINT}, {record, "lost", record});
     CHECK(holds(said, "WARNING - 1 objects without geometry are left out of "));
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
-    test.readLayer("a.shp", objects, records, header);
-    CHECK((header.format == GisFormat::Shp && records == std::vector<std::string>{record, record}));
+    const ReadLayer read = test.readLayer("a.shp");
+    CHECK((read.header.format == GisFormat::Shp && read.records == std::vector<std::string>{record, record}));
     gisSetProjection({"", "PROJCS[\"the run's\"]", false});
-    test.writeLayer("b.shp", header, objects, records);
+    test.writeLayer("b.shp", read.header, read.objects, read.records);
     for (const char* extension : {".shp", ".shx", ".dbf", ".prj"})
         CHECK(test.folder.read("b" + std::string(extension)) == test.folder.read("a" + std::string(extension)));
-    test.writeLayer("b.mif", header, objects, records);
-    CHECK(test.folder.read("b.mif").find("\n  D Date\n  S Decimal(6,0)\n  T Char(9)\n  N Decimal(9,2)\n") !=
-          std::string::npos);
+    test.writeLayer("b.mif", read.header, read.objects, read.records);
+    CHECK(holds(test.folder.read("b.mif"), "\n  D Date\n  S Decimal(6,0)\n  T Char(9)\n  N Decimal(9,2)\n"));
     CHECK(test.folder.read("b.mid") == record + "\n" + record + "\n");
 }
 
@@ -183,25 +171,23 @@ TEST_CASE("the .prj file of an output is the run's text, whole, and that of an i
     CHECK(output.folder.read("a.prj") == text);
 
     const std::string run = "PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]";
-    const std::tuple<std::string_view, bool, std::string_view, bool> rows[] = {
-        {"PROJCS[\"GDA94 / MGA 56\",UNIT[\"metre\",1]]", false, "", false},
-        {"PROJCS[\"gda94 / mga 56\",\r\n    UNIT[\"metre\", 1.0]]\r\n", false, "", false},
-        {"PROJCS[\"other\"]", false, "ERROR 0305 - Projection of .shp file is different to that of the run.\n   ",
-         true},
-        {"PROJCS[\"other\"]", true, "WARNING 0305 - Projection of .shp file is different to that of the run.", false},
-        {"GEOGCS[\"x\"]", true,
-         "WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.", false},
-        {"", false, "ERROR 0420 - Could not read projection line in .prj file.", true},
-        {"", true, "WARNING 0420 - Could not read projection line in .prj file.", false},
-    };
-    for (const auto& [prj, warn, message, stops] : rows) {
+    for (const Row& row : rowsOf(R"(
+# .prj file ("$" ends a line), -prjwarn, what is said
+PROJCS["GDA94 / MGA 56",UNIT["metre",1]]
+PROJCS["gda94 / mga 56",$    UNIT["metre", 1.0]]$
+PROJCS["other"] | | ERROR 0305 - Projection of .shp file is different to that of the run.$
+PROJCS["other"] | warn | WARNING 0305 - Projection of .shp file is different to that of the run.
+GEOGCS["x"] | warn | WARNING 0420 - Could not find PROJCS definition.  Projection of .shp file might not be cartesian.
+ | | ERROR 0420 - Could not read projection line in .prj file.
+ | warn | WARNING 0420 - Could not read projection line in .prj file.
+)")) {
         const LayerTest test;
         test.writeLayer("a.shp", oneColumn(GisShape::Point), {POINT}, {"1"});
-        test.folder.write("a.prj", prj);
-        gisSetProjection({"", run, warn});
+        test.folder.write("a.prj", replaced(row[0], "$", "\r\n"));
+        gisSetProjection({"", run, row[1] == "warn"});
         const std::string said = shpReadingOf(test);
-        CHECK(holds(said, message));
-        CHECK((said.find("0305") != std::string::npos || said.find("0420") != std::string::npos) == !message.empty());
-        CHECK(holds(said, "<stopped>") == stops);
+        CHECK_MESSAGE(holds(said, replaced(row[2], "$", "\n   ")), said);
+        CHECK((holds(said, "0305") || holds(said, "0420")) != row[2].empty());
+        CHECK(holds(said, "<stopped>") == row[2].starts_with("ERROR"));
     }
 }

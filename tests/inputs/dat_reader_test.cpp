@@ -93,9 +93,7 @@ TEST_CASE("A file that is no whole binary .dat is refused by name") {
     for (const auto& [bytes, expected] : rows) {
         CAPTURE(expected);
         const std::string said = readDat(bytes);
-        CHECK(holds(said, expected));
-        CHECK(holds(said, "ERROR - "));
-        CHECK(holds(said, "<stopped>"));
+        CHECK((holds(said, expected) && holds(said, "ERROR - ") && holds(said, "<stopped>")));
     }
 }
 
@@ -129,8 +127,7 @@ TEST_CASE("The first time within the tolerance is taken, and a closer one later 
         CHECK_MESSAGE(holds(said, expected), said);
         CHECK(holds(said, "WARNING") == holds(expected, "WARNING"));
         if (holds(expected, "ERROR")) continue;
-        CHECK(results.x[1] == value);
-        CHECK(results.wet[1] == wet);
+        CHECK((results.x[1] == value && results.wet[1] == wet));
     }
 }
 
@@ -159,37 +156,35 @@ TEST_CASE("Maximums of scalars") {
     const std::string stored =
         "File has maximums stored (time = 99,999) using these values and ignoring all other timesteps.";
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    struct {
+    struct Case {
         std::vector<Step> steps;
-        std::vector<float> values;
+        std::vector<float> values;  ///< entry 0 too; none: the run stops
         std::vector<std::uint8_t> wet;
         std::string said;
-    } const rows[] = {
-        {{{1, {5, -3}, {1, 0}}, {2, {4, -2}, {0, 0}}, {3, {9, 9}, {1, 1}}}, {5, -2}, {1, 0}, lastLeftOut},
-        {{{1, {5, 5}, {1, 1}}, {99999.0F, {2, 3}, {0, 1}}}, {2, 3}, {0, 1}, stored},  // its flags too
-        {{{1, {5, 5}, {1, 0}}, {2, {5, 5}, {0, 0}}, {99999.0F, {2, 3}, {}}},
-         {2, 3},
-         {1, 0},
-         stored},  // none stored: wet at any time
-        {{{1, {5, 5}, {}}, {99999.0F, {2, 3}, {}}}, {2, 3}, {1, 1}, stored},
-        {{{1, {5, 1}, {}}, {2, {4, 2}, {1, 0}}, {99999.1F, {9, 9}, {}}, {3, {8, 8}, {}}},
-         {5, 2},
-         {1, 1},
-         "time 2."},  // nothing behind it counts
-        {{{99999.0F, {7, 1}, {}}, {-99999, {0, 0}, {}}}, {7, 1}, {1, 1}, "Extracting maximums"},
-        {{{6, {1, 2}, {0, 1}}}, {1, 2}, {0, 1}, "Extracting maximums from all timesteps in .dat file"},
-        {{{1, {nan, INFINITE}, {}}, {2, {MISSING, 3}, {}}, {3, {0, 0}, {}}}, {MISSING, 3}, {1, 1}, lastLeftOut},
-        {{{99999.1F, {9, 9}, {}}, {2, {4, 2}, {}}}, {}, {}, "ERROR - "},
     };
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-        const auto& r = rows[i];
-        CAPTURE(i);
-        const std::string said = readDat(datBytes(header(2, 2), r.steps), maximums);
-        CHECK(holds(said, r.said));
-        CHECK(holds(said, "WARNING") == (r.said == lastLeftOut));
-        if (r.values.empty()) continue;
-        CHECK(std::vector<float>(results.x.begin() + 1, results.x.end()) == r.values);
-        CHECK(std::vector<std::uint8_t>(results.wet.begin() + 1, results.wet.end()) == r.wet);
+    const float o = MISSING;
+    for (const Case& c : std::vector<Case>{
+             {{{1, {5, -3}, {1, 0}}, {2, {4, -2}, {0, 0}}, {3, {9, 9}, {1, 1}}}, {o, 5, -2}, {1, 0}, lastLeftOut},
+             {{{1, {5, 5}, {1, 1}}, {99999.0F, {2, 3}, {0, 1}}}, {o, 2, 3}, {0, 1}, stored},  // its flags too
+             // none stored: wet at any time
+             {{{1, {5, 5}, {1, 0}}, {2, {5, 5}, {0, 0}}, {99999.0F, {2, 3}, {}}}, {o, 2, 3}, {1, 0}, stored},
+             {{{1, {5, 5}, {}}, {99999.0F, {2, 3}, {}}}, {o, 2, 3}, {1, 1}, stored},
+             // nothing behind it counts
+             {{{1, {5, 1}, {}}, {2, {4, 2}, {1, 0}}, {99999.1F, {9, 9}, {}}, {3, {8, 8}, {}}},
+              {o, 5, 2},
+              {1, 1},
+              "time 2."},
+             {{{99999.0F, {7, 1}, {}}, {-99999, {0, 0}, {}}}, {o, 7, 1}, {1, 1}, "Extracting maximums"},
+             {{{6, {1, 2}, {0, 1}}}, {o, 1, 2}, {0, 1}, "Extracting maximums from all timesteps in .dat file"},
+             {{{1, {nan, INFINITE}, {}}, {2, {o, 3}, {}}, {3, {0, 0}, {}}}, {o, o, 3}, {1, 1}, lastLeftOut},
+             {{{99999.1F, {9, 9}, {}}, {2, {4, 2}, {}}}, {}, {}, "ERROR - "}}) {
+        CAPTURE(c.said);
+        const std::string said = readDat(datBytes(header(2, 2), c.steps), maximums);
+        CHECK(holds(said, c.said));
+        CHECK(holds(said, "WARNING") == (c.said == lastLeftOut));
+        if (c.values.empty()) continue;
+        CHECK(results.x == c.values);
+        CHECK(std::vector<std::uint8_t>(results.wet.begin() + 1, results.wet.end()) == c.wet);
         CHECK(results.time == TIME_MAXIMUM);
     }
 }

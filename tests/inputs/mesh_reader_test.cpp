@@ -49,10 +49,8 @@ TEST_CASE("The length of the first line decides the flavour, and what it lacks s
         if (length > full.size()) first += std::string(length - full.size() - 2, ' ') + " 9";
         const std::string node = length == 83 ? "ND 1 5 6 7 0 0. 0. 0." : "ND 1 5 6 7";
         CHECK(holds(readMesh(first + "   \r\n" + node + "\r\n"), "Finished Reading"));
-        CHECK(mesh.qlMesh == ql);
-        CHECK(mesh.pre2005 == pre2005);
-        CHECK(mesh.geoReference.values[2] == third);
-        CHECK(mesh.geoReference.verticalOffset == offset);
+        CHECK((mesh.qlMesh == ql && mesh.pre2005 == pre2005));
+        CHECK((mesh.geoReference.values[2] == third && mesh.geoReference.verticalOffset == offset));
         CHECK(kindOf(1) == (ql ? "QL" : "  "));
     }
 }

@@ -1,12 +1,7 @@
 #include "inputs/statistics.h"
 
 #include "geometry/no_value.h"
-
-#include <doctest/doctest.h>
-
-#include <cmath>
-#include <limits>
-#include <vector>
+#include "testing.h"
 
 TEST_CASE("Statistics: worked by hand, percentiles linear between the ranks") {
     constexpr float HUGE_ONE = std::numeric_limits<float>::max();

@@ -30,7 +30,7 @@ TestDataset threeNodes(const std::string& path, std::vector<double> times, std::
 
 /// Reads every output of a run with these switches and hands each results record over.
 template <typename Take>
-std::string readAll(const std::string& file, const std::vector<const char*>& switches, const std::string& type,
+std::string readAll(const std::string& file, const std::vector<std::string>& switches, const std::string& type,
                     Take take) {
     readSwitches(switches);
     return consoleOf([&] {
@@ -52,47 +52,38 @@ std::vector<float> withoutFirst(const std::vector<float>& table) {
     return {table.begin() + (table.empty() ? 0 : 1), table.end()};
 }
 
-std::size_t count(const std::string& text, const std::string& part) {
-    std::size_t n = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
-    return n;
-}
-
 }  // namespace
 
 TEST_CASE("each way of reading fills the record with the right values, flags and time") {
     const TemporaryFolder folder;
     const std::string file = folder.name("x.xmdf");
-    makeXmdf(file, {
-                       threeNodes("/r/Maximums/Stored", {99999.0, 1.0}, {7, 8, 9, 1, 1, 1},
-                                  {1, 0, 1, 1}),  // only the first of two times counts
-                       threeNodes("/r/Minimums/Stored", {-99999.0}, {1, 2, MISSING}, {0, 1}),
-                       threeNodes("/r/Temporal/Scalar", {0, 1, 2},
-                                  {5, MISSING, MISSING, 4, NOT_A_NUMBER, MISSING, 3, -2, MISSING}, {0, 0, 0, 1, 0, 0}),
-                       threeNodes("/r/Temporal/Arrows", {0, 1},
-                                  {3, 4, MISSING, MISSING, MISSING, MISSING, 0, -6, 1, 2, MISSING, MISSING}, {}, true),
-                       threeNodes("/r/Times/Time of Peak h", {900001.0}, {1.5F, MISSING, 0}, {}),
-                       threeNodes("/r/Times/Two", {900001.0, 900002.0}, {1, 2, 3, 4, 5, 6}, {}),
-                   });
-    // entry 0 unused
-    const std::tuple<std::vector<const char*>, const char*, OutputTime, std::vector<float>, std::vector<float>,
-                     std::vector<std::uint8_t>>
-        rows[] = {
-            {{"-max"}, "Stored", TIME_MAXIMUM, {7, 8, 9}, {}, {1, 1, 0}},
-            {{"-min"}, "Stored", TIME_MINIMUM, {1, 2, MISSING}, {}, {1, 0, 1}},
-            {{"-max"}, "Scalar", TIME_MAXIMUM, {5, -2, MISSING}, {}, {1, 0, 1}},  // first and last time fold too; a
-                                                                                  // cell never wet stays dry
-            {{"-max"}, "Arrows", TIME_MAXIMUM, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},  // components of the longest; a
-                                                                                         // missing one is no long
-                                                                                         // vector
-            {{"-t2"}, "Scalar", {2}, {3, -2, MISSING}, {}, {1, 0, 0}},
-            {{"-tmax"}, "Water Level", TIME_OF_PEAK_LEVEL, {1.5F, MISSING, 0}, {}, {1}},
-            {{"-tmax", "-sec"}, "Water Level", TIME_OF_PEAK_LEVEL, {5400, MISSING, 0}, {}, {1}},
-        };
+    makeXmdf(file,
+             {threeNodes("/r/Maximums/Stored", {99999.0, 1.0}, {7, 8, 9, 1, 1, 1}, {1, 0, 1, 1}),  // the first counts
+              threeNodes("/r/Minimums/Stored", {-99999.0}, {1, 2, MISSING}, {0, 1}),
+              threeNodes("/r/Temporal/Scalar", {0, 1, 2},
+                         {5, MISSING, MISSING, 4, NOT_A_NUMBER, MISSING, 3, -2, MISSING}, {0, 0, 0, 1, 0, 0}),
+              threeNodes("/r/Temporal/Arrows", {0, 1},
+                         {3, 4, MISSING, MISSING, MISSING, MISSING, 0, -6, 1, 2, MISSING, MISSING}, {}, true),
+              threeNodes("/r/Times/Time of Peak h", {900001.0}, {1.5F, MISSING, 0}, {}),
+              threeNodes("/r/Times/Two", {900001.0, 900002.0}, {1, 2, 3, 4, 5, 6}, {})});
+    using Values = std::vector<float>;
+    using Flags = std::vector<std::uint8_t>;
+    const std::tuple<const char*, const char*, OutputTime, Values, Values, Flags> rows[] = {
+        // entry 0 unused
+        {"-max", "Stored", TIME_MAXIMUM, {7, 8, 9}, {}, {1, 1, 0}},
+        {"-min", "Stored", TIME_MINIMUM, {1, 2, MISSING}, {}, {1, 0, 1}},
+        // first and last time fold too; a cell never wet stays dry
+        {"-max", "Scalar", TIME_MAXIMUM, {5, -2, MISSING}, {}, {1, 0, 1}},
+        // components of the longest; a missing one is no long vector
+        {"-max", "Arrows", TIME_MAXIMUM, {0, 1, MISSING}, {-6, 2, MISSING}, {1}},
+        {"-t2", "Scalar", {2}, {3, -2, MISSING}, {}, {1, 0, 0}},
+        {"-tmax", "Water Level", TIME_OF_PEAK_LEVEL, {1.5F, MISSING, 0}, {}, {1}},
+        {"-tmax -sec", "Water Level", TIME_OF_PEAK_LEVEL, {5400, MISSING, 0}, {}, {1}},
+    };
     for (const auto& [switches, type, time, x, y, wet] : rows) {
         CAPTURE(type);
         int outputs = 0;
-        const std::string console = readAll(file, switches, type, [&](const Results& results) {
+        const std::string console = readAll(file, wordsOf(switches), type, [&](const Results& results) {
             ++outputs;
             CHECK(results.time == time);
             CHECK(withoutFirst(results.x) == x);
@@ -125,8 +116,8 @@ TEST_CASE("all times: the group is opened once, closed behind the last, and clos
     });
     CHECK(times == std::vector<OutputTime>{{0}, {0.5}, {1}});
     CHECK(first == std::vector<float>{1, 4, 7});
-    CHECK(count(console, "Opening Group.\nDone.\n") == 1);
-    CHECK(count(console, "Processing final timestep... closing group\n") == 1);
+    CHECK(countOf(console, "Opening Group.\nDone.\n") == 1);
+    CHECK(countOf(console, "Processing final timestep... closing group\n") == 1);
     readAll(file, {"-tAll"}, "d", [](const Results&) { EXITS(); });
     CHECK(openHandles() == 0);
 }
@@ -147,8 +138,7 @@ TEST_CASE("damaged values end the run with the operation, the file and the datas
     for (const auto& [time, message] : rows) {
         const std::string console =
             readAll(file, {time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
-        CHECK_MESSAGE(console.find(message + file + "\n        \"" + file + "\": /r/Temporal/d/Values, time number ") !=
-                          std::string::npos,
+        CHECK_MESSAGE(holds(console, message + file + "\n        \"" + file + "\": /r/Temporal/d/Values, time number "),
                       console);
         CHECK(console.ends_with("<stopped>"));
         CHECK(openHandles() == 0);

@@ -32,26 +32,28 @@ TestDataset dataset(const std::string& path, std::vector<double> times, bool vec
 }
 
 std::vector<TestDataset> model() {
-    const std::vector<double> hours = {0.0, 0.99, 1.01, 2.0};
-    return {
-        dataset("/run/Maximums/Depth", {99999.0}),
-        dataset("/run/Maximums/Only Max", {99999.0}),
-        dataset("/run/Maximums/Vector Velocity", {99999.0}, true),
-        dataset("/run/Minimums/Depth", {-99999.0}),
-        dataset("/run/Temporal/Depth", hours),
-        dataset("/run/Temporal/Manning n", hours),
-        dataset("/run/Temporal/Manning n2", hours),
-        dataset("/run/Temporal/Mass Error %", {0.0, 100800.0}, false, "seconds"),
-        dataset("/run/Temporal/Vector Velocity", hours, true),
-        dataset("/run/Temporal/Velocity", hours),
-        dataset("/run/Temporal/Water Level", hours),
-        dataset("/run/Times/Dur a", {200000.5}),
-        dataset("/run/Times/Dur b", {200000.5}),
-        dataset("/run/Times/Time of Peak V", {0.0}),
-        dataset("/run/Times/Time of Peak h", {900001.0}),
-        dataset("/z odd", {1.0, 2.0}),
-        dataset("/z one", {7.0}),
-    };
+    std::vector<TestDataset> datasets;
+    for (const Row& row : rowsOf(R"(
+/run/Maximums/Depth | 99999
+/run/Maximums/Only Max | 99999
+/run/Maximums/Vector Velocity | 99999
+/run/Minimums/Depth | -99999
+/run/Temporal/Depth | 0 0.99 1.01 2
+/run/Temporal/Manning n | 0 0.99 1.01 2
+/run/Temporal/Manning n2 | 0 0.99 1.01 2
+/run/Temporal/Mass Error % | 0 100800 | seconds
+/run/Temporal/Vector Velocity | 0 0.99 1.01 2
+/run/Temporal/Velocity | 0 0.99 1.01 2
+/run/Temporal/Water Level | 0 0.99 1.01 2
+/run/Times/Dur a | 200000.5
+/run/Times/Dur b | 200000.5
+/run/Times/Time of Peak V | 0
+/run/Times/Time of Peak h | 900001
+/z odd | 1 2
+/z one | 7
+)"))
+        datasets.push_back(dataset(row[0], listOf(row[1]), holds(row[0], "Vector"), row[2].empty() ? "Hours" : row[2]));
+    return datasets;
 }
 
 const char* readName(XmdfRead read) {
@@ -65,7 +67,7 @@ struct Selected {
     std::string items;
     std::string console;
 };
-Selected selected(const std::string& file, const std::vector<const char*>& switches, const std::string& type) {
+Selected selected(const std::string& file, const std::vector<std::string>& switches, const std::string& type) {
     Selected result;
     readSwitches(switches);
     result.console = consoleOf([&] {
@@ -85,11 +87,8 @@ Selected selected(const std::string& file, const std::vector<const char*>& switc
 /// console: "$" ends a line.
 void checkRow(const std::string& file, const std::string& switches, const std::string& type, const std::string& items,
               const std::string& console) {
-    const std::vector<std::string> each = switchesOf(switches);
-    std::vector<const char*> arguments;
-    for (const std::string& one : each) arguments.push_back(one.c_str());
     CAPTURE(switches);
-    const Selected result = selected(file, arguments, type);
+    const Selected result = selected(file, switchesOf(switches), type);
     CHECK(result.items == items);
     CHECK_MESSAGE(holds(result.console, replaced(replaced(console, "$", "\n"), "FILE", file)), result.console);
     CHECK(openHandles() == 0);

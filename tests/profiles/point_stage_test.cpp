@@ -63,10 +63,8 @@ TEST_CASE("Calibration points: a copy of the layer, a time series, and how it co
 
 TEST_CASE("A shapefile of gauges stays one, with vectors, without recorded values, or far from the mesh") {
     const LayerTest test;
-    const GisHeader header{
-        .coordSys = "", .bounds = "", .shape = GisShape::Point, .attributes = {{"Magnitude", "Char(5)"}}};
-    test.writeLayer("gauges.shp", header, {objectOf(GisKind::Point, {{5, 5}}), objectOf(GisKind::Point, {{50, 5}})},
-                    {"\"a\"", "\"b\""});
+    test.writeLayer("gauges.shp", headerOf("Magnitude=Char(5)", GisShape::Point),
+                    {objectOf(GisKind::Point, {{5, 5}}), objectOf(GisKind::Point, {{50, 5}})}, {"\"a\"", "\"b\""});
     const Mesh mesh = smallMesh();
     Results flow = scalarResults({-3, -3, -3, -3, -3, -3});
     flow.vector = true;
@@ -82,12 +80,9 @@ TEST_CASE("A shapefile of gauges stays one, with vectors, without recorded value
         END_POINTS(stage, base);
         WRITE_BED_POINTS(stage, base + "_bed");
     });
-    GisHeader read;
-    std::vector<GisObject> objects;
-    std::vector<std::string> records;
-    test.readLayer("x_cp.shp", objects, records, read);
-    CHECK(records == std::vector<std::string>{"\"a\",5.00,-126.87", "\"b\",-99999.00,-99999.00"});
-    CHECK(read.attributes[1].name == "Magnitude2");
+    const ReadLayer read = test.readLayer("x_cp.shp");
+    CHECK(read.records == std::vector<std::string>{"\"a\",5.00,-126.87", "\"b\",-99999.00,-99999.00"});
+    CHECK(read.header.attributes[1].name == "Magnitude2");
     CHECK(test.folder.read("x_cp.csv") ==
           "Label,X,Y,Elevation,SMS_ID,Time,Magnitude,Angle\n"
           "a,5.000,5.000,0.50,1,Max,5.00,-126.87\nb,50.000,5.000,,,Max,,\n");

@@ -7,16 +7,8 @@
 
 /// Nodes 1 2 3 at y = 0 and 4 5 6 at y = 10, x = 0, 10, 20; element 1 to the west, 2 to the east. Bed x / 10.
 inline Mesh smallMesh() {
-    Mesh mesh;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
-    for (const double y : {0.0, 10.0})
-        for (const double x : {0.0, 10.0, 20.0}) {
-            addNode(mesh, x, y);
-            mesh.nodes.back().z = static_cast<float>(x / 10.0);
-        }
-    addElement(mesh, 4, {1, 2, 5, 4});
-    addElement(mesh, 4, {2, 3, 6, 5});
+    Mesh mesh = meshOf({{0, 0}, {10, 0}, {20, 0}, {0, 10}, {10, 10}, {20, 10}}, {{1, 2, 5, 4}, {2, 3, 6, 5}});
+    for (MeshNode& node : mesh.nodes) node.z = static_cast<float>(node.x / 10.0);
     mesh.xmin = mesh.ymin = 0.0;
     mesh.xmax = 20.0;
     mesh.ymax = 10.0;

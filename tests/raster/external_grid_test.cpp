@@ -9,12 +9,6 @@ namespace {
 const std::string CORNER = "xllcorner 100.5\nyllcorner 200\ncellsize 2.5\n";
 const std::string GOOD = "ncols 3\nnrows 2\n" + CORNER;
 
-std::string repeated(const std::string& text, int count) {
-    std::string all;
-    while (count-- > 0) all += text;
-    return all;
-}
-
 }  // namespace
 
 // Name, header ("/" ends a line), corner, what stands behind the header.
@@ -88,7 +82,7 @@ GOODxllcenter inf/ | xllcenter inf
         check(row[0], row[1]);
     check("\x89PNG\r\n\x1a\n\x01\x02", "");
     check("nrows \x07" + std::string(200, 'z') + "/", "nrows ?" + std::string(73, 'z'));
-    check(repeated("nrows 2/", 101) + "GOOD",
+    check(replaced(std::string(101, 'n'), "n", "nrows 2/") + "GOOD",
           "ERROR 2332 - Failed to find header information in external grid file.  Check format of file.\n");
     const ScratchFolder folder;
     folder.write("a.flt", "1234");
@@ -111,7 +105,6 @@ TEST_CASE("READ_EXTERNAL_GRID_HEADER takes the projection beside the grid") {
         const std::string console = consoleOf([&] { external = READ_EXTERNAL_GRID_HEADER(folder.name("a.asc")); });
         CHECK(external.projection == projection);
         CHECK(console.starts_with("Using " + folder.name("A.PRJ") + " for setting projection.\n"));
-        CHECK((console.find("WARNING - Unable to find PROJCS line in " + folder.name("A.PRJ") + "\n") !=
-               std::string::npos) == warned);
+        CHECK((holds(console, "WARNING - Unable to find PROJCS line in " + folder.name("A.PRJ") + "\n")) == warned);
     }
 }

@@ -29,11 +29,8 @@ TEST_CASE("LAYOUT_GRID counts whole cells, one more in the node layout, from the
     };
     for (const auto& [width, height, spacing, cellCentred, ncols, nrows] : rows) {
         const Grid grid = LAYOUT_GRID(boxMesh(width, height), spacing, cellCentred);
-        CHECK(grid.ncols == ncols);
-        CHECK(grid.nrows == nrows);
-        CHECK(grid.xll == 100.0);
-        CHECK(grid.yll == -50.0);
-        CHECK(grid.cellSize == spacing);
+        CHECK((std::tuple(grid.ncols, grid.nrows, grid.cellSize) == std::tuple(ncols, nrows, spacing)));
+        CHECK((grid.xll == 100.0 && grid.yll == -50.0));
         CHECK(grid.values.empty());
     }
 }
@@ -53,12 +50,7 @@ TEST_CASE("LAYOUT_GRID refuses spacings that make no grid") {
 }
 
 TEST_CASE("DEFAULT_SPACING is the median side of the quads") {
-    Mesh mesh;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
-    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {3.33333, 0.0}, {3.33333, 5.0}, {0.0, 5.0}, {900.0, 0.0}})
-        addNode(mesh, x, y);
-    addElement(mesh, 3, {1, 2, 5});
+    Mesh mesh = meshOf({{0, 0}, {3.33333, 0}, {3.33333, 5}, {0, 5}, {900, 0}}, {{1, 2, 5}});
     CHECK_FALSE(DEFAULT_SPACING(mesh, false));  // no quads
     addElement(mesh, 4, {1, 2, 3, 4});
     CHECK(DEFAULT_SPACING(mesh, false) == 4.167);  // between the two middle sides, rounded

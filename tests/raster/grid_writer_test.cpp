@@ -41,12 +41,7 @@ TEST_CASE("A .flt holds little-endian values, northern row first, beside its .hd
           "ncols 3\nnrows 2\nxllcorner 500000.\nyllcorner 6250000.25\ncellsize 2.5\nNODATA_value -99999.0\nbyteorder "
           "LSBFIRST\n");
     CHECK(folder.read("f.flt") ==
-          "\x00\x00\x80\xC0"s
-          "\x80\x4F\xC3\xC7"s
-          "\x00\x00\xC2\x40"s  //
-          "\x80\x4F\xC3\xC7"s
-          "\x00\x00\x00\x40"s
-          "\x00\x00\x60\x40"s);
+          "\x00\x00\x80\xC0\x80\x4F\xC3\xC7\x00\x00\xC2\x40\x80\x4F\xC3\xC7\x00\x00\x00\x40\x00\x00\x60\x40"s);
     CHECK(folder.read("f.prj") == "PROJCS[\"x\"]\n");
 }
 
@@ -63,9 +58,7 @@ TEST_CASE("Rows longer than a block keep their order and lose nothing") {
     CHECK(text.ends_with(" 149999.000 150000.000\n"));
     const std::string bytes = folder.read("l.flt");
     CHECK(bytes.size() == 4 * 300002);
-    CHECK(bytes.substr(4 * 150000, 8) ==
-          "\x20\x7C\x92\x48"s
-          "\x00\x00\x00\x00"s);  // 300001 ends the northern row
+    CHECK(bytes.substr(4 * 150000, 8) == "\x20\x7C\x92\x48\x00\x00\x00\x00"s);  // 300001 ends the northern row
 }
 
 TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given") {
@@ -80,9 +73,10 @@ TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given"
     INITIALISE_OPTIONS();
     for (const auto& [values, largest, width] : rows) {
         GridPrecision precision;
-        CHECK(consoleOf([&] {
-                  precision = SET_OUTPUT_PRECISION(Grid{1, 1, 0, 0, 1, values});
-              }) ==
+        const std::string said = consoleOf([&, v = values] {
+            precision = SET_OUTPUT_PRECISION(Grid{1, 1, 0, 0, 1, v});
+        });
+        CHECK(said ==
               "Determining maximum value for setting precision...\n   Done.\nSetting output precision.\n"
               "Setting output precision based on maximum value of "s +
                   largest + "\n");

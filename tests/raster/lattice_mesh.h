@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
+#include <utility>
 #include <vector>
 
 inline void addNode(Mesh& mesh, double x, double y) {
@@ -22,6 +23,15 @@ inline void addElement(Mesh& mesh, std::int32_t shape, std::array<std::int32_t, 
     mesh.elements.resize(static_cast<std::size_t>(++mesh.elementCount) + 1);
     mesh.elements.back().shape = shape;
     mesh.elements.back().nodes = nodes;
+}
+
+inline Mesh meshOf(const std::vector<std::pair<double, double>>& nodes,
+                   const std::vector<std::array<std::int32_t, 9>>& elements = {}) {
+    Mesh mesh;
+    mesh.elements.resize(1);
+    for (const auto& [x, y] : nodes) addNode(mesh, x, y);
+    for (const auto& element : elements) addElement(mesh, element[3] == 0 ? 3 : element[4] == 0 ? 4 : 9, element);
+    return mesh;
 }
 
 /// A square field of cells x cells lattice squares, moved to (x0, y0) and turned about it.
@@ -36,8 +46,6 @@ struct Lattice {
 
 inline Mesh latticeMesh(const Lattice& lattice) {
     Mesh mesh;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
     std::mt19937 random(7);
     std::uniform_real_distribution<double> shift(-lattice.jitter * lattice.side, lattice.jitter * lattice.side);
     const std::int32_t n = lattice.cells;

@@ -18,19 +18,19 @@ TEST_CASE("NODE_SCALARS makes one scalar of each vector") {
         {{Scalar::YComponent, 30, false}, {o, 1.9641016F, 1, 0.5F, 0, o, o}, "using Y"},
         {{Scalar::Direction, 30, false}, {o, 53.130102F, 180, 180, 0, o, o}, "using direction.\n   ... done.\n"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [choice, expected, text] : rows) {
         std::vector<float> scalars(99, 1.0F);
-        const std::string said = consoleOf([&] { NODE_SCALARS(results, std::get<0>(row), false, scalars); });
-        CHECK(said.starts_with("Vector input and raster output, " + std::string(std::get<2>(row))));
-        REQUIRE(scalars.size() == std::get<1>(row).size());
-        for (std::size_t i = 0; i < scalars.size(); ++i) CHECK(scalars[i] == doctest::Approx(std::get<1>(row)[i]));
+        const std::string said = consoleOf([&, c = choice] { NODE_SCALARS(results, c, false, scalars); });
+        CHECK(said.starts_with("Vector input and raster output, " + std::string(text)));
+        REQUIRE(scalars.size() == expected.size());
+        for (std::size_t i = 0; i < scalars.size(); ++i) CHECK(scalars[i] == doctest::Approx(expected[i]));
     }
     std::vector<float> scalars;
     const std::string refused = consoleOf([&] {
         NODE_SCALARS(results, {VectorScalar::Direction, 0.0F, false}, true, scalars);
     });
-    CHECK(refused.find("ERROR - \"-va\" not supported for high res results.") == 0);
-    CHECK(refused.ends_with("<stopped>"));
+    CHECK(
+        (refused.starts_with("ERROR - \"-va\" not supported for high res results.") && refused.ends_with("<stopped>")));
 }
 
 TEST_CASE("directions are filtered above 180 and turned into bearings") {

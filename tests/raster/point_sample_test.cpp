@@ -54,13 +54,7 @@ TEST_CASE("SAMPLE_POINT takes the last element that matches the largest value, a
 TEST_CASE("SAMPLE_POINT takes triangles of 1D water-level lines whatever their flags say") {
     Mesh mesh = latticeMesh({.cells = 2, .triangleEvery = 0});
     const auto first = static_cast<std::int32_t>(mesh.nodes.size());
-    for (const auto& [x, y] : {std::pair{30.0, 0.0}, {50.0, 0.0}, {30.0, 20.0}}) {
-        MeshNode node;
-        node.x = x;
-        node.y = y;
-        mesh.nodes.push_back(node);
-        ++mesh.nodeCount;
-    }
+    for (const auto& [x, y] : {std::pair{30.0, 0.0}, {50.0, 0.0}, {30.0, 20.0}}) addNode(mesh, x, y);
     addElement(mesh, 3, {first, first + 1, first + 2});
     const std::vector<float> level(mesh.nodes.size(), 2.0F);
     const std::vector<std::uint8_t> dry(mesh.elements.size(), 0);

@@ -3,18 +3,14 @@
 #include "geometry/no_value.h"
 #include "profiles/small_flood.h"
 #include "services/files.h"
-#include "temporary_folder.h"
+#include "testing.h"
 #include "text_utils/bytes.h"
-
-#include <doctest/doctest.h>
 
 namespace {
 
 /// A quad of nine nodes at 512000, 6250000, a quad to its east that is removed, and a triangle on its own.
 Mesh oddMesh() {
     Mesh mesh;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
     for (const double y : {0.0, 1.0, 2.0})
         for (const double x : {0.0, 1.0, 2.0, 3.0}) addNode(mesh, 512000.25 + x, 6250000.5 + y);
     addElement(mesh, 9, {1, 3, 11, 9, 2, 7, 10, 5, 6});  // 4 8 12 to the east

@@ -3,12 +3,9 @@
 #include "result_files/written_flags.h"
 #include "run_control/file_listing.h"
 
-#include "console_of.h"
 #include "profiles/small_flood.h"
 #include "services/files.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
+#include "testing.h"
 
 #include <bit>
 
@@ -90,6 +87,6 @@ TEST_CASE("A listing says the first thousand times and how many more there are")
     for (const char* part :
          {"Unit of time: Seconds\n", "Number of times: 1003\n", "First time: 0. h (stored as 0)\n",
           "Last time: maximums (stored as 99999)\n", " 1000  0.2775 h (stored as 999)\n", "      ... and 3 more\n"})
-        CHECK_MESSAGE(text.find(part) != std::string::npos, part);
-    CHECK(text.find("stored as 1000") == std::string::npos);
+        CHECK_MESSAGE(holds(text, part), part);
+    CHECK_FALSE(holds(text, "stored as 1000"));
 }

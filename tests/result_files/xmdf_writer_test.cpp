@@ -1,14 +1,9 @@
 #include "result_files/xmdf_writer.h"
 
-#include "console_of.h"
 #include "profiles/small_flood.h"
-#include "temporary_folder.h"
+#include "testing.h"
 #include "xmdf/h5_text.h"
 #include "xmdf/make_xmdf.h"
-
-#include <doctest/doctest.h>
-
-#include <tuple>
 
 TEST_CASE("An .xmdf is read back as it was written, in the folders that its times belong to") {
     const TemporaryFolder folder;
@@ -71,6 +66,6 @@ TEST_CASE("A file that cannot be written ends the run with the reason") {
     const TemporaryFolder folder;
     const std::string said = consoleOf([&] { XmdfWriter(folder.name("no folder/x.xmdf"), "run", "x.xmdf"); });
     CHECK(said.starts_with("ERROR - Could not write x.xmdf. The file is incomplete.\n        \""));
-    CHECK_MESSAGE(said.find("No such file or directory") != std::string::npos, said);
+    CHECK_MESSAGE(holds(said, "No such file or directory"), said);
     CHECK(said.ends_with("<stopped>"));
 }

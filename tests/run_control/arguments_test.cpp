@@ -1,39 +1,35 @@
 #include "run_control/arguments.h"
 
 #include "read_switches.h"
-#include "rows.h"
 #include "run_control/switches.h"
 #include "run_control/usage.h"
 #include "run_control/usage_entries.h"
 #include "services/options.h"
 #include "services/version.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
+#include "testing.h"
 
 #include <sstream>
-#include <string>
 
 namespace {
 
 using Outputs = std::vector<std::string_view>;
-const RunOptions& after(const std::vector<const char*>& arguments) {
+const RunOptions& after(const std::vector<std::string>& arguments) {
     CAPTURE(arguments.size());
     CHECK(readSwitches(arguments) == "");
     return OPTIONS();
 }
-std::string stoppedBy(const char* argument) {
-    return std::string("ERROR reading data\n   from argument ") + argument + "\n\nPress Enter to Close\n<stopped>";
+std::string stoppedBy(const std::string& argument) {
+    return "ERROR reading data\n   from argument " + argument + "\n\nPress Enter to Close\n<stopped>";
 }
 }  // namespace
 
 TEST_CASE("The banner counts the arguments; without any the usage text is due") {
-    const char* const alone[] = {"VORANT_to_GIS"};
-    CHECK(consoleOf([&] { READ_ARGUMENTS(1, alone); }) ==
+    const std::vector<std::string> typed = {"-asc", "x.2dm"};
+    const auto words = argumentsOf(typed);
+    CHECK(consoleOf([&] { READ_ARGUMENTS(1, words.data()); }) ==
           "Build 2018-08-AA\nFound 0 arguments\nInitialising input structure...\nDone.\n");
     CHECK(OPTIONS().inputError);
-    const char* const two[] = {"VORANT_to_GIS", "-asc", "x.2dm"};
-    CHECK(consoleOf([&] { READ_ARGUMENTS(3, two); }).find("Found 2 arguments\n") != std::string::npos);
+    CHECK(holds(consoleOf([&] { READ_ARGUMENTS(3, words.data()); }), "Found 2 arguments\n"));
     CHECK_FALSE(OPTIONS().inputError);
 }
 
@@ -70,7 +66,7 @@ TEST_CASE("A switch begins with a hyphen, a slash or an en dash of either encodi
 TEST_CASE("A path from the root is the input file, not a switch") {
     const TemporaryFolder folder;
     const std::string existing = folder.write("type", "");  // no extension: only its existence tells
-    CHECK(after({existing.c_str()}).inputFile == existing);
+    CHECK(after({existing}).inputFile == existing);
     CHECK(after({"/no/such/X_h.DAT"}).inputFile == "/no/such/X_h.DAT");
     CHECK(after({"/out", "/asc", "-b"}).outputName == "/asc");  // taken by -out, never looked at
     CHECK(after({"/dif", "/a.dat"}).secondInput == "/a.dat");
@@ -90,7 +86,7 @@ TEST_CASE("The argument that is no option is the input file") {
     CHECK(OPTIONS().inputFile == "b_h.dat");
     CHECK_FALSE(OPTIONS().inputIsMesh);
     const std::string tooLong(1001, 'x');
-    CHECK(readSwitches({tooLong.c_str()}).starts_with("WARNING - Argument cut to 1000 characters: xxx"));
+    CHECK(readSwitches({tooLong}).starts_with("WARNING - Argument cut to 1000 characters: xxx"));
     CHECK(OPTIONS().inputFile.size() == 1000);
 }
 
@@ -112,7 +108,7 @@ TEST_CASE("Values that follow are taken as they stand") {
 }
 
 TEST_CASE("A hundred mesh parts can be removed") {
-    std::vector<const char*> arguments;
+    std::vector<std::string> arguments;
     for (int i = 0; i < 100; ++i) arguments.insert(arguments.end(), {"-rmp", "part"});
     CHECK(after(arguments).removedParts.size() == 100);
     arguments.insert(arguments.end(), {"-rmp", "part"});
@@ -134,6 +130,8 @@ TEST_CASE("Glued values are read behind their keyword") {
     CHECK((o.datasetByNumber && o.scalarIdGiven && o.scalarId == 3 && o.vectorIdGiven && o.vectorId == 4));
     CHECK((o.scaleFactor == 0.5F && !o.fixedVectorLength));
     CHECK(after({"-PrjWarn"}).projectionWarning);
+    CHECK(readSwitches({"-sf-2"}) == "Specified an fixed vector length of 2. metres.\n");
+    CHECK((o.fixedVectorLength && o.vectorLength == 2.0F && o.scaleFactor == 1.0F));
     CHECK((after({"-grid", "-typeALL"}).allTypes && OPTIONS().grid && !OPTIONS().gridSpacingGiven));
 }
 
@@ -141,46 +139,55 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
     for (const char* argument : {"-gridx", "-grid2,5", "-grid5m", "-t", "-tmaybe", "-s1.0", "-v", "-v2147483648",
                                  "-cdnan", "-vmaxinf", "-slant1e39"})
         CHECK(readSwitches({argument}) == stoppedBy(argument));
-    const std::tuple<std::vector<const char*>, const char*> rows[] = {
-        {{"-grid0"}, "ERROR - The value of -grid0 must be above zero."},
-        {{"-grid-5"}, "ERROR - The value of -grid-5 must be above zero."},
-        {{"-lpmd0"}, "ERROR - The value of -lpmd0 must be above zero."},  // markers would never move on
-        {{"-cpsd-1"}, "ERROR - The value of -cpsd-1 must be zero or above."},
-        {{"-dttol-1"}, "ERROR - The value of -dttol-1 must be zero or above."},
-        {{"-nth0"}, "ERROR - The value of -nth0 must be 1 or above."},
-        {{"-sf0"}, "ERROR - Scale Factor (-sf) can not equal zero"},
-        {{"-out", "res/"}, "ERROR - res/ is a folder: -out needs the name of a file, such as res/result"},
-        {{"-out", "res\\"}, "ERROR - res\\ is a folder: -out needs the name of a file, such as res/result"},
-        {{"-grid", "5"}, "ERROR - The spacing is written without a blank behind the switch: -grid5"},
-        {{"-type"}, "ERROR - Nothing specified behind -type"},  // a blank name is found in every path
-    };
-    for (const auto& [arguments, error] : rows)
-        CHECK(readSwitches(arguments) == std::string(error) + "\n\nPress Enter to Close\n<stopped>");
+    for (const Row& row : rowsOf(R"(
+-grid0 | The value of -grid0 must be above zero.
+-grid-5 | The value of -grid-5 must be above zero.
+# markers would never move on
+-lpmd0 | The value of -lpmd0 must be above zero.
+-cpsd-1 | The value of -cpsd-1 must be zero or above.
+-dttol-1 | The value of -dttol-1 must be zero or above.
+-nth0 | The value of -nth0 must be 1 or above.
+-sf0 | Scale Factor (-sf) can not equal zero
+-out res/ | res/ is a folder: -out needs the name of a file, such as res/result
+-out res\ | res\ is a folder: -out needs the name of a file, such as res/result
+-grid 5 | The spacing is written without a blank behind the switch: -grid5
+# a blank name is found in every path
+-type | Nothing specified behind -type
+)"))
+        CHECK(readSwitches(wordsOf(row[0])) == "ERROR - " + row[1] + "\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("A slip is answered with the switch that was meant") {
-    const std::tuple<const char*, const char*> rows[] = {
-        {"-GIRD5", "grid"},  // changed places; the number does not count
-        {"-mi", "mif"},      // as near as -min, which stands behind
-        {"-no1", "no1d"},    // the number is part of the name
-        {"-hlep", "help"},
-        {"-fl", "flt"},          // of no row
-        {"-gri1.5e-3", "grid"},  // an exponent
-        {"-gxxd", "grid"},
-        {"-gxxxd", ""},  // two edits, three
-        {"-zz", ""},     // nothing of it would stay
-    };
-    for (const auto& [typed, meant] : rows) {
-        CAPTURE(typed);
-        const std::string question = *meant != '\0' ? "; did you mean -" + std::string(meant) + "?" : ".";
-        CHECK(readSwitches({typed}) == "Check - " + std::string(typed) + " is not known and ignored" + question + "\n");
+    for (const Row& row : rowsOf(R"(
+# changed places; the number does not count
+-GIRD5 | grid
+# as near as -min, which stands behind
+-mi | mif
+# the number is part of the name
+-no1 | no1d
+-hlep | help
+# of no row
+-fl | flt
+# an exponent
+-gri1.5e-3 | grid
+# two edits, three
+-gxxd | grid
+-gxxxd
+# nothing of it would stay
+-zz
+# taken for -v2, -t5, -s1 and a spacing
+-vecotr | vector | value
+-tal | tAll | value
+-sx | sf | value
+-gridd5 | | value
+)")) {
+        const std::string question = row[1].empty() ? "" : "did you mean -" + row[1] + "?";
+        std::string said =
+            "Check - " + row[0] + " is not known and ignored" + (question.empty() ? "." : "; " + question) + "\n";
+        if (!row[2].empty())
+            said = replaced(stoppedBy(row[0]), "\n\n", "\n" + (question.empty() ? "" : "   " + question + "\n") + "\n");
+        CHECK(readSwitches({row[0]}) == said);
     }
-    const std::tuple<const char*, const char*> unread[] = {{"-vecotr", "   did you mean -vector?\n"},
-                                                           {"-tal", "   did you mean -tAll?\n"},
-                                                           {"-sx", "   did you mean -sf?\n"},
-                                                           {"-gridd5", ""}};
-    for (const auto& [typed, question] : unread)  // taken for -v2, -t5 and a spacing
-        CHECK(readSwitches({typed}) == replaced(stoppedBy(typed), "\n\n", "\n" + std::string(question) + "\n"));
 }
 
 TEST_CASE("What the program is asked about itself ends the run") {
@@ -195,7 +202,7 @@ TEST_CASE("What the program is asked about itself ends the run") {
     CHECK(grid.starts_with(
         "   -grid<spacing> to output on a regular grid.  \n      Sets the -asc grid cell size in metres.\n"
         "      Sets the -mif output spacing in metres.\n   -sgs - suppresses"));
-    CHECK(grid.find("-slant") == std::string::npos);
+    CHECK_FALSE(holds(grid, "-slant"));
     CHECK(readSwitches({"-help", "-t"}) == t + "<stopped>");  // not -ttf, whose name goes on
     CHECK(readSwitches({"-help", "max"}).starts_with("   -max - "));
     CHECK(readSwitches({"-help", "hzzz"}) == "Nothing is said of hzzz.\n<stopped>");
@@ -219,44 +226,36 @@ TEST_CASE("Every switch has an entry, and is not told by its name alone") {
     CHECK(USAGE_HEAD("   -sgs - suppresses").text == "suppresses");
 }
 
-TEST_CASE("A negative scale factor is a fixed length") {
-    CHECK(readSwitches({"-sf-2"}) == "Specified an fixed vector length of 2. metres.\n");
-    CHECK((OPTIONS().fixedVectorLength && OPTIONS().vectorLength == 2.0F && OPTIONS().scaleFactor == 1.0F));
-}
-
 TEST_CASE("Precision is asked for until it is a pair of whole numbers") {
-    const std::tuple<const char*, const char*, int, int, const char*> rows[] = {
-        {"-prec6.3", "", 10, 3, "Specified an output precision of 6 units and 3 decimal places.\n"},
-        {"-prec0.3", "", 5, 3, "Specified an output precision of 1 units and 3 decimal places.\n"},
-        {"-prec6.0", "", 7, 0, "Specified an output precision of 6 units and 0 decimal places.\n"},
-        {"-prec", "5.2", 8, 2, ""},
-        {"-prec6", "5.2\n", 8, 2, ""},
-        {"-prec.3", "-1.2\n5.x\n999.2\n5.99\n5.2", 8, 2, ""},
-        {"-prec5,3", "5.3          .9\n5.2",  // read to its end
-         8, 2,
-         "Incorrect or no precision specification given.\n"
-         "   \"5,3\" is not two whole numbers with a point between, up to 99.20\n"
-         "Enter precision specification (eg. 5.3) then press Enter -> "
-         "Incorrect or no precision specification given.\n"
-         "   \"5.3          .9\" is not two whole numbers with a point between, up to 99.20\n"
-         "Enter precision specification (eg. 5.3) then press Enter -> "
-         "Specified an output precision of 5 units and 2 decimal places.\n"},
-    };
-    for (const auto& [argument, answers, width, decimals, said] : rows) {
-        CAPTURE(argument);
-        const std::string text = readSwitches({argument}, answers);
-        if (*said != '\0') CHECK(text == said);
-        CHECK(
-            (OPTIONS().precisionGiven && OPTIONS().precisionWidth == width && OPTIONS().precisionDecimals == decimals));
+    const std::string none = "Incorrect or no precision specification given.\n",
+                      prompt = "Enter precision specification (eg. 5.3) then press Enter -> ",
+                      pair = " is not two whole numbers with a point between, up to 99.20\n";
+    for (const Row& row : rowsOf(R"(
+# answers ("/" ends a line), width and decimals
+-prec6.3 | | 10 3 | Specified an output precision of 6 units and 3 decimal places.$
+-prec0.3 | | 5 3 | Specified an output precision of 1 units and 3 decimal places.$
+-prec6.0 | | 7 0 | Specified an output precision of 6 units and 0 decimal places.$
+-prec | 5.2 | 8 2 |
+-prec6 | 5.2/ | 8 2 |
+-prec.3 | -1.2/5.x/999.2/5.99/5.2 | 8 2 |
+# read to its end
+-prec5,3 | 5.3          .9/5.2 | 8 2 | NONE   "5,3"PAIRPROMPTNONE   "5.3          .9"PAIRPROMPT\
+    Specified an output precision of 5 units and 2 decimal places.$
+)")) {
+        CAPTURE(row[0]);
+        const std::string text = readSwitches({row[0]}, replaced(row[1], "/", "\n"));
+        const std::string said = replaced(replaced(row[3], "NONE", none), "PAIR", pair);
+        if (!said.empty()) CHECK(text == replaced(replaced(said, "PROMPT", prompt), "$", "\n"));
+        CHECK(OPTIONS().precisionGiven);
+        CHECK(std::vector{OPTIONS().precisionWidth, OPTIONS().precisionDecimals} == listOf<std::int32_t>(row[2]));
     }
     CHECK(readSwitches({"-prec"}) ==
-          "Incorrect or no precision specification given.\n"
-          "Enter precision specification (eg. 5.3) then press Enter -> \n"
-          "ERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
+          none + prompt +
+              "\nERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
 }
 
 TEST_CASE("Times are hours inside, wherever -sec stands, and markers stay") {
-    const std::tuple<std::vector<const char*>, float, double, TimeKind, const char*> rows[] = {
+    const std::tuple<std::vector<std::string>, float, double, TimeKind, const char*> rows[] = {
         {{"-t2.5"}, 2.5F, 2.5, TimeKind::Ordinary, "t2.5"},
         {{"-sec", "-t3660"}, 3660.0F, 3660.0 / 3600.0, TimeKind::Ordinary, "t3660"},
         {{"-t3660", "-sec"}, 3660.0F, 3660.0 / 3600.0, TimeKind::Ordinary, "t3660"},

@@ -1,16 +1,10 @@
 // Whole runs over .xmdf files of which not everything can be read.
 #include "run_control/driver.h"
 
-#include "console_of.h"
-#include "rows.h"
-#include "temporary_folder.h"
+#include "run_control/read_switches.h"
+#include "testing.h"
 #include "xmdf/make_xmdf.h"
 
-#include <doctest/doctest.h>
-
-#include <filesystem>
-#include <iterator>
-#include <map>
 #include <set>
 
 namespace {
@@ -75,14 +69,12 @@ stored whole | -b -Folderr -t1 | 0 | x_Good_t001.00_g001.asc | Warning - Dataset
                    folder.write("x.2dm", ONE_CELL);
                    const std::string file = folder.name("x.h5");
                    std::vector<TestDataset> held;
-                   std::istringstream names(row[0]);
-                   for (std::string name; names >> name;) held.push_back(datasets[name]);
+                   for (const std::string& name : wordsOf(row[0])) held.push_back(datasets[name]);
                    const bool damaged = row[0].starts_with("bad");
                    makeXmdf(file, held, damaged ? damageSecondTime : std::function<void(hid_t)>());
-                   const std::vector<std::string> switches = switchesOf(row[1]);
-                   std::vector<const char*> arguments = {"VORANT_to_GIS", "-asc", "-grid1"};
-                   for (const std::string& one : switches) arguments.push_back(one.c_str());
-                   arguments.push_back(file.c_str());
+                   std::vector<std::string> words = wordsOf("-asc -grid1 " + row[1]);
+                   words.push_back(file);
+                   const std::vector<const char*> arguments = argumentsOf(words);
                    const ConsoleCapture console;
                    int status = -1;
                    try {
@@ -94,10 +86,10 @@ stored whole | -b -Folderr -t1 | 0 | x_Good_t001.00_g001.asc | Warning - Dataset
                    std::set<std::string> outputs;
                    for (const auto& entry : std::filesystem::directory_iterator(folder.name("")))
                        if (entry.path().extension() == ".asc") outputs.insert(entry.path().filename().string());
-                   std::istringstream expected(row[3]);
-                   CHECK(outputs == std::set<std::string>(std::istream_iterator<std::string>(expected), {}));
+                   const std::vector<std::string> expected = wordsOf(row[3]);
+                   CHECK(outputs == std::set<std::string>(expected.begin(), expected.end()));
                    const std::string part = replaced(replaced(row[4], "$", "\n"), "FILE", file);
-                   CHECK_MESSAGE(console.text().find(part) != std::string::npos, console.text());
+                   CHECK_MESSAGE(holds(console.text(), part), console.text());
                    CHECK(openHandles() == 0);
                });
 }

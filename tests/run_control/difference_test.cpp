@@ -1,14 +1,9 @@
 // Whole runs of -dif on files put together by hand.
-#include "console_of.h"
 #include "inputs/dat_bytes.h"
-#include "rows.h"
 #include "run_control/driver.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
+#include "testing.h"
 
 #include <cctype>
-#include <filesystem>
 #include <set>
 #include <sstream>
 
@@ -139,7 +134,7 @@ void checkRow(const Row& row) {
     const TemporaryFolder folder;
     writeSide(folder, "now", row[0]);
     writeSide(folder, "was", row[1]);
-    if (row[2].find("LONG") != std::string::npos) {
+    if (holds(row[2], "LONG")) {
         folder.write(LONG_NAME + ".dat", folder.read("was_h.dat"));
         folder.write(LONG_NAME + ".2dm", folder.read("was.2dm"));
     }
@@ -148,11 +143,11 @@ void checkRow(const Row& row) {
     folder.write("l.mif", "Version 300\nDelimiter \",\"\nColumns 1\n  N Integer\nData\nLine 1000.5 1 1002.5 1\n");
     folder.write("l.mid", "7\n");
     std::string switches = replaced(row[2], "LONG", LONG_NAME);
-    if (switches.find("-dif") == std::string::npos) switches += " -dif AT/" + fileOf("was", row[1]);
+    if (!holds(switches, "-dif")) switches += " -dif AT/" + fileOf("was", row[1]);
     std::string said;
     CHECK(outputsOf(folder, switches, fileOf("now", row[0]), said) == replaced(row[3], "~", "|"));
     const std::string part = replaced(replaced(row[4], "$", "\n"), "AT/", folder.name(""));
-    CHECK_MESSAGE(said.find(part) != std::string::npos, said);
+    CHECK_MESSAGE(holds(said, part), said);
 }
 
 }  // namespace

@@ -1,13 +1,8 @@
 #include "run_control/world_file.h"
 
-#include "console_of.h"
 #include "services/files.h"
 #include "services/options.h"
-#include "temporary_folder.h"
-
-#include <doctest/doctest.h>
-
-#include <string>
+#include "testing.h"
 
 namespace {
 std::string worldFileOf(const TemporaryFolder& folder, const std::string& tab) {
@@ -58,8 +53,8 @@ TEST_CASE("Control points that do not place the image leave no world file") {
         const std::string text = worldFileOf(folder, HEAD + points);
         CAPTURE(text);
         CHECK(
-            text.starts_with("Problems creating .wld file - check that .tab file is for a MI georeferenced "
-                             "image.\nERROR - No .wld file is made: " +
+            text.starts_with("Problems creating .wld file - check that .tab file is for a MI georeferenced image.\n"
+                             "ERROR - No .wld file is made: " +
                              reason));
         CHECK_FALSE(std::filesystem::exists(folder.name("screen.wld")));
     }

@@ -29,31 +29,28 @@ TEST_CASE("DMESSAGE takes the level from the words before the dash, a later word
 }
 
 TEST_CASE("Questions never wait where nobody answers") {
-    CHECK(consoleOf([] { CHECK(ASK("Name -> ") == "a b"); }, "  a b \r\n") == "Name -> ");
-    for (const char* quoted : {" \" a b\"\r\n", "'a b'"})
-        CHECK(consoleOf([] { CHECK(ASK("Name -> ") == "a b"); }, quoted) == "Name -> ");
+    const auto name = [] { CHECK(ASK("Name -> ") == "a b"); };
+    for (const char* typed : {"  a b \r\n", " \" a b\"\r\n", "'a b'"}) CHECK(consoleOf(name, typed) == "Name -> ");
     CHECK(consoleOf([] { ASK("Name -> "); }) ==
           "Name -> \nERROR - End of input reached while waiting for an answer.\n\nPress Enter to Close\n<stopped>");
     CHECK(consoleOf([] { CHECK(ASK("1 ") == "last"); }, "\n\"\"\n \t\nlast") == "1 1 1 1 ");  // blanks ask again
-    CHECK(consoleOf([] { CHECK(ASK_YES("Create?")); }) == "Create?\n");
+    const auto create = [] { CHECK(ASK_YES("Create?")); };
+    CHECK(consoleOf(create) == "Create?\n");
     CHECK(consoleOf([] { CHECK_FALSE(ASK_YES("Create?")); }, "yonder\nNO\n") ==
           "Create? (y/n)    \"yonder\" is neither y nor n.\nCreate? (y/n) ");
-    CHECK(consoleOf([] { CHECK(ASK_YES("Create?")); }, "Yes") == "Create? (y/n) ");
-    CHECK(consoleOf(
-              [] {
-                  SET_BATCH(true);
-                  CHECK(ASK_YES("Create?"));
-              },
-              "n\n") == "Create?\n");
-    CHECK(consoleOf([] {
-              PAUSE();
-              PAUSE("");
-          }) == "Press Enter to Continue\n");
-    CHECK(consoleOf([] {
-              Progress count("Node: ", 9);
-              count.show(5);
-              count.finish(9);
-          }) == "Node: 9\n");
+    CHECK(consoleOf(create, "Yes") == "Create? (y/n) ");
+    const auto inBatch = [&] {
+        SET_BATCH(true);
+        create();
+    };
+    CHECK(consoleOf(inBatch, "n\n") == "Create?\n");
+    CHECK(consoleOf([] { PAUSE(); }) + consoleOf([] { PAUSE(""); }) == "Press Enter to Continue\n");
+    const auto counted = [] {
+        Progress count("Node: ", 9);
+        count.show(5);
+        count.finish(9);
+    };
+    CHECK(consoleOf(counted) == "Node: 9\n");
 }
 
 TEST_CASE("A caller's sink takes lines, severities and progress, and the stop carries its reason") {

@@ -3,43 +3,31 @@
 #include "testing.h"
 #include "text_utils/free_form.h"
 
+namespace {
+
+/// "value text value text ...": a row of each two.
+std::vector<Row> pairsOf(const std::string& text) {
+    std::vector<Row> rows;
+    const std::vector<std::string> words = wordsOf(text);
+    for (std::size_t i = 0; i + 1 < words.size(); i += 2) rows.push_back({words[i], words[i + 1]});
+    return rows;
+}
+
+}  // namespace
+
 TEST_CASE("AREAL takes its decimals from the magnitude, with the limits themselves in the upper band") {
-    const std::pair<float, const char*> rows[] = {
-        {2.0F, "2."},
-        {1500.0F, "1500."},
-        {0.25F, "0.25"},
-        {0.0F, "0."},
-        {0.0099999F, "0.01"},
-        {0.01F, "0.01"},  // has five decimals, so has what follows
-        {0.0123456F, "0.01235"},
-        {0.0012346F, "0.001235"},
-        {0.123456F, "0.1235"},
-        {-1.23456F, "-1.235"},
-        {12.3456F, "12.35"},
-        {123.456F, "123.5"},
-        {999.96F, "1000."},
-        {100.0F, "100."},
-        {1234.5F, "1234."},  // rounded half to even in binary
-        {std::numeric_limits<float>::quiet_NaN(), "nan"},
-    };
-    for (const auto& [value, text] : rows) CHECK(AREAL(value) == text);
+    // 0.01 has five decimals, so has what follows; 1234.5 is rounded half to even in binary
+    for (const Row& row : pairsOf("2 2. 1500 1500. 0.25 0.25 0 0. 0.0099999 0.01 0.01 0.01 0.0123456 0.01235 "
+                                  "0.0012346 0.001235 0.123456 0.1235 -1.23456 -1.235 12.3456 12.35 123.456 123.5 "
+                                  "999.96 1000. 100 100. 1234.5 1234. nan nan"))
+        CHECK(AREAL(std::stof(row[0])) == row[1]);
 }
 
 TEST_CASE("AREAL8 loses one decimal per power of ten") {
-    const std::pair<double, const char*> rows[] = {
-        {1500.0, "1500."},
-        {0.1234567891234, "0.1234567891"},
-        {1.23456789123, "1.234567891"},
-        {12.3456789123, "12.34567891"},
-        {512345.678912, "512345.6789"},
-        {6250000.25, "6250000.25"},
-        {123456789.96, "123456790."},
-        {999999999.5, "999999999.5"},
-        {1e9, "1000000000."},
-        {-2.5, "-2.5"},
-        {1e300 * 1e300, "inf"},
-    };
-    for (const auto& [value, text] : rows) CHECK(AREAL8(value) == text);
+    for (const Row& row : pairsOf("1500 1500. 0.1234567891234 0.1234567891 1.23456789123 1.234567891 "
+                                  "12.3456789123 12.34567891 512345.678912 512345.6789 6250000.25 6250000.25 "
+                                  "123456789.96 123456790. 999999999.5 999999999.5 1e9 1000000000. -2.5 -2.5 inf inf"))
+        CHECK(AREAL8(std::stod(row[0])) == row[1]);
 }
 
 TEST_CASE("Fixed decimals widen and are never starred") {
@@ -58,28 +46,14 @@ TEST_CASE("POSITIVEINTEGERNUMBER takes digits only") {
 }
 
 TEST_CASE("FreeForm reads every form of a real, and nothing that is none") {
-    const std::pair<const char*, double> good[] = {
-        {"1.", 1.0},
-        {".5", 0.5},
-        {"+2", 2.0},
-        {"-.5", -0.5},
-        {"1d3", 1000.0},
-        {"1.5D+003", 1500},
-        {"1.0E-003", .001},
-        {"1e-400", 0.0},
-        {"-1D-400", 0.0},
-        {"\t, 7 8", 7.0},
-        {"3\r", 3.0},
-        {"6250000.4321", 6250000.4321},
-        {".123456789012345", .123456789012345},
-        {"9007199254740993", 9007199254740992.0},  // digits beyond what is exact
-        {"9007199254740993.1", 9007199254740994.0},
-    };
-    for (const auto& row : good) {
-        CAPTURE(row.first);
+    // "~" a tab, "$" a carriage return; the last but one has digits beyond what is exact
+    for (const Row& row : pairsOf("1. 1 .5 0.5 +2 2 -.5 -0.5 1d3 1000 1.5D+003 1500 1.0E-003 0.001 1e-400 0 -1D-400 0 "
+                                  "~,7,8 7 3$ 3 6250000.4321 6250000.4321 .123456789012345 0.123456789012345 "
+                                  "9007199254740993 9007199254740992 9007199254740993.1 9007199254740994")) {
+        CAPTURE(row[0]);
         double value = -1.0;
-        CHECK(FreeForm(row.first).NEXT_REAL(value) == FreeForm::Read::Value);
-        CHECK(value == row.second);
+        CHECK(FreeForm(replaced(replaced(row[0], "~", "\t"), "$", "\r")).NEXT_REAL(value) == FreeForm::Read::Value);
+        CHECK(value == std::stod(row[1]));
     }
     for (const char* text : {"1x", "1e400", "1D400", "+-1", "++1", "+", "1e5d2", "0x10", "--1", "1..2", ".", "1.5."}) {
         CAPTURE(text);

@@ -4,6 +4,8 @@
 #include "inputs/coordinate_decimals.h"
 #include "raster/lattice_mesh.h"
 #include "run_control/layer_stage.h"
+#include "run_control/read_switches.h"
+#include "services/options.h"
 #include "testing.h"
 #include "vector_outputs/flow.h"
 #include "vector_outputs/layer_kinds.h"
@@ -19,12 +21,11 @@ std::string definitionOf(const RecordColumns& record, bool shortIntegers = false
     return text;
 }
 
-std::string columnsOf(const LayerKind& kind, void (*set)(RunOptions&)) {
-    RunOptions options;
-    set(options);
+std::string columnsOf(const LayerKind& kind, const char* switches) {
+    readSwitches(wordsOf(switches));
+    const LayerChoice choice = LAYER_CHOICE(*FORMAT_OF("mif"), OPTIONS());
     std::string names;
-    for (const GisAttribute& a : ATTRIBUTES_OF(
-             RECORD_COLUMNS(LAYER_COLUMNS(kind, LAYER_CHOICE(*FORMAT_OF("mif"), options).shown), {}, "h", 0, 0), false))
+    for (const GisAttribute& a : ATTRIBUTES_OF(RECORD_COLUMNS(LAYER_COLUMNS(kind, choice.shown), {}, "h", 0, 0), false))
         names += (names.empty() ? "" : " ") + a.name;
     return names;
 }
@@ -32,33 +33,29 @@ std::string columnsOf(const LayerKind& kind, void (*set)(RunOptions&)) {
 }  // namespace
 
 TEST_CASE("Every layer has its columns in their order") {
-    using Set = void (*)(RunOptions&);
-    const Set none = [](RunOptions&) {}, vx = [](RunOptions&o) { o.vx = true; }, va = [](RunOptions&o) { o.va = true; };
-    const Set vyVa = [](RunOptions&o) { o.vy = o.va = true; }, vdir = [](RunOptions&o) { o.vdir = true; };
-    const Set bearing = [](RunOptions&o) { o.va = o.compass = true; }, verbose = [](RunOptions&o) { o.verbose = true; };
     const LayerKind bed{LayerContent::Bed, ItemKind::Node, DrawnAs::Point, false};
     const LayerKind bedCells{LayerContent::Bed, ItemKind::Cell, DrawnAs::Region, false};
     const LayerKind nodes{LayerContent::Vector, ItemKind::Node, DrawnAs::Point, false};
     const LayerKind arrows{LayerContent::Vector, ItemKind::GridCell, DrawnAs::Arrow, false};
     const LayerKind cells{LayerContent::Scalar, ItemKind::Cell, DrawnAs::Region, true};
     const LayerKind grid{LayerContent::Scalar, ItemKind::GridCell, DrawnAs::Point, false};
-    const std::tuple<LayerKind, Set, const char*> rows[] = {
-        {bed, none, "SMS_ID PtType Elevation"},
-        {bedCells, none, "SMS_ID MatID Elevation"},
-        {bed, verbose, "SMS_ID PtType Elevation MatID"},
-        {cells, none, "SMS_ID MatID Elevation h Depth"},
-        {cells, verbose, "SMS_ID MatID Elevation h Depth Time"},
-        {grid, none, "Grid_Ref h"},
-        {grid, verbose, "Grid_Ref h MatID Elevation Time"},
-        {nodes, none, "SMS_ID PtType Elevation Magnitude Angle X_component Y_component Bearing"},
-        {nodes, vx, "SMS_ID PtType Elevation X_component"},
-        {nodes, vyVa, "SMS_ID PtType Elevation Y_component"},
-        {nodes, vdir, "SMS_ID PtType Elevation Angle"},
-        {nodes, bearing, "SMS_ID PtType Elevation Bearing"},
-        {arrows, va, "Grid_Ref Magnitude Angle X_component Y_component Bearing"},
-        {arrows, vx, "Grid_Ref X_component"},
+    const std::tuple<LayerKind, const char*, const char*> rows[] = {
+        {bed, "", "SMS_ID PtType Elevation"},
+        {bedCells, "", "SMS_ID MatID Elevation"},
+        {bed, "-verbose", "SMS_ID PtType Elevation MatID"},
+        {cells, "", "SMS_ID MatID Elevation h Depth"},
+        {cells, "-verbose", "SMS_ID MatID Elevation h Depth Time"},
+        {grid, "", "Grid_Ref h"},
+        {grid, "-verbose", "Grid_Ref h MatID Elevation Time"},
+        {nodes, "", "SMS_ID PtType Elevation Magnitude Angle X_component Y_component Bearing"},
+        {nodes, "-vx", "SMS_ID PtType Elevation X_component"},
+        {nodes, "-vy -va", "SMS_ID PtType Elevation Y_component"},
+        {nodes, "-vdir", "SMS_ID PtType Elevation Angle"},
+        {nodes, "-va -compass", "SMS_ID PtType Elevation Bearing"},
+        {arrows, "-va", "Grid_Ref Magnitude Angle X_component Y_component Bearing"},
+        {arrows, "-vx", "Grid_Ref X_component"},
     };
-    for (const auto& [kind, set, names] : rows) CHECK(columnsOf(kind, set) == names);
+    for (const auto& [kind, switches, names] : rows) CHECK(columnsOf(kind, switches) == names);
 }
 
 TEST_CASE("Field widths follow the longest text of the layer") {
@@ -75,7 +72,7 @@ TEST_CASE("Field widths follow the longest text of the layer") {
     item[Column::Value] = -9999.99996;
     NOTE_RECORD(record, item);
     CHECK(definitionOf(record, true).ends_with("MatID:Decimal(9,0) Grid_Ref:Char(16) Value:Decimal(11,4)"));
-    CHECK(definitionOf(record, false).find("MatID:Integer") != std::string::npos);
+    CHECK(holds(definitionOf(record, false), "MatID:Integer"));
     item[Column::Value] = 1e30;
     NOTE_RECORD(record, item);
     CHECK(definitionOf(record).ends_with("Value:Decimal(36,4)"));
@@ -180,14 +177,8 @@ TEST_CASE("Coordinates show a thousandth of the shortest side") {
     };
     for (const auto& [side, x0, kind, decimals] : rows) {
         CAPTURE(side);
-        Mesh mesh;
-        mesh.nodes.resize(1);
-        mesh.elements.resize(1);
         // three nodes of a cell, whose other sides are longer, and a removed one
-        for (const auto& [x, y] : {std::pair{0.0, 0.0}, {side, 0.0}, {0.0, 5 * side}, {0.0, side / 100}})
-            addNode(mesh, x0 + x, y);
-        addElement(mesh, 3, {1, 2, 3});
-        addElement(mesh, 3, {1, 2, 4});
+        Mesh mesh = meshOf({{x0, 0}, {x0 + side, 0}, {x0, 5 * side}, {x0, side / 100}}, {{1, 2, 3}, {1, 2, 4}});
         mesh.elements[2].removed = true;
         mesh.xmin = x0;
         mesh.xmax = x0 + side;

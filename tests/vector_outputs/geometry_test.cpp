@@ -8,15 +8,11 @@
 
 namespace {
 
-using Points = std::vector<std::array<double, 2>>;
+using Points = std::vector<std::pair<double, double>>;
 
-Mesh cellMesh(const Points& corners, double x0 = 0.0, double y0 = 0.0) {
-    Mesh mesh;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
-    for (const auto& corner : corners) addNode(mesh, x0 + corner[0], y0 + corner[1]);
-    addElement(mesh, static_cast<std::int32_t>(corners.size()), {1, 2, 3, corners.size() > 3 ? 4 : 0});
-    return mesh;
+Mesh cellMesh(Points corners, double x0 = 0.0, double y0 = 0.0) {
+    for (auto& [x, y] : corners) x += x0, y += y0;
+    return meshOf(corners, {{1, 2, 3, corners.size() > 3 ? 4 : 0}});
 }
 
 double ringArea(const GisObject& o) {
@@ -66,7 +62,7 @@ TEST_CASE("Cells that make no valid polygon are told from those that do") {
         const Mesh near = cellMesh(corners);
         const Mesh far = cellMesh(corners, 512000.0, 6250000.0);
         CHECK(VALID_CELL(CELL_SHAPE(near, near.elements[1]), 0.0) == valid);
-        if (corners.back()[1] != 1e-9 && corners[1][0] != 0.1)
+        if (corners.back().second != 1e-9 && corners[1].first != 0.1)
             CHECK(VALID_CELL(CELL_SHAPE(far, far.elements[1]), 1e-6) == valid);
     }
     const Mesh sliver = cellMesh({{0, 0}, {10, 0}, {5, 1e-9}});
@@ -80,9 +76,7 @@ TEST_CASE("Regions are closed and clockwise, and keep the coordinates of the mes
         GisObject o;
         CELL_REGION(mesh, mesh.elements[1], CELL_SHAPE(mesh, mesh.elements[1]), o);
         CHECK(o.vertexCount() == corners.size() + 1);
-        CHECK(o.x[1] == o.x.back());
-        CHECK(o.y[1] == o.y.back());
-        CHECK(o.x[1] == mesh.nodes[1].x);
+        CHECK((o.x[1] == o.x.back() && o.y[1] == o.y.back() && o.x[1] == mesh.nodes[1].x));
         CHECK(ringArea(o) == doctest::Approx(12.0));
     }
 }
@@ -138,11 +132,10 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
         CHECK(o.y[i + 1] == doctest::Approx(line[i][1]));
     }
 
-    const std::tuple<float, bool, double> rows[] = {{0.01F, false, 0.5},
-                                                    {0.1F, true, 2.0},
-                                                    {0.9F, false, 10.0},
-                                                    {5.0F, true, 10.0}};  // the last two: at most 0.2 L
-    for (const bool shp : {false, true}) {
+    // the last two: at most 0.2 L
+    const std::tuple<float, bool, double> rows[] = {
+        {0.01F, false, 0.5}, {0.1F, true, 2.0}, {0.9F, false, 10.0}, {5.0F, true, 10.0}};
+    for (const bool shp : {false, true})
         for (const auto& [tail, perCell, thickness] : rows) {
             options.tailThicknessFactor = tail;
             options.tailThicknessPerCellSize = perCell;
@@ -152,7 +145,6 @@ TEST_CASE("An arrow is as long as its magnitude says, starts at its point and ha
             CHECK(o.x[8] == o.x[1]);
             CHECK(ringArea(o) == doctest::Approx(0.7 * 50.0 * thickness + 0.03 * 50.0 * 50.0));
         }
-    }
 }
 
 // East and north component, the cap of a velocity file, switches, length and direction of what is drawn; no length:

@@ -5,6 +5,7 @@
 #include "inputs/one_d_triangles.h"
 #include "raster/lattice_mesh.h"
 #include "run_control/layer_stage.h"
+#include "run_control/read_switches.h"
 #include "services/files.h"
 #include "services/options.h"
 #include "services/projection.h"
@@ -17,18 +18,12 @@ constexpr float MISSING = -99999.0F;
 /// Two quads side by side (cells 1 and 2, 10 m, material = number) over a bed z = x / 10, and a 1D triangle (cell 3)
 /// apart from them. Nodes 1 2 3 / 4 5 6 from the south-west, 7 8 9 the triangle's, 10 unused.
 Mesh smallMesh() {
-    Mesh mesh;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
-    for (const auto& [x, y] :
-         {std::pair{0, 0}, {10, 0}, {20, 0}, {0, 10}, {10, 10}, {20, 10}, {50, 0}, {60, 0}, {50, 10}, {90, 90}}) {
-        addNode(mesh, x, y);
-        mesh.nodes.back().z = static_cast<float>(x) / 10.0F;
-        mesh.nodes.back().kind = {mesh.nodeCount <= 6 ? 'H' : mesh.nodeCount <= 9 ? 'T' : ' ', ' '};
+    Mesh mesh = meshOf({{0, 0}, {10, 0}, {20, 0}, {0, 10}, {10, 10}, {20, 10}, {50, 0}, {60, 0}, {50, 10}, {90, 90}},
+                       {{1, 2, 5, 4}, {2, 3, 6, 5}, {7, 8, 9}});
+    for (std::size_t id = 1; id <= 10; ++id) {
+        mesh.nodes[id].z = static_cast<float>(mesh.nodes[id].x) / 10.0F;
+        mesh.nodes[id].kind = {id <= 6 ? 'H' : id <= 9 ? 'T' : ' ', ' '};
     }
-    addElement(mesh, 4, {1, 2, 5, 4});
-    addElement(mesh, 4, {2, 3, 6, 5});
-    addElement(mesh, 3, {7, 8, 9});
     for (std::int32_t id = 1; id <= 3; ++id) mesh.elements[static_cast<std::size_t>(id)].material = id;
     mesh.oneD = ONE_D_TRIANGLES(mesh);
     return mesh;
@@ -48,12 +43,10 @@ Results resultsOf(const char* quantity, std::vector<float> x, std::vector<std::u
 
 class Run {
 public:
-    explicit Run(void (*set)(RunOptions&)) {
+    explicit Run(const std::string& switches) {
         INITIALISE_FILES();
-        INITIALISE_OPTIONS();
         gisInitialise();
-        OPTIONS_TO_FILL().outputs = {"mif"};
-        set(OPTIONS_TO_FILL());
+        readSwitches(wordsOf(switches));
         OPTIONS_TO_FILL().inputFile = folder_.name("x_h.dat");
     }
     ~Run() { INITIALISE_OPTIONS(); }
@@ -92,15 +85,13 @@ private:
     TemporaryFolder folder_;
 };
 
-void oneDecimal(RunOptions& o) { o.precisionDecimals = 1; }
-
 }  // namespace
 
 TEST_CASE("Nodes are written where a wet element uses them and they hold a value") {
     const std::vector<float> levels = {
         0, 5, 5, MISSING, 5, 1.005F, std::nanf(""), 5, std::numeric_limits<float>::infinity(), 5, 5};
     const Mesh mesh = smallMesh();
-    Run run(oneDecimal);
+    Run run("-mif -prec8.1");
     // Node 5 is 5 mm deep, nodes 3, 6 and 8 hold nothing, node 10 belongs to nothing.
     CHECK(run.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) ==
           // 1D nodes: no cutoff
@@ -120,16 +111,11 @@ TEST_CASE("Nodes are written where a wet element uses them and they hold a value
     CHECK(run.tableOf(snapped, resultsOf("Depth", {0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1}, {0, 1, 1, 1})) ==
           "8,\"T\",6.0,0.0;9,\"T\",5.0,1.0;");
 
-    Run filtered([](RunOptions& o) {
-        o.pointTypes = "T";
-        o.precisionDecimals = 1;
-        o.verbose = true;
-        o.seconds = true;
-    });
+    Run filtered("-mif -ptsT -prec8.1 -verbose -sec");
     CHECK(filtered.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 1, 1})) ==
           "7,\"T\",5.0,5.0,0.0,3,9000.0;9,\"T\",5.0,5.0,0.0,3,9000.0;");
 
-    Run text([](RunOptions& o) { o.outputs = {"txt"}; });
+    Run text("-txt");
     CHECK(
         text.tableOf(mesh, resultsOf("Water Level", levels, {0, 1, 0, 0})) ==
         "SMS_ID,X,Y,Elevation,Water_Level,Depth;1,0.000,0.000,0.0000,5.0000,5.0000;2,10.000,0.000,1.0000,5.0000,4.0000;"
@@ -138,7 +124,7 @@ TEST_CASE("Nodes are written where a wet element uses them and they hold a value
 
 TEST_CASE("Cells are written as points at their centroids or as regions, 1D triangles never") {
     const Mesh mesh = smallMesh();
-    Run points(oneDecimal);
+    Run points("-mif -prec8.1");
     CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 3, 4, 5}, {0, 1, 1, 1}, true)) ==
           "1,1,0.5,3.0,2.5;2,2,1.5,4.0,2.5;");
     CHECK(points.lines("out.mif").ends_with(
@@ -150,17 +136,14 @@ TEST_CASE("Cells are written as points at their centroids or as regions, 1D tria
     // 5 mm deep; missing
     CHECK(points.tableOf(mesh, resultsOf("Water Level", {0, 0.505F, MISSING, 5}, {0, 1, 1, 1}, true)).empty());
 
-    Run regions([](RunOptions& o) {
-        o.region = true;
-        o.precisionDecimals = 1;
-    });
+    Run regions("-mif -region -prec8.1");
     CHECK(regions.tableOf(mesh) == "1,1,0.5;2,2,1.5;");
     Mesh crossed = mesh;
     crossed.elements[1].nodes = {1, 5, 2, 4};
     CHECK(regions.tableOf(crossed) == "2,2,1.5;");
     CHECK(holds(regions.said, "WARNING - 1 cells would not be valid polygons"));
-    CHECK(regions.tableOf(mesh, resultsOf("Depth", {0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, {0, 1, 1, 1})).find("ERROR") ==
-          std::string::npos);
+    CHECK_FALSE(
+        holds(regions.tableOf(mesh, resultsOf("Depth", {0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, {0, 1, 1, 1})), "ERROR"));
     CHECK(regions.said.ends_with(
         "ERROR - -region requires High Resolution or cell centred results.\n\nPress Enter to Close\n<stopped>"));
 
@@ -181,46 +164,36 @@ TEST_CASE("Vectors come with their columns, missing in one component or at rest"
     Results flow = resultsOf("Vector Velocity", {0, 3, 0, MISSING, 1, 0, 0, 0, 0, 0, 0}, {0, 1, 1, 0});
     flow.vector = true;
     flow.y = {0, 4, 0, 1, MISSING, -2, 0, 0, 0, 0, 0};
-    Run points(oneDecimal);
+    Run points("-mif -prec8.1");
     CHECK(points.tableOf(mesh, flow) ==
           "1,\"H\",0.0,5.0,53.1,3.0,4.0,36.9;2,\"H\",1.0,0.0,0.0,0.0,0.0,0.0;5,\"H\",1.0,2.0,-90.0,0.0,-2.0,180.0;"
           "6,\"H\",2.0,0.0,0.0,0.0,0.0,0.0;");
-    Run arrows([](RunOptions& o) {
-        o.vector = true;
-        o.vx = true;
-        o.precisionDecimals = 1;
-    });
+    Run arrows("-mif -vector -vx -prec8.1");
     CHECK(arrows.tableOf(mesh, flow) == "1,\"H\",0.0,3.0;");
     CHECK(arrows.said.starts_with("Arrow cell size = 10.\n"));
     CHECK(holds(arrows.lines("out.mif"),
                 "Data;Pline 5;        0.000000        0.000000;       30.000000        0.000000;"));
-    CHECK(arrows.tableOf(mesh, resultsOf("Depth", flow.x, flow.wet)).find("Depth") == std::string::npos);
+    CHECK_FALSE(holds(arrows.tableOf(mesh, resultsOf("Depth", flow.x, flow.wet)), "Depth"));
     CHECK(holds(arrows.said, "WARNING - Depth holds no vectors, no arrows are written."));
 }
 
-// Format, -region, -grid, -pts; what is said, then what is left of them ("$" ends a line).
+// Switches; what is said, then what is left of -region, -grid and -pts ("$" ends a line).
 TEST_CASE("Switches that rule each other out are dropped with a warning") {
     for (const Row& row : rowsOf(R"(
-mif | R | G | CT | WARNING - The -grid option is ignored with -region.$WARNING - The -pts option is ignored with -region.$RALL
-mif | | G | C | WARNING - The -pts option is ignored with -grid.$GALL
-txt | R | | CQ | WARNING - Unknown point types "Q" in -ptsCQ are ignored.$WARNING - The -region option is ignored with -txt.$CQ
+-mif -region -grid5 -ptsCT | WARNING - The -grid option is ignored with -region.$WARNING - The -pts option is ignored with -region.$RALL
+-mif -grid5 -ptsC | WARNING - The -pts option is ignored with -grid.$GALL
+-txt -region -ptsCQ | WARNING - Unknown point types "Q" in -ptsCQ are ignored.$WARNING - The -region option is ignored with -txt.$CQ
 )")) {
-        Run run([](RunOptions&) {});
-        RunOptions& o = OPTIONS_TO_FILL();
-        o.outputs = {row[0] == "txt" ? "txt" : "mif"};
-        o.region = !row[1].empty();
-        o.grid = !row[2].empty();
-        o.pointTypes = row[3];
+        const Run run(row[0]);
+        const RunOptions& o = OPTIONS();
         const std::string said = consoleOf([] { MAKE_LAYER_STAGE(OUTPUT_FORMAT(OPTIONS()), OPTIONS(), {}); });
-        CHECK(said + (o.region ? "R" : "") + (o.grid ? "G" : "") + o.pointTypes == replaced(row[4], "$", "\n"));
+        CHECK(said + (o.region ? "R" : "") + (o.grid ? "G" : "") + o.pointTypes == replaced(row[1], "$", "\n"));
     }
 }
 
 TEST_CASE("A grid's bed lies over the nodes that the level is laid over at its time") {
     Mesh mesh;  // two 9-node quads side by side, 4 m; bed 1 at the corners, 2 in the middle of the common side, else 0
     mesh.highResolution = true;
-    mesh.nodes.resize(1);
-    mesh.elements.resize(1);
     Results all = resultsOf("Water Level", {0}, {0, 1, 1});
     for (int i = 0; i < 15; ++i) {
         const bool corner = i / 5 != 1 && i % 5 % 2 == 0;
@@ -237,7 +210,7 @@ TEST_CASE("A grid's bed lies over the nodes that the level is laid over at its t
     for (const std::size_t dry : {4, 5, 9, 10, 14, 15}) halfDry.x[dry] = MISSING;
     halfDry.wet[2] = 0;
 
-    Run run(oneDecimal);
+    Run run("-mif -prec8.1");
     const Grid header{3, 1, 1.0, 1.0, 2.0, {}};  // points at both centres and in the middle of the common side
     VectorRun outputs;
     consoleOf([&] { outputs = Run::start(mesh, &header, {false, false, true}); });
