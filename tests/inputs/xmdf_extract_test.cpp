@@ -121,26 +121,3 @@ TEST_CASE("all times: the group is opened once, closed behind the last, and clos
     readAll(file, {"-tAll"}, "d", [](const Results&) { EXITS(); });
     CHECK(openHandles() == 0);
 }
-
-TEST_CASE("damaged values end the run with the operation, the file and the dataset") {
-    const TemporaryFolder folder;
-    const std::string file = folder.name("x.xmdf");
-    TestDataset d = threeNodes("/r/Temporal/d", {0, 1}, {1, 2, 3, 4, 5, 6}, {1, 1});
-    d.chunk = {1, 3};
-    makeXmdf(file, {d}, [](hid_t id) {
-        const hsize_t second[] = {1, 0};
-        const H5Dataset values(H5Dopen2(id, "/r/Temporal/d/Values", H5P_DEFAULT));
-        H5Dwrite_chunk(values.id(), H5P_DEFAULT, 0, second, 7, "damaged");
-    });
-    const std::tuple<const char*, const char*> rows[] = {
-        {"-t1", "ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "},
-        {"-max", "ERROR - Reading timestep [XF_READ_SCALAR_VALUES_TIMESTEP] while reading "}};
-    for (const auto& [time, message] : rows) {
-        const std::string console =
-            readAll(file, {time}, "d", [](const Results&) { FAIL("values of a damaged time"); });
-        CHECK_MESSAGE(holds(console, message + file + "\n        \"" + file + "\": /r/Temporal/d/Values, time number "),
-                      console);
-        CHECK(console.ends_with("<stopped>"));
-        CHECK(openHandles() == 0);
-    }
-}

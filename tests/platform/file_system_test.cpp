@@ -1,5 +1,6 @@
 #include "platform/file_system.h"
 
+#include "scratch_folder.h"
 #include "services/files.h"
 #include "testing.h"
 
@@ -42,8 +43,7 @@ TEST_CASE("Names hold letters of every script, in folders and files, read and wr
 }
 
 TEST_CASE("Names may be longer than 260 characters") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     std::string deep = folder.name("long");
     for (int i = 0; i < 6; ++i) deep += "/" + std::string(60, static_cast<char>('a' + i));
     const std::string file = deep + "/x.asc";
@@ -60,8 +60,7 @@ TEST_CASE("Names may be longer than 260 characters") {
 
 #ifdef _WIN32
 TEST_CASE("A file that another program has locked is refused by its name") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     const std::string name = folder.write("locked.asc", "text");
     std::FILE* const other = _fsopen(name.c_str(), "rb", _SH_DENYRW);
     REQUIRE(other != nullptr);

@@ -1,6 +1,6 @@
 #include "raster/external_grid.h"
 
-#include "raster/scratch_folder.h"
+#include "scratch_folder.h"
 #include "services/files.h"
 #include "testing.h"
 

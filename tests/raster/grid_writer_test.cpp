@@ -3,7 +3,7 @@
 #include "raster/asc_writer.h"
 #include "raster/flt_writer.h"
 #include "raster/header_numbers.h"
-#include "raster/scratch_folder.h"
+#include "scratch_folder.h"
 #include "services/files.h"
 #include "services/options.h"
 #include "testing.h"

@@ -53,7 +53,10 @@ cut | -b -t2 -typed | 1 | | ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP
 short | -b -tAll -typeShort | 3 | x_Short_t000.00_g001.asc x_Short_t001.00_g001.asc | WARNING - Dataset \
     "/r/Temporal/Short" was not written to its end: Times has 3 times, Values has 2 times. Only the first 2 can be used.$
 short | -b -max -typeShort | 0 | x_Short_Max_g001.asc
-bad | -b -tAll -typeBad | 1 | x_Bad_t000.00_g001.asc | ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP]
+bad | -b -tAll -typeBad | 1 | x_Bad_t000.00_g001.asc | ERROR - Reading data [XF_READ_SCALAR_VALUES_TIMESTEP] while \
+    reading FILE$        "FILE": /r/Temporal/Bad/Values, time number 2
+bad | -b -max -typeBad | 1 | | ERROR - Reading timestep [XF_READ_SCALAR_VALUES_TIMESTEP] while reading FILE$        \
+    "FILE": /r/Temporal/Bad/Values, time number
 bad whole | -b -FolderTemporal -t1 | 3 | x_Good_t001.00_g001.asc | WARNING - Dataset "/r/Temporal/Bad" could not be \
     read and is left out.$        "FILE": /r/Temporal/Bad/Values, time number 2, could
 bad cut | -b -typeAll -max | 1 | | ERROR - No data processed

@@ -1,5 +1,6 @@
 #include "services/console.h"
 
+#include "scratch_folder.h"
 #include "services/files.h"
 #include "testing.h"
 
@@ -90,8 +91,7 @@ TEST_CASE("A caller's sink takes lines, severities and progress, and the stop ca
 }
 
 TEST_CASE("EXITS closes the files once, tells lost output, and a success is none then") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     const int first = OPEN_FILE(folder.name("a.txt"), "O ", "txt");
     CHECK(WRITE_BYTES(first, "torn"));
     const std::string end = "\nPress Enter to Close\n<stopped>";
@@ -116,5 +116,4 @@ TEST_CASE("EXITS closes the files once, tells lost output, and a success is none
           "Unable to close file.\nERROR - Could not write /dev/full: No space left on device. The file is "
           "incomplete.\n\nPress Enter to Close\n");
     CHECK(status == STATUS_STOPPED);
-    INITIALISE_FILES();
 }

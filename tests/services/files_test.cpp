@@ -1,6 +1,7 @@
 #include "services/files.h"
 
 #include "run_control/file_questions.h"
+#include "scratch_folder.h"
 #include "services/file_table.h"
 #include "testing.h"
 
@@ -17,8 +18,7 @@ using Lines = std::vector<std::string>;
 }  // namespace
 
 TEST_CASE("Lines end in LF or CR LF, and may span blocks") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     CHECK(linesOf(folder.write("a.txt", " a\r\n\r\n\tb \n\nlast")) == Lines{"a", "", "b ", "", "last"});
     CHECK(linesOf(folder.write("a.txt", "")).empty());
     CHECK(linesOf(folder.write("a.txt", "\n")) == Lines{""});
@@ -40,20 +40,17 @@ TEST_CASE("Lines end in LF or CR LF, and may span blocks") {
 }
 
 TEST_CASE("A line stays readable while other files are opened") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     const int file = OPEN_FILE(folder.write("a.txt", std::string(FILE_BLOCK_SIZE - 3, 'x') + "\nabcd\n"), "I ", "txt");
     std::string_view line;
     REQUIRE(READ_LINE(file, line) == LineStatus::Read);
     REQUIRE(READ_LINE(file, line) == LineStatus::Read);  // short, and across the blocks
     for (int i = 0; i < 40; ++i) OPEN_FILE(folder.name("a.txt"), "I ", "txt");
     CHECK(line == "abcd");
-    INITIALISE_FILES();
 }
 
 TEST_CASE("Bytes are read and skipped across blocks, and outputs are read back") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     std::string bytes(3 * FILE_BLOCK_SIZE + 5, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i % 251);
     const auto check = [&](int file, std::size_t at, std::size_t count) {
@@ -103,8 +100,7 @@ TEST_CASE("A full disk is told, whichever call meets it") {
 }
 
 TEST_CASE("A thousand files can be open, and the next stops the run") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     const std::string name = folder.write("a.txt", "");
     for (int i = 1; i <= MOST_OPEN_FILES; ++i) REQUIRE(OPEN_FILE(name, "I ", "txt") == i);
     CHECK(consoleOf([&] { OPEN_FILE(name, "I ", "txt"); }) == "No free file numbers.\n<stopped>");
@@ -113,12 +109,10 @@ TEST_CASE("A thousand files can be open, and the next stops the run") {
     CHECK(consoleOf([] { GETNAM(1001); }) == "Invalid file number - GETNAM\n<stopped>");
     CHECK(consoleOf([] { OPENER(9, "x", "I "); }) == "Incorrect file number - OPENER\n<stopped>");
     CHECK(consoleOf([] { OPENER(5, "x", "I "); }) == "File already opened - OPENER\n<stopped>");
-    INITIALISE_FILES();
 }
 
 TEST_CASE("Files that are not there are asked for, folders are created or refused") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     const std::string there = folder.write("there.dat", "");
     const std::string missing = folder.name("missing.dat");
     const std::string deep = folder.name("new/er/x.asc");
@@ -157,12 +151,10 @@ TEST_CASE("Files that are not there are asked for, folders are created or refuse
     CHECK(consoleOf([&] { OPEN_FILE(folder.name("O.asc"), "O ", "asc"); }, "n\n")
               .starts_with(folder.name("O.asc") + " is already open.  Close it?"));
     CLOSE_FILE(open);
-    INITIALISE_FILES();
 }
 
 TEST_CASE("A file of an earlier run is said to be replaced, one of this run is not") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     const std::string name = folder.write("x.asc", "");
     const auto write = [&] {
         BEGIN_OUTPUT(name);
@@ -189,8 +181,7 @@ std::size_t filesIn(const TemporaryFolder& folder) {
 
 TEST_CASE("A set comes to its place as one, and the earlier one comes back when a file of it cannot be moved") {
     for (const bool fails : {false, true}) {
-        const TemporaryFolder folder;
-        INITIALISE_FILES();
+        const ScratchFolder folder;
         for (const char* name : {"x.shp", "x.dbf"}) folder.write(name, "old");
         std::filesystem::permissions(folder.name("x.dbf"), std::filesystem::perms(0640));
         consoleOf([&] {
@@ -213,14 +204,12 @@ TEST_CASE("A set comes to its place as one, and the earlier one comes back when 
         else said = consoleOf([&] { FINISH_OUTPUT(folder.name("x.y.csv")); });
         CHECK(filesIn(folder) == (fails ? 2 : 4));  // nothing waits beside them
         CHECK(folder.read("x.y.csv") == (fails ? "" : "new csv"));
-        INITIALISE_FILES();
     }
 }
 
 TEST_CASE("What a library writes under the working name is moved with what it puts beside it, or removed") {
     for (const bool finishes : {true, false}) {
-        const TemporaryFolder folder;
-        INITIALISE_FILES();
+        const ScratchFolder folder;
         BEGIN_OUTPUT(folder.name("x.tif"));
         const std::string working = WORKING_NAME(folder.name("x.tif"));
         CHECK((working.starts_with(folder.name("x.")) && working.ends_with(".part.tif") && filesIn(folder) == 0));
@@ -255,8 +244,7 @@ TEST_CASE("A file is found by its name, with either separator, else in any lette
 }
 
 TEST_CASE("A name once used stays in use, however it is written") {
-    const TemporaryFolder folder;
-    INITIALISE_FILES();
+    const ScratchFolder folder;
     CHECK_FALSE(NAME_IN_USE(folder.name("x.asc")));
     CLOSE_FILE(OPEN_FILE(folder.name("x.asc"), "O ", "asc"));
     NOTE_FILE_USED(folder.name("x.xmdf"));
