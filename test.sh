@@ -1,11 +1,16 @@
 #!/usr/bin/env bash
 # The demo, then every test: the end-to-end tests on the release executable, and all tests under the sanitizers.
 # With --long also those of tests/long/tests.txt; ./test.sh --long NAME... runs rows of it alone. With --windows the
-# program for Windows is built and tested under wine, and nothing else.
+# program for Windows is built and tested under wine, with --cluster the workflow on a Slurm of one node, and nothing else.
 set -euo pipefail
 cd "$(dirname "$0")"
 
 [ "${1:-}" != --windows ] || exec scripts/build_windows.sh --test
+if [ "${1:-}" = --cluster ]; then
+    scripts/install_packages.sh build gdal workflow cluster
+    TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh release
+    exec workflow/slurm_demo.sh
+fi
 if [ "${1:-}" = --long ] && [ $# -gt 1 ]; then
     shift
     exec tests/long/run.sh "$@"

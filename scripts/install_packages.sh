@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing on a Debian-like machine. Groups: build (compiler, CMake, HDF5, zlib), tests (doctest, GDAL's tools, a Fortran
 # compiler, pkg-config, Python), gdal (GDAL's library, for the module of its formats), fuzz (clang with its fuzzer), packages (what builds
-# Debian's and looks at them), windows (a compiler for Windows, and wine), bench (GDAL's tools, GNU time). What is there already, from whatever
-# source, is left alone.
+# Debian's and looks at them), windows (a compiler for Windows, and wine), bench (GDAL's tools, GNU time), workflow (Snakemake), cluster
+# (Slurm). What is there already, from whatever source, is left alone.
 #   scripts/install_packages.sh build tests
 set -euo pipefail
 
@@ -55,6 +55,14 @@ missing_packages() {
             bench)
                 command -v gdal_translate >/dev/null || echo gdal-bin
                 have_file /usr/bin/time || echo time
+                ;;
+            workflow)
+                command -v gdal_translate >/dev/null || echo gdal-bin
+                command -v snakemake >/dev/null || echo snakemake
+                ;;
+            cluster)
+                command -v sbatch >/dev/null || echo slurm-wlm
+                have_file /usr/sbin/munged || echo munge
                 ;;
             *)
                 echo "Unknown group of packages: $group" >&2

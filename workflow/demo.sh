@@ -36,7 +36,7 @@ until [ "$(find resumed/records/level* -name '*.json' 2>/dev/null | wc -l)" -ge 
     sleep 0.1
 done
 kill -KILL -- -$engine
-wait $engine || true
+{ wait $engine; } 2>killed_status.txt || true
 echo "$(find resumed/records/level* -name '*.json' | wc -l) of $((5 * MODELS)) conversions were there"
 flow killed.yaml unlock.log --unlock
 flow killed.yaml resumed.log || fail "see $demo/resumed.log"

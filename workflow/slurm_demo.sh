@@ -87,7 +87,7 @@ awk -F, 'NR == 1 || $3 != "done" || $11 > 1' outputs/summary.csv | cut -d, -f 1-
 echo "--- the memory of the attempts at run_03, in MB"
 scontrol -o show job | sed -n 's/^JobId=\([0-9]*\) .*product=level_max,run=run_03_h .*JobState=\([A-Z]*\) .*MinMemoryNode=\([0-9]*\)M.*/job \1: \3, \2/p' | head -n 2 | tee attempts.txt
 read -r first second < <(sed 's/.*: \([0-9]*\),.*/\1/' attempts.txt | paste -sd ' ')
-[ "$second" -eq $((2 * first)) ] || fail "the second attempt had $second MB, the first $first"
+[ "${second:-0}" -eq $((2 * first)) ] || fail "the second attempt had $second MB, the first $first"
 [ $status -ne 0 ] || fail "an ERROR, and the status is 0"
 [ "$(grep -c ',done,' outputs/summary.csv)" -eq $((3 * (MODELS - 1))) ] || fail "others were lost, see $demo/slurm.log"
 grep -q '^run_03_h,level_max,done,.*,2,$' outputs/summary.csv || fail "run_03 was not tried again"

@@ -11,7 +11,7 @@ Run = collections.namedtuple("Run", "name mesh results problem")
 
 def plain_name(text):
     """A name for folders and schedulers: what is no letter, digit, ".", "_" or "-" becomes "_"."""
-    return re.sub(r"[^A-Za-z0-9._-]", "_", text).lstrip(".-") or "_"
+    return re.sub(r"[^A-Za-z0-9._-]", "_", text).lstrip("._-") or "run"
 
 
 def mesh_beside(results):

@@ -30,7 +30,7 @@ def parts_of(plan, product, run):
     most = plan["products"][product]["split_times"]
     if not most:
         return ["all"]
-    times = read_json(os.path.join(plan["tree"], "records", "times", run + ".json"))
+    times = read_json(os.path.join(plan["tree"], "records", "_times", run + ".json"))
     return list(cut(times, most)) if times else []
 
 

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# The workflow: what it refuses is named and the rest is done, parts hold every time once, and the demonstration with few models.
+set -u
+cd "$(dirname "$0")/../.." || exit 1
+command -v snakemake >/dev/null || { echo "No snakemake: left out."; exit 77; }
+flow=$PWD/workflow
+export PROGRAM=${PROGRAM:-$PWD/build/release/VORANT_to_GIS} MAKER=${MAKER:-$PWD/build/release/examples/make_parabolic_basin}
+failures=0
+fail() {
+    failures=$((failures + 1))
+    echo "FAILED: $*"
+}
+box=$(mktemp -d)
+trap 'rm -rf "$box"' EXIT
+cd "$box" || exit 1
+mkdir a b
+(cd a && "$MAKER" -cells 8 -times 5 "river's north" && "$MAKER" -cells 8 -times 5 lower && "$MAKER" -cells 8 -times 1 alone && rm alone.2dm) >/dev/null
+cp a/lower* b
+head -c 1000 a/lower_d.dat >"a/river's north_d.dat"        # some whole times, and a part of the next
+{ echo name,mesh,results; echo "two,a/lower.2dm,a/lower_h.dat"; echo "two,b/lower.2dm,b/lower_h.dat"; echo "three,a/none.2dm,a/lower_h.dat"; } >runs.csv
+
+# row <name of the row> <status> <runs> <products> <texts on the console or in the summary, between "|"> [folder]
+row() {
+    local what=$1 status=$2 text texts
+    printf '%s\n' "program: $PROGRAM" "output: ${6:-$what}" "memory: 100" "threads: 1" "runs: $3" "products: $4" >"$what.yaml"
+    snakemake -s "$flow/Snakefile" --configfile "$what.yaml" --profile "$flow/profiles/local" >"$what.txt" 2>&1 </dev/null
+    [ $(($? != 0)) -eq "$status" ] || fail "$what: exit status, expected $status: $(tail -n 3 "$what.txt")"
+    cat "$what/summary.csv" >>"$what.txt" 2>/dev/null
+    IFS='|' read -ra texts <<<"$5"
+    for text in "${texts[@]}"; do grep -qE -- "$text" "$what.txt" || fail "$what: nothing says: $text"; done
+}
+good='{max: "-flt -grid400 -max"}'
+: >file
+row names 1 "['a/*_d.dat', 'no/*.dat']" "$good" "^river_s_north_d,max,failed|^lower_d,max,done,1,|no_.*no file is found by no/\*.dat|no mesh beside a/alone_d.dat"
+row table 1 runs.csv "$good" "several runs are called two: b/lower_h.dat|three is left out: the mesh a/none.2dm does not exist|Nothing is left to convert"
+row products 1 "['a/lower_d.dat']" '{max: "-flt -grid400 -max", typo: "-flt -gird5", asks: "-shp -grid", mine: "-flt -out x", both: "-flt -asc"}' \
+    "^lower_d,max,done|typo,not converted,.*did you mean -grid|asks,.*asks a question|mine,.*-out belongs to the workflow|both,.*More than one output format"
+row cut 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,[1-4],.*WARNING - "
+row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: Not a directory" file/deep
+row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}}' "ERROR - The configuration: "
+row parts 0 "['a/lower_d.dat']" '{all: {switches: "-flt -grid400 -tAll", split_times: 2}, whole: "-flt -grid400 -tAll"}' "^lower_d,all,done,5,|^lower_d,whole,done,5,"
+for file in parts/whole/lower_d/*.flt; do
+    [ "$(find parts/all -name "${file##*/}" | wc -l)" -eq 1 ] && cmp -s "$file" parts/all/lower_d/*/"${file##*/}" || fail "${file##*/} is in no part, in two, or differs"
+done
+MODELS=4 DEMO=$box/demo "$flow/demo.sh" || fail "the demonstration"
+echo "$failures failed"
+[ $failures -eq 0 ]
