@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Random models through the converter, against a plain reference and against each other.
 
-PROGRAM=<converter> differential.py [--seconds 15] [--seed N]   a seed alone repeats its model
+PROGRAM=<converter> differential.py                 the same few models on every machine
+PROGRAM=<converter> differential.py --seconds 600   others every time
+PROGRAM=<converter> differential.py --seed N        one model again
 """
 import argparse
 import math
@@ -20,6 +22,7 @@ import traceback
 from models import Dataset, Model
 from reference import MISSING, Surface
 
+FIRST_SEED, MODELS = 1, 12  # of a run that says nothing else
 checks = 0
 failures = []
 
@@ -146,7 +149,7 @@ def check_samples(what, model, surfaces, dataset, common):
         value = float(row["Tracer"]) if row["Tracer"] else None
         check(surfaces[texts.index(row["Time"])].agrees(value, float(row["X"]), float(row["Y"]), 6e-5), what, "point", row)
     rows = [row for row in read_csv("r_n0.csv") if row["Type"] != "C"]
-    check(len(rows) > 3, what, "has no profile")
+    check(len(rows) > 1, what, "has no profile")  # both ends, where they lie in one cell
     for row in rows:  # whose places are rounded to a millimetre
         for text, surface in zip(texts, surfaces):
             value = row["Tracer_t%06.2f" % float(text)]
@@ -249,7 +252,10 @@ def grid_tag(spacing):
 
 
 def one_model(seed):
-    model = Model(random.Random(seed))
+    source = random.Random(seed)
+    model = Model(source)
+    while len(model.nodes) == len(model.cells):  # whose results could be those of nodes or of cells
+        model = Model(source)
     model.write_mesh("r.2dm")
     pathlib.Path("Header.mif").write_text('Version 300\nCoordSys NonEarth Units "m"\n')
     west, east, south, north = extent(model)
@@ -262,13 +268,14 @@ def one_model(seed):
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("--seconds", type=float, default=15)
+    parser.add_argument("--seconds", type=float, default=0)
     parser.add_argument("--seed", type=int)
     options = parser.parse_args()
     os.environ["PROGRAM"] = os.path.abspath(os.environ["PROGRAM"])
     start, done = time.time(), 0
-    seed = options.seed if options.seed is not None else random.randrange(10**6)
-    while not failures and (done == 0 or options.seed is None and time.time() - start < options.seconds):
+    seed = options.seed if options.seed is not None else random.randrange(10**6) if options.seconds else FIRST_SEED
+    least = 1 if options.seed is not None or options.seconds else MODELS
+    while not failures and (done < least or time.time() - start < options.seconds):
         folder = tempfile.mkdtemp(prefix="differential")
         os.chdir(folder)
         try:
