@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The demo, then every test: the end-to-end tests on the release executable, and all tests under the sanitizers.
+# The demo, then every test: the end-to-end tests on the release executable, those of several threads under the sanitizer
+# of threads, and all tests under the other sanitizers.
 # With --long also those of tests/long/tests.txt; ./test.sh --long NAME... runs rows of it alone. With --windows the
 # program for Windows is built and tested under wine, with --cluster the workflow on a Slurm of one node, and nothing else.
 set -euo pipefail
@@ -25,6 +26,9 @@ scripts/check_format.sh
 cores=$(nproc)
 TARGETS="VORANT_to_GIS make_parabolic_basin example" scripts/build.sh release -DBUILD_TESTS=ON
 ctest --preset release --label-regex end_to_end --parallel "$cores"
+
+TARGETS="VORANT_to_GIS make_parabolic_basin" scripts/build.sh tsan -DBUILD_TESTS=ON
+ctest --preset tsan --tests-regex end_to_end_jobs
 
 scripts/build.sh dev
 ctest --preset dev --parallel "$cores"

@@ -62,7 +62,7 @@ converted() {
 }
 
 # phases <arguments...>: where the seconds of such a run go.
-phases() { "$program" -b -verbose "$@" </dev/null 2>&1 | sed -n 's/^.* seconds: /      /p'; }
+phases() { "$program" -b -verbose "$@" </dev/null 2>&1 | sed -n 's/^   scan /      &/p'; }
 
 # Seconds for each further time: all times less one time, over the number of further ones.
 further() { awk "BEGIN { printf \"%.3f\", ($2 - $1) / $FURTHER }"; }

@@ -63,7 +63,9 @@ void reportCounts(std::chrono::steady_clock::time_point start) {
     REPORT(counted(OUTPUTS_WRITTEN(), "output"));
     if (warnings > 0) REPORT(counted(warnings, "warning"));
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    if (OPTIONS().verbose) REPORT(AREALD8(taken.count(), 2) + " seconds: " + PHASE_SECONDS());
+    if (!OPTIONS().verbose) return;
+    REPORT(AREALD8(taken.count(), 1) + " seconds");
+    REPORT("   " + PHASE_SECONDS());
 }
 
 /// The normal end: with -b at once, else behind the closing pause.

@@ -83,12 +83,13 @@ LayerCounts forEachObject(const LayerJob& job, std::size_t first, std::size_t en
 
 /// The first walk: the columns as wide as the records need them.
 void noteRecords(LayerJob& job, ItemPieces pieces) {
+    const RecordColumns none = job.record;  // which grows while other pieces are noted
     std::vector<NotedPiece> slots(SLOTS_IN_ORDER());
     DO_IN_ORDER(
         pieces.count(),
         [&](std::size_t piece, std::size_t slot) {
             NotedPiece& noted = slots[slot];
-            noted = {job.record, {}};
+            noted = {none, {}};
             GisObject o;
             forEachObject(job, pieces.first(piece), pieces.end(piece), o,
                           [&](const MapItem& item, const GisObject&, std::size_t) {
