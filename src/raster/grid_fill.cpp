@@ -1,6 +1,7 @@
 #include "raster/grid_fill.h"
 
 #include "geometry/no_value.h"
+#include "raster/element_order.h"
 #include "raster/element_pieces.h"
 #include "raster/plan_rows.h"
 #include "services/console.h"
@@ -35,6 +36,9 @@ void unwind(CornerValues& values, std::size_t corners, unsigned usable) {
     if (!belowRange) return;
     for (std::size_t i = 0; i < corners; ++i) values[i] += 360.0F;
 }
+
+/// Zero has no sign on a grid: of two that meet at a cell the order of the elements would decide.
+float unsignedZero(float value) { return value + 0.0F; }
 
 void raise(float& cell, float value) {
     if (value > cell) cell = value;
@@ -96,13 +100,13 @@ void Filler::fill(const PlanChunk& chunk) {
         const Rows rows = ownRows(piece, all, allSets);
         if (rows.begin == rows.end) continue;
         if (kind_ == PlanKind::Cells) {
-            const float value = input_.values[static_cast<std::size_t>(piece.element)];
+            const float value = unsignedZero(input_.values[static_cast<std::size_t>(piece.element)]);
             if (!IS_MISSING(value)) fillWithValue(piece, rows, value);
             continue;
         }
         CornerValues values{};
         for (std::size_t i = 0; i < static_cast<std::size_t>(piece.corners); ++i)
-            values[i] = input_.values[static_cast<std::size_t>(piece.nodes[i])];
+            values[i] = unsignedZero(input_.values[static_cast<std::size_t>(piece.nodes[i])]);
         const unsigned usable = TRIANGLES_WITH_VALUES(piece.corners, values);
         if (usable == 0) continue;
         if (input_.directions) unwind(values, static_cast<std::size_t>(piece.corners), usable);
@@ -224,7 +228,10 @@ void empty(std::vector<float>& values) {
 
 /// Lays all elements, less the dry ones of `input`.
 void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid& grid, Progress& progress) {
-    if (!std::exchange(plan.begun, true)) plan.rest = {{1, mesh.elementCount + 1}};
+    if (!std::exchange(plan.begun, true)) {
+        plan.rest = {{1, mesh.elementCount + 1}};
+        plan.order = ELEMENT_ORDER(mesh, grid);
+    }
     RowsTogether rows(plan.kind, mesh, input, grid);
     rows.fill(plan.chunks);
     std::vector<ElementRange> left = std::exchange(plan.rest, {});
@@ -238,7 +245,7 @@ void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid&
         {
             const InPhase planning(Phase::Plan);
             DO_PIECES(ranges.size(), [&](std::size_t i) {
-                PLAN_CHUNK(mesh, grid, plan.kind, ranges[i], {1, grid.nrows + 1},
+                PLAN_CHUNK(mesh, grid, plan.kind, plan.order, ranges[i], {1, grid.nrows + 1},
                            keeping || input.wet.empty() ? nullptr : input.wet.data(), chunks[i]);
             });
         }
@@ -279,7 +286,7 @@ void fillRows(PlanKind kind, const Mesh& mesh, const GridInput& input, RowRange 
     PlanChunk chunk;
     for (ElementRange next; next.first <= mesh.elementCount; next.first = chunk.elements.end) {
         next.end = std::min(mesh.elementCount - next.first + 1, ELEMENTS_AT_A_TIME) + next.first;
-        PLAN_CHUNK(mesh, grid, kind, next, own, input.wet.empty() ? nullptr : input.wet.data(), chunk);
+        PLAN_CHUNK(mesh, grid, kind, {}, next, own, input.wet.empty() ? nullptr : input.wet.data(), chunk);
         filler.fill(chunk);
     }
 }

@@ -38,7 +38,7 @@ struct PlanPiece {
     std::uint16_t corners = 0;  ///< 3 or 4
 };
 
-/// Elements of a mesh, from 1: first to before end.
+/// Elements of a mesh, from 1: first to before end. Of a plan with an order of its own: their places in that.
 struct ElementRange {
     std::int32_t first = 1, end = 1;
 };
@@ -57,7 +57,8 @@ struct GridPlan {
     PlanKind kind = PlanKind::Nodes;
     std::uint64_t memoryLimit = 0;  ///< bytes the chunks may take; what does not fit is worked out anew at every time
     std::uint64_t memoryUsed = 0;
-    bool begun = false;  ///< from the first output time on, chunks and rest are all elements
+    bool begun = false;               ///< from the first output time on, chunks and rest are all elements
+    std::vector<std::int32_t> order;  ///< ELEMENT_ORDER's; empty: that of the mesh
     std::vector<PlanChunk> chunks;
     std::vector<ElementRange> rest;  ///< what stands in no chunk
 };

@@ -25,7 +25,7 @@ make_model -cells 23 -times 2 -side 10000 -rotate 20 w
 awk '$1 == "ND" && $2 == 10 { $5 = 123456 } { print }' m.2dm >peak.2dm
 
 banded -asc -grid5.5 peak.2dm
-banded -flt -grid5.5 -tAll -va -compass m_V.dat
+banded -flt -grid5.5 -t0.1 -va -compass m_V.dat
 banded -asc -prec6.2 -grid7 -t0.1 -dif w_d.dat -mesh2 w.2dm -jobs3 m_d.dat
 banded -flt -grid7 -t0.1 -dif n_h.dat m_h.dat
 if [ -e "$(dirname "$PROGRAM")/libvorant_gdal.so" ]; then
