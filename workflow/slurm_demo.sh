@@ -83,7 +83,7 @@ status=0
 snakemake -s "$workflow/Snakefile" --configfile slurm.yaml --profile "$workflow/profiles/slurm" --latency-wait 10 >slurm.log 2>&1 || status=$?
 
 echo "--- what is not whole, and what was tried twice"
-awk -F, 'NR == 1 || $3 != "done" || $11 > 1' outputs/summary.csv | cut -d, -f 1-4,11,12
+awk -F, 'NR == 1 || $3 != "done" || $11 > 1' outputs/summary.csv | cut -d, -f 1-4,11-
 echo "--- the memory of the attempts at run_03, in MB"
 scontrol -o show job | sed -n 's/^JobId=\([0-9]*\) .*product=level_max,run=run_03_h .*JobState=\([A-Z]*\) .*MinMemoryNode=\([0-9]*\)M.*/job \1: \3, \2/p' | head -n 2 | tee attempts.txt
 read -r first second < <(sed 's/.*: \([0-9]*\),.*/\1/' attempts.txt | paste -sd ' ')
