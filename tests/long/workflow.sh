@@ -37,6 +37,9 @@ row products 1 "['a/lower_d.dat']" '{max: "-flt -grid400 -max", typo: "-flt -gir
     "^lower_d,max,done|typo,not converted,.*did you mean -grid|asks,.*asks a question|mine,.*-out belongs to the workflow|both,.*More than one output format"
 row cut 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,[1-4],.*WARNING - "
 row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: Not a directory" file/deep
+printf '#!/bin/bash\ncase "$*" in *-max*lower_d.dat) kill -KILL $PPID ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >killer.sh
+chmod +x killer.sh
+PROGRAM=$box/killer.sh row killed 1 "['a/lower_d.dat', 'a/lower_h.dat']" "$good" "^lower_d,max,failed,.*killed, or lost|^lower_h,max,done"
 row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}}' "ERROR - The configuration: "
 row parts 0 "['a/lower_d.dat']" '{all: {switches: "-flt -grid400 -tAll", split_times: 2}, whole: "-flt -grid400 -tAll"}' "^lower_d,all,done,5,|^lower_d,whole,done,5,"
 for file in parts/whole/lower_d/*.flt; do

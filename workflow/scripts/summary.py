@@ -38,6 +38,13 @@ def base_of(plan, product, run, part):
     return os.path.join(plan["tree"], "records", product, run, part)
 
 
+def last_word(log):
+    """Of a job that could not even note how it ended: a scheduler killed it, or its disk was full."""
+    with open(log, encoding="utf-8", errors="replace") as handle:
+        errors = [line.strip() for line in handle if line.lower().startswith("error")]
+    return errors[-1] if errors else "killed, or lost with its node; %s is all that is left" % log
+
+
 def number(value):
     return "" if value is None else "%.6g" % value
 
@@ -69,6 +76,9 @@ def row_of(plan, product, run):
         elif note:
             states.append(FAILED)
             messages.append(note["reason"])
+        elif os.path.exists(base_of(plan, product, run, part) + ".log"):
+            states.append(FAILED)
+            messages.append(last_word(base_of(plan, product, run, part) + ".log"))
         else:
             states.append(MISSING)
         attempts = max(attempts, (record or note or {"attempt": 0})["attempt"])
