@@ -84,9 +84,17 @@ void RunCrs::takePrjOf(const std::string& templateName, const std::string& prj) 
 void RunCrs::takeSystemOf(const std::string& templateName, const std::string& wkt) {
     if (wkt.empty()) return;
     if (!options_.crs.empty()) return warnWhereDifferent(templateName, wkt);
-    if (!projection_.text().empty() || !projection_.coordSys.empty()) return;
-    gdal_ = &GDAL_MODULE("-like");
-    use(RESOLVE_CRS(*gdal_, wkt, "-like"));
+    const std::string own = projection_.text().empty() ? projection_.coordSys : projection_.text();
+    const GdalTable& gdal = GDAL_MODULE("-like");
+    if (!own.empty()) {
+        const std::optional<Crs> ofFile = TRY_RESOLVE_CRS(gdal, own), ofTemplate = TRY_RESOLVE_CRS(gdal, wkt);
+        if (ofFile && !(ofTemplate && ofFile->same(*ofTemplate)))
+            DMESSAGE("WARNING - The coordinate system of " + templateName +
+                     " is not that of the projection file, which is used.");
+        return;
+    }
+    gdal_ = &gdal;
+    use(RESOLVE_CRS(gdal, wkt, "-like"));
     REPORT("Using " + templateName + " for setting projection.");
 }
 

@@ -24,7 +24,8 @@ public:
 
     /// The text of a template grid's .prj, which wins over the projection files.
     void takePrjOf(const std::string& templateName, const std::string& prj);
-    /// The system of a template that GDAL has read (well-known text), taken where the run has none.
+    /// The system of a template that GDAL has read (well-known text), taken where the run has none; a WARNING when it
+    /// is another than that of the projection file.
     void takeSystemOf(const std::string& templateName, const std::string& wkt);
 
     /// Once the mesh is there: the CoordSys line of a .mif, which has to be exact there; a WARNING for a mesh outside

@@ -128,6 +128,12 @@ row 0 "basin_h_Max_g100.tif"               -b -gtif -max -like dem.tif basin_h.d
 check "not the place of dem.tif" [ "$(place basin_h_Max_g100.tif)" = "$(place dem.tif)" ]
 info basin_h_Max_g100.tif "GDA94 / MGA zone 55"
 row 0 "basin_h_Max_g100.asc basin_h_Max_g100.prj" -b -asc -max -like dem.tif basin_h.dat
+for code in 28355 28356; do
+    gdalsrsinfo -o wkt_esri --single-line "EPSG:$code" >Header.prj
+    run 0 -b -asc -max -like dem.tif basin_h.dat
+    check "a WARNING of Header.prj with $code" [ "$(grep -c "WARNING - The coordinate system of dem.tif is not that of the projection file, which is used." ../console.txt)" = "$((code - 28355))" ]
+done
+rm Header.prj
 row 0 "basin_h_Max_g100.shp basin_h_Max_g100.shx basin_h_Max_g100.dbf basin_h_Max_g100.prj basin_h_Max_g100.cpg" -b -shp -grid -max -like dem.tif basin_h.dat
 did_not_say "WARNING"
 check "points are not on the template's centres" [ "$(ogrinfo -al basin_h_Max_g100.shp | grep -c 'POINT ([0-9]*50\.1 [0-9]*50\.7)')" -gt 300 ]
