@@ -2,6 +2,7 @@
 
 #ifdef _WIN32
 #include <windows.h>
+#include <algorithm>
 #else
 #include <iconv.h>
 #include <array>
@@ -15,10 +16,21 @@ CodePage::CodePage(int page) : page_(page) {
 }
 CodePage::~CodePage() = default;
 
+namespace {
+/// What the system makes of a byte that a page does not use: a control character in pages that have no such, or a
+/// letter of its own.
+bool isUnused(wchar_t unit, int page) {
+    constexpr int FIRST_ISO_PAGE = 28591;  // these have them
+    return (0xF8C0 <= unit && unit <= 0xF8FF) || (0x80 <= unit && unit < 0xA0 && page < FIRST_ISO_PAGE);
+}
+}  // namespace
+
 void CodePage::addAsUtf8(std::string& out, std::string_view text) const {
     const int length = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0');
     const int units = MultiByteToWideChar(static_cast<UINT>(page_), 0, text.data(), length, wide.data(), length);
+    std::replace_if(
+        wide.begin(), wide.end(), [&](wchar_t unit) { return isUnused(unit, page_); }, L'\xFFFD');
     std::string utf8(static_cast<std::size_t>(units) * 3, '\0');
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, utf8.data(), static_cast<int>(utf8.size()),
                                           nullptr, nullptr);

@@ -1,14 +1,12 @@
 #include "platform/file_system.h"
 
+#include "platform/shared_library.h"
 #include "scratch_folder.h"
 #include "services/files.h"
 #include "testing.h"
 
 #ifdef _WIN32
 #include <share.h>
-constexpr bool ON_WINDOWS_DISK = true;
-#else
-constexpr bool ON_WINDOWS_DISK = false;
 #endif
 
 namespace {
@@ -38,7 +36,7 @@ TEST_CASE("Names hold letters of every script, in folders and files, read and wr
     CHECK(line == "text");
     CLOSE_FILE(in);
     // an output may differ from an input in the case of any letter, where the disk takes both for one
-    CHECK(NAME_IN_USE(below + "/GR\xC3\x96\xC3\x9F" + WORDS.substr(6) + ".TXT") == ON_WINDOWS_DISK);
+    CHECK(NAME_IN_USE(below + "/GR\xC3\x96\xC3\x9F" + WORDS.substr(6) + ".TXT") == ON_WINDOWS);
     CHECK(NAME_IN_USE(below + "/../" + WORDS + "/" + WORDS + ".TXT"));
 }
 
@@ -53,7 +51,7 @@ TEST_CASE("Names may be longer than 260 characters") {
     CHECK(NAMES_IN_FOLDER(deep) == std::vector<std::string>{"x.asc"});
     CHECK(FIND_FILE(deep + "/X.ASC").has_value());
     CHECK(NAME_IN_USE(deep + "/../" + std::string(60, 'f') + "/X.asc"));
-    CHECK(ABSOLUTE_NAME(deep + "/../y.asc").ends_with(std::string(60, 'e') + (ON_WINDOWS_DISK ? "\\" : "/") + "y.asc"));
+    CHECK(ABSOLUTE_NAME(deep + "/../y.asc").ends_with(std::string(60, 'e') + (ON_WINDOWS ? "\\" : "/") + "y.asc"));
     const std::error_code refused = MAKE_FOLDERS(file + "/below");
     CHECK(refused == std::errc::not_a_directory);
 }

@@ -1,5 +1,6 @@
 #include "services/files.h"
 
+#include "platform/shared_library.h"
 #include "run_control/file_questions.h"
 #include "scratch_folder.h"
 #include "services/file_table.h"
@@ -197,7 +198,8 @@ TEST_CASE("A set comes to its place as one, and the earlier one comes back when 
         CHECK(folder.read("x.shp") == (fails ? "old" : "new shp"));
         CHECK(folder.read("x.dbf") == (fails ? "old" : "new dbf"));
         CHECK(folder.read("x.shx") == (fails ? "" : "new shx"));
-        CHECK(std::filesystem::status(folder.name("x.dbf")).permissions() == std::filesystem::perms(0640));
+        const auto permissions = std::filesystem::status(folder.name("x.dbf")).permissions();
+        CHECK((ON_WINDOWS || permissions == std::filesystem::perms(0640)));
         if (fails)
             CHECK(said.starts_with("ERROR - Could not move what was written to " + folder.name("x.shx") +
                                    ": No such file"));
@@ -232,9 +234,9 @@ TEST_CASE("A file is found by its name, with either separator, else in any lette
     std::filesystem::create_directory(folder.name("sub"));
     const std::string file = folder.write("sub/Header.PRJ", "");
     CHECK(FIND_FILE(file) == file);
-    CHECK(FIND_FILE(folder.name("sub/HEADER.prj")) == file);
-    std::string backslashes = folder.name("sub\\header.prj");
-    CHECK(FIND_FILE(backslashes) == file);
+    // Where the disk takes both for one name, it is the one that was asked for.
+    for (const std::string& other : {folder.name("sub/HEADER.prj"), folder.name("sub\\header.prj")})
+        CHECK(FIND_FILE(other) == (ON_WINDOWS ? other : file));
     CHECK_FALSE(FIND_FILE(folder.name("sub")));
     CHECK_FALSE(FIND_FILE(folder.name("sub/Header.pr")));
     CHECK_FALSE(FIND_FILE(folder.name("none/Header.prj")));
