@@ -112,6 +112,19 @@ for size in "$@"; do
     phases -flt -grid$GRID -tAll "${model}_h.dat"
     row "   differences over these (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $all_differences / $SECONDS_BEST }")" "" ""
     rm -f "${model}"_h_*.flt "${model}"_h_*.hdr
+    # The same elements in random order.
+    {
+        head -n 1 "$model.2dm"
+        grep '^E' "$model.2dm" | shuf --random-source="$model.2dm" | awk '{ $2 = NR; print }'
+        grep '^ND' "$model.2dm"
+    } >"${model}_shuffled.2dm"
+    cp "${model}_h.dat" "${model}_shuffled_h.dat"
+    converted "elements in random order: one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_shuffled_h.dat"
+    shuffled=$SECONDS_BEST
+    shuffled_processor=$PROCESSOR
+    converted "elements in random order: all times to .flt" -flt -grid$GRID -tAll "${model}_shuffled_h.dat"
+    row "   each further time" "$(further "$shuffled" "$SECONDS_BEST")" "$(further "$shuffled_processor" "$PROCESSOR")" ""
+    rm -f "${model}"_shuffled*
     converted "all times, $((FURTHER + 1)) grids, to .asc" -asc -grid$GRID -tAll "${model}_h.dat"
     phases -asc -grid$GRID -tAll "${model}_h.dat"
     row "   each further time" "$(further "$asc" "$SECONDS_BEST")" "$(further "$asc_processor" "$PROCESSOR")" ""

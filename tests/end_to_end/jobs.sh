@@ -60,5 +60,9 @@ for jobs in -jobs0 -jobs-2 -jobs -jobs2.5; do
     said "ERROR"
 done
 row 0 "m_g040.asc" -b -jobs100000 -asc -grid40 m.2dm
+if command -v taskset >/dev/null; then
+    taskset -c 0 "$PROGRAM" -b -jobs3 -asc -grid40 -out one m.2dm >../console.txt 2>&1 </dev/null
+    check "three threads on one processor" cmp -s one.asc m_g040.asc
+fi
 
 finish

@@ -2,6 +2,7 @@
 
 #include "inputs/mesh.h"
 #include "services/files.h"
+#include "services/workers.h"
 #include "testing.h"
 
 namespace {
@@ -162,4 +163,25 @@ TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
     CHECK_FALSE(holds(said, "<stopped>"));
     CHECK(mesh.elements[1].shape == 0);
     CHECK(mesh.elements[2].shape == 4);
+}
+
+TEST_CASE("A mesh that is cut short between its passes is an ERROR, read by one thread or by three") {
+    std::string text = CURRENT + "E3T 1 1 2 3 7\n";  // beyond what one thread of several reads at once
+    for (int id = 1; id <= 20000; ++id) text += "ND " + std::to_string(id) + " 1000.25 2000.5 1.5 0 0. 0. 0.\n";
+    for (const int jobs : {1, 3}) {
+        const TemporaryFolder folder;
+        const std::string name = folder.write("m.2dm", text);
+        SET_JOBS(jobs);
+        const std::string said = consoleOf([&] {
+            INITIALISE_FILES();
+            const int file = OPEN_FILE(name, "I ", "2dm");
+            SCAN_2DM(file, mesh);
+            SIZE_MESH_TABLES(mesh);
+            std::filesystem::resize_file(name, text.size() / 2);
+            READ_2DM(file, {}, mesh);
+        });
+        SET_JOBS(1);
+        CHECK(holds(said, "ERROR"));
+        CHECK(said.ends_with("<stopped>"));
+    }
 }
