@@ -166,7 +166,7 @@ TEST_CASE("A 9-node quad is refused but counted in a QL mesh") {
 }
 
 TEST_CASE("A mesh that is cut short between its passes is an ERROR, read by one thread or by three") {
-    std::string text = CURRENT + "E3T 1 1 2 3 7\n";  // beyond what one thread of several reads at once
+    std::string text = CURRENT + "E3T 1 1 2 3 7 0 0 0\n";  // beyond what one thread of several reads at once
     for (int id = 1; id <= 20000; ++id) text += "ND " + std::to_string(id) + " 1000.25 2000.5 1.5 0 0. 0. 0.\n";
     for (const int jobs : {1, 3}) {
         const TemporaryFolder folder;
