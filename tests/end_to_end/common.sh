@@ -6,6 +6,12 @@ rm -rf "$SCRATCH"
 mkdir -p "$SCRATCH/data" || exit 1
 cd "$SCRATCH/data" || exit 1
 
+# A Windows program under wine has another name for this folder, and no terminal of this system's.
+case $PROGRAM in
+    */run_VORANT_to_GIS) on_windows=yes slash=\\ folder=Z:${PWD//\//\\} ;;
+    *) on_windows="" slash=/ folder=$PWD ;;
+esac
+
 checks=0
 failures=0
 command_line="(before the first run)"

@@ -19,7 +19,7 @@ rm basin_h_t000.20_g200.asc
 row 0 "basin_h_t000.20_g200.asc"                               -b -asc -grid200 -t0.2 -cc basin_h.dat
 said "WARNING - The values of the .dat file are at nodes, not at cell centres as -cc says." "1 warning"
 row 0 "basin_h_t000.20_g012.5.asc"                             /b /ASC /Grid12.5 /T0.2 basin_h.dat
-row 0 "basin_h_t000.20_g1000.asc"                              -b $'\x96asc' $'\xe2\x80\x93grid1000' -t0.2 basin_h.dat   # en dashes
+row 0 "basin_h_t000.20_g1000.asc"                              -b "${on_windows:+$'\xc2'}"$'\x96asc' $'\xe2\x80\x93grid1000' -t0.2 basin_h.dat   # en dashes
 row 0 "basin_h_t000360_g200.asc"                               -b -asc -grid200 -sec -t360.2 -dttol2 basin_h.dat
 row 0 "basin_h_t000.20.asc"                                    -b -asc -grid200 -t0.2 -sgs basin_h.dat
 row 0 "basin_h_t000.20_g400.asc"                               -b -asc -t0.2 basin_h.dat                # the usual side of a quad
@@ -110,7 +110,7 @@ row 0 "basin_g2000.asc"                                        -b -asc -grid2000
 check "-prec3.5 is not five decimals" grep -qE '^( {1,}[0-9]{2}\.[0-9]{5}){4}' basin_g2000.asc
 
 # Prompts: answers from a pipe are taken, their end stops the run, and nothing waits for a key.
-if command -v script >/dev/null; then
+if [ -z "$on_windows" ] && command -v script >/dev/null; then
     start
     script -qec "$PROGRAM -asc -b -grid50 basin.2dm" /dev/null </dev/null >../console.txt 2>&1
     finished_with 0 $?
@@ -131,7 +131,7 @@ wrote basin_g400.asc
 mv basin.2dm away.2dm
 answered 0 'away.2dm\n' -asc -grid400 -t0.2 basin_h.dat
 wrote basin_h_t000.20_g400.asc
-said "WARNING - Can't find the mesh of basin_h.dat" "   Looked for basin.2dm, basin_h.2dm in folder $PWD"
+said "WARNING - Can't find the mesh of basin_h.dat" "   Looked for basin.2dm, basin_h.2dm in folder $folder"
 mv away.2dm basin.2dm
 command_line="VORANT_to_GIS -asc -grid400 basin.2dm, standard input closed"
 start

@@ -25,7 +25,7 @@ echo "text" >basin.txt
 refused 1 "ERROR - .txt extension not a valid results file."        -b -asc -grid400 basin.txt
 refused 1 "ERROR - End of input reached while waiting for an answer." -asc -grid400
 refused 1 "ERROR - End of input reached while waiting for an answer." -asc -grid basin.2dm
-refused 1 "   Looked for nowhere.2dm in folder $PWD/deep"            -b -asc -grid400 deep/nowhere.2dm
+refused 1 "   Looked for nowhere.2dm in folder $folder${slash}deep"            -b -asc -grid400 deep/nowhere.2dm
 refused 1 "ERROR - End of input reached while waiting for an answer." -b -asc -grid400 nowhere.2dm
 refused 1 "ERROR - .. is a folder, not a file."                      -b -wld ..
 refused 1 "ERROR - End of input reached while waiting for an answer." -b -asc -grid400 -2dm nowhere.2dm basin_h.dat
