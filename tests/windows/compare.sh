@@ -20,7 +20,7 @@ command_lines() {
         for rest in "-max m_h.dat" "-t0.2 m_h.dat" "-tAll m_d.dat" "-t0.1 m_V.dat" "-t0.1 -vx m_V.dat" "-vdir -compass -t0.1 m_V.dat" "m.2dm" "-typeAll -max m.xmdf" \
             "-typeh -tAll m.xmdf" "-FolderMaximums m.xmdf" "-s2 -max m.xmdf" "-v1 -max m.xmdf" "-tmax -typeh m.xmdf" "-sec -t720 m_h.dat" "-prec5.2 -t0.2 m_h.dat" \
             "-sgs -max m_h.dat" "-out Übersicht -max m_h.dat" "-out deep\\er -max m_h.dat" "-max -2dm m.2dm Größe_h.dat" "-max -jobs3 m_h.dat" "-max -dif m_d.dat scheme_d.dat" \
-            "-dif m.2dm scheme.2dm" "-tAll m_cells_d.dat" "-t0.15 m_h.dat" "-grid0.001 m.2dm"; do
+            "-dif m.2dm scheme.2dm" "-tAll m_cells_d.dat" "-t0.15 m_h.dat" "-grid9000 m.2dm"; do
             echo "$format -grid50 $rest"
         done
     done
