@@ -75,7 +75,8 @@ TEST_CASE("A text may be a file's; what is no system is refused") {
     CHECK(crsOf(folder.write("old.prj", "Projection UTM\nZone 10\nDatum WGS84\nUnits METERS\nSpheroid WGS84\n"))
               .same(crsOf("EPSG:32610")));
     const std::string none = folder.write("none.prj", "nothing");
-    for (const std::string& text : {std::string("EPSG:999999"), std::string("PROJCS[\"broken"), none, std::string()})
+    for (const std::string& text : {std::string("EPSG:999999"), std::string("EPSG:5773"), std::string("EPSG:4978"),
+                                    std::string("PROJCS[\"broken"), none, std::string()})
         CHECK_MESSAGE(stopOf([&] { crsOf(text); }).starts_with("ERROR - -crs " + text + ": "), text);
     CHECK(stopOf([&] {
               crsOf(folder.write("b.prj", std::string("a\0b", 3)));

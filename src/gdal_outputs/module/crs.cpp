@@ -86,6 +86,8 @@ SrsHandle SRS_OF(const char* text) {
 std::string WKT_OF(OGRSpatialReferenceH srs) { return srs != nullptr ? wktAs(srs, "FORMAT=WKT2_2019") : ""; }
 
 GdalCrs::GdalCrs(const char* text) : srs(SRS_OF(text)), fromCoordSys(isCoordSys(text)) {
+    if (OSRIsProjected(srs.get()) == 0 && OSRIsGeographic(srs.get()) == 0 && OSRIsLocal(srs.get()) == 0)
+        throw GdalFailure{"a system of heights or of the whole earth, not one of a map"};
     code = codeOf(srs.get());
     if (code.empty()) {
         known = authorityEntry(srs.get());
