@@ -1,6 +1,7 @@
 #include "gdal_outputs/gdal_layers.h"
 #include "gis/data_line.h"
 #include "services/exits.h"
+#include "services/file_table.h"
 
 #include <algorithm>
 
@@ -41,7 +42,7 @@ bool isNumber(GdalFieldType type) { return type == GdalInteger || type == GdalIn
 LayerReader::LayerReader(const GdalTable& gdal, const std::string& name) : gdal_(gdal), name_(name), input_(nullptr) {
     const LayerPath path = SPLIT_LAYER_PATH(name);
     input_ = gdal_.inputOpen(path.file.c_str(), path.layer.c_str());
-    if (input_ == nullptr) STOP_RUN("ERROR - Could not read " + name_ + ": " + gdal_.reason() + ".");
+    if (input_ == nullptr) STOP_RUN(CANNOT_READ(name_, std::string(gdal_.reason()) + "."));
     const GdalInputFacts& found = *gdal_.inputFacts(input_);
     facts_.name = found.name;
     facts_.geometry = static_cast<GdalGeometry>(found.geometry);
@@ -58,7 +59,7 @@ LayerReader::~LayerReader() {
 bool LayerReader::next(GisObject& o) {
     GdalShape shape{};
     const std::int32_t found = gdal_.inputNext(input_, &shape, &values_);
-    if (found < 0) STOP_RUN("ERROR - Could not read " + name_ + ": " + gdal_.reason() + ".");
+    if (found < 0) STOP_RUN(CANNOT_READ(name_, std::string(gdal_.reason()) + "."));
     if (found > 0) toObject(shape, o);
     return found > 0;
 }

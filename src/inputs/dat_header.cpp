@@ -55,7 +55,7 @@ bool beginsAsText(int file) {
 constexpr struct {
     std::int32_t code;
     double seconds;
-} TIME_UNITS[] = {{0, SECONDS_PER_HOUR}, {1, 60.0}, {2, 1.0}, {4, 86400.0}};
+} TIME_UNITS[] = {{0, SECONDS_PER_HOUR}, {1, 60.0}, {2, 1.0}, {4, SECONDS_PER_DAY}};
 
 bool readTimeUnit(int file, double& secondsPerUnit) {
     std::int32_t code = 0;

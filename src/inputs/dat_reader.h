@@ -39,9 +39,9 @@ struct DatFile {
     int file = 0;          ///< its handle, which stays the caller's to close
     bool seconds = false;  ///< messages show times in seconds
     DatHeader header;
-    double secondsPerUnit = 3600.0;  ///< of the file's times
-    int flagSize = 1;                ///< bytes of a flag
-    std::vector<DatStep> steps;      ///< the whole steps in file order; never empty
+    double secondsPerUnit = SECONDS_PER_HOUR;  ///< of the file's times
+    int flagSize = 1;                          ///< bytes of a flag
+    std::vector<DatStep> steps;                ///< the whole steps in file order; never empty
     /// the file ends, or stops making sense, inside the step behind the last whole one
     bool damaged = false;
     std::optional<OutputTime> damagedTime;  ///< where it could be read

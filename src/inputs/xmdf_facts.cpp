@@ -24,8 +24,8 @@ constexpr TimeUnit UNITS[] = {
     {"second", 1.0},
     {"sec", 1.0},
     {"s", 1.0},
-    {"day", 86400.0},
-    {"d", 86400.0},
+    {"day", SECONDS_PER_DAY},
+    {"d", SECONDS_PER_DAY},
 };
 
 const TimeUnit* unitOf(std::string_view name) {

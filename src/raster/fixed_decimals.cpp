@@ -1,5 +1,7 @@
 #include "raster/fixed_decimals.h"
 
+#include "text_utils/bytes.h"
+
 #include "geometry/no_value.h"
 
 #include <algorithm>
@@ -38,13 +40,6 @@ double largestFitting(int width, int decimals, int digits) {
     return digits > decimals ? static_cast<double>(powerOfTen(digits)) - 0.5 : 0.0;  // what rounds up stays within
 }
 
-/// Eight bytes, the lowest first, whatever the byte order of the host.
-void putBytes(char* to, std::uint64_t bytes) {
-    if constexpr (std::endian::native == std::endian::little) std::memcpy(to, &bytes, 8);  // one move
-    else
-        for (std::size_t i = 0; i < 8; ++i) to[i] = static_cast<char>(bytes >> (8 * i));
-}
-
 /// The eight decimal digits of n < 10^8, one a byte, the first in the lowest: halves, then quarters, then digits, side
 /// by side in one word.
 std::uint64_t eightDigits(std::uint64_t n) {
@@ -67,8 +62,8 @@ void putEight(char* end, std::uint64_t n, bool negative) {
     const std::uint64_t sign = std::uint64_t{negative ? 13U : 0U} << (8 * leading);              // ' ' and 13 is '-'
     const std::uint64_t text = digits + (0x3030303030303030 - blank) + (sign >> 8);
     end[-10] = static_cast<char>(' ' + (sign & 0xFF));
-    putBytes(end - 9, text);
-    putBytes(end - Decimals, text >> (8 * (8 - Decimals)));
+    putLittle(end - 9, text);
+    putLittle(end - Decimals, text >> (8 * (8 - Decimals)));
     end[-Decimals - 1] = '.';
 }
 

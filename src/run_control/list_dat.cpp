@@ -12,7 +12,7 @@ namespace {
 std::string unitName(double seconds) {
     if (seconds == 1.0) return "Seconds";
     if (seconds == 60.0) return "Minutes";
-    return seconds == 86400.0 ? "Days" : "Hours";
+    return seconds == SECONDS_PER_DAY ? "Days" : "Hours";
 }
 
 ValueRange rangeRead(const DatFile& dat) {
@@ -37,7 +37,8 @@ void LIST_DAT(const std::string& name, bool verbose, Listing& listing) {
     bool flags = false;
     for (const DatStep& step : dat.steps) {
         times.push_back(step.time);
-        stored.push_back(step.time.ordinary() ? step.time.number * 3600.0 / dat.secondsPerUnit : step.time.number);
+        stored.push_back(step.time.ordinary() ? step.time.number * SECONDS_PER_HOUR / dat.secondsPerUnit
+                                              : step.time.number);
         flags = flags || step.flags;
     }
     listing.line("File: " + name);

@@ -4,6 +4,7 @@
 #include "run_control/nearest_switch.h"
 #include "run_control/output_formats.h"
 #include "run_control/precision.h"
+#include "run_control/switch_values.h"
 #include "services/calendar.h"
 #include "services/console.h"
 #include "services/exits.h"
@@ -21,43 +22,6 @@
 namespace {
 
 constexpr std::size_t POINT_TYPES_WIDTH = 10;
-
-// ---- values ----
-[[noreturn]] void unreadable(const SwitchArgument& given) {
-    DMESSAGE("ERROR reading data");
-    REPORT("   from argument " + given.argument);
-    const std::string meant = NEAREST_SWITCH(given.text);
-    if (BEGINS_WITH(given.text, "tif")) REPORT("   The switch for a GeoTIFF is -gtif.");
-    else if (!meant.empty() && meant != given.keyword) REPORT("   did you mean -" + meant + "?");
-    EXITS();
-}
-
-/// One number and nothing else: the "5" of 2,5 or of 5m would be a number that nobody meant.
-template <typename Real>
-Real gluedReal(const SwitchArgument& given) {
-    FreeForm text(given.behind);
-    Real value{};
-    if (text.NEXT_REAL(value) != FreeForm::Read::Value || !std::isfinite(value) || !text.ENDED()) unreadable(given);
-    return value;
-}
-
-std::int32_t gluedInteger(const SwitchArgument& given) {
-    FreeForm text(given.behind);
-    std::int32_t value = 0;
-    if (text.NEXT_INTEGER(value) != FreeForm::Read::Value || !text.ENDED()) unreadable(given);
-    return value;
-}
-
-/// A blank name would be found in every dataset path.
-std::string gluedText(const SwitchArgument& given) {
-    const std::string_view text = TRIMMED(given.behind);
-    if (text.empty()) STOP_RUN("ERROR - Nothing specified behind " + given.argument);
-    return std::string(text);
-}
-
-void requireAbove(bool above, const SwitchArgument& given, std::string_view limit) {
-    if (!above) STOP_RUN("ERROR - The value of " + given.argument + " must be " + std::string(limit) + ".");
-}
 
 // ---- what most rows do ----
 template <bool RunOptions::*Flag>
@@ -345,18 +309,6 @@ constexpr Switch TABLE[] = {
     {"into", setOutputFolder, NEXT, WHOLE_WORD},
 };
 
-/// The keywords that do not shape the values of an output: how the run goes, what files are called, which times there
-/// are beside the one at hand.
-constexpr std::string_view NOT_SHAPING[] = {"b",       "verbose", "jobs", "mem",   "out",    "into", "sgs",
-                                            "prjwarn", "help",    "t",    "tAll",  "max",    "min",  "tmax",
-                                            "from",    "until",   "nth",  "dttol", "version"};
-/// Those whose next argument is a file.
-constexpr std::string_view TAKING_FILES[] = {"2dm", "cp", "lp", "like", "crs", "dif", "mesh2"};
-
-bool isOneOf(std::string_view keyword, std::span<const std::string_view> keywords) {
-    return std::find(keywords.begin(), keywords.end(), keyword) != keywords.end();
-}
-
 }  // namespace
 
 std::optional<Switch> FIND_SWITCH(std::string_view text) {
@@ -366,16 +318,6 @@ std::optional<Switch> FIND_SWITCH(std::string_view text) {
         if (format.wholeWord ? ASAME(text, format.keyword) : BEGINS_WITH(text, format.keyword))
             return Switch{format.keyword, addOutput};
     return {};
-}
-
-std::string RESULT_SWITCH(const Switch& row, const SwitchArgument& given) {
-    if (isOneOf(row.keyword, NOT_SHAPING)) return {};
-    const std::string text = "-" + std::string(row.keyword) + given.behind;
-    if (!row.takesNext) return text;
-    const bool file =
-        isOneOf(row.keyword, TAKING_FILES) && (row.keyword != "crs" || KIND_OF_FILE(given.next) == FileKind::File);
-    const std::string next = file ? FILENAMEEXT(given.next) : given.next;
-    return text + (next.find(' ') == std::string::npos ? " " + next : " \"" + next + "\"");
 }
 
 std::vector<Switch> ALL_SWITCHES() {

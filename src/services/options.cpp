@@ -20,8 +20,6 @@ void SET_INPUT_FILE(const std::string& name) {
     options.inputIsMesh = FILEEXT(name) == ".2dm";
 }
 
-void SET_DATASET_NAME(const std::string& name) { options.datasetName = name; }
-
 void DROP_OUTPUT_NAME() {
     options.outputNameGiven = false;
     options.outputName.clear();

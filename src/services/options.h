@@ -126,8 +126,6 @@ RunOptions& OPTIONS_TO_FILL();
 /// Answered on the console because the command line left it open.
 void SET_GRID_SPACING(double metres);
 void SET_INPUT_FILE(const std::string& name);
-/// What a results file is searched for, once the type text has been looked up.
-void SET_DATASET_NAME(const std::string& name);
 /// Drops -out where a run writes several outputs, or -grid where something else settles the grid.
 void DROP_OUTPUT_NAME();
 void DROP_GRID();

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-constexpr double SECONDS_PER_HOUR = 3600.0;
+constexpr double SECONDS_PER_HOUR = 3600.0, SECONDS_PER_DAY = 86400.0;
 
 enum class TimeKind : std::uint8_t {
     Ordinary,

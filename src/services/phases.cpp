@@ -9,6 +9,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::array<const char*, 5> NAMES = {"scan", "read", "plan", "fill", "write"};
+static_assert(NAMES.size() == static_cast<std::size_t>(Phase::Write) + 1);
 
 std::array<Clock::duration, NAMES.size()> taken{};
 InPhase* current = nullptr;
