@@ -3,7 +3,6 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
-#include "services/options.h"
 #include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
 
@@ -148,7 +147,7 @@ void settleTimes(DatFile& found, double secondsPerUnit) {
     const std::vector<OutputTime> times = OUTPUT_TIMES(stored, secondsPerUnit, TimeMarkers::Extremes);
     for (std::size_t i = 0; i < found.steps.size(); ++i) found.steps[i].time = times[i];
     if (found.damagedTime) found.damagedTime = times.back();
-    found.timeDecimals = TIME_DECIMALS(times, OPTIONS().seconds);
+    found.timeDecimals = TIME_DECIMALS(times, found.seconds);
 }
 
 [[noreturn]] void refuseLayout(const DatFile& found, Ending ending, std::int64_t length) {

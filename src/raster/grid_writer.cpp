@@ -4,7 +4,6 @@
 #include "raster/fixed_decimals.h"
 #include "services/console.h"
 #include "services/exits.h"
-#include "services/options.h"
 #include "services/projection_text.h"
 #include "services/workers.h"
 #include "text_utils/numbers.h"
@@ -47,8 +46,7 @@ float largestValue(std::span<const float> values) {
     return parts.empty() ? NO_VALUE : *std::max_element(parts.begin(), parts.end());
 }
 
-GridPrecision givenPrecision(const RunOptions& options) {
-    const GridPrecision given = {options.precisionWidth, options.precisionDecimals};
+GridPrecision limited(GridPrecision given) {
     const GridPrecision used = {std::min(given.width, WIDEST_FIELD), std::min(given.decimals, WIDEST_FIELD - 2)};
     if (used.width != given.width || used.decimals != given.decimals)
         DMESSAGE("WARNING - Output precision is limited to " + AINTEGER(used.width) + " characters.");
@@ -57,8 +55,8 @@ GridPrecision givenPrecision(const RunOptions& options) {
 
 }  // namespace
 
-GridPrecision SET_OUTPUT_PRECISION(const GridBands& grid) {
-    if (OPTIONS().precisionGiven) return givenPrecision(OPTIONS());
+GridPrecision SET_OUTPUT_PRECISION(const GridBands& grid, const std::optional<GridPrecision>& given) {
+    if (given) return limited(*given);
     REPORT("Determining maximum value for setting precision...");
     float largest = NO_VALUE;
     FROM_NORTH(grid, [&] { largest = std::max(largest, largestValue(grid.grid.values)); });

@@ -4,6 +4,7 @@
 #include "raster/grid_bands.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,10 +14,10 @@ struct GridPrecision {
     int decimals = 3;
 };
 
-/// The precision of -prec. Without -prec it follows the largest value of the grid: 10 units above 9999 either side of
-/// zero, 11 above 99999, else 6; always 3 decimals: a grid in bands is filled once for that. Missing cells do not
-/// count, and a grid of nothing else keeps the default.
-GridPrecision SET_OUTPUT_PRECISION(const GridBands& grid);
+/// The precision given (-prec), at most what a field holds. Without one it follows the largest value of the grid: 10
+/// units above 9999 either side of zero, 11 above 99999, else 6; always 3 decimals: a grid in bands is filled once for
+/// that. Missing cells do not count, and a grid of nothing else keeps the default.
+GridPrecision SET_OUTPUT_PRECISION(const GridBands& grid, const std::optional<GridPrecision>& given = {});
 
 /// Writes the grid's own files under `base`, a name without extension; the precision is that of text formats. A file
 /// that cannot be written completely stops the run.

@@ -15,6 +15,11 @@
 
 namespace {
 
+std::optional<GridPrecision> givenPrecision(const RunOptions& options) {
+    if (!options.precisionGiven) return {};
+    return GridPrecision{options.precisionWidth, options.precisionDecimals};
+}
+
 class RasterStage : public OutputStage {
 public:
     RasterStage(const OutputFormat& format, const RunOptions& options, const Projection& projection)
@@ -70,7 +75,7 @@ private:
         const GridBands grid = BANDS_OF(run_, mesh);
         label.gridSize = run_.grid.cellSize;
         if (geoTiff_) return geoTiff_->take(grid, label, times);
-        const GridPrecision precision = SET_OUTPUT_PRECISION(grid);
+        const GridPrecision precision = SET_OUTPUT_PRECISION(grid, givenPrecision(options_));
         writeGrid(grid, OUTPUT_NAME(label, format_.files), precision);
     }
 
@@ -92,7 +97,7 @@ private:
             classTiff_->take(difference.classes, label, times, {}, geoTiff_->stem() + std::string(CLASS_ENDING));
         } else {
             const std::string name = OUTPUT_NAME(label, format_.files, CLASS_ENDING);
-            writeGrid(difference.values, name, SET_OUTPUT_PRECISION(difference.values));
+            writeGrid(difference.values, name, SET_OUTPUT_PRECISION(difference.values, givenPrecision(options_)));
             writeGrid(difference.classes, name + std::string(CLASS_ENDING), WHOLE_NUMBERS);
         }
         const double cellArea = run_.grid.cellSize * run_.grid.cellSize;

@@ -70,7 +70,6 @@ TEST_CASE("SET_OUTPUT_PRECISION follows the largest value unless -prec is given"
         {{-20000, MISSING}, "-20000.", 14},   // its size counts, not its sign
         {{NAN, 5, INFINITE}, "5.", 10},      {std::vector<float>(40, 2), "2.", 10},
     };
-    INITIALISE_OPTIONS();
     for (const auto& [values, largest, width] : rows) {
         GridPrecision precision;
         const std::string said = consoleOf([&, v = values] {
