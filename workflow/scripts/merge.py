@@ -37,7 +37,7 @@ def main():
         with tempfile.NamedTemporaryFile("w", suffix=".txt", encoding="utf-8") as names:
             names.write("\n".join(rasters) + "\n")
             names.flush()
-            ended = subprocess.run(["gdalbuildvrt", "-q", "-overwrite", "-input_file_list", names.name,
+            ended = subprocess.run(["gdalbuildvrt", "-q", "-strict", "-overwrite", "-input_file_list", names.name,
                                     os.path.join(folder, name + ".vrt")])
         if ended.returncode != 0:
             print("ERROR - gdalbuildvrt ended with status %d for %s." % (ended.returncode, name))

@@ -62,6 +62,8 @@ def read_product(name, configured, program):
         product.problem = "%s belongs to the workflow" % taken[0]
     elif "-grid" in product.switches and not any(s.lower() == "-like" for s in product.switches):
         product.problem = "-grid without a spacing asks a question"
+    elif product.split_times and any(s.lower() == "-sec" for s in product.switches):
+        product.problem = "-sec cannot be cut by split_times, whose parts are told in hours"
     else:
         product.problem = complaint(program, product.switches)
     product.files = [word for word in product.switches if not word.startswith("-") and os.path.isfile(word)]
