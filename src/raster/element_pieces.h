@@ -124,8 +124,11 @@ struct MeanPlane {
 
     /// NO_VALUE everywhere for an empty set.
     float AT(double east, double north) const {
+        // Copies, so that no branch is taken to spare a load: which of the three it is cannot be foretold.
+        const float low = lowest, high = highest;
         const auto value = static_cast<float>(plane.value + plane.east * east + plane.north * north);
-        return std::min(std::max(value, lowest), highest);
+        const float raised = value < low ? low : value;
+        return high < raised ? high : raised;
     }
 };
 

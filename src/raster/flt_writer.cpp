@@ -6,6 +6,7 @@
 #include "services/console.h"
 #include "services/exits.h"
 #include "services/files.h"
+#include "services/output_beside.h"
 #include "services/workers.h"
 #include "text_utils/bytes.h"
 #include "text_utils/numbers.h"
@@ -41,41 +42,82 @@ char* putLittleFloats(char* to, std::span<const float> values) {
     return to;
 }
 
-/// buffers: one for each slot, with room for the values of a piece.
-void writeRows(int file, const PiecesInOrder& pieces, std::vector<std::vector<char>>& buffers, Progress& progress) {
-    std::vector<std::size_t> lengths(buffers.size());
-    std::size_t written = 0;  // bytes
-    const auto convert = [&](std::size_t piece, std::size_t slot) {
-        char* to = buffers[slot].data();
-        pieces.parts(piece, [&](std::span<const float> values, bool) { to = putLittleFloats(to, values); });
-        lengths[slot] = static_cast<std::size_t>(to - buffers[slot].data());
-    };
-    DO_IN_ORDER(pieces.count(), convert, [&](std::size_t piece, std::size_t slot) {
-        progress.show(pieces.rowsBefore(piece));
-        WRITE_OR_STOP(file, {buffers[slot].data(), lengths[slot]});
-        written += lengths[slot];
-    });
-    if (written != sizeof(float) * pieces.grid.values.size()) SHOULD_NOT_BE_HERE("i.ne.nval");
-}
-
-}  // namespace
-
-void WRITE_FLT(const std::string& base, const GridBands& bands, GridPrecision) {
-    const Grid& grid = bands.grid;
+/// Writes the header, and opens the file of the values.
+int openFlt(const std::string& base, const Grid& grid) {
     const int headerFile = OPEN_FILE(base + ".hdr", "O ", "hdr");
     WRITE_OR_STOP(headerFile, header(grid));
     CLOSE_FILE(headerFile);
     const int file = OPEN_FILE(base + ".flt", "O ", "flt");
     REPORT("Writing FLT grid...");
-    std::vector<std::vector<char>> buffers(SLOTS_IN_ORDER());
+    return file;
+}
+
+std::vector<std::vector<char>> buffersFor(const Grid& grid, std::size_t count) {
     try {
-        for (std::vector<char>& buffer : buffers)
-            buffer.resize(sizeof(float) * std::min(VALUES_AT_ONCE, CELL_COUNT(grid)));
+        return {count, std::vector<char>(sizeof(float) * std::min(VALUES_AT_ONCE, CELL_COUNT(grid)))};
     } catch (const std::bad_alloc&) {
         STOP_RUN("ERROR 2146 - Could not allocate memory (RAM) for temporary grid output array.");
     }
-    Progress progress("", grid.nrows);
-    FROM_NORTH(bands, [&] { writeRows(file, {grid, VALUES_AT_ONCE}, buffers, progress); });
+}
+
+void endFlt(int file) {
     CLOSE_FILE(file);
     REPORT("Finished writing FLT grid.");
+}
+
+/// The bytes of a piece, in a buffer with room for them.
+std::string_view bytesOf(const PiecesInOrder& pieces, std::size_t piece, std::vector<char>& buffer) {
+    char* to = buffer.data();
+    pieces.parts(piece, [&](std::span<const float> values, bool) { to = putLittleFloats(to, values); });
+    return {buffer.data(), static_cast<std::size_t>(to - buffer.data())};
+}
+
+/// buffers: one for each slot.
+void writeRows(int file, const PiecesInOrder& pieces, std::vector<std::vector<char>>& buffers, Progress& progress) {
+    std::vector<std::string_view> texts(buffers.size());
+    std::size_t written = 0;  // bytes
+    const auto convert = [&](std::size_t piece, std::size_t slot) {
+        texts[slot] = bytesOf(pieces, piece, buffers[slot]);
+    };
+    DO_IN_ORDER(pieces.count(), convert, [&](std::size_t piece, std::size_t slot) {
+        progress.show(pieces.rowsBefore(piece));
+        WRITE_OR_STOP(file, texts[slot]);
+        written += texts[slot].size();
+    });
+    if (written != sizeof(float) * pieces.grid.values.size()) SHOULD_NOT_BE_HERE("i.ne.nval");
+}
+
+class FltBehind : public GridBehind {
+public:
+    FltBehind(const std::string& base, const Grid& grid)
+        : file_(openFlt(base, grid)), output_(file_), buffers_(buffersFor(grid, 1)) {}
+    void writeRows(const Grid& grid) override {
+        const PiecesInOrder pieces{grid, VALUES_AT_ONCE};
+        for (std::size_t piece = 0; piece < pieces.count(); ++piece)
+            output_.write(bytesOf(pieces, piece, buffers_.front()));
+    }
+    void finish() override {
+        output_.finish();
+        endFlt(file_);
+    }
+
+private:
+    int file_;
+    OutputBeside output_;
+    std::vector<std::vector<char>> buffers_;
+};
+
+}  // namespace
+
+void WRITE_FLT(const std::string& base, const GridBands& bands, GridPrecision) {
+    const Grid& grid = bands.grid;
+    const int file = openFlt(base, grid);
+    std::vector<std::vector<char>> buffers = buffersFor(grid, SLOTS_IN_ORDER());
+    Progress progress("", grid.nrows);
+    FROM_NORTH(bands, [&] { writeRows(file, {grid, VALUES_AT_ONCE}, buffers, progress); });
+    endFlt(file);
+}
+
+std::unique_ptr<GridBehind> WRITE_FLT_BEHIND(const std::string& base, const Grid& grid) {
+    return std::make_unique<FltBehind>(base, grid);
 }

@@ -3,6 +3,7 @@
 #include "geometry/no_value.h"
 #include "raster/element_order.h"
 #include "raster/element_pieces.h"
+#include "raster/kept_chunks.h"
 #include "raster/plan_rows.h"
 #include "services/console.h"
 #include "services/phases.h"
@@ -40,9 +41,7 @@ void unwind(CornerValues& values, std::size_t corners, unsigned usable) {
 /// Zero has no sign on a grid: of two that meet at a cell the order of the elements would decide.
 float unsignedZero(float value) { return value + 0.0F; }
 
-void raise(float& cell, float value) {
-    if (value > cell) cell = value;
-}
+void raise(float& cell, float value) { cell = value > cell ? value : cell; }
 
 /// Lays the pieces of chunks onto some rows of a grid.
 class Filler {
@@ -50,7 +49,7 @@ public:
     Filler(PlanKind kind, const Mesh& mesh, const GridInput& input, RowRange own, Grid& grid)
         : kind_(kind), mesh_(mesh), input_(input), own_(own), grid_(grid) {}
 
-    void fill(const PlanChunk& chunk);
+    void fill(const PlanStretch& chunk);
 
 private:
     /// Rows of one piece, and the sets of their cells where it has them.
@@ -87,7 +86,7 @@ Filler::Rows Filler::ownRows(const PlanPiece& piece, const PlanRow* rows, const 
     return own;
 }
 
-void Filler::fill(const PlanChunk& chunk) {
+void Filler::fill(const PlanStretch& chunk) {
     if (chunk.covered.end <= own_.first || chunk.covered.first >= own_.end) return;
     const PlanRow* next = chunk.rows.data();
     const std::uint8_t* sets = chunk.sets.data();
@@ -152,34 +151,16 @@ void Filler::fillQuad(const PlanPiece& piece, Rows rows, const CornerValues& val
     }
 }
 
-/// Keeps a copy of the chunk, without spare room, when the plan's limit and the memory allow it.
-bool keepChunk(GridPlan& plan, const PlanChunk& chunk) {
-    const std::uint64_t bytes = chunk.pieces.size() * sizeof(PlanPiece) + chunk.rows.size() * sizeof(PlanRow) +
-                                chunk.sets.size() + sizeof(PlanChunk);
-    if (plan.memoryUsed + bytes > plan.memoryLimit) {
-        plan.memoryLimit = 0;
-        return false;
-    }
-    try {
-        plan.chunks.push_back(chunk);
-        plan.memoryUsed += bytes;
-        return true;
-    } catch (const std::bad_alloc&) {
-        plan.memoryLimit = 0;  // the rest is worked out anew at every time
-        return false;
-    }
-}
-
 /// Lays chunks on the threads of the run, each of which fills rows of its own.
 class RowsTogether {
 public:
     RowsTogether(PlanKind kind, const Mesh& mesh, const GridInput& input, Grid& grid)
         : kind_(kind), mesh_(mesh), input_(input), grid_(grid) {}
 
-    void fill(std::span<const PlanChunk> chunks) {
+    void fill(std::span<const PlanStretch> chunks) {
         constexpr std::size_t SHARES_A_JOB = 4;  // some rows have more to fill than others
         RowRange covered{std::numeric_limits<std::int32_t>::max(), 0};
-        for (const PlanChunk& chunk : chunks) {
+        for (const PlanStretch& chunk : chunks) {
             if (chunk.pieces.empty()) continue;
             covered.first = std::min(covered.first, chunk.covered.first);
             covered.end = std::max(covered.end, chunk.covered.end);
@@ -192,7 +173,7 @@ public:
             const auto from = static_cast<std::int32_t>(rows * share / shares);
             const auto to = static_cast<std::int32_t>(rows * (share + 1) / shares);
             Filler filler(kind_, mesh_, input_, {covered.first + from, covered.first + to}, grid_);
-            for (const PlanChunk& chunk : chunks) filler.fill(chunk);
+            for (const PlanStretch& chunk : chunks) filler.fill(chunk);
         });
     }
 
@@ -236,6 +217,7 @@ void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid&
     rows.fill(plan.chunks);
     std::vector<ElementRange> left = std::exchange(plan.rest, {});
     std::vector<PlanChunk> chunks;
+    std::vector<PlanStretch> stretches;
     std::int64_t done = 0;
     while (!left.empty()) {
         // A chunk that will be kept must serve other times, when other elements are wet.
@@ -249,9 +231,12 @@ void fillPlanned(GridPlan& plan, const Mesh& mesh, const GridInput& input, Grid&
                            keeping || input.wet.empty() ? nullptr : input.wet.data(), chunks[i]);
             });
         }
-        rows.fill({chunks.data(), ranges.size()});
+        stretches.clear();
+        for (std::size_t i = 0; i < ranges.size(); ++i) stretches.push_back(STRETCH_OF(chunks[i]));
+        rows.fill(stretches);
+        const std::size_t kept = keeping ? KEEP_CHUNKS(plan, {chunks.data(), ranges.size()}) : 0;
         for (std::size_t i = ranges.size(); i-- > 0;) {
-            if (!keeping || !keepChunk(plan, chunks[i])) plan.rest.push_back(chunks[i].elements);
+            if (i >= kept) plan.rest.push_back(chunks[i].elements);
             done += chunks[i].elements.end - chunks[i].elements.first;
             if (chunks[i].elements.end < ranges[i].end) left.push_back({chunks[i].elements.end, ranges[i].end});
         }
@@ -287,7 +272,7 @@ void fillRows(PlanKind kind, const Mesh& mesh, const GridInput& input, RowRange 
     for (ElementRange next; next.first <= mesh.elementCount; next.first = chunk.elements.end) {
         next.end = std::min(mesh.elementCount - next.first + 1, ELEMENTS_AT_A_TIME) + next.first;
         PLAN_CHUNK(mesh, grid, kind, {}, next, own, input.wet.empty() ? nullptr : input.wet.data(), chunk);
-        filler.fill(chunk);
+        filler.fill(STRETCH_OF(chunk));
     }
 }
 

@@ -5,7 +5,10 @@
 #include "raster/grid.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <vector>
 
 /// What the values belong to, which decides the parts that elements are taken apart into.
@@ -43,8 +46,9 @@ struct ElementRange {
     std::int32_t first = 1, end = 1;
 };
 
-/// The pieces of a range of elements, in the order of the elements.
-struct PlanChunk {
+/// The pieces of a range of elements, in the order of the elements. Neighbours are made by different threads, and share
+/// no line of the cache.
+struct alignas(128) PlanChunk {
     ElementRange elements;
     RowRange covered;  ///< rows that the pieces have; none when there are no pieces
     std::vector<PlanPiece> pieces;
@@ -53,12 +57,27 @@ struct PlanChunk {
     std::vector<std::uint8_t> sets;
 };
 
+/// The same where it lies, in a chunk or among those that are kept.
+struct PlanStretch {
+    ElementRange elements;
+    RowRange covered;
+    std::span<const PlanPiece> pieces;
+    std::span<const PlanRow> rows;
+    std::span<const std::uint8_t> sets;
+};
+inline PlanStretch STRETCH_OF(const PlanChunk& chunk) {
+    return {chunk.elements, chunk.covered, chunk.pieces, chunk.rows, chunk.sets};
+}
+
 struct GridPlan {
     PlanKind kind = PlanKind::Nodes;
     std::uint64_t memoryLimit = 0;  ///< bytes the chunks may take; what does not fit is worked out anew at every time
     std::uint64_t memoryUsed = 0;
     bool begun = false;               ///< from the first output time on, chunks and rest are all elements
     std::vector<std::int32_t> order;  ///< ELEMENT_ORDER's; empty: that of the mesh
-    std::vector<PlanChunk> chunks;
-    std::vector<ElementRange> rest;  ///< what stands in no chunk
+    std::vector<PlanStretch> chunks;  ///< in the blocks
+    std::vector<ElementRange> rest;   ///< what stands in no chunk
+    /// What the chunks hold: few and large, since the system hands out small pages one by one.
+    std::vector<std::unique_ptr<std::byte[]>> blocks;
+    std::size_t blockUsed = 0, blockSize = 0;  ///< bytes of the last one
 };

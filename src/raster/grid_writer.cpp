@@ -77,5 +77,9 @@ void WRITE_GRID(GridWriter writer, const std::string& base, const GridBands& ban
     const bool held = bands.rows > 0 || grid.values.size() == CELL_COUNT(grid);
     if (grid.ncols < 1 || grid.nrows < 1 || !held) SHOULD_NOT_BE_HERE("i.ne.nval");
     writer(base, bands, precision);
+    WRITE_GRID_PROJECTION(base, projection);
+}
+
+void WRITE_GRID_PROJECTION(const std::string& base, std::string_view projection) {
     if (!TRIMMED(projection).empty()) WRITE_PRJ(base, std::string(TRIMF(projection)) + "\n");
 }

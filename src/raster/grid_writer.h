@@ -28,3 +28,5 @@ using GridWriter = void (*)(const std::string& base, const GridBands& grid, Grid
 /// the .prj text on one line; blank writes no .prj. A file that cannot be written completely stops the run, naming it.
 void WRITE_GRID(GridWriter writer, const std::string& base, const GridBands& grid, GridPrecision precision,
                 std::string_view projection);
+/// The <base>.prj of WRITE_GRID alone.
+void WRITE_GRID_PROJECTION(const std::string& base, std::string_view projection);

@@ -63,6 +63,7 @@ const OutputFormat TABLE[] = {
      .files = {".flt", ".hdr", ".prj"},
      .projection = TAKES_PRJ,
      .writer = WRITE_FLT,
+     .writeBehind = WRITE_FLT_BEHIND,
      .bytesOfValue = bytesOfFloat},
     {.keyword = "dat",
      .line = ".dat output format specified.",

@@ -2,6 +2,7 @@
 // format stands in its row. A raster format is one writer and one row.
 #pragma once
 
+#include "raster/grid_behind.h"
 #include "raster/grid_writer.h"
 #include "services/options.h"
 #include "services/projection.h"
@@ -35,7 +36,8 @@ struct OutputFormat {
     Holds holds = Holds::Time;
     /// the whole word only: arguments that begin with it may be paths
     bool wholeWord = false;
-    GridWriter writer = nullptr;  ///< of a raster format
+    GridWriter writer = nullptr;            ///< of a raster format
+    GridBehindMaker writeBehind = nullptr;  ///< of one that leaves the other threads nothing to do while it is written
     /// bytes that the writer needs for a value, at the least
     double (*bytesOfValue)(const RunOptions& options) = nullptr;
     bool outlinedArrows = false;   ///< of a layer format: arrows are polygons, never lines

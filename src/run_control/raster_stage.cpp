@@ -7,7 +7,9 @@
 #include "raster/mesh_to_grid.h"
 #include "run_control/geotiff_output.h"
 #include "run_control/grid_choice.h"
+#include "run_control/grid_write_behind.h"
 #include "services/files.h"
+#include "services/workers.h"
 
 #include <optional>
 #include <string>
@@ -42,6 +44,7 @@ public:
     }
 
     void begin(const Mesh& mesh, const ResultsKind& kind) override {
+        behind_.finish();
         mesh_ = &mesh;
         run_ = {};
         was_ = {};
@@ -49,6 +52,9 @@ public:
         // A difference has two grids, and tables of where each is dry.
         const std::uint64_t limit = GRID_MEMORY(options_) / (kind.difference ? 3 : 1);
         run_ = START_GRID(GRID_HEADER(mesh, kind.cellCentred), plan, kind, limit);
+        const std::uint64_t bytes = CELL_COUNT(run_.grid) * sizeof(float);
+        writesBehind_ = format_.writeBehind != nullptr && kind.severalTimes && !kind.difference && JOBS() > 1 &&
+                        run_.bandRows == 0 && bytes <= limit / 2;
     }
 
     void take(const Results& results, OutputLabel label) override {
@@ -65,6 +71,7 @@ public:
     }
 
     void finish() override {
+        behind_.finish();
         if (!geoTiff_) return;
         geoTiff_->finish();
         classTiff_->finish();
@@ -72,11 +79,23 @@ public:
 
 private:
     void write(const Mesh& mesh, OutputLabel label, const std::vector<OutputTime>& times) {
+        behind_.finish();
         const GridBands grid = BANDS_OF(run_, mesh);
         label.gridSize = run_.grid.cellSize;
         if (geoTiff_) return geoTiff_->take(grid, label, times);
         const GridPrecision precision = SET_OUTPUT_PRECISION(grid, givenPrecision(options_));
-        writeGrid(grid, OUTPUT_NAME(label, format_.files), precision);
+        const std::string name = OUTPUT_NAME(label, format_.files);
+        if (writesBehind_ && behind_.makeRoom(run_.grid)) return writeBehind(name);
+        writeGrid(grid, name, precision);
+    }
+
+    void writeBehind(const std::string& name) {
+        const std::string mainFile = name + std::string(format_.files.front());
+        BEGIN_OUTPUT(mainFile);
+        behind_.begin(format_.writeBehind(name, run_.grid), run_.grid, [this, name, mainFile] {
+            WRITE_GRID_PROJECTION(name, projection_.prj);
+            FINISH_OUTPUT(mainFile);
+        });
     }
 
     void writeGrid(const GridBands& grid, const std::string& name, GridPrecision precision) {
@@ -117,6 +136,8 @@ private:
     const Mesh* mesh_ = nullptr;
     GridRun run_;  ///< from one output time to the next: the cells of each element are found once
     GridWas was_;  ///< of a difference
+    bool writesBehind_ = false;
+    GridWriteBehind behind_;
 };
 
 }  // namespace

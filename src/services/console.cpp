@@ -6,6 +6,8 @@
 #include "text_utils/text.h"
 
 #include <charconv>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -13,6 +15,8 @@ struct Console {
     ConsoleSink* sink = nullptr;  ///< nullptr: the standard input and output
     MessageCounts counts;
     bool batch = false;
+    std::function<void()> first;                     ///< while lines are held
+    std::vector<std::pair<std::string, bool>> held;  ///< a line, and whether it has a severity
 };
 Console console;
 
@@ -56,8 +60,23 @@ std::string_view withoutQuotes(std::string_view text) {
 void INITIALISE_CONSOLE() {
     SURVIVE_REFUSED_WRITES();
     FLUSH_CONSOLE();
+    console.first = {};
+    console.held.clear();
     console.counts = MessageCounts{};
     console.batch = false;
+}
+
+void HOLD_CONSOLE(std::function<void()> first) {
+    RELEASE_CONSOLE();
+    console.first = std::move(first);
+}
+
+void RELEASE_CONSOLE() {
+    if (!console.first) return;
+    const auto first = std::exchange(console.first, {});
+    const auto held = std::exchange(console.held, {});
+    first();
+    for (const auto& [text, severe] : held) severe ? DMESSAGE(text) : REPORT(text);
 }
 
 ConsoleSink* SET_CONSOLE_SINK(ConsoleSink* next) {
@@ -70,12 +89,19 @@ ConsoleSink* SET_CONSOLE_SINK(ConsoleSink* next) {
 bool SOMEBODY_CAN_ANSWER() { return !console.batch && sink().somebodyAnswers(); }
 void SET_BATCH(bool batch) { console.batch = batch; }
 
-void REPORT(std::string_view line) { sink().line(line, MessageLevel::None); }
+void REPORT(std::string_view line) {
+    if (console.first) console.held.emplace_back(line, false);
+    else sink().line(line, MessageLevel::None);
+}
 
 void DMESSAGE(std::string_view text) {
     constexpr std::string_view WORDS[] = {"ERROR", "WARNING", "CHECK",
                                           "UNSTABLE"};  // a later word overrides an earlier
     const std::string_view head = text.substr(0, text.find(" - "));
+    if (console.first) {
+        if (findWord(head, WORDS[0]) == 0) return void(console.held.emplace_back(text, true));
+        RELEASE_CONSOLE();
+    }
     auto level = MessageLevel::None;
     console.counts.lastNumber = 0;
     for (std::uint8_t i = 0; i < 4; ++i) {
@@ -93,9 +119,13 @@ void DMESSAGE(std::string_view text) {
 const MessageCounts& MESSAGE_COUNTS() { return console.counts; }
 void DMESSAGERESETCOUNTERS() { console.counts = MessageCounts{}; }
 void DLINE() { REPORT(std::string(60, '_')); }
-void FLUSH_CONSOLE() { sink().flush(); }
+void FLUSH_CONSOLE() {
+    RELEASE_CONSOLE();
+    sink().flush();
+}
 
 std::string ASK(std::string_view prompt) {
+    RELEASE_CONSOLE();
     std::string line;
     for (;;) {
         sink().prompt(prompt);
@@ -121,13 +151,16 @@ bool ASK_YES(std::string_view question) {
     }
 }
 
-void PAUSE(std::string_view text) { sink().pause(text, !console.batch); }
+void PAUSE(std::string_view text) {
+    RELEASE_CONSOLE();
+    sink().pause(text, !console.batch);
+}
 
 Progress::Progress(std::string_view label, std::int64_t total)
     : label_(label), total_(total), shown_(sink().showsProgress()) {}
 
 void Progress::show(std::int64_t count) {
-    if (!shown_) return;
+    if (!shown_ || console.first) return;
     const auto now = std::chrono::steady_clock::now();
     if (now < next_) return;
     next_ = now + std::chrono::milliseconds(100);

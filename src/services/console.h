@@ -7,6 +7,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,13 @@ void DMESSAGERESETCOUNTERS();
 void DLINE();
 /// Writes out what is buffered.
 void FLUSH_CONSOLE();
+
+/// Keeps what is said from now on, until RELEASE_CONSOLE or whatever a person has to see at once: an ERROR, a question,
+/// a pause, FLUSH_CONSOLE. `first` is called then, and what it says comes before what was kept; when it stops the run,
+/// that is never said. For work that ends beside the calling thread, so that the order of the console is that of one
+/// thread.
+void HOLD_CONSOLE(std::function<void()> first);
+void RELEASE_CONSOLE();
 
 /// Prints the prompt without a line end and returns the answer: its line without the blanks, and without the pair of
 /// quotes, at its ends. A blank answer asks again. At the end of the input: "ERROR - End of input reached while waiting

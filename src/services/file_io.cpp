@@ -7,6 +7,7 @@
 #include "services/exits.h"
 #include "services/file_table.h"
 #include "services/input_beside.h"
+#include "services/output_beside.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -125,6 +126,22 @@ InputBeside::InputBeside(int handle) : stream_(OPEN_HANDLE(handle).stream) {}
 
 bool InputBeside::read(std::int64_t offset, void* to, std::size_t count) const {
     return READ_FROM(stream_, offset, to, count);
+}
+
+OutputBeside::OutputBeside(int handle) : handle_(handle), stream_(OPEN_HANDLE(handle).stream) {
+    if (!FLUSH_FILE(OPEN_HANDLE(handle))) STOP_RUN(INCOMPLETE_OUTPUT(OPEN_HANDLE(handle)));
+}
+
+void OutputBeside::write(std::string_view bytes) {
+    if (error_ != 0) return;
+    errno = 0;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stream_) != bytes.size()) error_ = errno == 0 ? EIO : errno;
+}
+
+void OutputBeside::finish() const {
+    if (error_ == 0) return;
+    OPEN_HANDLE(handle_).error = error_;
+    STOP_RUN(INCOMPLETE_OUTPUT(OPEN_HANDLE(handle_)));
 }
 
 std::int64_t FILE_LENGTH(int handle) { return STREAM_LENGTH(OPEN_HANDLE(handle).stream); }

@@ -54,6 +54,26 @@ TEST_CASE("Questions never wait where nobody answers") {
     CHECK(consoleOf(counted) == "Node: 9\n");
 }
 
+TEST_CASE("What is held is said behind what it waits for, and never when that stops the run") {
+    const auto first = [] { REPORT("first"); };
+    CHECK(consoleOf([&] {
+              HOLD_CONSOLE(first);
+              REPORT("held");
+              DMESSAGE("WARNING - held too");
+              CHECK(MESSAGE_COUNTS().byLevel[2] == 0);
+              HOLD_CONSOLE([] { REPORT("second"); });
+              CHECK(MESSAGE_COUNTS().byLevel[2] == 1);
+              REPORT("last");
+              DMESSAGE("ERROR - seen at once");
+              REPORT("free");
+          }) == "first\nheld\nWARNING - held too\nsecond\nlast\nERROR - seen at once\nfree\n");
+    CHECK(consoleOf([&] {
+              HOLD_CONSOLE([] { STOP_RUN("ERROR - lost"); });
+              REPORT("of a time that never comes");
+              PAUSE("");
+          }) == "ERROR - lost\n\nPress Enter to Close\n<stopped>");
+}
+
 TEST_CASE("A caller's sink takes lines, severities and progress, and the stop carries its reason") {
     struct : ConsoleSink {
         void line(std::string_view text, MessageLevel level) override {
