@@ -83,8 +83,8 @@ std::size_t takeSwitch(const std::vector<std::string>& arguments, std::size_t at
     }
     given.keyword = row->keyword;
     given.behind = given.text.substr(row->keyword.size());
-    if (row->takesNext && TRIMMED(given.next).empty()) DMESSAGE("WARNING - Nothing specified after " + given.argument);
     row->apply(OPTIONS_TO_FILL(), given);
+    if (row->takesNext && TRIMMED(given.next).empty()) DMESSAGE("WARNING - Nothing specified after " + given.argument);
     const std::string told = RESULT_SWITCH(*row, given);
     if (!told.empty()) OPTIONS_TO_FILL().resultSwitches.push_back(told);
     return at + (row->takesNext && hasNext ? 2 : 1);

@@ -210,6 +210,7 @@ std::string withSlashes(std::string_view name) {
 
 void setOutputFolder(RunOptions& options, const SwitchArgument& given) {
     options.outputFolder = withSlashes(TRIMMED(given.next));
+    if (options.outputFolder.empty()) STOP_RUN("ERROR - No folder specified after " + given.argument + ".");
     while (options.outputFolder.size() > 1 && options.outputFolder.ends_with('/')) options.outputFolder.pop_back();
 }
 

@@ -150,6 +150,8 @@ TEST_CASE("A value that cannot be read stops the run and names its argument") {
 -sf0 | Scale Factor (-sf) can not equal zero
 -out res/ | res/ is a folder: -out needs the name of a file, such as res/result
 -out res\ | res\ is a folder: -out needs the name of a file, such as res/result
+# what an unset variable leaves
+-into | No folder specified after -into.
 -grid 5 | The spacing is written without a blank behind the switch: -grid5
 # a blank name is found in every path
 -type | Nothing specified behind -type
