@@ -36,7 +36,15 @@ row table 1 runs.csv "$good" "several runs are called two: b/lower_h.dat|three i
 row products 1 "['a/lower_d.dat']" '{max: "-flt -grid400 -max", typo: "-flt -gird5", asks: "-shp -grid", mine: "-flt -out x", both: "-flt -asc"}' \
     "^lower_d,max,done|typo,not converted,.*did you mean -grid|asks,.*asks a question|mine,.*-out belongs to the workflow|both,.*More than one output format"
 row cut 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,[1-4],.*WARNING - "
-row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: Not a directory" file/deep
+row tiles 1 "['a/*_d.dat']" '{max: {switches: "-flt -grid400 -max", merge: vrt}, all: {switches: "-flt -grid400 -tAll", merge: vrt}}' \
+    "^\(merged\),max,incomplete,1,.*river_s_north_d are missing[.].*alone_d are missing|^\(merged\),all,incomplete,5,.*river_s_north_d are missing in 3 of 5, t000.20_g400.vrt"
+row tiles 0 "['a/lower_*.dat']" '{max: {switches: "-flt -grid400 -max", merge: vrt}}' "^\(merged\),max,done,1,"       # what was missing is no longer wanted
+[ ! -e tiles/merged/max/missing_tiles.txt ] || fail "a whole mosaic lacks tiles: $(cat tiles/merged/max/*.txt)"
+everything() { find . "$flow" ! -path '*/.snakemake*' | sort; }
+before=$(everything)
+snakemake -n -s "$flow/Snakefile" --configfile tiles.yaml --config output=dry >/dev/null 2>&1 || fail "a dry run fails"
+diff <(echo "$before") <(everything) || fail "a dry run leaves files"
+row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: .*/file is not a folder" file/deep
 printf '#!/bin/bash\ncase "$*" in *-max*lower_d.dat) kill -KILL $PPID ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >killer.sh
 chmod +x killer.sh
 PROGRAM=$box/killer.sh row killed 1 "['a/lower_d.dat', 'a/lower_h.dat']" "$good" "^lower_d,max,failed,.*killed, or lost|^lower_h,max,done"

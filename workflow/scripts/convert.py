@@ -13,6 +13,7 @@ import sys
 import time
 
 from check_outputs import Unreadable, check_outputs
+from records import forget
 from whole_file import write_whole
 
 INCOMPLETE = 3
@@ -32,12 +33,6 @@ def arguments():
 def command_of(given):
     return [given.program, "-b", "-jobs%d" % given.threads, "-mem%d" % given.memory, "-into", given.folder, "-2dm",
             given.mesh, *given.switches, given.results]
-
-
-def forget(*paths):
-    for path in paths:
-        if os.path.lexists(path):
-            os.remove(path)
 
 
 class Failed(Exception):

@@ -1,41 +1,20 @@
 #!/usr/bin/env python3
 """What came of every run and product, in summary.csv and summary.html.
 
-summary.py PLAN.json writes both; summary.py PLAN.json --verdict names what is not whole, and is 1 when there is any."""
+summary.py PLAN.json writes both and names what is not whole; its status is 1 when there is any."""
 import csv
 import html
 import io
-import json
 import os
 import sys
 
-from parts import cut
+from records import base_of, merged_base, parts_of, read_json
 from whole_file import write_whole
 
 COLUMNS = ("run", "product", "state", "files", "valid share", "min", "max", "objects", "seconds", "peak memory (MB)",
            "attempts", "message")
 DONE, INCOMPLETE, FAILED, MISSING = "done", "incomplete", "failed", "not converted"
 WORST = (MISSING, FAILED, INCOMPLETE, DONE)
-
-
-def read_json(path):
-    try:
-        with open(path, encoding="utf-8") as handle:
-            return json.load(handle)
-    except (OSError, ValueError):
-        return None
-
-
-def parts_of(plan, product, run):
-    most = plan["products"][product]["split_times"]
-    if not most:
-        return ["all"]
-    times = read_json(os.path.join(plan["tree"], "records", "_times", run + ".json"))
-    return list(cut(times, most)) if times else []
-
-
-def base_of(plan, product, run, part):
-    return os.path.join(plan["tree"], "records", product, run, part)
 
 
 def last_word(log):
@@ -49,24 +28,23 @@ def number(value):
     return "" if value is None else "%.6g" % value
 
 
-def picture_of(plan, product, run, parts):
+def picture_of(bases):
     """Of the maximums, else of the last part."""
-    for part in [p for p in parts if p == "max"] + parts[::-1]:
-        picture = base_of(plan, product, run, part) + ".png"
-        if os.path.exists(picture):
-            return picture
+    for base in [b for b in bases if os.path.basename(b) == "max"] + bases[::-1]:
+        if os.path.exists(base + ".png"):
+            return base + ".png"
     return ""
 
 
-def row_of(plan, product, run):
+def row_of(product, run, bases):
+    """bases: of the records of its parts."""
     row = dict.fromkeys(COLUMNS, "")
     row.update({"run": run, "product": product})
-    parts = parts_of(plan, product, run)
     states, files, messages = [], [], []
     seconds, peak, attempts = 0.0, 0, 0
-    for part in parts:
-        record = read_json(base_of(plan, product, run, part) + ".json")
-        note = read_json(base_of(plan, product, run, part) + ".failed.json")
+    for base in bases:
+        record = read_json(base + ".json") or read_json(base + ".partial.json")
+        note = read_json(base + ".failed.json")
         if record:
             states.append(INCOMPLETE if record["status"] else DONE)
             files += record["files"]
@@ -76,9 +54,9 @@ def row_of(plan, product, run):
         elif note:
             states.append(FAILED)
             messages.append(note["reason"])
-        elif os.path.exists(base_of(plan, product, run, part) + ".log"):
+        elif os.path.exists(base + ".log"):
             states.append(FAILED)
-            messages.append(last_word(base_of(plan, product, run, part) + ".log"))
+            messages.append(last_word(base + ".log"))
         else:
             states.append(MISSING)
         attempts = max(attempts, (record or note or {"attempt": 0})["attempt"])
@@ -93,7 +71,7 @@ def row_of(plan, product, run):
         row["objects"] = sum(file.get("objects", 0) + file.get("rows", 0) for file in files)
     row.update({"seconds": "%.2f" % seconds, "peak memory (MB)": peak, "attempts": attempts,
                 "message": " | ".join(dict.fromkeys(messages))})
-    return row, picture_of(plan, product, run, parts)
+    return row, picture_of(bases)
 
 
 def all_rows(plan):
@@ -105,7 +83,9 @@ def all_rows(plan):
         yield row, ""
     for product in plan["products"]:
         for run in plan["runs"]:
-            yield row_of(plan, product, run)
+            yield row_of(product, run, [base_of(plan, product, run, part) for part in parts_of(plan, product, run)])
+    for product in plan["merged"]:
+        yield row_of(product, "(merged)", [merged_base(plan, product)])
 
 
 def as_csv(rows):
@@ -146,11 +126,10 @@ def verdict(rows):
 def main():
     plan = read_json(sys.argv[1])
     rows = list(all_rows(plan))
-    if sys.argv[2:] == ["--verdict"]:
-        return verdict(rows)
+    status = verdict(rows)
     write_whole(os.path.join(plan["tree"], "summary.csv"), as_csv(rows))
     write_whole(os.path.join(plan["tree"], "summary.html"), as_page(rows, plan["tree"]))
-    return 0
+    return status
 
 
 if __name__ == "__main__":
