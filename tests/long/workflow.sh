@@ -33,8 +33,9 @@ good='{max: "-flt -grid400 -max"}'
 : >file
 row names 1 "['a/*_d.dat', 'no/*.dat']" "$good" "^river_s_north_d,max,failed|^lower_d,max,done,1,|no_.*no file is found by no/\*.dat|no mesh beside a/alone_d.dat"
 row table 1 runs.csv "$good" "several runs are called two: b/lower_h.dat|three is left out: the mesh a/none.2dm does not exist|Nothing is left to convert"
-row products 1 "['a/lower_d.dat']" '{max: "-flt -grid400 -max", typo: "-flt -gird5", asks: "-shp -grid", mine: "-flt -out x", both: "-flt -asc"}' \
-    "^lower_d,max,done|typo,not converted,.*did you mean -grid|asks,.*asks a question|mine,.*-out belongs to the workflow|both,.*More than one output format"
+row products 1 "['a/lower_d.dat']" '{max: "-flt -grid400 -max", typo: "-flt -gird5", asks: "-flt -prec", mine: "-flt -out x", both: "-flt -asc", noval: "-gtif -cp",
+        stray: "-flt x.dat", like: "-flt -like x.tif", glued: "-flt -tal"}' \
+    "^lower_d,max,done|typo,not converted,.*did you mean -grid|asks,.*-prec: asks a question: Enter precision|mine,.*-out belongs to the workflow|both,.*-flt -asc: .*More than one output format|noval,.*Nothing specified after -cp|stray,.*x.dat is no switch|like,.*-like: the file x.tif does not exist|glued,.*from argument -tal did you mean -tAll"
 row cut 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,[1-4],.*WARNING - "
 row tiles 1 "['a/*_d.dat']" '{max: {switches: "-flt -grid400 -max", merge: vrt}, all: {switches: "-flt -grid400 -tAll", merge: vrt}}' \
     "^\(merged\),max,incomplete,1,.*river_s_north_d are missing[.].*alone_d are missing|^\(merged\),all,incomplete,5,.*river_s_north_d are missing in 3 of 5, t000.20_g400.vrt"
@@ -48,7 +49,10 @@ row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: .*/file is not a folder"
 printf '#!/bin/bash\ncase "$*" in *-max*lower_d.dat) kill -KILL $PPID ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >killer.sh
 chmod +x killer.sh
 PROGRAM=$box/killer.sh row killed 1 "['a/lower_d.dat', 'a/lower_h.dat']" "$good" "^lower_d,max,failed,.*killed, or lost|^lower_h,max,done"
-row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}}' "ERROR - The configuration: "
+row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}, points: {switches: "-cp x.mif -tAll", split_times: 2}, max: {switches: "-flt -max", split_times: 2},
+        no/where: "-flt", layer: {switches: "-shp", merge: vrt}, none: "", layer: "-mif"}' \
+    "configuration: product all, switches: .* one file for each time: .*: -gpkg -tAll|points, .*cannot cut -lp and -cp.*x.mif|max, .*cuts -tAll, which is not there: -flt -max|product no/where: a name has|product none: no switches|configuration: layer stands twice in .*marks.yaml"
+row merges 1 "[]" '{layer: {switches: "-shp", merge: vrt}, odd: 5}' "configuration: product layer, switches: merge needs rasters: .*: -shp|product odd: switches in quotes|runs: \[\]"
 row parts 0 "['a/lower_d.dat']" '{all: {switches: "-flt -grid400 -tAll", split_times: 2}, whole: "-flt -grid400 -tAll"}' "^lower_d,all,done,5,|^lower_d,whole,done,5,"
 for file in parts/whole/lower_d/*.flt; do
     [ "$(find parts/all -name "${file##*/}" | wc -l)" -eq 1 ] && cmp -s "$file" parts/all/lower_d/*/"${file##*/}" || fail "${file##*/} is in no part, in two, or differs"
