@@ -49,6 +49,10 @@ row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: .*/file is not a folder"
 printf '#!/bin/bash\ncase "$*" in *-max*lower_d.dat) kill -KILL $PPID ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >killer.sh
 chmod +x killer.sh
 PROGRAM=$box/killer.sh row killed 1 "['a/lower_d.dat', 'a/lower_h.dat']" "$good" "^lower_d,max,failed,.*killed, or lost|^lower_h,max,done"
+printf '#!/bin/bash\ncase "$*" in *-tAll*_d.dat) mkdir once && echo "WARNING - once" && kill -KILL $$ ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >once.sh
+chmod +x once.sh
+PROGRAM=$box/once.sh row twice 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,.*,2,WARNING - a/river's north_d.dat ends inside"
+grep -q "^WARNING - once" twice/records/all/*/all.attempt_1.log || fail "the log of the first attempt is lost"
 row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}, points: {switches: "-cp x.mif -tAll", split_times: 2}, max: {switches: "-flt -max", split_times: 2},
         no/where: "-flt", layer: {switches: "-shp", merge: vrt}, none: "", layer: "-mif"}' \
     "configuration: product all, switches: .* one file for each time: .*: -gpkg -tAll|points, .*cannot cut -lp and -cp.*x.mif|max, .*cuts -tAll, which is not there: -flt -max|product no/where: a name has|product none: no switches|configuration: layer stands twice in .*marks.yaml"

@@ -22,12 +22,14 @@ KILLED_BEHIND_A_SHELL = 128
 
 def arguments():
     parser = argparse.ArgumentParser()
-    for name in ("program", "mesh", "results", "folder", "record", "log"):
+    for name in ("program", "mesh", "results", "folder", "record"):
         parser.add_argument("--" + name, required=True)
     for name in ("threads", "memory", "attempt"):
         parser.add_argument("--" + name, required=True, type=int)
     parser.add_argument("switches", nargs="*")
-    return parser.parse_args()
+    given = parser.parse_args()
+    given.log = os.path.splitext(given.record)[0] + ".log"
+    return given
 
 
 def command_of(given):
@@ -42,9 +44,19 @@ class Failed(Exception):
         self.reason = reason
 
 
+def keep_log(given):
+    """What an earlier attempt said is kept beside the log, whose lines are those of the last. The engine, which removes
+    the logs that it knows of before a second attempt, knows of neither."""
+    earlier = os.path.splitext(given.log)[0] + ".attempt_1.log"
+    if given.attempt == 1:
+        forget(earlier)
+    elif os.path.exists(given.log):
+        os.replace(given.log, earlier)
+
+
 def run_program(given):
     """(status, lines said). What a signal ended is Failed."""
-    with open(given.log, "w" if given.attempt == 1 else "a", encoding="utf-8") as log:
+    with open(given.log, "w", encoding="utf-8") as log:
         try:
             status = subprocess.run(command_of(given), stdin=subprocess.DEVNULL, stdout=log, stderr=log).returncode
         except OSError as failure:
@@ -62,6 +74,7 @@ def convert(given):
         shutil.rmtree(given.folder, ignore_errors=True)
         os.makedirs(given.folder)
         os.makedirs(os.path.dirname(given.log), exist_ok=True)
+        keep_log(given)
     except OSError as failure:
         raise Failed("error", "%s cannot be made: %s" % (failure.filename, failure.strerror))
     start = time.monotonic()
