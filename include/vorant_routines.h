@@ -97,7 +97,7 @@ VORANT_API int32_t FILEFOLDERPATH(const char* name, const int32_t* length, char*
 
 // ---- reading a text file ----
 // Handles are this library's own, 1 to 1000: neither a Fortran unit nor a C stream can be read through READLINE.
-// Opens for reading; 0 when the file cannot be opened or no handle is free.
+// Opens for reading, by a name in UTF-8 on every system; 0 when the file cannot be opened or no handle is free.
 VORANT_API int32_t OPENTEXT(const char* name, const int32_t* length);
 // Closes; truth, false for a handle that is not open.
 VORANT_API int32_t CLOSETEXT(const int32_t* handle);

@@ -14,11 +14,11 @@ targets=(VORANT_to_GIS example)
 if [ "${1:-}" = --test ]; then
     scripts/install_packages.sh tests
     tests=ON
-    targets+=(unit_tests)
+    targets+=(unit_tests routines_c)
 fi
 
 echo "Building (windows)..."
-cmake --preset windows "-DHDF5_DIR=$hdf5/share/cmake" -DBUILD_TESTS=$tests >/dev/null
+cmake --preset windows "-DHDF5_DIR=$hdf5/share/cmake" -DBUILD_TESTS=$tests -DBUILD_ROUTINES=$tests >/dev/null
 cmake --build --preset windows --parallel "$(nproc)" --target "${targets[@]}"
 
 # What the system brings is all that it may need.

@@ -1,4 +1,5 @@
 // Reading a text file line by line, for the C interface: a small table of open files of the library's own.
+#include "platform/file_system.h"
 #include "routines/texts.h"
 #include "text_utils/text.h"
 
@@ -7,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 #include <mutex>
 #include <system_error>
 
@@ -42,8 +42,7 @@ TextFile* find(TextFiles& table, std::int32_t handle) {
 
 /// A folder opens like a file on some systems, and fails at the first line only.
 std::FILE* openForReading(const std::string& name) {
-    std::error_code ignored;
-    return std::filesystem::is_directory(name, ignored) ? nullptr : std::fopen(name.c_str(), "rb");
+    return KIND_OF_FILE(name) == FileKind::Folder ? nullptr : OPEN_STREAM(name, "rb");
 }
 
 std::int32_t open(std::string name) {

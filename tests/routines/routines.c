@@ -3,6 +3,7 @@
 #include <math.h>
 #include <stdio.h>
 #include <string.h>
+#include <wchar.h>
 
 #include "vorant_routines.h"
 
@@ -99,9 +100,23 @@ static void numbers(void) {
     CHECK(AREALD8(D(-1e308), I(INT_MAX), out, I(WIDTH)) == 331 && holds(out, "************"));
 }
 
-static void textFile(const char* name) {
-    char line[] = "............|";
-    FILE* file = fopen(name, "wb");
+// Letters that no code page has together: names are UTF-8 on every system.
+#define LETTERS "\xC3\xB6\xE5\xA4\xA7"
+
+static FILE* create(const char* name) {
+#ifdef _WIN32
+    wchar_t wide[1000];
+    swprintf(wide, ROWS(wide), L"%.*hs\u00F6\u5927", (int)(strlen(name) - strlen(LETTERS)), name);
+    return _wfopen(wide, L"wb");
+#else
+    return fopen(name, "wb");
+#endif
+}
+
+static void textFile(const char* scratch) {
+    char line[] = "............|", name[1000];
+    snprintf(name, sizeof name, "%s" LETTERS, scratch);
+    FILE* file = create(name);
     fputs(" \tfirst\r\n\nlonger than twelve\n", file);
     for (int i = 0; i < 100000; ++i) fputc(' ', file);
     fputs("x\nlast", file);  // what stands beyond 100000 characters is skipped, and the last line has no end
