@@ -15,10 +15,11 @@ struct Shown {
     std::string name;    ///< "Folder": in the letter case of the usage text
     bool glued = false;  ///< a value follows without a blank
     bool file = false;   ///< a file's name follows
+    bool folder = false;
 };
 
 Shown shownOf(const Switch& row, const std::vector<UsageEntry>& entries) {
-    Shown shown{std::string(row.keyword), false, false};
+    Shown shown{std::string(row.keyword), false, false, false};
     for (const UsageEntry& entry : entries) {
         const UsageHead head = USAGE_HEAD(entry.lines.front());
         for (const std::string& keyword : head.keywords) {
@@ -26,6 +27,7 @@ Shown shownOf(const Switch& row, const std::vector<UsageEntry>& entries) {
             shown.name = keyword;
             for (const std::string_view word : TAKES_FILES)
                 shown.file = shown.file || (row.takesNext && FLAGEXISTS(head.shown, word));
+            shown.folder = row.takesNext && FLAGEXISTS(head.shown, "folder");
             shown.glued = !row.takesNext && head.shown.find_first_of("<\"") != std::string_view::npos;
         }
     }
@@ -36,13 +38,13 @@ Shown shownOf(const Switch& row, const std::vector<UsageEntry>& entries) {
 
 std::string BASH_COMPLETION() {
     const std::vector<UsageEntry> entries = USAGE_ENTRIES();
-    std::string all, glued, files, words;
+    std::string all, glued, files, folders, words;
     for (const Switch& row : ALL_SWITCHES()) {
         const Shown shown = shownOf(row, entries);
         const std::string lower = LOWERCASE(row.keyword);
         all += " -" + shown.name;
         if (shown.glued) glued += "|-" + shown.name;
-        if (row.takesNext) (shown.file ? files : words) += "|-" + lower;
+        if (row.takesNext) (shown.file ? files : shown.folder ? folders : words) += "|-" + lower;
     }
     for (const std::string_view word : TELLING_SWITCHES())
         if (word.size() > 1) all += " -" + std::string(word);
@@ -54,6 +56,9 @@ std::string BASH_COMPLETION() {
            "        " +
            files.substr(files.empty() ? 0 : 1) +
            ") names='*' ;;\n"
+           "        " +
+           folders.substr(folders.empty() ? 0 : 1) +
+           ") names=/ ;;\n"  // of no file
            "        " +
            words.substr(words.empty() ? 0 : 1) +
            ") return ;;\n"

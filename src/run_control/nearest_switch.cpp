@@ -51,12 +51,13 @@ std::string NEAREST_SWITCH(std::string_view text) {
     if (letters < 2) return {};
     const std::string whole = LOWERCASE(text), plain = LOWERCASE(WITHOUT_GLUED_NUMBER(text));
     std::string nearest;
-    std::size_t fewest = std::min(MOST_EDITS, letters - 1) + 1;
+    std::size_t least = 2 * (std::min(MOST_EDITS, letters - 1) + 1);
     const auto compare = [&](std::string_view keyword) {
         const std::string known = LOWERCASE(keyword);
         const std::size_t apart = std::min(edits(whole, known), edits(plain, known));
-        if (apart >= fewest) return;
-        fewest = apart;
+        const std::size_t distance = 2 * apart + (known.starts_with(plain) ? 0 : 1);  // a keyword's beginning is nearer
+        if (distance >= least) return;
+        least = distance;
         nearest = keyword;
     };
     for (const Switch& row : ALL_SWITCHES()) compare(row.keyword);

@@ -42,6 +42,7 @@ offered "-version" -vers
 offered "RUN.XMDF|folder|run_h.dat|two words.2dm" -asc ""
 offered "run_h.dat" -asc r
 offered "banks.mif" -LP b
+offered "folder" -into ""               # no file
 offered "" -rmp ""                      # a name inside the mesh
 offered "notes.txt" -out no             # a name like an earlier one
 offered "" -zzz

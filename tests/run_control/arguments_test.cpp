@@ -179,6 +179,8 @@ TEST_CASE("A slip is answered with the switch that was meant") {
 -zz
 # taken for -v2, -t5, -s1 and a spacing
 -vecotr | vector | value
+# as near to -sec
+-vect | vector | value
 -tal | tAll | value
 -sx | sf | value
 -gridd5 | | value
