@@ -28,9 +28,10 @@ foreign=$(x86_64-w64-mingw32-objdump -p "$build/VORANT_to_GIS.exe" | sed -n 's/.
 name=VORANT_to_GIS-$version-windows
 folder=$build/archive/$name
 rm -rf "$build/archive"
-mkdir -p "$folder/licences"
+mkdir -p "$folder/licences" "$folder/workflow"
 x86_64-w64-mingw32-strip -o "$folder/VORANT_to_GIS.exe" "$build/VORANT_to_GIS.exe"
 cp -R README.md CHANGELOG.md docs "$folder/"
+cp workflow/README.md "$folder/workflow/"  # what it does: its rules need Linux
 rm -f "$folder"/docs/*.sh "$folder"/docs/*.awk
 cp -R "$build/examples/example" "$folder/examples"
 sed 's/$/\r/' scripts/windows/convert.bat >"$folder/examples/convert.bat"

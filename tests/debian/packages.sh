@@ -29,6 +29,11 @@ program=$root/usr/bin/VORANT_to_GIS
 documents=$root/usr/share/doc/vorant-to-gis
 man=$(gzip -dc "$root/usr/share/man/man1/VORANT_to_GIS.1.gz")
 [[ $man == *"$(dpkg --root="$root" -s vorant-to-gis | sed -n 's/^Version: //p')"* ]] || fail "the manual is of another version"
+while read -r page; do
+    for link in $(grep -oE '\]\([^)#:]+' "$page" | cut -c3-); do
+        [ -e "$(dirname "$page")/$link" ] || fail "$page leads to $link, which is not there"
+    done
+done < <(find "$documents" -name '*.md')
 # The whole guide by the installed program, on the installed example; the module comes from its own package.
 PROGRAM=$program EXAMPLE=$documents/examples MAKER=false SHARED_DATA="" SCRATCH=$scratch/guide bash "$here/../end_to_end/guide.sh" || fail "the guide"
 cd "$scratch/guide/data"

@@ -51,4 +51,7 @@ for page in "$guide"/[a-z]*.md; do
     run_page "$page"
     check "no commands in $page" [ "$checks" -gt "$((before + 1))" ]
 done
+for page in "$guide"/*.md "$here/../../README.md"; do   # a screen: 50 lines of 120 letters
+    check "$page is longer than two screens" [ "$(fold -s -w 120 "$page" | wc -l)" -le 100 ]
+done
 finish
