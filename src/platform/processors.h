@@ -9,6 +9,6 @@
 /// share of the processors' time, that share rounded up.
 int PROCESSORS_ALLOWED();
 
-/// Bytes of an open file from `offset` on; where the stream stands plays no part, so that several threads may read at
-/// once. False when they are not all there or cannot be read.
+/// Bytes of an open file from `offset` on; where the stream stands plays no part and stays, so that several threads may
+/// read at once. False when they are not all there or cannot be read.
 bool READ_FROM(std::FILE* file, std::int64_t offset, void* to, std::size_t count);

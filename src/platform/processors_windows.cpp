@@ -16,9 +16,9 @@ int PROCESSORS_ALLOWED() {
     return std::popcount(static_cast<unsigned long long>(own));
 }
 
-bool READ_FROM(std::FILE* file, std::int64_t offset, void* to, std::size_t count) {
-    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
-    auto* at = static_cast<char*>(to);
+namespace {
+
+bool readAll(HANDLE handle, std::int64_t offset, char* at, std::size_t count) {
     while (count > 0) {
         OVERLAPPED place{};
         place.Offset = static_cast<DWORD>(offset);
@@ -31,4 +31,16 @@ bool READ_FROM(std::FILE* file, std::int64_t offset, void* to, std::size_t count
         count -= got;
     }
     return true;
+}
+
+}  // namespace
+
+/// A read through the stream's own handle would move where that stands, whatever place it names.
+bool READ_FROM(std::FILE* file, std::int64_t offset, void* to, std::size_t count) {
+    const HANDLE handle = ReOpenFile(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))), GENERIC_READ,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, 0);
+    if (handle == INVALID_HANDLE_VALUE) return false;
+    const bool good = readAll(handle, offset, static_cast<char*>(to), count);
+    CloseHandle(handle);
+    return good;
 }

@@ -1,5 +1,6 @@
 #include "platform/file_system.h"
 
+#include "platform/processors.h"
 #include "platform/shared_library.h"
 #include "scratch_folder.h"
 #include "services/files.h"
@@ -54,6 +55,18 @@ TEST_CASE("Names may be longer than 260 characters") {
     CHECK(ABSOLUTE_NAME(deep + "/../y.asc").ends_with(std::string(60, 'e') + (ON_WINDOWS ? "\\" : "/") + "y.asc"));
     const std::error_code refused = MAKE_FOLDERS(file + "/below");
     CHECK(refused == std::errc::not_a_directory);
+}
+
+TEST_CASE("A read at a place leaves where the stream stands") {
+    const ScratchFolder folder;
+    std::FILE* const stream = OPEN_STREAM(folder.write("x", "0123456789"), "rb");
+    REQUIRE(stream != nullptr);
+    std::setvbuf(stream, nullptr, _IONBF, 0);
+    std::string read(2, ' ');
+    CHECK((READ_FROM(stream, 6, read.data(), 2) && read == "67"));
+    CHECK(std::getc(stream) == '0');
+    CHECK_FALSE(READ_FROM(stream, 9, read.data(), 2));
+    std::fclose(stream);
 }
 
 #ifdef _WIN32
