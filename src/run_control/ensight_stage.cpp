@@ -26,6 +26,11 @@ class EnsightStage : public OutputStage {
 public:
     explicit EnsightStage(const OutputFormat& format) : format_(format) {}
 
+    DiskUse diskUse(const Mesh& mesh, const ResultsKind& kind, const Dataset& dataset) const override {
+        const double values = static_cast<double>(kind.cellCentred ? mesh.elementCount : mesh.nodeCount);
+        return {static_cast<double>(dataset.outputs) * values * sizeof(float) * (kind.vector ? 3.0 : 1.0), 0.0};
+    }
+
     void begin(const Mesh& mesh, const ResultsKind& kind) override {
         mesh_ = &mesh;
         timed_ = kind.timed;

@@ -75,6 +75,19 @@ public:
         REPORT("   Done");
     }
 
+    /// Few objects come near this: a dozen columns of fifteen characters, and an outline of nine corners as text.
+    DiskUse diskUse(const Mesh& mesh, const ResultsKind& kind, const Dataset& dataset) const override {
+        constexpr double COLUMNS = 180.0, POINT = 60.0, OUTLINE = 420.0;  // bytes
+        double objects = static_cast<double>(std::max(mesh.nodeCount, mesh.elementCount));
+        if (options_.grid && !options_.inputIsMesh) {
+            const Grid grid = GRID_HEADER(mesh, kind.cellCentred);
+            objects = static_cast<double>(grid.ncols) * static_cast<double>(grid.nrows);
+        }
+        const bool outlines = options_.region || options_.vector;
+        const double files = static_cast<double>(dataset.outputs) * (kind.difference && options_.region ? 2.0 : 1.0);
+        return {files * objects * (COLUMNS + (outlines ? OUTLINE : POINT)), 0.0};
+    }
+
     void begin(const Mesh& mesh, const ResultsKind& kind) override {
         std::optional<Grid> header;
         if (options_.grid) header = GRID_HEADER(mesh, kind.cellCentred);

@@ -53,6 +53,8 @@ room() {    # room <megabytes> <what it says> <arguments...>
 if unshare -rm true 2>/dev/null; then
     room 32 "MB on the disk, and 33." -b -flt -grid5.5 -t0.1 -dif n_h.dat -out small/x m_h.dat
     room 64 "ERROR - Could not write small/x.asc: No space left on device. The file is incomplete." -b -mem16 -asc -grid5.5 -out small/x peak.2dm
+    make_model -cells 20 -times 40 long
+    room 4 "Check - The outputs will take at most 9.9 GB on the disk." -b -mif -grid8 -tAll -into small long_h.dat
 fi
 ln -s /dev/null m_g000.01.flt
 timeout 5 "$PROGRAM" -b -mem16 -flt -grid0.01 m.2dm </dev/null >../console.txt 2>&1
