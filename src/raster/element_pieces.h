@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -138,8 +139,8 @@ inline MeanPlane MEAN_PLANE(unsigned triangles, const std::array<Plane, 4>& plan
                                               1.0 / 2.0, 1.0 / 3.0, 1.0 / 3.0, 1.0 / 4.0};
     MeanPlane mean;
     if (triangles == 0) return mean;
-    for (std::size_t triangle = 0; triangle < 4; ++triangle) {
-        if ((triangles >> triangle & 1U) == 0) continue;
+    for (unsigned left = triangles; left != 0; left &= left - 1) {
+        const auto triangle = static_cast<std::size_t>(std::countr_zero(left));
         mean.plane.value += planes[triangle].value;
         mean.plane.east += planes[triangle].east;
         mean.plane.north += planes[triangle].north;
@@ -151,8 +152,10 @@ inline MeanPlane MEAN_PLANE(unsigned triangles, const std::array<Plane, 4>& plan
     // Two triangles have all four corners between them.
     const bool single = (triangles & (triangles - 1)) == 0;
     CornerValues used = values;
-    for (std::size_t corner = 0; corner < 4; ++corner)
-        if (single && triangles == 1U << corner) used[corner] = values[(corner + 1) % 4];
+    if (single) {
+        const auto corner = static_cast<std::size_t>(std::countr_zero(triangles));
+        used[corner] = values[(corner + 1) % 4];
+    }
     mean.lowest = std::min(std::min(used[0], used[1]), std::min(used[2], used[3]));
     mean.highest = std::max(std::max(used[0], used[1]), std::max(used[2], used[3]));
     return mean;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <limits>
 #include <new>
@@ -140,8 +141,10 @@ void Filler::fillTriangle(Rows rows, const CornerValues& values) {
 void Filler::fillQuad(const PlanPiece& piece, Rows rows, const CornerValues& values, unsigned usable) {
     const std::array<Plane, 4> planes = {TRIANGLE_PLANE(shape_, 0, values), TRIANGLE_PLANE(shape_, 1, values),
                                          TRIANGLE_PLANE(shape_, 2, values), TRIANGLE_PLANE(shape_, 3, values)};
-    for (unsigned set = 0; piece.sets >> set != 0; ++set)
-        if ((piece.sets >> set & 1U) != 0) means_[set] = MEAN_PLANE(set & usable, planes, values);
+    for (unsigned left = piece.sets; left != 0; left &= left - 1) {
+        const auto set = static_cast<unsigned>(std::countr_zero(left));
+        means_[set] = MEAN_PLANE(set & usable, planes, values);
+    }
     for (; rows.begin != rows.end; ++rows.begin, ++rows.number) {
         const double east = CELL_X(grid_, rows.begin->column) - shape_.x0;
         const double north = CELL_Y(grid_, rows.number) - shape_.y0;
