@@ -13,11 +13,18 @@ mkdir -p "$SCRATCH/inputs" && cd "$SCRATCH/inputs" || exit 1
 cat >Header.prj <<'END'
 PROJCS["WGS 84 / UTM zone 55S",GEOGCS["WGS 84",DATUM["WGS_1984",SPHEROID["WGS 84",6378137,298.257223563]],PRIMEM["Greenwich",0],UNIT["degree",0.0174532925199433]],PROJECTION["Transverse_Mercator"],PARAMETER["latitude_of_origin",0],PARAMETER["central_meridian",147],PARAMETER["scale_factor",0.9996],PARAMETER["false_easting",500000],PARAMETER["false_northing",10000000],UNIT["metre",1]]
 END
+mkdir ../large && "$MAKER" -times 2 -cells 90 ../large/b >/dev/null || exit 1  # enough for several threads to share
 cd ..
 
 kinds=(open write close rename term alloc)
-conversions=(asc:-grid900 flt:-grid900 mif:-grid900 shp:-grid900 dat: xmdf: ensight: xnfo: gtif:-grid900 gpkg:-grid900)
-arguments() { words=(-b "-${1%%:*}" ${1#*:} -t0); [ "${1%%:*}" = xnfo ] || words+=(-out o); words+=(b_h.dat); }
+conversions=(asc:-grid900 flt:-grid900 mif:-grid900 shp:-grid900 dat: xmdf: ensight: xnfo: threads: gtif:-grid900 gpkg:-grid900)
+arguments() {
+    words=(-b -flt -grid90 -jobs3 -tAll b_h.dat)
+    [ "${1%%:*}" != threads ] || return
+    words=(-b "-${1%%:*}" ${1#*:} -t0)
+    [ "${1%%:*}" = xnfo ] || words+=(-out o)
+    words+=(b_h.dat)
+}
 
 # convert <folder> <fault>: sets `status`; what it said is in <folder>.txt
 convert() {
@@ -35,6 +42,16 @@ contents() {
     esac
 }
 equal() { same "$1" "$2" || [ "$(contents "$1" | md5sum)" = "$(contents "$2" | md5sum)" ]; }
+# Outputs that were finished before stay: each is the earlier one or the new one, with its header.
+each() {
+    local file side
+    [ "$name" = threads: ] || return 1
+    for file in "$1"/*.flt; do
+        side=$before
+        cmp -s "$file" "$after/${file##*/}" && side=$after
+        cmp -s "$file" "$side/${file##*/}" && cmp -s "${file%flt}hdr" "$side/$(basename "${file%flt}hdr")" || return 1
+    done
+}
 same() { diff -rq --exclude=*.part* --exclude=*.old* "$1" "$2" >/dev/null; }
 
 wrong() { echo "FAILED: $name, $kind $n: $1 (status $status)"; grep -E -A3 "Sanitizer|runtime error" "$worker.txt" | cut -c1-200; tail -n 3 "$worker.txt"; : >>failed; }
@@ -53,7 +70,7 @@ judge() {
     [ -z "$(find "$worker" -name '*.part*' -o -name '*.old*')" ] || wrong "temporaries are left"
     case $status in
         0) equal "$worker" "$after" || { [[ $said = *WARNING* ]] || wrong "another output without a word"; } ;;
-        1) same "$worker" "$before" || same "$worker" "$after" || wrong "torn: $(diff -rq "$worker" "$after" | head -n 3)"
+        1) same "$worker" "$before" || same "$worker" "$after" || each "$worker" || wrong "torn: $(diff -rq "$worker" "$after" | head -n 3)"
            [[ $said =~ (^|$'\n')"ERROR" ]] || wrong "no ERROR" ;;
         143) [ "$kind" = term ] && { same "$worker" "$before" || equal "$worker" "$after"; } || wrong "torn by a signal" ;;
         *) wrong "an unknown end" ;;
@@ -76,7 +93,9 @@ for ((i = 0; i < ${#conversions[@]}; i++)); do
     name=${conversions[i]}
     arguments "$name"
     case $name in xmdf*|gtif*|gpkg*) library=yes ;; *) library=no ;; esac
-    before=inputs
+    inputs=inputs
+    [ "$name" != threads: ] || inputs=large
+    before=$inputs
     after=after.${name%%:*}
     convert "$after" none:0
     if [ "$status" -ne 0 ]; then
@@ -86,9 +105,10 @@ for ((i = 0; i < ${#conversions[@]}; i++)); do
     fi
     before=before.${name%%:*}
     cp -r "$after" "$before"
-    for file in "$before"/*; do [ -e "inputs/${file##*/}" ] || echo earlier >"$file"; done
+    for file in "$before"/*; do [ -e "$inputs/${file##*/}" ] || echo earlier >"$file"; done
     share=$(((seconds - (SECONDS - start)) / (${#conversions[@]} - i)))
     for kind in "${kinds[@]}"; do
+        [ "$name" != threads: ] || [ "$kind" = write ] || [ "$kind" = alloc ] || continue
         count=0
         FAULT_COUNT=$PWD/count convert scratch "$kind:0"
         count=$(<count)
@@ -98,6 +118,7 @@ for ((i = 0; i < ${#conversions[@]}; i++)); do
         calls=$count
         if [ "$seconds" -gt 0 ]; then
             case $kind:$name in
+                alloc:threads:) calls=30 ;;
                 alloc:*) calls=60 ;;
                 term:gtif* | term:gpkg*) calls=$((count / 16)) ;;
                 term:* | *:gtif* | *:gpkg*) calls=$((count / 4)) ;;
