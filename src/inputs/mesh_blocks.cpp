@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <mutex>
+#include <utility>
 
 namespace {
 
@@ -16,6 +18,28 @@ const char* behindLineEnd(const char* from, const char* end) {
     const auto* lineEnd = static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
     return lineEnd == nullptr ? nullptr : lineEnd + 1;
 }
+
+/// Memory that a thread has for a block, and another for a later one. Not the thread's own: a thread that can note no
+/// end of what it owns, for want of memory, ends the process.
+class Buffers {
+public:
+    Buffers() { idle_.reserve(static_cast<std::size_t>(JOBS())); }
+    std::vector<char> borrow() {
+        const std::lock_guard lock(guard_);
+        if (idle_.empty()) return {};
+        std::vector<char> buffer = std::move(idle_.back());
+        idle_.pop_back();
+        return buffer;
+    }
+    void giveBack(std::vector<char> buffer) {
+        const std::lock_guard lock(guard_);
+        idle_.push_back(std::move(buffer));
+    }
+
+private:
+    std::mutex guard_;
+    std::vector<std::vector<char>> idle_;
+};
 
 }  // namespace
 
@@ -65,11 +89,13 @@ bool MeshBlocks::load(std::size_t block, std::vector<char>& buffer, LinesOfBlock
 
 bool MeshBlocks::readAll(const std::function<bool(std::size_t, LinesOfBlock&)>& read) const {
     std::atomic<bool> good = true;
+    Buffers buffers;
     DO_PIECES(count_, [&](std::size_t block) {
         if (!good.load(std::memory_order_relaxed)) return;
-        thread_local std::vector<char> buffer;
+        std::vector<char> buffer = buffers.borrow();
         LinesOfBlock lines({});
         if (!load(block, buffer, lines) || !read(block, lines)) good = false;
+        buffers.giveBack(std::move(buffer));
     });
     return good;
 }
