@@ -172,6 +172,14 @@ row 0 "basin_g400.gpkg"                    -b -gpkg -grid400 -typeAll -max basin
 check "layers" [ "$(ogrinfo -q basin_g400.gpkg | sed 's/^[0-9]*: \([^ ]*\) .*/\1/' | sort | tr '\n' ' ')" = "basin_d_Max_g400 basin_h_Max_g400 basin_v_Max_g400 " ]
 row 0 "basin_d_g400.fgb basin_h_g400.fgb basin_v_g400.fgb" -b -fgb -grid400 -typeAll -tAll basin.xmdf
 check "order and times of the .fgb" [ "$(sql basin_h_g400.fgb "SELECT group_concat(DISTINCT Time) FROM basin_h_g400")" = "0.0,0.1,0.2" ]
+for format in gpkg fgb; do
+    run 0 -b -$format -grid400 -tAll -out whole basin_V.dat
+    keep whole.$format
+    row 0 "basin_V_g400.$format"           -b -$format -grid400 -nth2 basin_V.dat
+    values="SELECT Grid_Ref, Elevation, Magnitude, Angle, Time FROM basin_V_g400 WHERE Time"
+    check "every second time" diff -q <(sql ../kept/whole.$format "$values IN (0, 0.2)") <(sql basin_V_g400.$format "$values OR 1")
+    check "times of the subset" [ "$(sql basin_V_g400.$format "SELECT group_concat(DISTINCT Time) FROM basin_V_g400")" = "0.0,0.2" ]
+done
 long="it's \"the\" .dam $(printf 'x%.0s' {1..180})"
 cp basin_h.dat "$long.dat"
 run 0 -b -gpkg -grid400 -max -2dm basin.2dm "$long.dat"

@@ -108,6 +108,16 @@ echo '"across"' >line.mid
 run 0 -b -into ../whole -lp line.mif -tAll many_h.dat
 row 0 "some/many_h_across.csv" $some -lp line.mif many_h.dat
 check "the profile holds other times" cmp -s some/many_h_across.csv <(cut -d, -f 1-5,8,10,14- ../whole/many_h_across.csv)
+printf 'VERSION 300\nCOLUMNS 1\n Name Char(8)\nDATA\n\nPOINT 304100 6204200\nPOINT 302500 6202700\n' >marks.mif
+printf '"a"\n"b"\n' >marks.mid
+run 0 -b -into ../whole -cp marks.mif -tAll many_h.dat
+row 0 "some/many_h_cp.csv $(echo some/many_h_t000.{20,40}_cp.{mif,mid})" $some -cp marks.mif many_h.dat
+check "the points hold other times" cmp -s some/many_h_cp.csv <(grep -E '^Label|,0\.[24]0,' ../whole/many_h_cp.csv)
+# 0.199 h in place of 0.1, outside by more than a tenth of the smallest step: it is not taken, and the names are as long as for all times
+cp many_d.dat odd_d.dat
+printf '\250\306\113\076' | dd of=odd_d.dat bs=1 seek=$((header + 5 + ($(stat -c %s many_d.dat) - header - 4) / 7)) conv=notrunc status=none
+row 0 "$(echo some/odd_d_t000.{200,400}_g400.{flt,hdr})" $some -flt -grid400 -2dm many.2dm odd_d.dat
+check "another time is converted" cmp -s some/odd_d_t000.400_g400.flt ../whole/many_d_t000.40_g400.flt
 # Stored extremes do not go along; what a -dif is taken from offers all its times.
 row 0 "many_d_out_d.dat" -b -dat -sec -from720 -until1800 -nth2 many_d.dat
 cp many_d_out_d.dat ../some_d.dat
