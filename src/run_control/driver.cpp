@@ -86,7 +86,7 @@ int listInput() {
     InputFiles files = FIND_INPUT_FILE();
     FIND_INPUT_KIND(files);
     PREPARE_INTO_FOLDER();
-    LIST_FILE(files, OPTIONS().verbose);
+    LIST_FILE(files, OPTIONS().verbose, OPTIONS().allTimes);
     REPORT("Finished.");
     return finish();
 }

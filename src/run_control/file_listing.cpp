@@ -54,10 +54,9 @@ void Listing::times(std::span<const OutputTime> times, std::span<const double> s
     line("   First time: " + shown(0));
     line("   Last time: " + shown(times.size() - 1));
     line("   Times:");
-    for (std::size_t i = 0; i < std::min(times.size(), MOST_LISTED_TIMES); ++i)
-        line("      " + std::to_string(i + 1) + "  " + shown(i));
-    if (times.size() > MOST_LISTED_TIMES)
-        line("      ... and " + std::to_string(times.size() - MOST_LISTED_TIMES) + " more");
+    const std::size_t listed = allTimes_ ? times.size() : std::min(times.size(), MOST_LISTED_TIMES);
+    for (std::size_t i = 0; i < listed; ++i) line("      " + std::to_string(i + 1) + "  " + shown(i));
+    if (times.size() > listed) line("      ... and " + std::to_string(times.size() - listed) + " more");
 }
 
 void Listing::range(const ValueRange& range, bool known) {
@@ -68,8 +67,8 @@ void Listing::range(const ValueRange& range, bool known) {
     line("   Largest value: " + shown(range.most));
 }
 
-void LIST_FILE(const InputFiles& files, bool verbose) {
-    Listing listing;
+void LIST_FILE(const InputFiles& files, bool verbose, bool allTimes) {
+    Listing listing(allTimes);
     std::string kind;
     switch (files.kind) {
         case InputKind::Xmdf:

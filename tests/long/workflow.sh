@@ -61,6 +61,19 @@ row parts 0 "['a/lower_d.dat']" '{all: {switches: "-flt -grid400 -tAll", split_t
 for file in parts/whole/lower_d/*.flt; do
     [ "$(find parts/all -name "${file##*/}" | wc -l)" -eq 1 ] && cmp -s "$file" parts/all/lower_d/*/"${file##*/}" || fail "${file##*/} is in no part, in two, or differs"
 done
+# Every time of a file of many goes to one part, and where datasets have nearly the same times none is on both sides of an end.
+"$MAKER" -cells 2 -times 1003 many >/dev/null && python3 -B "$flow/scripts/parts.py" "$PROGRAM" many_d.dat many.json && python3 -B - "$flow/scripts" <<'END' || fail "the parts"
+import json, sys
+sys.path.insert(0, sys.argv[1])
+from parts import cut
+tenths, seconds = [0, 0.1, 0.2, 0.3], [i / 3600 for i in range(600)]
+ends = lambda hours, most: [sorted(float(s[7 if "-until" in s else 5:]) for s in part) for part in cut({"hours": hours, "extremes": [], "whole": True}, most).values()]
+many = list(cut(json.load(open("many.json")), 100).values())
+assert (len(many), many[10]) == (11, ["-from99.95"]), many
+assert ends([tenths, [0, 0.1000001, 0.2, 0.3]], 2) == [[0.15000005], [0.15000005]]
+for part in ends([tenths, seconds], 90):
+    assert all(abs(end - time) > 0.001 for end in part for time in tenths), part
+END
 MODELS=4 DEMO=$box/demo "$flow/demo.sh" || fail "the demonstration"
 echo "$failures failed"
 [ $failures -eq 0 ]

@@ -72,7 +72,7 @@ TEST_CASE("A range leaves out what is missing, and of vectors takes magnitudes")
     CHECK(WIDENED({NO_VALUE, NO_VALUE}, {2, 3}).least == 2.0F);  // a time without values
 }
 
-TEST_CASE("A listing says the first thousand times and how many more there are") {
+TEST_CASE("A listing says the first thousand times and how many more there are, or all") {
     std::vector<OutputTime> times;
     std::vector<double> stored;
     for (int i = 0; i < 1003; ++i) {
@@ -89,4 +89,7 @@ TEST_CASE("A listing says the first thousand times and how many more there are")
           "Last time: maximums (stored as 99999)\n", " 1000  0.2775 h (stored as 999)\n", "      ... and 3 more\n"})
         CHECK_MESSAGE(holds(text, part), part);
     CHECK_FALSE(holds(text, "stored as 1000"));
+    Listing whole(true);
+    consoleOf([&] { whole.times(times, stored, "Seconds"); });
+    CHECK(holds(whole.text(), " 1002  0.2781 h (stored as 1001)\n      1003  maximums"));
 }

@@ -3,6 +3,7 @@
 
 parts.py PROGRAM RESULTS TIMES.json lists; cut(listed, most) makes the switches of each part. Results that cannot be
 listed whole are one part, whose conversion tells why."""
+import bisect
 import json
 import os
 import re
@@ -12,39 +13,65 @@ import tempfile
 
 from whole_file import write_whole
 
+DATASET = "   Times:"
 TIME = re.compile(r"^ +\d+  (\S+) h \(stored as ")
-MORE = re.compile(r"^ +\.\.\. and \d+ more$")  # of very many times not all are listed
 EXTREMES = (("minimums", "-min"), ("maximums", "-max"), ("times of maximum", "-tmax"))
+MOST_TOLERANCE = 0.001  # h
 
 
 def listed(lines, dat):
-    """{"hours": every output time once, in order, "extremes": switches of what the file stores beside them}. An .xmdf
-    has its extremes in datasets of their own, which all output times do not take along."""
-    hours, extremes = set(), []
+    """{"hours": of each dataset whose times differ from the others', in order, "extremes": switches of what the file
+    stores beside them}. An .xmdf has its extremes in datasets of their own, which all output times do not take along."""
+    datasets, extremes = [], []
     for line in lines:
         time = TIME.match(line)
-        if time:
-            hours.add(float(time.group(1)))
+        if line == DATASET:
+            datasets.append(set())
+        elif time and datasets:
+            datasets[-1].add(float(time.group(1)))
         for words, switch in EXTREMES:
             if dat and re.match(r"^ +\d+  %s \(stored as " % words, line) and switch not in extremes:
                 extremes.append(switch)
-    whole = not any(MORE.match(line) for line in lines)
-    return {"hours": sorted(hours), "extremes": extremes, "whole": whole}
+    different = {tuple(sorted(hours)) for hours in datasets if hours}
+    return {"hours": sorted(different), "extremes": extremes, "whole": True}
+
+
+def tolerance(hours):
+    """By which -from and -until miss a time of this dataset."""
+    return min([MOST_TOLERANCE, *((later - time) / 10 for time, later in zip(hours, hours[1:]))])
+
+
+def ends(datasets, most):
+    """Hours between the parts, each half-way between two times. Where datasets differ by less than the tolerance of one,
+    it would lie on both sides: the part goes on to the next place."""
+    every = sorted(set().union(*datasets))
+    tolerances = [tolerance(hours) for hours in datasets]
+
+    def apart(end):
+        for hours, near in zip(datasets, tolerances):
+            behind = bisect.bisect_left(hours, end - near)
+            if behind < len(hours) and hours[behind] <= end + near:
+                return False
+        return True
+
+    places, begun = [], 0
+    for number in range(1, len(every)):
+        end = (every[number - 1] + every[number]) / 2
+        if number - begun >= most and apart(end):
+            places.append(end)
+            begun = number
+    return places
 
 
 def cut(times, most):
-    """{name of the part: its switches}. The ends lie half-way between two times, so that none goes to two parts."""
-    hours = times["hours"]
-    if not times["whole"] or not hours:
+    """{name of the part: its switches}: so many times each that none goes to two."""
+    if not times["whole"] or not times["hours"]:
         return {"all_times": ["-tAll"]}
+    places = ends(times["hours"], most)
     parts = {}
-    for number, start in enumerate(range(0, len(hours), most)):
-        end = start + most
-        switches = []
-        if start > 0:
-            switches.append("-from%.9g" % ((hours[start - 1] + hours[start]) / 2))
-        if end < len(hours):
-            switches.append("-until%.9g" % ((hours[end - 1] + hours[end]) / 2))
+    for number, (start, end) in enumerate(zip([None, *places], [*places, None])):
+        switches = ["-from%.12g" % start] if start is not None else []
+        switches += ["-until%.12g" % end] if end is not None else []
         parts["times_%04d" % (number + 1)] = switches or ["-nth1"]
     for switch in times["extremes"]:
         parts[switch[1:]] = [switch]
@@ -54,14 +81,14 @@ def cut(times, most):
 def main():
     program, results, wanted = sys.argv[1:]
     with tempfile.TemporaryDirectory() as folder:
-        ended = subprocess.run([program, "-b", "-xnfo", "-into", folder, results], stdin=subprocess.DEVNULL,
+        ended = subprocess.run([program, "-b", "-xnfo", "-tAll", "-into", folder, results], stdin=subprocess.DEVNULL,
                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         lines = []
         for name in os.listdir(folder):
             with open(os.path.join(folder, name), encoding="utf-8", errors="replace") as handle:
                 lines += handle.read().splitlines()
     times = listed(lines, results.lower().endswith(".dat"))
-    times["whole"] = times["whole"] and ended.returncode == 0
+    times["whole"] = ended.returncode == 0
     write_whole(wanted, json.dumps(times))
     return 0
 
