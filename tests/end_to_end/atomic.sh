@@ -99,6 +99,11 @@ run 0 "${grid[@]}"
 check "the link is gone" [ -L out.asc ]
 check "the link was not followed" cmp -s deep/real.asc ../kept/out.asc
 rm -rf out.asc deep
+earlier out.asc
+chmod 640 out.asc
+run 0 "${grid[@]}"
+check "the permissions are gone" [ -n "$on_windows" -o "$(stat -c %a out.asc)" = 640 ]
+rm out.asc
 long=$(printf 'n%.0s' {1..251})
 row 0 "$long.asc $long.prj" -b -asc -grid400 -t0.2 -out "$long" basin_h.dat
 check "a long name changes the output" cmp -s "$long.asc" ../kept/out.asc

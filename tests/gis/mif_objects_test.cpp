@@ -103,6 +103,8 @@ Pline 40000000/0 0/ | 1/ | ERROR 0309 - Unexpected end of .mif file encountered.
     40000000 vertices are announced, more than the rest of the file holds./   x.mif, line 8COORDINATES PLINE object in GIS layer.<stopped>
 Pline 50000001/0 0/ | 1/ | ERROR 0310 - Exceeded number of allowable nodes in a single polyline or region./Requested 50000001/\
     Limit 50000000/   x.mif, line 8COORDINATES PLINE object in GIS layer.<stopped>
+Pline Multiple 2/ 1/0 0/ 50000000/ | 1/ | ERROR 0310 - Exceeded number of allowable nodes in a single polyline or region./Requested 50000001/\
+    Limit 50000000/   x.mif, line 11COORDINATES PLINE MULTIPLE object in GIS layer.<stopped>
 Pline Multiple 2147483647/ 1/0 0/ | 1/ | ERROR 0309 - Unexpected end of .mif file encountered./   x.mif, line 11\
     COORDINATES PLINE MULTIPLE object in GIS layer.<stopped>
 Region 1/ 4/0 0/0 1/1 1/0 0/ | 1/ | ERROR 0318 - Less than 5 points for Region object in mif file./   x.mif, line 9\
@@ -131,6 +133,9 @@ TEST_CASE("records keep their values whatever the delimiter and the character se
         {latin, 2, "\"Caf\xE9, A\",1", "\"Caf\xC3\xA9, A\",1"},
         {"Charset \"Neutral\"\n" + comma, 1, "\"Caf\xE9\"", "\"Caf\xC3\xA9\""},
         {"Charset \"WindowsLatin2\"\n" + comma, 1, "\"\xA3\"", "\"\xC5\x81\""},
+        // longer than what is converted at once
+        {"Charset \"WindowsLatin2\"\n" + comma, 1, "\"" + std::string(300, '\xA3') + "\"",
+         "\"" + replaced(std::string(300, 'L'), "L", "\xC5\x81") + "\""},
         {"Charset \"CodePage866\"\n" + comma, 1, "\"\x86\"", "\"\xD0\x96\""},
         {latin, 1, "\xEF\xBB\xBF\"\xC5\x81\"", "\"\xC5\x81\""},  // a mark
         {"Charset \"Neutral\"\nDelimiter \";\"\n", 3, "\"Caf\xC3\xA9; A\";1,5;", "\"Caf\xC3\xA9; A\",\"1,5\","},

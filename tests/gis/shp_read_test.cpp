@@ -150,6 +150,11 @@ TEST_CASE("a set cut at any byte is never read as whole") {
                 CHECK((holds(said, "ERROR") && holds(said, "<stopped>")));
             }
         }
+    const LayerTest test;  // a table that ends with its third record and tells of four
+    writeThree(test, POINT);
+    test.folder.write("a.dbf", test.folder.read("a.dbf").substr(0, DBF_START + 3 * DBF_RECORD).replace(4, 1, "\4"));
+    CHECK(holds(shpReadingOf(test),
+                "WARNING 0405 - Insufficient number of records found in .dbf file.\nFound 3, expecting 4\n"));
 }
 
 TEST_CASE("objects are found through the index: moved ones, and none of what lies unused") {

@@ -41,6 +41,10 @@ TEST_CASE("Names hold letters of every script, in folders and files, read and wr
     CHECK(NAME_IN_USE(below + "/../" + WORDS + "/" + WORDS + ".TXT"));
 }
 
+TEST_CASE("What a shell has opened for the program has no name to put another file under") {
+    CHECK((ON_WINDOWS || (LINK_TARGET("/dev/fd/0").empty() && LINK_TARGET("/proc/self/fd/0").empty())));
+}
+
 TEST_CASE("Names may be longer than 260 characters") {
     const ScratchFolder folder;
     std::string deep = folder.name("long");

@@ -39,6 +39,8 @@ TEST_CASE("Control points that do not place the image leave no world file") {
         {"(500,1000) (0,0)\n", "fewer than two control points"},
         {"(500,1000) (0,0)\n(700,800) (0,100)\n", "the control points lie on a line"},  // no width
         {"(0,0) (0,0)\n(1,1) (100,100)\n(2,2) (200,200)\n", "the control points lie on a line"},
+        {"(0,0) (0,0)\n(200,-200) (100,100)\n(400,-402) (200,201)\n",
+         "the control points lie on a line"},  // a third of a pixel beside it
         // on the map, but for rounding
         {"(0,0) (3,7)\n(.1,.3) (103,11)\n(.3,.9) (9,207)\n", "the control points lie on a line"},
         // 2.5 m each, of 2.05 m
