@@ -14,7 +14,7 @@ targets=(VORANT_to_GIS example)
 if [ "${1:-}" = --test ]; then
     scripts/install_packages.sh tests
     tests=ON
-    targets+=(unit_tests routines_c)
+    targets+=(unit_tests routines_c xmdf_absent_test hold)
 fi
 
 echo "Building (windows)..."

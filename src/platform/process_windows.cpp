@@ -26,10 +26,12 @@ namespace {
 
 void (*cleanUpBeforeEnd)() = nullptr;
 
-/// The system calls it in a thread of its own, and ends the process behind it.
+/// The system calls it in a thread of its own. The status is that of a process which the system itself ends so; not
+/// every system that runs these programs gives it (wine: 0).
 BOOL WINAPI cleanUpAndEnd(DWORD) {
     cleanUpBeforeEnd();
-    return FALSE;
+    TerminateProcess(GetCurrentProcess(), STATUS_CONTROL_C_EXIT);
+    return TRUE;
 }
 
 }  // namespace

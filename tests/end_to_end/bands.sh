@@ -50,7 +50,7 @@ room() {    # room <megabytes> <what it says> <arguments...>
     said "$text"
     did_not_say "left behind"
 }
-if unshare -rm true 2>/dev/null; then
+if [ -z "$on_windows" ] && unshare -rm true 2>/dev/null; then
     room 32 "MB on the disk, and 33." -b -flt -grid5.5 -t0.1 -dif n_h.dat -out small/x m_h.dat
     room 64 "ERROR - Could not write small/x.asc: No space left on device. The file is incomplete." -b -mem16 -asc -grid5.5 -out small/x peak.2dm
     make_model -cells 20 -times 40 long

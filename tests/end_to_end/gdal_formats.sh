@@ -18,9 +18,11 @@ mkdir ../alone
 ln "$PROGRAM" ../alone/program 2>/dev/null || cp "$PROGRAM" ../alone/program
 with=$PROGRAM
 PROGRAM=$(cd .. && pwd)/alone/program
+none="ERROR - No GDAL module found" where="it (Debian: package vorant-to-gis-gdal)"
+[ -z "$on_windows" ] || none="ERROR - The Windows build has no GDAL module" where="the Linux build"
 while read -r switch arguments; do
     # shellcheck disable=SC2086  # the arguments are words
-    refused 1 "ERROR - No GDAL module found; $switch needs it (Debian: package vorant-to-gis-gdal)." -b $arguments
+    refused 1 "$none; $switch needs $where." -b $arguments
 done <<'ROWS'
 -gtif -gtif -grid400 -max basin_h.dat
 -gpkg -gpkg -vector -grid400 -max basin_V.dat
@@ -33,7 +35,7 @@ echo 'PROJCS["somewhere",UNIT["metre",1]]' >some.prj
 row 0 "basin_g400.asc basin_g400.prj"      -b -asc -grid400 -crs some.prj basin.2dm
 check "the .prj is not that of -crs" cmp -s some.prj basin_g400.prj
 refused 1 "ERROR - -crs is given twice and different: some.prj and EPSG:28355." -b -asc -grid400 -crs some.prj -crs EPSG:28355 basin.2dm
-refused 1 "needs it"                       -b -mif -grid400 -max -crs some.prj basin_h.dat
+refused 1 "needs ${where%% *}"             -b -mif -grid400 -max -crs some.prj basin_h.dat
 PROGRAM=$with
 if [ ! -f "$module" ]; then
     echo "This build has no GDAL module: what it writes is not tested."

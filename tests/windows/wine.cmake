@@ -8,6 +8,11 @@ set(PROGRAM_TO_RUN ${CMAKE_CURRENT_BINARY_DIR}/run_VORANT_to_GIS)
 set(MAKER_TO_RUN ${CMAKE_CURRENT_BINARY_DIR}/run_make_parabolic_basin)
 set(LONGEST_TEST 3000)  # a program starts slowly there
 
+# Holds a file for tests/windows/terminal.py.
+enable_language(C)
+add_executable(hold EXCLUDE_FROM_ALL windows/hold.c)
+target_link_options(hold PRIVATE -static)
+
 # The one header that the unit tests take from this machine, without those of its C library.
 find_path(DOCTEST_OF_HOST doctest/doctest.h PATHS /usr/include /usr/local/include REQUIRED NO_CMAKE_FIND_ROOT_PATH)
 file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/headers)
