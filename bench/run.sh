@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Times the release build on models of 0.25, 1 and 4 million cells (triangles and quads) and prints a table: the best of three runs in
-# wall seconds and in processor seconds (which other work on the machine disturbs less), and the largest memory of the three. The files
+# Times the release build on models of 0.25, 1 and 4 million cells (triangles and quads) and prints a table: the median of five runs in
+# wall seconds and in processor seconds (which other work on the machine disturbs less), and the largest memory of the five. The files
 # are in the page cache. The results carry no wet/dry flags, so that every grid cell has a value. The last lines show what
 # gdal_translate needs to write the same grid.
 #   bench/run.sh [million cells ...]      needs 3 GB below build/bench for all three
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-RUNS=3
+RUNS=5
 GRID=2.5      # metres; 12 million values on a model of 8660 m
 FURTHER=5     # grids of all times, behind the first: the output times of the model, the stored maximums being the last
 
@@ -28,13 +28,12 @@ cells_across() {
     esac
 }
 
-least() { awk "BEGIN { a = $1; b = $2; printf \"%.2f\", a < b ? a : b }"; }
+median() { sort -n | sed -n "$(((RUNS + 1) / 2))p"; }
 
-# best <command...>: runs it RUNS times and sets SECONDS_BEST, PROCESSOR and MEGABYTES.
-best() {
+# timed <command...>: runs it RUNS times and sets SECONDS_TAKEN, PROCESSOR and MEGABYTES.
+timed() {
     local run seconds user system kilobytes
-    SECONDS_BEST=1e9
-    PROCESSOR=1e9
+    : >times.txt
     MEGABYTES=0
     for ((run = 0; run < RUNS; run++)); do
         rm -rf out
@@ -45,10 +44,11 @@ best() {
             exit 1
         fi
         read -r seconds user system kilobytes <time.txt
-        SECONDS_BEST=$(least "$SECONDS_BEST" "$seconds")
-        PROCESSOR=$(least "$PROCESSOR" "$user + $system")
+        echo "$seconds $user $system" >>times.txt
         if [ "$((kilobytes / 1024))" -gt "$MEGABYTES" ]; then MEGABYTES=$((kilobytes / 1024)); fi
     done
+    SECONDS_TAKEN=$(cut -d' ' -f1 times.txt | median)
+    PROCESSOR=$(awk '{ printf "%.2f\n", $2 + $3 }' times.txt | median)
 }
 
 row() { printf '| %-48s | %7s | %9s | %5s |\n' "$1" "$2" "$3" "$4"; }
@@ -57,8 +57,8 @@ row() { printf '| %-48s | %7s | %9s | %5s |\n' "$1" "$2" "$3" "$4"; }
 converted() {
     local what=$1
     shift
-    best "$program" -b "$@"
-    row "$what" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
+    timed "$program" -b "$@"
+    row "$what" "$SECONDS_TAKEN" "$PROCESSOR" "$MEGABYTES"
 }
 
 # phases <arguments...>: where the seconds of such a run go.
@@ -85,32 +85,32 @@ for size in "$@"; do
     cat "$model.2dm" "$model"_h.dat "$model"_d.dat "$model"_V.dat "$model.xmdf" >/dev/null
 
     converted "mesh alone to 1000 m cells (reading the .2dm)" -flt -grid1000 -out "out/x" "$model.2dm"
-    read_seconds=$SECONDS_BEST
+    read_seconds=$SECONDS_TAKEN
     converted "one time to .flt, by one thread" -jobs1 -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
     phases -jobs1 -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
     converted "one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
     phases -flt -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
-    flt=$SECONDS_BEST
+    flt=$SECONDS_TAKEN
     flt_processor=$PROCESSOR
     mv -f "$(ls out/*.flt)" grid.flt
     mv -f "$(ls out/*.hdr)" grid.hdr
     converted "one time to .asc" -asc -grid$GRID -t0.3 -out "out/x" "${model}_h.dat"
-    asc=$SECONDS_BEST
+    asc=$SECONDS_TAKEN
     asc_processor=$PROCESSOR
     converted "maximum of all times to .flt" -flt -grid$GRID -max -out "out/x" "${model}_d.dat"
     cp "${model}.2dm" "${model}_was.2dm"      # another run of the same mesh has a copy of its own
     cp "${model}_h.dat" "${model}_was_h.dat"
     converted "difference of two .dat, one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" -dif "${model}_was_h.dat" "${model}_h.dat"
-    difference=$SECONDS_BEST
+    difference=$SECONDS_TAKEN
     row "   times one time to .flt (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $difference / $flt }")" "" ""
     converted "difference, all times, to .flt" -flt -grid$GRID -tAll -dif "${model}_was_h.dat" "${model}_h.dat"
-    all_differences=$SECONDS_BEST
+    all_differences=$SECONDS_TAKEN
     rm -f "${model}"_h_minus_*
     converted "velocity, one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_V.dat"
     converted "all times, $((FURTHER + 1)) grids, to .flt" -flt -grid$GRID -tAll "${model}_h.dat"
-    row "   each further time" "$(further "$flt" "$SECONDS_BEST")" "$(further "$flt_processor" "$PROCESSOR")" ""
+    row "   each further time" "$(further "$flt" "$SECONDS_TAKEN")" "$(further "$flt_processor" "$PROCESSOR")" ""
     phases -flt -grid$GRID -tAll "${model}_h.dat"
-    row "   differences over these (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $all_differences / $SECONDS_BEST }")" "" ""
+    row "   differences over these (at most 2)" "$(awk "BEGIN { printf \"%.2f\", $all_differences / $SECONDS_TAKEN }")" "" ""
     rm -f "${model}"_h_*.flt "${model}"_h_*.hdr
     # The same elements in random order.
     {
@@ -120,26 +120,26 @@ for size in "$@"; do
     } >"${model}_shuffled.2dm"
     cp "${model}_h.dat" "${model}_shuffled_h.dat"
     converted "elements in random order: one time to .flt" -flt -grid$GRID -t0.3 -out "out/x" "${model}_shuffled_h.dat"
-    shuffled=$SECONDS_BEST
+    shuffled=$SECONDS_TAKEN
     shuffled_processor=$PROCESSOR
     converted "elements in random order: all times to .flt" -flt -grid$GRID -tAll "${model}_shuffled_h.dat"
-    row "   each further time" "$(further "$shuffled" "$SECONDS_BEST")" "$(further "$shuffled_processor" "$PROCESSOR")" ""
+    row "   each further time" "$(further "$shuffled" "$SECONDS_TAKEN")" "$(further "$shuffled_processor" "$PROCESSOR")" ""
     rm -f "${model}"_shuffled*
     converted "all times, $((FURTHER + 1)) grids, to .asc" -asc -grid$GRID -tAll "${model}_h.dat"
     phases -asc -grid$GRID -tAll "${model}_h.dat"
-    row "   each further time" "$(further "$asc" "$SECONDS_BEST")" "$(further "$asc_processor" "$PROCESSOR")" ""
+    row "   each further time" "$(further "$asc" "$SECONDS_TAKEN")" "$(further "$asc_processor" "$PROCESSOR")" ""
     rm -f "${model}"_h_*.asc
     converted "one time of an .xmdf (gzip level 1) to .flt" -flt -grid$GRID -typeh -t0.3 -out "out/x" "$model.xmdf"
-    xmdf=$SECONDS_BEST
+    xmdf=$SECONDS_TAKEN
     xmdf_processor=$PROCESSOR
     converted "all its times, $FURTHER grids, to .flt" -flt -grid$GRID -typeh -tAll "$model.xmdf"
-    row "   each further time" "$(awk "BEGIN { printf \"%.3f\", ($SECONDS_BEST - $xmdf) / ($FURTHER - 1) }")" \
+    row "   each further time" "$(awk "BEGIN { printf \"%.3f\", ($SECONDS_TAKEN - $xmdf) / ($FURTHER - 1) }")" \
         "$(awk "BEGIN { printf \"%.3f\", ($PROCESSOR - $xmdf_processor) / ($FURTHER - 1) }")" ""
     rm -f "$model"_h_*.flt "$model"_h_*.hdr
     row "   MB of .2dm a second (both passes, whole run)" "$(awk "BEGIN { printf \"%.0f\", $bytes / 1e6 / $read_seconds }")" "" ""
-    best gdal_translate -q -of AAIGrid -co DECIMAL_PRECISION=3 grid.flt out/x.asc
-    row "gdal_translate of that grid to ASCII" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
-    best gdal_translate -q -of EHdr grid.flt out/x.flt
-    row "gdal_translate of that grid to binary" "$SECONDS_BEST" "$PROCESSOR" "$MEGABYTES"
+    timed gdal_translate -q -of AAIGrid -co DECIMAL_PRECISION=3 grid.flt out/x.asc
+    row "gdal_translate of that grid to ASCII" "$SECONDS_TAKEN" "$PROCESSOR" "$MEGABYTES"
+    timed gdal_translate -q -of EHdr grid.flt out/x.flt
+    row "gdal_translate of that grid to binary" "$SECONDS_TAKEN" "$PROCESSOR" "$MEGABYTES"
 done
-rm -rf out grid.flt grid.hdr log.txt time.txt
+rm -rf out grid.flt grid.hdr log.txt time.txt times.txt
