@@ -53,6 +53,22 @@ printf '#!/bin/bash\ncase "$*" in *-tAll*_d.dat) mkdir once && echo "WARNING - o
 chmod +x once.sh
 PROGRAM=$box/once.sh row twice 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,.*,2,WARNING - a/river's north_d.dat ends inside"
 grep -q "^WARNING - once" twice/records/all/*/all.attempt_1.log || fail "the log of the first attempt is lost"
+# The disk of one node is full.
+if unshare -rm true 2>/dev/null; then
+    printf '%s\n' '#!/bin/bash' 'case "$*" in *-into*lower_d.dat) ;; *) exec "$REAL" "$@" ;; esac' 'for ((at = 1; at < $#; at++)); do [ "${!at}" != -into ] || next=$((at + 1)); done' \
+        'FOLDER=${!next} exec unshare -rm sh -c '"'"'mount -t tmpfs -o size=16k tmpfs "$FOLDER" && exec "$REAL" "$@"'"'"' sh "$@"' >full.sh
+    chmod +x full.sh
+    REAL=$PROGRAM PROGRAM=$box/full.sh row full 1 "['a/lower_d.dat', 'a/lower_h.dat']" '{max: "-flt -grid20 -max"}' "^lower_d,max,failed,.*ERROR - The outputs need .* on the disk|^lower_h,max,done"
+else
+    echo "No file systems of one's own: the full disk of a node is left out."
+fi
+# Another version of the program makes everything new, and nothing else does.
+printf '#!/bin/bash\n[ "$1" != -version ] || { echo "VORANT_to_GIS $(cat version)"; exit; }\nexec "%s" "$@"\n' "$PROGRAM" >versions.sh
+chmod +x versions.sh
+for pass in "1 rule convert:" "1 Nothing to be done" "2 rule convert:|updated by another job: .*_version.txt" "2 Nothing to be done"; do
+    echo "${pass%% *}" >version
+    PROGRAM=$box/versions.sh row versions 0 "['a/lower_d.dat']" "$good" "${pass#* }"
+done
 row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}, points: {switches: "-cp x.mif -tAll", split_times: 2}, max: {switches: "-flt -max", split_times: 2},
         no/where: "-flt", layer: {switches: "-shp", merge: vrt}, none: "", layer: "-mif"}' \
     "configuration: product all, switches: .* one file for each time: .*: -gpkg -tAll|points, .*cannot cut -lp and -cp.*x.mif|max, .*cuts -tAll, which is not there: -flt -max|product no/where: a name has|product none: no switches|configuration: layer stands twice in .*marks.yaml"
