@@ -78,10 +78,14 @@ for file in parts/whole/lower_d/*.flt; do
     [ "$(find parts/all -name "${file##*/}" | wc -l)" -eq 1 ] && cmp -s "$file" parts/all/lower_d/*/"${file##*/}" || fail "${file##*/} is in no part, in two, or differs"
 done
 # Every time of a file of many goes to one part, and where datasets have nearly the same times none is on both sides of an end.
+# The mesh is the one that the program takes for each kind of results.
+touch q.2dm q_1.2dm R.2DM
 "$MAKER" -cells 2 -times 1003 many >/dev/null && python3 -B "$flow/scripts/parts.py" "$PROGRAM" many_d.dat many.json && python3 -B - "$flow/scripts" <<'END' || fail "the parts"
 import json, sys
 sys.path.insert(0, sys.argv[1])
 from parts import cut
+from runs import mesh_beside
+assert [mesh_beside(results) for results in ("q_1.xmdf", "q_1.dat", "q_1_h.dat", "r_V.dat")] == ["q_1.2dm", "q.2dm", "q_1.2dm", "R.2DM"]
 tenths, seconds = [0, 0.1, 0.2, 0.3], [i / 3600 for i in range(600)]
 ends = lambda hours, most: [sorted(float(s[7 if "-until" in s else 5:]) for s in part) for part in cut({"hours": hours, "extremes": [], "whole": True}, most).values()]
 many = list(cut(json.load(open("many.json")), 100).values())

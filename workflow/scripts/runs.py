@@ -1,6 +1,7 @@
 """Which results are converted: the `runs` of the configuration, as globs or as a table (name, mesh, results)."""
 import collections
 import csv
+import functools
 import glob
 import os
 import re
@@ -14,19 +15,30 @@ def plain_name(text):
     return re.sub(r"[^A-Za-z0-9._-]", "_", text).lstrip("._-") or "run"
 
 
+@functools.lru_cache(maxsize=None)
+def names_in(folder):
+    """{name in lower case: name}, the first where several differ in letter case only."""
+    try:
+        return {name.lower(): name for name in sorted(os.listdir(folder or "."), reverse=True)}
+    except OSError:
+        return {}
+
+
 def mesh_beside(results):
     """The mesh that the program finds for the results by itself; blank when there is none."""
     folder, file = os.path.split(results)
-    stem = os.path.splitext(file)[0]
-    shorter = [stem]
-    while "_" in shorter[-1]:
-        shorter.append(shorter[-1].rpartition("_")[0])
-    # one underscore back, then the whole name, then further back
-    stems = shorter[1:2] + shorter[:1] + shorter[2:]
+    stem, extension = os.path.splitext(file)
+    if extension.lower() == ".2dm":
+        return results
+    stems = [stem]
+    while "_" in stems[-1][1:]:
+        stems.append(stems[-1].rpartition("_")[0])
+    if extension.lower() == ".dat":  # one underscore back, then the whole name, then further back
+        stems = stems[1:2] + stems[:1] + stems[2:]
     for candidate in stems:
-        mesh = os.path.join(folder, candidate + ".2dm")
-        if candidate and os.path.isfile(mesh):
-            return mesh
+        for name in (candidate + ".2dm", names_in(folder).get(candidate.lower() + ".2dm", "")):
+            if name and os.path.isfile(os.path.join(folder, name)):
+                return os.path.join(folder, name)
     return ""
 
 
