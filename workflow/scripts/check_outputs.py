@@ -88,9 +88,15 @@ def check_outputs(folder, picture):
     return facts
 
 
+def time_in(path):
+    """Of "x_t0100.50_g2.tif" 100.5, which names alone put behind 1000; -1 where there is none."""
+    times = re.findall(r"_t(\d+(?:\.\d+)?)(?=[_.])", os.path.basename(path))
+    return float(times[-1]) if times else -1.0
+
+
 def draw_map(folder, picture):
-    """A small picture of the maximums, else of the last raster by name; none without rasters or values."""
-    rasters = [path for path in outputs_in(folder) if path.lower().endswith(RASTERS)]
+    """A small picture of the maximums, else of the last time; none without rasters or values."""
+    rasters = sorted((path for path in outputs_in(folder) if path.lower().endswith(RASTERS)), key=time_in)
     rasters = [path for path in rasters if "_class" not in os.path.basename(path)] or rasters
     shown = [path for path in rasters if "_Max" in os.path.basename(path)][-1:] or rasters[-1:]
     facts = raster(shown[0]) if shown else {"min": None}
