@@ -1,5 +1,6 @@
 #include "gdal_outputs/gdal_module.h"
 
+#include "platform/file_system.h"
 #include "services/exits.h"
 
 #include <system_error>
@@ -32,7 +33,7 @@ const GdalTable* loadTable(const std::filesystem::path& file, std::string& reaso
     const auto table = reinterpret_cast<GdalTableFunction>(SHARED_LIBRARY_SYMBOL(library, GDAL_TABLE_FUNCTION));
     const GdalTable* found = table != nullptr ? table(GDAL_TABLE_VERSION) : nullptr;
     if (found != nullptr && found->version == GDAL_TABLE_VERSION && found->bytes == sizeof(GdalTable)) return found;
-    reason = file.string() + " is of another version than this program.";
+    reason = NAME_OF(file) + " is of another version than this program.";
     return nullptr;
 }
 

@@ -53,8 +53,8 @@ const iconv_t NONE = reinterpret_cast<iconv_t>(-1);
 }  // namespace
 
 CodePage::CodePage(int page) : page_(page) {
-    const iconv_t vorant_gis = iconv_open("UTF-8", nameOf(page_).c_str());
-    if (vorant_gis != NONE) converter_ = vorant_gis;
+    const iconv_t opened = iconv_open("UTF-8", nameOf(page_).c_str());
+    if (opened != NONE) converter_ = opened;
 }
 CodePage::~CodePage() {
     if (converter_ != nullptr) iconv_close(converter_);
