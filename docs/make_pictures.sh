@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the pictures of docs/ from the bundled example, with GDAL's command-line tools: a water-level grid, depth regions, arrows over both,
+# Makes the pictures of docs/ from the bundled example, with GDAL's command-line tools: a water-level grid, arrows over the depths of the cells,
 # a profile, and what a scheme changes.
 #   docs/make_pictures.sh      after ./demo.sh; writes docs/*.png
 set -euo pipefail
@@ -85,7 +85,7 @@ printf 'nv 238 235 226\n-0.5 178 24 43\n0 247 247 247\n0.5 33 102 172\n' >change
 gdaldem color-relief -q scheme_d_minus_basin_d_Max_g020.flt change.txt change.tif
 gdalwarp -q -overwrite -te 300000 6200400 308000 6208000 -ts 640 608 change.tif change_map.tif
 
-for picture in level_map:water_level depth:depth_regions arrows:arrows chart:profile change_map:difference; do
+for picture in level_map:water_level arrows:arrows chart:profile change_map:difference; do
     gdal_translate -q -of PNG "${picture%%:*}.tif" "$docs/${picture##*:}.png"
     rm -f "$docs/${picture##*:}.png.aux.xml"
     echo "wrote docs/${picture##*:}.png"

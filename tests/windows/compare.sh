@@ -33,7 +33,8 @@ command_lines() {
     for rest in "-lp river.mif -tAll m_h.dat" "-lp river.mif -cp marks.mif -max m_h.dat" "-cp marks.mif -tAll m_h.dat" "-lp river.mif m.2dm" "-dat -typeAll -tAll m.xmdf" \
         "-xmdf -typeAll -tAll m.xmdf" "-ensight -typeAll -tAll m.xmdf" "-ensight m.2dm" "-xnfo -verbose m.xmdf" "-xnfo m.2dm" "-xnfo m_h.dat" "-asc -typeXYZ -max m.xmdf" \
         "-help depth" "-gird5" "-asc -grid5x m_h.dat" "-lp river.mif -tAll -dif m_h.dat m.xmdf" "-dat -max m_h.dat" "-ensight -typed -t0.2 m.xmdf" \
-        "-asc -grid50 -sec -tAll m.xmdf" "-flt -like grid.asc -max m_h.dat"; do
+        "-asc -grid50 -sec -tAll m.xmdf" "-flt -like grid.asc -max m_h.dat" \
+        "-flt -grid50 -from0.1 -until0.2 m_h.dat" "-asc -grid50 -nth2 -into Übersicht m_d.dat" "-flt -grid3 -mem16 -jobs3 -t0.1 m_h.dat" "-dat -typeAll -from0.1 m.xmdf"; do
         echo "$rest"
     done
 }
