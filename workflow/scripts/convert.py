@@ -112,12 +112,15 @@ def main():
         return 1
     forget(note, given.record, os.path.splitext(given.record)[0] + ".png")
     try:
-        record = convert(given)
-    except Failed as failed:
-        print("%s: %s" % (given.folder, failed.reason))
-        write_whole(note, json.dumps({"ended": failed.ended, "attempt": given.attempt, "reason": failed.reason}))
+        try:
+            write_whole(given.record, json.dumps(convert(given)))
+        except Failed as failed:
+            print("%s: %s" % (given.folder, failed.reason))
+            write_whole(note, json.dumps({"ended": failed.ended, "attempt": given.attempt, "reason": failed.reason}))
+            return 1
+    except OSError as failure:  # the log is the last word then
+        print("%s: what came of it cannot be noted: %s" % (given.folder, failure.strerror))
         return 1
-    write_whole(given.record, json.dumps(record))
     return 0
 
 

@@ -37,10 +37,10 @@ def picture_of(bases):
 
 
 def row_of(product, run, bases):
-    """bases: of the records of its parts."""
+    """bases: of the records of its parts; none while they are not known."""
     row = dict.fromkeys(COLUMNS, "")
     row.update({"run": run, "product": product})
-    states, files, messages = [], [], []
+    states, files, messages = [], [], [] if bases else ["not tried: its times were not listed"]
     seconds, peak, attempts = 0.0, 0, 0
     for base in bases:
         record = read_json(base + ".json") or read_json(base + ".partial.json")
@@ -59,6 +59,7 @@ def row_of(product, run, bases):
             messages.append(last_word(base + ".log"))
         else:
             states.append(MISSING)
+            messages.append("not tried: the engine ended before it")
         attempts = max(attempts, (record or note or {"attempt": 0})["attempt"])
     cells = sum(file.get("cells", 0) for file in files)
     row["state"] = min(states or [MISSING], key=WORST.index)

@@ -5,6 +5,11 @@ import os
 def write_whole(path, text):
     os.makedirs(os.path.dirname(path) or ".", exist_ok=True)
     beside = "%s.%d.part" % (path, os.getpid())
-    with open(beside, "w", encoding="utf-8") as handle:
-        handle.write(text)
-    os.replace(beside, path)
+    try:
+        with open(beside, "w", encoding="utf-8") as handle:
+            handle.write(text)
+        os.replace(beside, path)
+    except OSError:
+        if os.path.exists(beside):
+            os.remove(beside)
+        raise
