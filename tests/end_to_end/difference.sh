@@ -47,6 +47,7 @@ if [ -f now.xmdf ]; then
     said "min 0.000000, max 0.000000"
     row 0 "now_v_minus_now_V_t000.20.shp now_v_minus_now_V_t000.20.shx now_v_minus_now_V_t000.20.dbf now_v_minus_now_V_t000.20.cpg" \
         -b -shp -typev -t0.2 -dif now_V.dat now.xmdf
+    did_not_say "Data type specified"
     run 0 -b -flt -grid40 -typeAll -tAll -dif now.xmdf now.xmdf
     check "not every dataset and time: ${#outputs[@]}" [ "${#outputs[@]}" -eq 48 ]
 fi

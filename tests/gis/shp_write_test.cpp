@@ -19,6 +19,12 @@ TEST_CASE("a layer of one point has 64 and 54 words, big-endian outside and litt
     CHECK(test.folder.read("a.shx") == shpBytesOf("0000270A 20*00 00000036 " + box + "00000032 0000000A"));
     CHECK(test.folder.read("a.cpg") == "1252");
     CHECK(!FIND_FILE(test.folder.name("a.prj")));
+    std::vector<GisObject> corners;  // neither the first nor the last is at an edge of the layer
+    for (const auto& at : {std::vector<double>{2, 3}, {-1, 4}, {4, -1}, {3, 1}})
+        corners.push_back(objectOf(GisKind::Point, {at}));
+    test.writeLayer("b.shp", oneColumn(GisShape::Point), corners, {"1", "2", "3", "4"});
+    for (const auto* file : {"b.shp", "b.shx"})
+        CHECK(test.folder.read(file).substr(36, 32) == shpBytesOf(D_1 D_1 D4 D4));
 }
 
 TEST_CASE("records hold their own box, and the indices of the parts count from 0") {

@@ -1,5 +1,6 @@
 #include "run_control/output_names.h"
 
+#include "run_control/quantity_units.h"
 #include "run_control/read_switches.h"
 #include "services/files.h"
 #include "testing.h"
@@ -55,6 +56,14 @@ TEST_CASE("names are base, time tag, component and grid size") {
     label.time = {0.0001};
     label.timeDecimals = NAME_DECIMALS({{0.0}, {0.0001}}, true);  // 0.36 s apart
     CHECK(TIME_TAG(label, true) == "t000000.4");
+}
+
+TEST_CASE("the last unit of a projected system tells metres from feet, and times have their own") {
+    CHECK(IS_IN_FEET(R"(PROJCS["a",GEOGCS["b",UNIT["Degree",0.01]],UNIT["US survey foot",0.3]])"));
+    CHECK_FALSE(IS_IN_FEET(R"(PROJCS["Foothills",PARAMETER["x",1],UNIT["metre",1]])"));
+    CHECK_FALSE(IS_IN_FEET(R"(LOCAL_CS["a",UNIT["foot",0.3]])"));  // heights need not be in feet there
+    CHECK(UNIT_OF("Vector Unit Flow", TimeKind::Maximum, true, true) == "ft2/s");
+    CHECK(UNIT_OF("Depth", TimeKind::Duration, true, false) == "h");
 }
 
 TEST_CASE("a name that the run has read or written is not used again") {

@@ -56,6 +56,7 @@ TEST_CASE("Tolerance and decimals tell the times of a file apart") {
         CHECK(TIME_TEXT(times.back(), decimals, false) == last);
     }
     CHECK(TIME_TEXT({1.5}, 0, true) == "5400.");
+    CHECK(TIME_TEXT(TIME_MAXIMUM, 0, true) == "99999.");
 }
 
 TEST_CASE("A subset takes ordinary times between two ends, and every so many from the first of these") {
