@@ -69,7 +69,8 @@ did_not_say "WARNING"
 row 0 "basin_h_g400.tif"                   -b -gtif -multiband -grid400 -tAll basin_h.dat
 info basin_h_g400.tif "INTERLEAVE=BAND" "Band 3 Block" "Description = Water Level, m, 0.2 h" "Description = Max"
 gdal_translate -q -b 2 basin_h_g400.tif ../band.tif
-row 0 "mine.tif"                           -b -gtif -t0.1 -grid400 -out mine.tif basin_h.dat
+row 0 "mine.tif"                           -b -gtif -sec -t360 -grid400 -out mine.tif basin_h.dat
+info mine.tif "Description = Water Level, m, 360 s"
 same_values mine.tif ../band.tif 0
 row 0 "mine.tif"                           -b -gtif -multiband -tAll -grid400 -out mine basin_h.dat
 row 0 "basin_h_t000.10_g400.tif"           -b -gtif -t0.1 -grid400 -co compress=lzw -co BLOCKSIZE=256 basin_h.dat

@@ -98,6 +98,17 @@ TEST_CASE("A FlatGeobuf keeps the order of its objects") {
               "0)),((950 10,950 12,955 12,955 10,950 10)))");
     CHECK(info.find("n (Integer) = 900") < info.find("n (Integer) = 0"));
     CHECK(info.find("n (Integer) = 0") < info.find("n (Integer) = 500"));
+    LayersWriter lines(gdalModule(), folder.name("l.fgb"), "FlatGeobuf", {});
+    GisObject o;
+    o.start(GisKind::PlineMultiple);
+    for (const int x : {0, 3, 9}) {
+        o.add(x, 1);
+        o.add(x + 1, 2);
+        o.endPart();
+    }
+    lines.feature(lines.add({"Banks", GdalMultiLine, "", {}, {}}), o, {});
+    lines.close();
+    checkSays(gdalSays(folder, "ogrinfo -al @l.fgb"), "MULTILINESTRING ((0 1,1 2),(3 1,4 2),(9 1,10 2))");
     CHECK(stopOf([&] {
               LayersWriter(gdalModule(), folder.name("a.tmp"), "FlatGeobuf", {});
           }).ends_with("a FlatGeobuf whose name does not end in .fgb would become a folder."));

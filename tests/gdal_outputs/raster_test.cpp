@@ -182,6 +182,16 @@ TEST_CASE("Times are bands, one after the other, the same to the byte for any nu
     CHECK(folder.read("out.tif") == first);
 }
 
+TEST_CASE("A grid's place is that of its north-western corner") {
+    Grid grid;
+    grid.ncols = 3;
+    grid.nrows = 2;
+    grid.cellSize = 5.0;
+    grid.xll = 100.0;
+    grid.yll = 200.0;
+    CHECK(GEO_TRANSFORM(grid) == std::array{100.0, 5.0, 0.0, 210.0, 0.0, -5.0});
+}
+
 TEST_CASE("A raster that cannot be completed leaves nothing behind") {
     const TemporaryFolder folder;
     const std::vector<float> all = values(1);
@@ -244,7 +254,8 @@ TEST_CASE("The place of another raster is taken over to the last bit, unless its
         {"0, 5, 0, 0, 0, -5.00003", nullptr},  // over 1300 columns 0.039 m, less than a hundredth of a cell
         {"0, 5, 0, 0, 0, -5.00004", "has cells that are not square; its geotransform is 0, 5, 0, 0, 0, -5.00004"},
         {"0, 5, 0, 0, 0, 5", "has its first row in the south; its geotransform is 0, 5, 0, 0, 0, 5"},
-        {"0, 5, 0.1, 0, 0.1, -5", "is turned; its geotransform is 0, 5, 0.1, 0, 0.1, -5"},
+        {"0, 5, 0.1, 0, 0, -5", "is turned; its geotransform is 0, 5, 0.1, 0, 0, -5"},
+        {"0, 5, 0, 0, 0.1, -5", "is turned; its geotransform is 0, 5, 0, 0, 0.1, -5"},
         {nullptr, "has no geotransform"},
     };
     RasterPlace place;
