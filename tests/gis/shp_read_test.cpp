@@ -104,7 +104,7 @@ a.shp | 152 | 01000000 | BAD | first part not at 0
 a.shp | 156 | 00000000 | BAD
 a.shp | 156 | 05000000 | BAD
 a.shp | 156 | FFFFFFFF | BAD | does not rise; beyond the points
-a.shp | 160 | 000000000000F87F | BAD | not a number
+a.shp | 160 | 000000000000F87F | a.shp, object 1: it has a coordinate that is no number.$BAD | not a number
 a.shx | 3 | 0B | ERROR - Reading .shx file 
 a.shx | 24 | 00000042 | ERROR - Reading .shx file  | longer than it is
 a.shx | 24 | 00000033 | ERROR - Reading .shx file 
@@ -122,7 +122,8 @@ a.dbf | 48 | 00 | ERROR 0402 - dbf field length of 0 is outside allowable range 
         check(row[0], static_cast<std::size_t>(wholeOf(row[1])), row[2], row[3]);
     const std::size_t second = DBF_START + DBF_RECORD;
     check("a.dbf", 43, "'I", "ERROR 0403 - Reading .dbf file header.");  // a binary field
-    check("a.dbf", second, "'x", "ERROR 0406 - Unrecognised record identifier found in .dbf file.$ERROR 0254");
+    check("a.dbf", second, "'x",
+          "a.dbf, record 2$ERROR 0406 - Unrecognised record identifier found in .dbf file.$ERROR 0254");
     check("a.dbf", second, "'*", "|$1,\"a\"|1 1,2 2,/3 3,4 4,5 5,/$3,\"c\"|");  // deleted with its object
     check("a.dbf", DBF_START + 1, "6*20 '1,", "|$\"1,\",\"a\"|");               // decimal comma
     check("a.dbf", DBF_START + 1, "8*20", "|$,\"a\"|");
