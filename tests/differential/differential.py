@@ -6,6 +6,7 @@ PROGRAM=<converter> differential.py --seconds 600   others every time
 PROGRAM=<converter> differential.py --seed N        one model again
 """
 import argparse
+import functools
 import math
 import os
 import pathlib
@@ -39,6 +40,11 @@ def convert(*words):
                          stdin=subprocess.DEVNULL, timeout=300)
     check(run.returncode == 0 and "Sanitizer" not in run.stdout + run.stderr, "status", run.returncode, "of", *words,
           run.stdout[-300:], run.stderr[-300:])
+
+
+@functools.cache
+def without_hdf5():
+    return b"HDF5 none" in subprocess.run([os.environ["PROGRAM"], "-version"], capture_output=True).stdout
 
 
 def read_asc(name):
@@ -193,7 +199,7 @@ def scalars(model, spacing, common, cells):
     convert("-asc", grid, "-max", "-out", "highest", *common, "r.dat")
     values, wet = maximums(dataset, range(2))  # the last step of a file without stored maximums is not folded
     check_grid(kind + " -max", model, "highest.asc", Surface(model, scalar(values), wet, cells), spacing, cells)
-    for form in ("-dat", "-xmdf"):
+    for form in ("-dat",) if without_hdf5() else ("-dat", "-xmdf"):
         convert(form, "-tAll", "-out", "again", *(word for word in common if word != model.part and word != "-rmp"), "r.dat")
         again = "again" + form.replace("-", ".")
         os.remove("single.asc")

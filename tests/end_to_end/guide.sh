@@ -49,7 +49,7 @@ for page in "$guide"/[a-z]*.md; do
     before=$checks
     check "the guide's list has no $page" grep -qF "($(basename "$page"))" "$guide/README.md"
     run_page "$page"
-    check "no commands in $page" [ "$checks" -gt "$((before + 1))" ]
+    [[ $version == *"HDF5 none"* && $page == */xmdf.md ]] || check "no commands in $page" [ "$checks" -gt "$((before + 1))" ]
 done
 for page in "$guide"/*.md "$here/../../README.md"; do   # a screen: 50 lines of 120 letters
     check "$page is longer than two screens" [ "$(fold -s -w 120 "$page" | wc -l)" -le 100 ]
