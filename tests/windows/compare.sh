@@ -46,7 +46,7 @@ run_in() {
     rm -rf "$folder"
     cp -R model "$folder"
     (cd "$folder" && "$@" </dev/null >console.txt 2>&1) || status=$?
-    sed -i '/^[0-9.]* seconds/d; /^   scan [0-9.]*, read /d' "$folder/console.txt"
+    sed -i '/^[0-9.]* seconds/d; /^   scan [0-9.]*, read /d; s|\\|/|g' "$folder/console.txt"
     echo "status $status" >>"$folder/console.txt"
     for file in "$folder"/*.dbf; do [ ! -e "$file" ] || printf '\0\0\0' | dd of="$file" bs=1 seek=1 conv=notrunc status=none; done
 }
