@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr std::size_t VALUES_AT_ONCE = 1U << 15;  // enough text for one write
+constexpr std::size_t VALUES_AT_ONCE = 1U << 14;  // enough text for one write
 
 using TextBuffers = std::vector<std::unique_ptr<char[]>>;
 

@@ -28,17 +28,26 @@ bool hasEnding(std::string_view name) {
     });
 }
 
-/// Bytes of the files that outputs may replace; nothing when one of these is a pipe or a device.
+/// True for a name of the run's outputs: the start, a time or other mark behind "_", the ending.
+bool mayBeOutput(std::string_view name, std::string_view start) {
+    return name.starts_with(start) && name.find_first_of("._", start.size()) == start.size() && hasEnding(name);
+}
+
+/// Bytes that are free again while the run replaces outputs one by one: of all but the largest, beside which the new
+/// one grows. Nothing when one of them is a pipe, a device or a link, which may lead to another disk.
 std::optional<double> replaceable(const std::filesystem::path& folder, const std::string& start) {
-    double bytes = 0.0;
+    double bytes = 0.0, largest = 0.0;
     for (const std::string& name : NAMES_IN_FOLDER(NAME_OF(folder))) {
-        if (!name.starts_with(start) || !hasEnding(name)) continue;
-        if (IS_DEVICE(NAME_OF(folder / PATH_OF(name)))) return {};
+        if (!mayBeOutput(name, start)) continue;
         std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(folder / PATH_OF(name), error);
-        if (!error) bytes += static_cast<double>(size);
+        const std::filesystem::path path = folder / PATH_OF(name);
+        if (IS_DEVICE(NAME_OF(path)) || std::filesystem::is_symlink(path, error)) return {};
+        const std::uintmax_t size = std::filesystem::file_size(path, error);
+        if (error) continue;
+        bytes += static_cast<double>(size);
+        largest = std::max(largest, static_cast<double>(size));
     }
-    return bytes;
+    return bytes - largest;
 }
 
 std::string sizeText(double bytes) {

@@ -15,11 +15,13 @@ constexpr ProjectionUse WANTS_PRJ = {ProjectionNeed::None, ProjectionNeed::Wante
 constexpr ProjectionUse WANTS_COORD_SYS = {ProjectionNeed::Wanted, ProjectionNeed::None};
 constexpr ProjectionUse TAKES_BOTH = {ProjectionNeed::Taken, ProjectionNeed::Taken};  // degrees, the user's layers
 
-/// A blank and the field, which is wider where the largest value asks for it.
-double bytesOfText(const RunOptions& options) {
-    return 1.0 + (options.precisionGiven ? options.precisionWidth : GridPrecision{}.width);
+/// A blank and the field, which is wider where the largest value asks for it: 11 units and a point more than decimals.
+ValueBytes bytesOfText(const RunOptions& options) {
+    if (options.precisionGiven) return {1.0 + options.precisionWidth, 1.0 + options.precisionWidth};
+    constexpr GridPrecision USUAL;
+    return {1.0 + USUAL.width, 1.0 + 11.0 + 1.0 + USUAL.decimals};
 }
-double bytesOfFloat(const RunOptions&) { return sizeof(float); }
+ValueBytes bytesOfFloat(const RunOptions&) { return {sizeof(float), sizeof(float)}; }
 
 const OutputFormat TABLE[] = {
     {.keyword = "asc",

@@ -27,6 +27,10 @@ enum class Family : std::uint8_t {
 /// What stands together in one output, and so shares its name.
 enum class Holds : std::uint8_t { Time, Dataset, Run };
 
+struct ValueBytes {
+    double least = 0.0, most = 0.0;
+};
+
 struct OutputFormat {
     std::string_view keyword;  ///< of its switch, without the dash; what RunOptions::outputs holds
     std::string_view line;     ///< said when the switches are checked
@@ -38,8 +42,8 @@ struct OutputFormat {
     bool wholeWord = false;
     GridWriter writer = nullptr;            ///< of a raster format
     GridBehindMaker writeBehind = nullptr;  ///< of one that leaves the other threads nothing to do while it is written
-    /// bytes that the writer needs for a value, at the least
-    double (*bytesOfValue)(const RunOptions& options) = nullptr;
+    /// what the writer needs for a value
+    ValueBytes (*bytesOfValue)(const RunOptions& options) = nullptr;
     bool outlinedArrows = false;   ///< of a layer format: arrows are polygons, never lines
     double coordinateStep = 0.0;   ///< of a layer format: what the file keeps coordinates to, map units; 0: as they are
     std::string_view driver = {};  ///< GDAL's, which writes the files; blank for our own writers

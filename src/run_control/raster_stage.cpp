@@ -36,8 +36,8 @@ public:
         const double grids = static_cast<double>(dataset.outputs) * (kind.difference ? 2.0 : 1.0);
         const double values = grids * static_cast<double>(grid.ncols) * static_cast<double>(grid.nrows);
         if (format_.bytesOfValue) {
-            const double bytes = values * format_.bytesOfValue(options_);
-            return {bytes, bytes};
+            const ValueBytes bytes = format_.bytesOfValue(options_);
+            return {values * bytes.most, values * bytes.least};
         }
         constexpr double WITH_OVERVIEWS = 4.0 / 3.0;
         return {values * sizeof(float) * WITH_OVERVIEWS, 0.0};

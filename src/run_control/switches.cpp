@@ -190,7 +190,9 @@ void setNth(RunOptions& options, const SwitchArgument& given) {
 }
 
 void setJobs(RunOptions& options, const SwitchArgument& given) {
-    const std::int32_t jobs = gluedInteger(given);
+    // Any whole number above the most is the most, however long.
+    const bool many = given.behind.size() > 9 && given.behind.find_first_not_of("0123456789") == std::string::npos;
+    const std::int32_t jobs = many ? MOST_JOBS : gluedInteger(given);
     requireAbove(jobs >= 1, given, "1 or above");
     options.jobs = std::min(jobs, MOST_JOBS);
 }

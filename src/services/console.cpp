@@ -160,7 +160,7 @@ Progress::Progress(std::string_view label, std::int64_t total)
     : label_(label), total_(total), shown_(sink().showsProgress()) {}
 
 void Progress::show(std::int64_t count) {
-    if (!shown_ || console.first) return;
+    if (!shown_) return;
     const auto now = std::chrono::steady_clock::now();
     if (now < next_) return;
     next_ = now + std::chrono::milliseconds(100);

@@ -11,6 +11,7 @@ bool incomplete = false;
 
 /// message: blank for the last ERROR.
 [[noreturn]] void leave(std::string message, int status) {
+    RELEASE_CONSOLE();  // what it waits for still writes to its file
     if (!CLOSE_FILES_ON_EXIT() && status != STATUS_USAGE) status = STATUS_STOPPED;
     if (message.empty() && status != STATUS_DONE && status != STATUS_INCOMPLETE) message = MESSAGE_COUNTS().lastError;
     REPORT("");
@@ -38,6 +39,7 @@ void SHOULD_NOT_BE_HERE(std::string_view routine) {
 void END_AT_ONCE() { throw RunStopped("", STATUS_DONE); }
 
 void STOP_AT_ONCE(std::string_view message) {
+    RELEASE_CONSOLE();
     DMESSAGE(message);
     throw RunStopped(std::string(message), STATUS_STOPPED);
 }

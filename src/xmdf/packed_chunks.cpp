@@ -11,6 +11,9 @@
 #include <memory>
 #include <new>
 
+#ifdef HAVE_LIBDEFLATE
+#include <libdeflate.h>
+#endif
 #include <zlib.h>
 
 namespace {
@@ -83,6 +86,16 @@ std::vector<unsigned char> join(std::span<const Piece> pieces) {
 }
 
 /// False unless the stream is whole and fills `bytes`.
+#ifdef HAVE_LIBDEFLATE
+bool inflateWhole(std::span<const unsigned char> packed, std::span<unsigned char> bytes) {
+    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)> tables(
+        libdeflate_alloc_decompressor(), libdeflate_free_decompressor);
+    if (tables == nullptr) throw std::bad_alloc();
+    std::size_t taken = 0;
+    return libdeflate_zlib_decompress_ex(tables.get(), packed.data(), packed.size(), bytes.data(), bytes.size(), &taken,
+                                         nullptr) == LIBDEFLATE_SUCCESS;
+}
+#else
 bool inflateWhole(std::span<const unsigned char> packed, std::span<unsigned char> bytes) {
     z_stream stream{};
     if (inflateInit(&stream) != Z_OK) throw std::bad_alloc();
@@ -95,6 +108,7 @@ bool inflateWhole(std::span<const unsigned char> packed, std::span<unsigned char
     inflateEnd(&stream);
     return whole;
 }
+#endif
 
 /// ranks: the bytes of each rank, `count` of them, one rank behind the other.
 template <typename Number>
