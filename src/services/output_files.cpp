@@ -38,7 +38,8 @@ std::FILE* OPEN_OUTPUT_STREAM(const std::string& name, bool optional) {
     const NewOutput output = makeOutput(name, optional);
     if (output.making != Making::InPlace) return output.stream;
     errno = 0;
-    std::FILE* const stream = OPEN_STREAM(output.path, "w+b");
+    // Whoever could read its own pipe would never be told that the other reader has gone.
+    std::FILE* const stream = OPEN_STREAM(output.path, IS_DEVICE(output.path) ? "wb" : "w+b");
     if (stream == nullptr) CANNOT_OPEN(name, true, errno);
     return stream;
 }

@@ -72,6 +72,11 @@ check "the waiting run failed" [ $? -eq 0 ]
 check "the pipe got something else" cmp -s ../piped.mid ../kept/out.mid
 check "out.mif differs" cmp -s out.mif ../kept/out.mif
 check "the pipe is gone" [ -p out.mid ]
+rm -f out.mif
+head -c 1 out.mid >/dev/null &
+timeout 30 "$PROGRAM" "${layer[@]}" </dev/null >../console.txt 2>&1
+finished_with 1 $?
+said "out.mid: Broken pipe"
 rm -f out.mid out.mif
 none_left
 
