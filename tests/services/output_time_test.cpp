@@ -1,4 +1,5 @@
 #include "services/output_time.h"
+#include "services/calendar.h"
 #include "services/time_subset.h"
 
 #include "testing.h"
@@ -77,4 +78,10 @@ TEST_CASE("A subset takes ordinary times between two ends, and every so many fro
         {seconds, {1.2 / 3600, {}, {}}, {2}},      // not half of it
     };
     for (const auto& r : rows) CHECK(TIMES_TAKEN(r.subset, r.times) == r.taken);
+}
+
+TEST_CASE("A date may have a clock behind a T or a blank") {
+    const auto time = READ_CALENDAR_TIME("2020-12-31 23:54");
+    CHECK((time && time == READ_CALENDAR_TIME("2020-12-31t23:54:00z")));
+    CHECK_FALSE(READ_CALENDAR_TIME("2020-12-31 24:00"));
 }
