@@ -21,9 +21,9 @@ std::string folderOf(const std::string& name) {
 NewOutput makeOutput(const std::string& name, bool optional) {
     if (KIND_OF_FILE(name) == FileKind::Folder) CANNOT_OPEN(name, true, EISDIR);
     NewOutput output = MAKE_OUTPUT(name);
-    while (output.error == EBUSY && RETRY_LOCKED(name)) output = MAKE_OUTPUT(name);
+    while (output.error == EBUSY && RETRY_LOCKED(output.failed)) output = MAKE_OUTPUT(name);
     if (output.making == Making::Refused || (output.making == Making::LeftOut && !optional))
-        CANNOT_OPEN(name, true, output.error);
+        CANNOT_OPEN(output.failed, true, output.error);
     if (output.making == Making::LeftOut)
         DMESSAGE("WARNING - Folder " + folderOf(name) + " takes no new file, so that " + name + " is left out.");
     if (output.making == Making::InPlace && output.error != 0)

@@ -1,7 +1,7 @@
 #include "services/pending_outputs.h"
 
 #include "platform/file_system.h"
-#include "platform/platform.h"
+#include "services/closed_folder.h"
 #include "services/output_set.h"
 #include "services/working_names.h"
 #include "text_utils/paths.h"
@@ -48,23 +48,21 @@ OutputSet& setFor(const std::string& name) {
     return pending().sets.back();
 }
 
-/// 0, else errno: a file that may not be written, or that another program holds, is not replaced either.
-int refusesWriting(const std::string& place) {
-    errno = 0;
-    std::FILE* const there = OPEN_STREAM(place, "r+b");
-    if (there == nullptr) return HELD_BY_ANOTHER_PROGRAM(errno) ? EBUSY : errno;
-    std::fclose(there);
-    return 0;
-}
-
 /// What to do where the folder takes no new file.
-Making withoutNewFile(OutputSet& set, bool replaces) {
+void makeWithoutNewFile(OutputSet& set, bool replaces, NewOutput& output) {
     const auto inPlace = [](const PendingFile& file) { return file.working.empty(); };
-    if (replaces) {
-        set.files.back().working.clear();
-        return Making::InPlace;
+    const bool begun = std::any_of(set.files.begin(), set.files.end(), inPlace);
+    if (!replaces) {
+        output.making = begun ? Making::LeftOut : Making::Refused;
+        return;
     }
-    return std::any_of(set.files.begin(), set.files.end(), inPlace) ? Making::LeftOut : Making::Refused;
+    const int error = begun ? 0 : REFUSES_SET(set.main, output.failed);
+    if (error != 0) {
+        output.error = error;
+        return;
+    }
+    set.files.back().working.clear();
+    output.making = Making::InPlace;
 }
 
 void makeFile(const std::string& name, const std::string& place, bool replaces, NewOutput& output) {
@@ -81,7 +79,8 @@ void makeFile(const std::string& name, const std::string& place, bool replaces, 
     output.error = output.stream == nullptr ? errno : 0;
     output.making = Making::Made;
     if (output.stream != nullptr) return;
-    output.making = folderRefuses(output.error) ? withoutNewFile(set, replaces) : Making::Refused;
+    output.making = Making::Refused;
+    if (folderRefuses(output.error)) makeWithoutNewFile(set, replaces, output);
     output.path = place;
     if (output.making != Making::InPlace) set.files.pop_back();
     if (!set.begun && set.files.empty()) pending().sets.pop_back();
@@ -99,12 +98,12 @@ void discard() noexcept {
 
 NewOutput MAKE_OUTPUT(const std::string& name) {
     NewOutput output;
-    output.path = name;
+    output.path = output.failed = name;
     output.making = Making::InPlace;
     const std::string place = IS_DEVICE(name) ? std::string{} : LINK_TARGET(name);
     if (place.empty()) return output;
     const bool replaces = KIND_OF_FILE(place) == FileKind::File;
-    output.error = replaces ? refusesWriting(place) : 0;
+    output.error = replaces ? REFUSES_WRITING(place) : 0;
     output.making = Making::Refused;
     if (output.error == 0) makeFile(name, place, replaces, output);
     return output;

@@ -19,6 +19,7 @@ struct NewOutput {
     Making making = Making::Refused;
     std::string path;  ///< where its bytes go
     int error = 0;
+    std::string failed;           ///< the file that has this error: another of the set that is to be written in place
     std::FILE* stream = nullptr;  ///< of a file that was made
 };
 

@@ -122,19 +122,37 @@ rm out.asc
 user=()
 [ "$(id -u)" -ne 0 ] || user=(setpriv --reuid 65534 --regid 65534 --clear-groups)
 in_closed_folder() {
-    command_line="VORANT_to_GIS -out closed/$1"
-    ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0" "${user[@]}" "$PROGRAM" -b -asc -grid400 -t0.2 -out "closed/$1" basin_h.dat </dev/null >../console.txt 2>&1
-    finished_with "$2" $?
+    local name=$1 status=$2
+    shift 2
+    command_line="VORANT_to_GIS $* -out closed/$name"
+    ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0" "${user[@]}" "$PROGRAM" -b "$@" -t0.2 -out "closed/$name" basin_h.dat </dev/null >../console.txt 2>&1
+    finished_with "$status" $?
 }
 mkdir closed
-earlier closed/there.asc
-chmod a+rw closed/there.asc
+earlier closed/{there.asc,shut.asc,shut.prj,s.shp,s.shx,s.dbf,half.shp,half.dbf,m.mif,f.flt,e.case,e.geo}
+chmod a+rw closed/*
+chmod a-w closed/s.dbf closed/shut.prj
 chmod a-w closed
-in_closed_folder there 0
+in_closed_folder there 0 -asc -grid400
 said "WARNING - Folder closed takes no new file, so that closed/there.asc is written in place" "so that closed/there.prj is left out."
 check "in place it differs" cmp -s closed/there.asc ../kept/out.asc
-in_closed_folder new 1
+in_closed_folder new 1 -asc -grid400
 said "ERROR - No permission to write files into folder closed (for closed/new.asc)."
+# A set of which not every file can be written is not begun.
+while read -r name switches what; do
+    # shellcheck disable=SC2086  # the switches are words
+    in_closed_folder "$name" 1 ${switches//,/ }
+    said "ERROR - $what"
+    did_not_say "written in place"
+done <<'END'
+shut -asc,-grid400 No permission to write file closed/shut.prj.
+s -shp,-grid400 No permission to write file closed/s.dbf.
+half -shp,-grid400 No permission to write files into folder closed (for closed/half.shx).
+m -mif,-grid400 No permission to write files into folder closed (for closed/m.mid).
+f -flt,-grid400 No permission to write files into folder closed (for closed/f.hdr).
+e -ensight Folder closed takes no new file: Permission denied
+END
+untouched closed/{shut.*,s.*,half.*,m.mif,f.flt,e.*}
 chmod u+w closed
 none_left
 
