@@ -61,18 +61,24 @@ void FORGET_OUTPUTS() {
 }
 
 void BEGIN_OUTPUT(std::string_view name) {
+    FailedMove failed;
+    const bool halfMoved = BEGIN_SET(name, failed);
+    if (failed.error != 0)
+        DMESSAGE("WARNING - Could not put back " + failed.aside + ", which a run that was killed had moved away from " +
+                 failed.place + ": " + SYSTEM_REASON(failed.error) + ".");
+    else if (halfMoved)
+        DMESSAGE("Check - Put back what a run that was killed had moved away from " + std::string(name) + ".");
     if (KIND_OF_FILE(name) == FileKind::File && !NAME_IN_USE(name))
         DMESSAGE("Check - Replacing " + std::string(name) + ".");
-    BEGIN_SET(name);
 }
 
 void FINISH_OUTPUT(std::string_view name) {
-    std::string failed;
-    int error = MOVE_SET(name, failed);
-    while (error == EBUSY && RETRY_LOCKED(failed)) error = MOVE_SET(name, failed);
-    if (error != 0)
-        STOP_RUN("ERROR - Could not move what was written to " + failed + ": " + SYSTEM_REASON(error) +
-                 ". What stood there before is kept.");
+    FailedMove failed = MOVE_SET(name);
+    while (failed.error == EBUSY && RETRY_LOCKED(failed.place)) failed = MOVE_SET(name);
+    if (failed.error != 0)
+        STOP_RUN("ERROR - Could not move what was written to " + failed.place + ": " + SYSTEM_REASON(failed.error) +
+                 (failed.aside.empty() ? ". What stood there before is kept."
+                                       : ". What stood there before could not be put back: " + failed.aside + "."));
     ++outputs;
     REPORT("Wrote " + std::string(name));
 }

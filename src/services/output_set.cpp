@@ -72,11 +72,14 @@ int moveAll(std::vector<Move>& moves, const Move*& failed) noexcept {
     return 0;
 }
 
-void putBack(const std::vector<Move>& moves) noexcept {
+/// The first that stays aside.
+const Move* putBack(const std::vector<Move>& moves) noexcept {
+    const Move* left = nullptr;
     for (const Move& move : moves) {
         if (move.moved) MOVE_FILE(move.to, move.from);
-        if (move.aside) MOVE_FILE(move.earlier, move.to);
+        if (move.aside && MOVE_FILE(move.earlier, move.to) != 0 && left == nullptr) left = &move;
     }
+    return left;
 }
 
 }  // namespace
@@ -90,19 +93,30 @@ PendingFile PENDING_FILE(const OutputSet& set, const std::string& name, const st
     return file;
 }
 
-int MOVE_FILES(const OutputSet& set, std::string& failed) {
+FailedMove MOVE_FILES(const OutputSet& set) {
     std::vector<Move> moves = movesOf(set);
     prepare(moves);
     const Move* stopped = nullptr;
-    const int error = moveAll(moves, stopped);
-    if (error != 0) {
-        putBack(moves);
-        failed = stopped->to;
-        return error;
+    if (const int error = moveAll(moves, stopped); error != 0) {
+        const Move* const left = putBack(moves);
+        return {error, stopped->to, left != nullptr ? left->earlier : std::string{}};
     }
     for (const Move& move : moves)
         if (move.aside) REMOVE_TREE(move.earlier);
-    return 0;
+    return {};
+}
+
+bool PUT_BACK_EARLIER(const OutputSet& set, FailedMove& failed) {
+    const std::string place = IS_DEVICE(set.main) ? std::string{} : LINK_TARGET(set.main);
+    if (place.empty() || KIND_OF_FILE(place) != FileKind::Nothing) return false;
+    const std::vector<AsideFile> files = LEFT_ASIDE(place, PENDING_FILE(set, set.main, place).stem);
+    for (const AsideFile& file : files) {
+        const int error = MOVE_FILE(file.aside, file.place);
+        if (error == 0) continue;
+        failed = {error, file.place, file.aside};
+        break;
+    }
+    return !files.empty();
 }
 
 void REMOVE_WORKING_FILES(const OutputSet& set) {

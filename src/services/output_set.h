@@ -22,8 +22,18 @@ struct OutputSet {
 
 /// Gives a file its place and its working name.
 PendingFile PENDING_FILE(const OutputSet& set, const std::string& name, const std::string& place);
-/// Moves what was written, the main file last. 0, else errno, with the name of the file in `failed` and everything as
-/// it was before.
-int MOVE_FILES(const OutputSet& set, std::string& failed);
+/// A move that failed.
+struct FailedMove {
+    int error = 0;      ///< errno; 0: none
+    std::string place;  ///< of the file
+    std::string aside;  ///< where an earlier file waits that could not be put back either; mostly blank
+};
+
+/// Moves what was written, the main file last. When it fails everything is as it was before, but for what could not be
+/// put back.
+FailedMove MOVE_FILES(const OutputSet& set);
+/// What a process that was killed amid its moves had moved away. True when there was any: the place of the main file is
+/// free. What cannot be put back waits for another run.
+bool PUT_BACK_EARLIER(const OutputSet& set, FailedMove& failed);
 /// Removes what stands under working names.
 void REMOVE_WORKING_FILES(const OutputSet& set);

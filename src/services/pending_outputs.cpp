@@ -121,26 +121,26 @@ int OUTPUT_CLOSED(const std::string& name, bool whole) {
     const auto set =
         std::find_if(sets.begin(), sets.end(), [&name](const OutputSet& s) { return !s.begun && s.main == name; });
     if (set == sets.end()) return 0;
-    std::string failed;
-    const int error = whole ? MOVE_FILES(*set, failed) : 0;
+    const int error = whole ? MOVE_FILES(*set).error : 0;
     if (!whole || error != 0) REMOVE_WORKING_FILES(*set);
     sets.erase(set);
     return error;
 }
 
-void BEGIN_SET(std::string_view mainName) {
+bool BEGIN_SET(std::string_view mainName, FailedMove& failed) {
     const std::lock_guard lock(pending().guard);
-    if (begunSet(mainName) == nullptr)
-        pending().sets.push_back({std::string(mainName), FILENAMEPATH(mainName), true, {}});
+    if (begunSet(mainName) != nullptr) return false;
+    pending().sets.push_back({std::string(mainName), FILENAMEPATH(mainName), true, {}});
+    return PUT_BACK_EARLIER(pending().sets.back(), failed);
 }
 
-int MOVE_SET(std::string_view mainName, std::string& failed) {
+FailedMove MOVE_SET(std::string_view mainName) {
     const std::lock_guard lock(pending().guard);
     const OutputSet* const set = begunSet(mainName);
-    if (set == nullptr) return 0;
-    const int error = MOVE_FILES(*set, failed);
-    if (error == 0) pending().sets.erase(pending().sets.begin() + (set - pending().sets.data()));
-    return error;
+    if (set == nullptr) return {};
+    FailedMove failed = MOVE_FILES(*set);
+    if (failed.error == 0) pending().sets.erase(pending().sets.begin() + (set - pending().sets.data()));
+    return failed;
 }
 
 void DISCARD_OUTPUTS() noexcept {

@@ -2,6 +2,8 @@
 // file service opens them; other folders know services/files.h only.
 #pragma once
 
+#include "services/output_set.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -31,10 +33,12 @@ int OUTPUT_CLOSED(const std::string& name, bool whole);
 /// A library will make the file of MAKE_OUTPUT itself, and may put others beside it.
 void LEAVE_TO_LIBRARY(const std::string& name);
 
-void BEGIN_SET(std::string_view mainName);
-/// Moves every file of the set, the main one last. When one cannot be moved, those of the earlier set are put back: its
-/// errno, its name in `failed`, and the set as it was, for another try.
-int MOVE_SET(std::string_view mainName, std::string& failed);
+/// Puts back what a process that was killed amid its moves had moved away of an earlier set of this name: true when
+/// there was any, with what cannot be put back in `failed`.
+bool BEGIN_SET(std::string_view mainName, FailedMove& failed);
+/// Moves every file of the set, the main one last. When one cannot be moved, those of the earlier set are put back, and
+/// the new set is as it was, for another try.
+FailedMove MOVE_SET(std::string_view mainName);
 /// Removes and forgets whatever is not at its place. Never stops the run.
 void DISCARD_OUTPUTS() noexcept;
 /// The same beside the thread that writes, at the end of the process: nothing is begun or moved after it.

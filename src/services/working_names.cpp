@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -65,18 +66,30 @@ const std::vector<std::string>& markedIn(const std::string& folder) {
     return found->second;
 }
 
-/// True of "123.part.shp" for the rest ".shp", and of what a library put beside it, when process 123 is gone.
-bool isLeftover(std::string_view text, std::string_view rest) {
+/// "123.part.shp" in its three parts.
+struct Mark {
+    std::uint64_t pid = 0;
+    std::string_view kind;  ///< blank: it is no mark
+    std::string_view rest;
+};
+
+Mark markIn(std::string_view text) {
     const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    if (digits == 0 || digits > DIGITS_OF_PID) return false;
-    const std::uint64_t pid = std::stoull(std::string(text.substr(0, digits)));
+    if (digits == 0 || digits > DIGITS_OF_PID) return {};
+    Mark mark{std::stoull(std::string(text.substr(0, digits))), {}, {}};
     text.remove_prefix(digits);
     const std::string_view kind = text.starts_with(PART) ? PART : OLD;
-    if (!text.starts_with(kind)) return false;
-    text.remove_prefix(kind.size());
-    if (!text.starts_with(rest)) return false;
-    text.remove_prefix(rest.size());
-    return (text.empty() || text.front() == '.' || text.front() == '-') && PROCESS_IS_GONE(pid);
+    if (!text.starts_with(kind)) return {};
+    mark.kind = kind;
+    mark.rest = text.substr(kind.size());
+    return mark;
+}
+
+/// True of what is named ".shp", and of what a library put beside it, when its process is gone.
+bool isLeftover(const Mark& mark, std::string_view rest) {
+    if (mark.kind.empty() || !mark.rest.starts_with(rest)) return false;
+    const std::string_view beside = mark.rest.substr(rest.size());
+    return (beside.empty() || beside.front() == '.' || beside.front() == '-') && PROCESS_IS_GONE(mark.pid);
 }
 
 }  // namespace
@@ -89,9 +102,32 @@ std::string MARKED_NAME(std::string_view name, std::size_t stem, std::string_vie
 void REMOVE_LEFTOVERS(std::string_view name, std::size_t stem) {
     const Parts parts = partsOf(name, stem);
     const std::string beginning = parts.stem + hostMark();
-    for (const std::string& marked : markedIn(parts.folder))
-        if (marked.starts_with(beginning) && isLeftover(std::string_view(marked).substr(beginning.size()), parts.rest))
-            REMOVE_TREE(parts.folder + marked);
+    for (const std::string& marked : markedIn(parts.folder)) {
+        if (!marked.starts_with(beginning)) continue;
+        const Mark mark = markIn(std::string_view(marked).substr(beginning.size()));
+        if (!isLeftover(mark, parts.rest)) continue;
+        const std::string place = std::string(name.substr(0, stem)) + std::string(mark.rest);
+        const bool onlyOne = mark.kind == OLD && KIND_OF_FILE(place) == FileKind::Nothing;
+        if (!onlyOne) REMOVE_TREE(parts.folder + marked);
+    }
+}
+
+std::vector<AsideFile> LEFT_ASIDE(std::string_view name, std::size_t stem) {
+    const Parts parts = partsOf(name, stem);
+    const std::string beginning = parts.stem + hostMark();
+    std::vector<AsideFile> files;
+    for (const std::string& marked : markedIn(parts.folder)) {
+        if (!marked.starts_with(beginning)) continue;
+        const Mark mark = markIn(std::string_view(marked).substr(beginning.size()));
+        // This process has put nothing there when the folder is searched: an ended one had its number.
+        if (mark.kind != OLD || !(mark.pid == PROCESS_NUMBER() || PROCESS_IS_GONE(mark.pid))) continue;
+        const std::string aside = parts.folder + marked;
+        if (KIND_OF_FILE(aside) == FileKind::Nothing) continue;  // no longer
+        files.push_back({aside, std::string(name.substr(0, stem)) + std::string(mark.rest)});
+        if (mark.rest == parts.rest) std::swap(files.back(), files.front());
+    }
+    std::reverse(files.begin(), files.end());
+    return files;
 }
 
 std::vector<std::string> ENDINGS_OF_MARKED(std::string_view markedStem) {

@@ -14,8 +14,14 @@ constexpr std::string_view OLD = ".old";
 /// gives way, between characters, to a number that tells it from its like.
 std::string MARKED_NAME(std::string_view name, std::size_t stem, std::string_view kind);
 /// Removes what ended processes of this machine left of the same file, never what a running one or another machine
-/// writes. A folder is searched once in a run.
+/// writes, nor an earlier file whose place is free. A folder is searched once in a run.
 void REMOVE_LEFTOVERS(std::string_view name, std::size_t stem);
+
+struct AsideFile {
+    std::string aside, place;
+};
+/// What ended processes of this machine had moved away to make room for a set of this main file, the main file last.
+std::vector<AsideFile> LEFT_ASIDE(std::string_view name, std::size_t stem);
 /// What stands in the folder of a marked name under its mark, the name itself included: a library puts files beside its
 /// output ("x.tif.aux.xml"). Each as what follows the mark: ".tif.aux.xml".
 std::vector<std::string> ENDINGS_OF_MARKED(std::string_view markedStem);

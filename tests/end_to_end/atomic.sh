@@ -104,6 +104,22 @@ row 1 "basin_h_t000.00_g400.asc basin_h_t000.00_g400.prj basin_h_t000.10_g400.as
 rm basin_h_t000.20_g400.asc
 none_left
 
+# Killed amid its moves, a run leaves the earlier set beside its place: it is put back before anything can fail, and removed where the new set stands.
+left=out.$host-$pid.old
+earlier "$left.mif" "$left.mid"
+rm -f out.mif
+echo "new" >out.mid
+command_line="VORANT_to_GIS -mif (8 kB at most, after a kill)"
+limited -b -mif -grid20 -t0.2 -out out basin_h.dat
+said "Check - Put back what a run that was killed had moved away from out.mif." "ERROR"
+untouched out.mif out.mid
+none_left
+earlier "$left.mid"
+run 0 "${layer[@]}"
+check "out.mid differs" cmp -s out.mid ../kept/out.mid
+none_left
+rm -f out.mif out.mid
+
 # A link is followed.
 mkdir deep
 earlier deep/real.asc
