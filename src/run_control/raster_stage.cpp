@@ -90,7 +90,7 @@ private:
     }
 
     void writeBehind(const std::string& name) {
-        const std::string mainFile = name + std::string(format_.files.front());
+        const std::string mainFile = mainFileOf(name);
         BEGIN_OUTPUT(mainFile);
         behind_.begin(format_.writeBehind(name, run_.grid), run_.grid, [this, name, mainFile] {
             WRITE_GRID_PROJECTION(name, projection_.prj);
@@ -99,15 +99,26 @@ private:
     }
 
     void writeGrid(const GridBands& grid, const std::string& name, GridPrecision precision) {
-        const std::string mainFile = name + std::string(format_.files.front());
-        BEGIN_OUTPUT(mainFile);
+        BEGIN_OUTPUT(mainFileOf(name));
         WRITE_GRID(format_.writer, name, grid, precision, projection_.prj);
-        FINISH_OUTPUT(mainFile);
+        FINISH_OUTPUT(mainFileOf(name));
+    }
+
+    std::string mainFileOf(const std::string& name) const { return name + std::string(format_.files.front()); }
+
+    /// Neither comes to its place before both are whole.
+    void writeBoth(const GridDifference& difference, const std::string& name) {
+        constexpr GridPrecision WHOLE_NUMBERS = {10, 0};
+        const std::string classes = name + std::string(CLASS_ENDING);
+        const GridPrecision precision = SET_OUTPUT_PRECISION(difference.values, givenPrecision(options_));
+        for (const std::string& grid : {name, classes}) BEGIN_OUTPUT(mainFileOf(grid));
+        WRITE_GRID(format_.writer, name, difference.values, precision, projection_.prj);
+        WRITE_GRID(format_.writer, classes, difference.classes, WHOLE_NUMBERS, projection_.prj);
+        for (const std::string& grid : {name, classes}) FINISH_OUTPUT(mainFileOf(grid));
     }
 
     /// The difference, and beside it the classes: where it is wet in both, and where only now or no longer.
     void takeDifference(const DifferenceParts& parts, OutputLabel label, const std::vector<OutputTime>& times) {
-        constexpr GridPrecision WHOLE_NUMBERS = {10, 0};
         const GridDifference difference = GRID_DIFFERENCE(run_, was_, *mesh_, parts, choice_);
         label.gridSize = run_.grid.cellSize;
         if (geoTiff_) {
@@ -115,9 +126,7 @@ private:
             label.quantity = "Class";
             classTiff_->take(difference.classes, label, times, {}, geoTiff_->stem() + std::string(CLASS_ENDING));
         } else {
-            const std::string name = OUTPUT_NAME(label, format_.files, CLASS_ENDING);
-            writeGrid(difference.values, name, SET_OUTPUT_PRECISION(difference.values, givenPrecision(options_)));
-            writeGrid(difference.classes, name + std::string(CLASS_ENDING), WHOLE_NUMBERS);
+            writeBoth(difference, OUTPUT_NAME(label, format_.files, CLASS_ENDING));
         }
         const double cellArea = run_.grid.cellSize * run_.grid.cellSize;
         const Statistics statistics =

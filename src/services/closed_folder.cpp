@@ -24,7 +24,7 @@ int refusesMaking(const std::string& place) {
     const std::string marked = MARKED_NAME(place, FILENAMEPATH(place).size(), PART);
     errno = 0;
     std::FILE* const stream = CREATE_STREAM(marked);
-    if (stream == nullptr) return errno == 0 ? EIO : errno;
+    if (stream == nullptr) return errno == EEXIST ? 0 : errno;  // there: this process is writing it
     std::fclose(stream);
     REMOVE_TREE(marked);
     return 0;

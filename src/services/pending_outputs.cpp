@@ -56,7 +56,9 @@ void makeWithoutNewFile(OutputSet& set, bool replaces, NewOutput& output) {
         output.making = begun ? Making::LeftOut : Making::Refused;
         return;
     }
-    const int error = begun ? 0 : REFUSES_SET(set.main, output.failed);
+    int error = 0;
+    for (const OutputSet& other : pending().sets)
+        if (!begun && error == 0 && (other.begun || &other == &set)) error = REFUSES_SET(other.main, output.failed);
     if (error != 0) {
         output.error = error;
         return;

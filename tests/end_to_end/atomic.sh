@@ -98,6 +98,13 @@ for format in mif shp flt asc; do
 done
 untouched out.mif out.mid out.flt out.hdr out.asc
 none_left
+earlier d.asc
+ln -s /dev/full d_class.asc
+make_model -times 3 -cells 10 later
+row 1 "" -b -asc -grid400 -t0.2 -out d -dif later_h.dat basin_h.dat
+said "d_class.asc: No space left on device"
+untouched d.asc
+rm d.asc d_class.asc
 ln -s /dev/full basin_h_t000.20_g400.asc
 row 1 "basin_h_t000.00_g400.asc basin_h_t000.00_g400.prj basin_h_t000.10_g400.asc basin_h_t000.10_g400.prj" \
     -b -asc -grid400 -tAll basin_h.dat
@@ -145,7 +152,7 @@ in_closed_folder() {
     finished_with "$status" $?
 }
 mkdir closed
-earlier closed/{there.asc,shut.asc,shut.prj,s.shp,s.shx,s.dbf,half.shp,half.dbf,m.mif,f.flt,e.case,e.geo}
+earlier closed/{there.asc,shut.asc,shut.prj,s.shp,s.shx,s.dbf,half.shp,half.dbf,m.mif,f.flt,d.asc,e.case,e.geo}
 chmod a+rw closed/*
 chmod a-w closed/s.dbf closed/shut.prj
 chmod a-w closed
@@ -166,9 +173,10 @@ s -shp,-grid400 No permission to write file closed/s.dbf.
 half -shp,-grid400 No permission to write files into folder closed (for closed/half.shx).
 m -mif,-grid400 No permission to write files into folder closed (for closed/m.mid).
 f -flt,-grid400 No permission to write files into folder closed (for closed/f.hdr).
+d -asc,-grid400,-dif,later_h.dat No permission to write files into folder closed (for closed/d_class.asc).
 e -ensight Folder closed takes no new file: Permission denied
 END
-untouched closed/{shut.*,s.*,half.*,m.mif,f.flt,e.*}
+untouched closed/{shut.*,s.*,half.*,m.mif,f.flt,d.asc,e.*}
 chmod u+w closed
 none_left
 
