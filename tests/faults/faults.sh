@@ -17,7 +17,7 @@ mkdir ../large && "$MAKER" -times 2 -cells 90 ../large/b >/dev/null || exit 1  #
 cd ..
 
 kinds=(open write close rename term alloc)
-conversions=(asc:-grid900 flt:-grid900 mif:-grid900 shp:-grid900 dat: xmdf: ensight: xnfo: threads: gtif:-grid900 gpkg:-grid900)
+conversions=(asc:-grid900 flt:-grid900 mif:-grid900 shp:-grid900 dat: xmdf: ensight: xnfo: threads: gtif:-grid900 gpkg:-grid900 fgb:-grid900)
 arguments() {
     words=(-b -flt -grid90 -jobs3 -tAll b_h.dat)
     [ "${1%%:*}" != threads ] || return
@@ -36,7 +36,7 @@ convert() {
 # The bytes of what a library writes may depend on a call that it repeats; what is in it may not.
 contents() {
     case ${name%%:*} in
-        gpkg) ogrinfo -ro -al -q "$1/o.gpkg" ;;
+        gpkg | fgb) ogrinfo -ro -al "$1/o.${name%%:*}" 2>&1 | tail -n +3 ;;
         xmdf) cp "$1/o.xmdf" read.$worker.xmdf && (cd "$1" && FAULT=none:0 "$PROGRAM" -b -asc -grid300 -t0 -2dm b.2dm -out "../read.$worker" "../read.$worker.xmdf") </dev/null >/dev/null 2>&1 && cat read.$worker.asc ;;
         *) echo "$1" ;;
     esac
@@ -92,7 +92,7 @@ start=$SECONDS
 for ((i = 0; i < ${#conversions[@]}; i++)); do
     name=${conversions[i]}
     arguments "$name"
-    case $name in xmdf*|gtif*|gpkg*) library=yes ;; *) library=no ;; esac
+    case $name in xmdf*|gtif*|gpkg*|fgb*) library=yes ;; *) library=no ;; esac
     inputs=inputs
     [ "$name" != threads: ] || inputs=large
     before=$inputs
@@ -120,8 +120,9 @@ for ((i = 0; i < ${#conversions[@]}; i++)); do
             case $kind:$name in
                 alloc:threads:) calls=30 ;;
                 alloc:*) calls=60 ;;
-                term:gtif* | term:gpkg*) calls=$((count / 16)) ;;
-                term:* | *:gtif* | *:gpkg*) calls=$((count / 4)) ;;
+                term:gtif* | term:gpkg* | term:fgb*) calls=$((count / 16)) ;;
+                write:fgb*) ;;  # every one, since GDAL does not notice
+                term:* | *:gtif* | *:gpkg* | *:fgb*) calls=$((count / 4)) ;;
             esac
         elif [ "$kind:$library" = alloc:yes ] && [ "$count" -gt 2000 ]; then
             calls=2000

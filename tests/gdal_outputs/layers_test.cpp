@@ -112,6 +112,13 @@ TEST_CASE("A FlatGeobuf keeps the order of its objects") {
     CHECK(stopOf([&] {
               LayersWriter(gdalModule(), folder.name("a.tmp"), "FlatGeobuf", {});
           }).ends_with("a FlatGeobuf whose name does not end in .fgb would become a folder."));
+    for (const int count : {0, 1, 16, 17, 257}) {  // nodes of the index hold 16
+        LayersWriter indexed(gdalModule(), folder.name("i.fgb"), "FlatGeobuf", {"SPATIAL_INDEX=YES"});
+        const std::int32_t points = indexed.add({"i", GdalPoint, "", {}, {}});
+        for (int i = 0; i < count; ++i) indexed.feature(points, point(i, -i), {});
+        indexed.close();
+        checkSays(gdalSays(folder, "ogrinfo -so -al @i.fgb"), "Feature Count: " + std::to_string(count) + " ");
+    }
 }
 
 TEST_CASE("Layers that cannot be completed leave nothing behind") {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "gdal_outputs/gdal_table.h"
+#include "gdal_outputs/module/flatgeobuf_check.h"
 #include "gdal_outputs/module/gdal_handles.h"
 
 #include <cstdint>
@@ -31,7 +32,7 @@ private:
 
     std::string path_, driver_;
     CPLStringList options_;
-    std::int64_t features_ = 0;  ///< of all layers
+    FlatGeobufContents written_;  ///< of one
     DatasetHandle file_;
     std::vector<Layer> layers_;  ///< before the file goes, so do they
 };
