@@ -45,14 +45,8 @@ std::FILE* OPEN_OUTPUT_STREAM(const std::string& name, bool optional) {
 }
 
 void CHECK_FOLDER_TAKES_FILES(const std::string& folder) {
-    const std::string name = NAME_OF(PATH_OF(folder) / "new");
-    const std::string marked = MARKED_NAME(name, name.size(), PART);
-    errno = 0;
-    std::FILE* const stream = CREATE_STREAM(marked);
-    if (stream == nullptr && errno != EEXIST)
-        STOP_RUN("ERROR - Folder " + folder + " takes no new file: " + SYSTEM_REASON(errno));
-    if (stream != nullptr) std::fclose(stream);
-    REMOVE_TREE(marked);
+    if (const int error = TRY_FOLDER(folder); error != 0)
+        STOP_RUN("ERROR - Folder " + folder + " takes no new file: " + SYSTEM_REASON(error));
 }
 
 void FORGET_OUTPUTS() {

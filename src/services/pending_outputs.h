@@ -30,6 +30,8 @@ struct NewOutput {
 NewOutput MAKE_OUTPUT(const std::string& name);
 /// A file was closed. One that is a set by itself is moved when it is whole, else removed; errno of what prevents it.
 int OUTPUT_CLOSED(const std::string& name, bool whole);
+/// Makes a file in the folder and removes it again, whatever signal comes between: 0, else errno.
+int TRY_FOLDER(const std::string& folder);
 /// A library will make the file of MAKE_OUTPUT itself, and may put others beside it.
 void LEAVE_TO_LIBRARY(const std::string& name);
 
