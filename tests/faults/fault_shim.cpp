@@ -2,6 +2,7 @@
 //   FAULT=<kind>:<n>     kind: open, write, close, rename or alloc, counted from the start of main, outside of the
 //   console
 //                        and of the system's own files, in the libraries too; 0 fails none
+//                        renames: the n-th rename and all behind it
 //                        term: the request to end, SIGTERM, comes at the n-th of all these but allocations, which
 //                        succeed
 //   FAULT_COUNT=<file>   gets the number of calls of that kind
@@ -42,6 +43,7 @@ bool fails(const char* what) {
         kill(getpid(), SIGTERM);
         usleep(20000);  // the program's own thread takes it
     }
+    if (std::strcmp(kind, "renames") == 0) return std::strcmp(what, "rename") == 0 && ++calls >= failing && failing > 0;
     return std::strcmp(what, kind) == 0 && ++calls == failing;
 }
 
