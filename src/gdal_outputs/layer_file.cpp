@@ -45,7 +45,7 @@ void LayerFile::open() {
     layers_.clear();
     BEGIN_OUTPUT(name_);
     NOTE_FILE_USED(name_);
-    writer_ = std::make_unique<LayersWriter>(gdal_, WORKING_NAME(name_), driver_, options_, name_);
+    writer_ = std::make_unique<LayersWriter>(gdal_, WORKING_NAME(name_, LibraryMakes::Anew), driver_, options_, name_);
 }
 
 std::int32_t LayerFile::add(LayerFacts facts) {

@@ -28,7 +28,7 @@ std::int64_t STREAM_LENGTH(std::FILE* stream);
 /// True of what is neither file nor folder: a pipe, a terminal, the null device.
 bool IS_DEVICE(std::string_view name);
 /// Where a link to a file leads, which need not exist; the name itself when it is none. Blank when that has no name of
-/// its own to put another file under: the files that a shell opened for this process.
+/// its own to put another file under: the files that a shell opened for this process, and a ring of links.
 std::string LINK_TARGET(std::string_view name);
 /// Moves a file or a folder within its disk, over a file of that name. 0, else errno; EBUSY when another program holds
 /// one of them. Takes no memory where the system takes names as they are.

@@ -48,7 +48,7 @@ bool IS_DEVICE(std::string_view name) {
 }
 
 std::string LINK_TARGET(std::string_view name) {
-    constexpr int MOST_LINKS = 40;  // as the system; a longer chain is a ring, which opening it will tell
+    constexpr int MOST_LINKS = 40;  // as the system; a longer chain is a ring
     fs::path path = name;
     for (int i = 0; i < MOST_LINKS; ++i) {
         const std::string& text = path.native();
@@ -58,7 +58,7 @@ std::string LINK_TARGET(std::string_view name) {
         if (error) return text;
         path = path.parent_path() / target;
     }
-    return std::string(name);
+    return {};
 }
 
 int MOVE_FILE(const std::string& from, const std::string& to) noexcept {

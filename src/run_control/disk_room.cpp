@@ -4,6 +4,7 @@
 #include "run_control/output_formats.h"
 #include "services/console.h"
 #include "services/exits.h"
+#include "services/files.h"
 #include "services/options.h"
 #include "text_utils/numbers.h"
 
@@ -54,9 +55,18 @@ std::string sizeText(double bytes) {
     return bytes < GIGABYTE ? AREALD8(bytes / MEGABYTE, 1) + " MB" : AREALD8(bytes / GIGABYTE, 1) + " GB";
 }
 
+/// A pipe that -out names is there before the run; one of another name is refused when its turn comes.
+void refusePipes(const std::string& stem) {
+    if (!OPTIONS().outputNameGiven) return;
+    for (const OutputFormat* format : FORMATS_GIVEN(OPTIONS()))
+        if (!format->driver.empty() || format->keyword == "xmdf")
+            REFUSE_PIPE(stem + std::string(format->files.front()));
+}
+
 }  // namespace
 
 void CHECK_DISK_ROOM(const DiskUse& use, const std::string& stem) {
+    refusePipes(stem);
     if (use.bytes == 0.0) return;
     const std::filesystem::path path = PATH_OF(ABSOLUTE_NAME(stem));
     std::filesystem::path folder = path.parent_path();

@@ -16,5 +16,6 @@ struct DiskUse {
 
 /// Stops the run when the disk that holds `stem`, what the names of all outputs begin with, has not got the room, the
 /// files that they replace one after the other counted as free. Says how large they are above 4 GB. Nothing of both
-/// where one of the outputs goes to a pipe or a device, or by a link.
+/// where one of the outputs goes to a pipe or a device, or by a link; what a library writes cannot go to a pipe or a
+/// device, which stops the run.
 void CHECK_DISK_ROOM(const DiskUse& use, const std::string& stem);

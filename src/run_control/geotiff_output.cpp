@@ -72,7 +72,7 @@ RasterBand GeoTiffOutput::bandOf(const OutputLabel& label) const {
 RasterFile GeoTiffOutput::fileOf(const Grid& grid, const OutputLabel& label) const {
     RasterFile file;
     file.shown = name_;
-    file.path = WORKING_NAME(name_);
+    file.path = WORKING_NAME(name_, LibraryMakes::OverOld);
     file.multiband = options_.multiband;
     file.columns = grid.ncols;
     file.rows = grid.nrows;

@@ -101,7 +101,7 @@ public:
     void take(const Results& results, OutputLabel label) override {
         if (!writer_) {
             const std::string name = beginFile(label, {});
-            writer_.emplace(WORKING_NAME(name), FILENAMEEXT(label.run), name);
+            writer_.emplace(WORKING_NAME(name, LibraryMakes::OverOld), FILENAMEEXT(label.run), name);
         }
         writer_->write(results, label.dataset, flags_->of(results));
     }

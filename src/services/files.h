@@ -14,6 +14,9 @@ constexpr std::size_t LONGEST_LINE = 100000;  ///< characters; what a longer lin
 
 enum class LineStatus : std::uint8_t { Read, EndOfFile, Error };
 
+/// How a library makes its file: only where there is none, or over one too.
+enum class LibraryMakes : std::uint8_t { Anew, OverOld };
+
 /// What to do where opening a file meets something that a person can clear away. Set by whoever talks to that person;
 /// the answer of one that is not set is no.
 struct FileQuestions {
@@ -52,8 +55,11 @@ int OUTPUTS_WRITTEN();
 /// Where a library that writes a file itself (HDF5, GDAL) puts what is to stand under `finalName`: a name in the same
 /// folder, with the same extension. To be asked between BEGIN_OUTPUT and FINISH_OUTPUT of the output, for the main file
 /// and for each companion alike; FINISH_OUTPUT moves what stands there to its final name, and a stop removes it.
-/// Everybody else opens files by their final names.
-std::string WORKING_NAME(std::string_view finalName);
+/// Everybody else opens files by their final names. A pipe or a device stops the run, and so does a folder that takes
+/// no new file where the library makes its file anew.
+std::string WORKING_NAME(std::string_view finalName, LibraryMakes makes);
+/// The first of these, long before the work: libraries go to and fro in a file.
+void REFUSE_PIPE(const std::string& finalName);
 
 // ---- opening and closing ----
 /// Opens fixed slot 1 to 8. A slot above 8 or already open is a fault of the program and stops the run at once.

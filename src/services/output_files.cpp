@@ -7,6 +7,7 @@
 #include "services/working_names.h"
 
 #include <cerrno>
+#include <optional>
 
 namespace {
 
@@ -17,13 +18,27 @@ std::string folderOf(const std::string& name) {
     return folder.empty() ? "." : folder;
 }
 
+/// Stops the run where the output is to be written in place of what its name leads to, and a library cannot do that.
+void refuseInPlace(const std::string& name, const NewOutput& output, LibraryMakes makes) {
+    if (output.making != Making::InPlace) return;
+    if (output.error != 0) {
+        if (makes == LibraryMakes::Anew)
+            STOP_RUN("ERROR - Folder " + folderOf(name) + " takes no new file, and " + name +
+                     " can only be made anew.");
+        return;
+    }
+    if (KIND_OF_FILE(name) == FileKind::Nothing) CANNOT_OPEN(name, true, ELOOP);
+    STOP_RUN("ERROR - " + name + " is a pipe or a device; this format needs a file.");
+}
+
 /// Asks about a file that another program holds; stops the run when the file cannot be written.
-NewOutput makeOutput(const std::string& name, bool optional) {
+NewOutput makeOutput(const std::string& name, bool optional, std::optional<LibraryMakes> library = {}) {
     if (KIND_OF_FILE(name) == FileKind::Folder) CANNOT_OPEN(name, true, EISDIR);
     NewOutput output = MAKE_OUTPUT(name);
     while (output.error == EBUSY && RETRY_LOCKED(output.failed)) output = MAKE_OUTPUT(name);
     if (output.making == Making::Refused || (output.making == Making::LeftOut && !optional))
         CANNOT_OPEN(output.failed, true, output.error);
+    if (library) refuseInPlace(name, output, *library);
     if (output.making == Making::LeftOut)
         DMESSAGE("WARNING - Folder " + folderOf(name) + " takes no new file, so that " + name + " is left out.");
     if (output.making == Making::InPlace && output.error != 0)
@@ -79,9 +94,15 @@ void FINISH_OUTPUT(std::string_view name) {
 
 int OUTPUTS_WRITTEN() { return outputs; }
 
-std::string WORKING_NAME(std::string_view finalName) {
+void REFUSE_PIPE(const std::string& name) {
+    NewOutput output;
+    output.making = Making::InPlace;
+    if (IS_DEVICE(name) || LINK_TARGET(name).empty()) refuseInPlace(name, output, LibraryMakes::OverOld);
+}
+
+std::string WORKING_NAME(std::string_view finalName, LibraryMakes makes) {
     const std::string name(finalName);
-    const NewOutput output = makeOutput(name, false);
+    const NewOutput output = makeOutput(name, false, makes);
     if (output.stream != nullptr) {  // it has shown that the folder takes it
         std::fclose(output.stream);
         REMOVE_TREE(output.path);

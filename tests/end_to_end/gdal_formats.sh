@@ -223,4 +223,43 @@ for format in -gtif -gpkg -fgb; do
     refused 1 "ERROR" -b $format -grid400 -max -out /proc/x basin_h.dat
 done
 
+# 8. What a library writes needs a file: a pipe, a device and a ring of links are told of before the work, and stay as they are.
+needs="is a pipe or a device; this format needs a file."
+while read -r format place text; do
+    name=out.${format/gtif/tif}
+    [ "$place" = pipe ] && mkfifo "$name" || ln -s "$place" "$name"
+    grid=-grid400
+    [ "$format" != xmdf ] || grid=-verbose
+    refused 1 "$text" -b "-$format" $grid -max -out out basin_h.dat
+    did_not_say "Writing"
+    check "$name is something else" [ "$(stat -c %F "$name")" = "$([ "$place" = pipe ] && echo fifo || echo symbolic link)" ]
+    rm "$name"
+done <<ROWS
+gtif pipe ERROR - out.tif $needs
+gtif /dev/null ERROR - out.tif $needs
+gpkg pipe ERROR - out.gpkg $needs
+fgb /dev/null ERROR - out.fgb $needs
+xmdf pipe ERROR - out.xmdf $needs
+gpkg out.gpkg ERROR - Could not open out.gpkg: Too many levels of symbolic links
+asc out.asc ERROR - Could not open out.asc: Too many levels of symbolic links
+ROWS
+mkfifo basin_h_Max_g400.tif
+refused 1 "ERROR - basin_h_Max_g400.tif $needs" -b -gtif -grid400 -max basin_h.dat
+rm basin_h_Max_g400.tif
+user=()
+[ "$(id -u)" -ne 0 ] || user=(setpriv --reuid 65534 --regid 65534 --clear-groups)
+mkdir closed
+for format in gpkg fgb; do
+    echo earlier >closed/there.$format
+    chmod a+rw closed/there.$format
+    chmod a-w closed
+    command_line="VORANT_to_GIS -$format -out closed/there"
+    ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0" "${user[@]}" "$PROGRAM" -b -$format -grid400 -max -out closed/there basin_h.dat </dev/null >../console.txt 2>&1
+    finished_with 1 $?
+    said "ERROR - Folder closed takes no new file, and closed/there.$format can only be made anew."
+    did_not_say "in place"
+    check "there.$format was touched" [ "$(cat closed/there.$format)" = earlier ]
+    chmod u+w closed
+done
+
 finish

@@ -213,7 +213,7 @@ TEST_CASE("What a library writes under the working name is moved with what it pu
     for (const bool finishes : {true, false}) {
         const ScratchFolder folder;
         BEGIN_OUTPUT(folder.name("x.tif"));
-        const std::string working = WORKING_NAME(folder.name("x.tif"));
+        const std::string working = WORKING_NAME(folder.name("x.tif"), LibraryMakes::OverOld);
         CHECK((working.starts_with(folder.name("x.")) && working.ends_with(".part.tif") && filesIn(folder) == 0));
         std::ofstream(working) << "picture";
         std::ofstream(working + ".aux.xml") << "statistics";
