@@ -1,6 +1,5 @@
 #include "run_control/ensight_stage.h"
 
-#include "platform/file_system.h"
 #include "result_files/ensight_files.h"
 #include "services/console.h"
 #include "services/files.h"
@@ -76,17 +75,10 @@ private:
         base_ = OUTPUT_NAME(label, format_.files);
         // the case file separates names by blanks
         std::replace(base_.begin() + static_cast<std::ptrdiff_t>(FILEFOLDERPATH(base_).size()), base_.end(), ' ', '_');
-        checkFolder();
         BEGIN_OUTPUT(base_ + ".case");
         parts_ = ENSIGHT_PARTS(mesh);
         case_.geometry = FILENAMEEXT(base_) + ".geo";
         WRITE_ENSIGHT_GEOMETRY(base_ + ".geo", FILENAMEEXT(base_), mesh, parts_);
-    }
-
-    /// How many files there will be is not known yet, so that none of an earlier set can be written in place.
-    void checkFolder() const {
-        const std::string folder = NAME_OF(PATH_OF(base_).parent_path());
-        if (folder.empty() || CREATE_FOLDER(folder)) CHECK_FOLDER_TAKES_FILES(folder.empty() ? "." : folder);
     }
 
     void beginVariable(const Results& results, const OutputLabel& label, const std::string& dataset) {

@@ -15,9 +15,12 @@ struct Companion {
     std::string_view ofMain, ending;
     bool needed = true;
 };
+/// How many files of values an EnSight model gets is not known when its first file is opened: one more must be
+/// possible.
 constexpr Companion COMPANIONS[] = {{".shp", ".shx"},        {".shp", ".dbf"},        {".mif", ".mid"},
-                                    {".flt", ".hdr"},        {".shp", ".prj", false}, {".shp", ".cpg", false},
-                                    {".asc", ".prj", false}, {".flt", ".prj", false}};
+                                    {".flt", ".hdr"},        {".case", ".geo"},       {".case", ".*.scl"},
+                                    {".shp", ".prj", false}, {".shp", ".cpg", false}, {".asc", ".prj", false},
+                                    {".flt", ".prj", false}};
 
 /// Of a file that is not there.
 int refusesMaking(const std::string& place) {

@@ -174,7 +174,7 @@ half -shp,-grid400 No permission to write files into folder closed (for closed/h
 m -mif,-grid400 No permission to write files into folder closed (for closed/m.mid).
 f -flt,-grid400 No permission to write files into folder closed (for closed/f.hdr).
 d -asc,-grid400,-dif,later_h.dat No permission to write files into folder closed (for closed/d_class.asc).
-e -ensight Folder closed takes no new file: Permission denied
+e -ensight No permission to write files into folder closed (for closed/e.*.scl).
 END
 untouched closed/{shut.*,s.*,half.*,m.mif,f.flt,d.asc,e.*}
 chmod u+w closed
