@@ -22,7 +22,7 @@ mkdir ../large && "$MAKER" -times 2 -cells 90 ../large/b >/dev/null || exit 1  #
 cd ..
 
 kinds=(open write close rename renames term alloc)
-conversions=(asc:-grid900 flt:-grid900 mif:-grid900 shp:-grid900 dat: xmdf: ensight: xnfo: txt: cp:points.mif lp:line.mif dif: wld: threads: gtif:-grid900 gpkg:-grid900 fgb:-grid900)
+conversions=(asc:-grid900 flt:-grid900 threads: mif:-grid900 shp:-grid900 dat: xmdf: ensight: xnfo: txt: cp:points.mif lp:line.mif dif: wld: gtif:-grid900 gpkg:-grid900 fgb:-grid900)
 arguments() {
     words=(-b -flt -grid90 -jobs3 -tAll b_h.dat)
     [ "${1%%:*}" != threads ] || return
