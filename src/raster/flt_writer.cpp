@@ -47,9 +47,7 @@ int openFlt(const std::string& base, const Grid& grid) {
     const int headerFile = OPEN_FILE(base + ".hdr", "O ", "hdr");
     WRITE_OR_STOP(headerFile, header(grid));
     CLOSE_FILE(headerFile);
-    const int file = OPEN_FILE(base + ".flt", "O ", "flt");
-    REPORT("Writing FLT grid...");
-    return file;
+    return OPEN_FILE(base + ".flt", "O ", "flt");
 }
 
 std::vector<std::vector<char>> buffersFor(const Grid& grid, std::size_t count) {
@@ -60,6 +58,7 @@ std::vector<std::vector<char>> buffersFor(const Grid& grid, std::size_t count) {
     }
 }
 
+void beginFlt() { REPORT("Writing FLT grid..."); }
 void endFlt(int file) {
     CLOSE_FILE(file);
     REPORT("Finished writing FLT grid.");
@@ -97,6 +96,7 @@ public:
             output_.write(bytesOf(pieces, piece, buffers_.front()));
     }
     void finish() override {
+        beginFlt();
         output_.finish();
         endFlt(file_);
     }
@@ -112,6 +112,7 @@ private:
 void WRITE_FLT(const std::string& base, const GridBands& bands, GridPrecision) {
     const Grid& grid = bands.grid;
     const int file = openFlt(base, grid);
+    beginFlt();
     std::vector<std::vector<char>> buffers = buffersFor(grid, SLOTS_IN_ORDER());
     Progress progress("", grid.nrows);
     FROM_NORTH(bands, [&] { writeRows(file, {grid, VALUES_AT_ONCE}, buffers, progress); });

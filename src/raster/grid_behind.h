@@ -11,7 +11,8 @@ public:
     virtual ~GridBehind() = default;
     /// All rows, on any one thread. It says nothing and stops nothing: what goes wrong is kept for finish().
     virtual void writeRows(const Grid& grid) = 0;
-    /// On the calling thread, behind writeRows: closes the files. What could not be written stops the run.
+    /// On the calling thread, behind writeRows: says what the format's GridWriter says, and closes the files. What
+    /// could not be written stops the run.
     virtual void finish() = 0;
 };
 

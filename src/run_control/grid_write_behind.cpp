@@ -14,34 +14,47 @@ GridWriteBehind::~GridWriteBehind() {
     }
 }
 
-bool GridWriteBehind::makeRoom(const Grid& grid) {
+bool GridWriteBehind::makeRoom(std::size_t grids, std::size_t values) {
     try {
-        grid_.values.resize(grid.values.size());
+        parts_.resize(grids);
+        for (Part& part : parts_) part.grid.values.resize(values);
         return true;
     } catch (const std::bad_alloc&) {
         return false;
     }
 }
 
-void GridWriteBehind::begin(std::unique_ptr<GridBehind> writer, Grid& grid, std::function<void()> end) {
-    grid_.values.swap(grid.values);
-    grid_.ncols = grid.ncols;
-    grid_.nrows = grid.nrows;
-    writer_ = std::move(writer);
+void GridWriteBehind::begin(std::vector<GridUnderWay> grids, std::function<void()> end) {
+    for (std::size_t i = 0; i < grids.size(); ++i) {
+        Grid& grid = *grids[i].grid;
+        parts_[i].grid.values.swap(grid.values);
+        parts_[i].grid.ncols = grid.ncols;
+        parts_[i].grid.nrows = grid.nrows;
+        parts_[i].writer = std::move(grids[i].writer);
+        parts_[i].written = false;
+    }
     end_ = std::move(end);
-    work_.begin(1, [this, rows = writer_.get()](std::size_t) { rows->writeRows(grid_); });
-    HOLD_CONSOLE([this] { finishWriter(); });
+    busy_ = true;
+    work_.begin(parts_.size(), [this](std::size_t i) { write(parts_[i]); });
+    HOLD_CONSOLE([this] { finishWriters(); });
 }
 
 void GridWriteBehind::finish() {
-    if (writer_ != nullptr) RELEASE_CONSOLE();
+    if (busy_) RELEASE_CONSOLE();
 }
 
-void GridWriteBehind::finishWriter() {
+void GridWriteBehind::write(Part& part) {
+    part.writer->writeRows(part.grid);
+    part.written = true;
+}
+
+void GridWriteBehind::finishWriters() {
     const InPhase writing(Phase::Write);
-    const std::unique_ptr<GridBehind> writer = std::move(writer_);
+    busy_ = false;
     const auto end = std::exchange(end_, {});
-    if (!work_.finish()) writer->writeRows(grid_);  // nobody has begun it
-    writer->finish();
+    if (!work_.finish())
+        for (Part& part : parts_)
+            if (!part.written) write(part);  // nobody has begun it
+    for (Part& part : parts_) part.writer->finish();
     end();
 }

@@ -13,6 +13,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -53,8 +54,8 @@ public:
         const std::uint64_t limit = GRID_MEMORY(options_) / (kind.difference ? 3 : 1);
         run_ = START_GRID(GRID_HEADER(mesh, kind.cellCentred), plan, kind, limit);
         const std::uint64_t bytes = CELL_COUNT(run_.grid) * sizeof(float);
-        writesBehind_ = format_.writeBehind != nullptr && kind.severalTimes && !kind.difference && JOBS() > 1 &&
-                        run_.bandRows == 0 && bytes <= limit / 2;
+        writesBehind_ = format_.writeBehind != nullptr && kind.severalTimes && JOBS() > 1 && run_.bandRows == 0 &&
+                        bytes <= limit / 2;
     }
 
     void take(const Results& results, OutputLabel label) override {
@@ -85,16 +86,23 @@ private:
         if (geoTiff_) return geoTiff_->take(grid, label, times);
         const GridPrecision precision = SET_OUTPUT_PRECISION(grid, givenPrecision(options_));
         const std::string name = OUTPUT_NAME(label, format_.files);
-        if (writesBehind_ && behind_.makeRoom(run_.grid)) return writeBehind(name);
+        if (writesBehind_ && behind_.makeRoom(1, run_.grid.values.size())) return writeBehind({{name, &run_.grid}});
         writeGrid(grid, name, precision);
     }
 
-    void writeBehind(const std::string& name) {
-        const std::string mainFile = mainFileOf(name);
-        BEGIN_OUTPUT(mainFile);
-        behind_.begin(format_.writeBehind(name, run_.grid), run_.grid, [this, name, mainFile] {
-            WRITE_GRID_PROJECTION(name, projection_.prj);
-            FINISH_OUTPUT(mainFile);
+    using NamedGrids = std::vector<std::pair<std::string, Grid*>>;
+
+    void writeBehind(const NamedGrids& grids) {
+        std::vector<GridUnderWay> underWay;
+        std::vector<std::string> names;
+        for (const auto& [name, grid] : grids) BEGIN_OUTPUT(mainFileOf(name));
+        for (const auto& [name, grid] : grids) {
+            underWay.push_back({format_.writeBehind(name, *grid), grid});
+            names.push_back(name);
+        }
+        behind_.begin(std::move(underWay), [this, names] {
+            for (const std::string& name : names) WRITE_GRID_PROJECTION(name, projection_.prj);
+            for (const std::string& name : names) FINISH_OUTPUT(mainFileOf(name));
         });
     }
 
@@ -108,9 +116,12 @@ private:
 
     /// Neither comes to its place before both are whole.
     void writeBoth(const GridDifference& difference, const std::string& name) {
+        behind_.finish();
         constexpr GridPrecision WHOLE_NUMBERS = {10, 0};
         const std::string classes = name + std::string(CLASS_ENDING);
         const GridPrecision precision = SET_OUTPUT_PRECISION(difference.values, givenPrecision(options_));
+        if (writesBehind_ && behind_.makeRoom(2, run_.grid.values.size()))
+            return writeBehind({{name, &run_.grid}, {classes, &was_.run.grid}});
         for (const std::string& grid : {name, classes}) BEGIN_OUTPUT(mainFileOf(grid));
         WRITE_GRID(format_.writer, name, difference.values, precision, projection_.prj);
         WRITE_GRID(format_.writer, classes, difference.classes, WHOLE_NUMBERS, projection_.prj);
@@ -120,6 +131,11 @@ private:
     /// The difference, and beside it the classes: where it is wet in both, and where only now or no longer.
     void takeDifference(const DifferenceParts& parts, OutputLabel label, const std::vector<OutputTime>& times) {
         const GridDifference difference = GRID_DIFFERENCE(run_, was_, *mesh_, parts, choice_);
+        const double cellArea = run_.grid.cellSize * run_.grid.cellSize;
+        const Statistics statistics =
+            STATISTICS_OF({CELL_COUNT(run_.grid), [&](const auto& takeStretch) {
+                               FROM_SOUTH(difference.values, [&] { takeStretch(run_.grid.values); });
+                           }});
         label.gridSize = run_.grid.cellSize;
         if (geoTiff_) {
             geoTiff_->take(difference.values, label, times, CLASS_ENDING);
@@ -128,11 +144,6 @@ private:
         } else {
             writeBoth(difference, OUTPUT_NAME(label, format_.files, CLASS_ENDING));
         }
-        const double cellArea = run_.grid.cellSize * run_.grid.cellSize;
-        const Statistics statistics =
-            STATISTICS_OF({CELL_COUNT(run_.grid), [&](const auto& takeStretch) {
-                               FROM_SOUTH(difference.values, [&] { takeStretch(run_.grid.values); });
-                           }});
         REPORT_DIFFERENCE(statistics, {static_cast<double>(difference.changes.nowWet) * cellArea,
                                        static_cast<double>(difference.changes.nowDry) * cellArea, parts.degrees});
     }
