@@ -5,7 +5,7 @@ cd "$(dirname "$0")/../.." || exit 1
 command -v snakemake >/dev/null || { echo "No snakemake: left out."; exit 77; }
 flow=$PWD/workflow
 export PROGRAM=${PROGRAM:-$PWD/build/release/VORANT_to_GIS} MAKER=${MAKER:-$PWD/build/release/examples/make_parabolic_basin}
-failures=0
+failures=0 passes=0
 fail() {
     failures=$((failures + 1))
     echo "FAILED: $*"
@@ -22,7 +22,7 @@ head -c 1000 a/lower_d.dat >"a/river's north_d.dat"        # some whole times, a
 # row <name of the row> <status> <runs> <products> <texts on the console or in the summary, between "|"> [folder]
 row() {
     local what=$1 status=$2 text texts
-    printf '%s\n' "program: $PROGRAM" "output: ${6:-$what}" "memory: 100" "threads: 1" "runs: $3" "products: $4" >"$what.yaml"
+    printf '%s\n' "program: $PROGRAM" "output: ${6:-$what}" "memory: ${MEMORY:-100}" "threads: 1" "runs: $3" "products: $4" >"$what.yaml"
     snakemake -s "$flow/Snakefile" --configfile "$what.yaml" --profile "$flow/profiles/local" >"$what.txt" 2>&1 </dev/null
     [ $(($? != 0)) -eq "$status" ] || fail "$what: exit status, expected $status: $(tail -n 3 "$what.txt")"
     cat "$what/summary.csv" >>"$what.txt" 2>/dev/null
@@ -62,12 +62,12 @@ if unshare -rm true 2>/dev/null; then
 else
     echo "No file systems of one's own: the full disk of a node is left out."
 fi
-# Another version of the program makes everything new, and nothing else does.
+# Another version of the program makes everything new, and nothing else does: not more memory behind a kill.
 printf '#!/bin/bash\n[ "$1" != -version ] || { echo "VORANT_to_GIS $(cat version)"; exit; }\nexec "%s" "$@"\n' "$PROGRAM" >versions.sh
 chmod +x versions.sh
 for pass in "1 rule convert:" "1 Nothing to be done" "2 rule convert:|updated by another job: .*_version.txt" "2 Nothing to be done"; do
     echo "${pass%% *}" >version
-    PROGRAM=$box/versions.sh row versions 0 "['a/lower_d.dat']" "$good" "${pass#* }"
+    PROGRAM=$box/versions.sh MEMORY=$((100 + ++passes)) row versions 0 "['a/lower_d.dat']" "$good" "${pass#* }"
 done
 row marks 1 "['a/lower_d.dat']" '{all: {switches: "-gpkg -tAll", split_times: 2}, points: {switches: "-cp x.mif -tAll", split_times: 2}, max: {switches: "-flt -max", split_times: 2},
         no/where: "-flt", layer: {switches: "-shp", merge: vrt}, none: "", layer: "-mif"}' \
