@@ -49,6 +49,11 @@ row deep 1 "['a/lower_d.dat']" "$good" "cannot be made: .*/file is not a folder"
 printf '#!/bin/bash\ncase "$*" in *-max*lower_d.dat) kill -KILL $PPID ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >killer.sh
 chmod +x killer.sh
 PROGRAM=$box/killer.sh row killed 1 "['a/lower_d.dat', 'a/lower_h.dat']" "$good" "^lower_d,max,failed,.*killed, or lost|^lower_h,max,done"
+# A listing of times that is killed, or whose script is, makes one part of its run and stops nobody else's.
+printf '#!/bin/bash\ncase "$*" in *-xnfo*lower_d.dat) kill -KILL $PPID ;; *-xnfo*lower_h.dat) kill -TERM $$ ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >killer.sh
+PROGRAM=$box/killer.sh row unlisted 0 "['a/lower_[dh].dat', 'b/lower_V.dat']" '{all: {switches: "-flt -grid400 -tAll", split_times: 2}}' \
+    "^lower_d,all,done,5,.*listing of its times was killed by signal 9|^lower_h,all,done,6,.*killed by signal 15|^lower_V,all,done,6,.*,1,$"
+[ -e unlisted/all/lower_d/all_times ] && [ -e unlisted/all/lower_V/times_0003 ] || fail "the parts of runs that were not listed"
 printf '#!/bin/bash\ncase "$*" in *-tAll*_d.dat) mkdir once && echo "WARNING - once" && kill -KILL $$ ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >once.sh
 chmod +x once.sh
 PROGRAM=$box/once.sh row twice 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAll"}' "_d,all,incomplete,.*,2,WARNING - a/river's north_d.dat ends inside"

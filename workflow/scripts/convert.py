@@ -13,11 +13,11 @@ import sys
 import time
 
 from check_outputs import Unreadable, check_outputs
+from parts import KILLED_BEHIND_A_SHELL
 from records import forget
 from whole_file import write_whole
 
 INCOMPLETE = 3
-KILLED_BEHIND_A_SHELL = 128
 
 
 def arguments():

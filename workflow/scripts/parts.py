@@ -2,7 +2,8 @@
 """The output times of one result, as the program lists them, cut into parts.
 
 parts.py PROGRAM RESULTS TIMES.json lists; cut(listed, most) makes the switches of each part. Results that cannot be
-listed whole are one part, whose conversion tells why."""
+listed whole are one part, whose conversion tells why. Where a signal ended the listing nothing is written, and the exit
+status is that of a shell: 128 and the signal."""
 import bisect
 import json
 import os
@@ -17,6 +18,7 @@ DATASET = "   Times:"
 TIME = re.compile(r"^ +\d+  (\S+) h \(stored as ")
 EXTREMES = (("minimums", "-min"), ("maximums", "-max"), ("times of maximum", "-tmax"))
 MOST_TOLERANCE = 0.001  # h
+KILLED_BEHIND_A_SHELL = 128
 
 
 def listed(lines, dat):
@@ -78,6 +80,15 @@ def cut(times, most):
     return parts
 
 
+def fault_of_listing(times):
+    """Why results are one part that were to be several; blank where the program said so itself, or nothing is wrong."""
+    status = times.get("status", 0)
+    if not status:
+        return ""
+    how = "was killed by signal %d" % (status - KILLED_BEHIND_A_SHELL) if status > KILLED_BEHIND_A_SHELL else "ended with status %d" % status
+    return "NOTE - The listing of its times %s: they are one part." % how
+
+
 def main():
     program, results, wanted = sys.argv[1:]
     with tempfile.TemporaryDirectory() as folder:
@@ -87,6 +98,8 @@ def main():
         for name in os.listdir(folder):
             with open(os.path.join(folder, name), encoding="utf-8", errors="replace") as handle:
                 lines += handle.read().splitlines()
+    if ended.returncode < 0 or ended.returncode > KILLED_BEHIND_A_SHELL:
+        return ended.returncode if ended.returncode > 0 else KILLED_BEHIND_A_SHELL - ended.returncode
     times = listed(lines, results.lower().endswith(".dat"))
     times["whole"] = ended.returncode == 0
     write_whole(wanted, json.dumps(times))

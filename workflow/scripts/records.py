@@ -16,12 +16,17 @@ def read_json(path):
         return None
 
 
+def times_of(plan, run):
+    """As parts.py lists them; None while they are not known."""
+    return read_json(os.path.join(plan["tree"], "records", "_times", run + ".json"))
+
+
 def parts_of(plan, product, run):
     """Names; none while the times of the run are not known."""
     most = plan["products"][product]["split_times"]
     if not most:
         return ["all"]
-    times = read_json(os.path.join(plan["tree"], "records", "_times", run + ".json"))
+    times = times_of(plan, run)
     return list(cut(times, most)) if times else []
 
 

@@ -8,7 +8,8 @@ import io
 import os
 import sys
 
-from records import base_of, merged_base, parts_of, read_json
+from parts import fault_of_listing
+from records import base_of, merged_base, parts_of, read_json, times_of
 from whole_file import write_whole
 
 COLUMNS = ("run", "product", "state", "files", "valid share", "min", "max", "objects", "seconds", "peak memory (MB)",
@@ -84,7 +85,11 @@ def all_rows(plan):
         yield row, ""
     for product in plan["products"]:
         for run in plan["runs"]:
-            yield row_of(product, run, [base_of(plan, product, run, part) for part in parts_of(plan, product, run)])
+            parts = parts_of(plan, product, run)
+            row, picture = row_of(product, run, [base_of(plan, product, run, part) for part in parts])
+            notes = [fault_of_listing(times_of(plan, run) or {})] if plan["products"][product]["split_times"] else []
+            row["message"] = " | ".join(filter(None, [row["message"], *notes]))
+            yield row, picture
     for product in plan["merged"]:
         yield row_of(product, "(merged)", [merged_base(plan, product)])
 
