@@ -82,6 +82,16 @@ row parts 0 "['a/lower_d.dat']" '{all: {switches: "-flt -grid400 -tAll", split_t
 for file in parts/whole/lower_d/*.flt; do
     [ "$(find parts/all -name "${file##*/}" | wc -l)" -eq 1 ] && cmp -s "$file" parts/all/lower_d/*/"${file##*/}" || fail "${file##*/} is in no part, in two, or differs"
 done
+# Other parts, none, and parts again: every time once, and nothing of the plan before.
+again() {
+    row again 0 "['a/lower_d.dat']" "{all: {switches: \"-flt -grid400 -tAll\"$1}}" "^lower_d,all,done,5,$2"
+    [ "$(find again -name '*.flt' -printf '%P\n' | xargs -n 1 basename | sort -u | wc -l) $(find again -name '*.flt' | wc -l)" = "5 5" ] || fail "again $1: not every time once"
+    [ "$(cd again/records/all/lower_d && echo *.json) $(ls again/all/lower_d | grep -c hdr)" = "$3" ] || fail "again $1: $(ls again/records/all/lower_d again/all/lower_d)"
+}
+again ", split_times: 2" "" "times_0001.json times_0002.json times_0003.json 0"
+again ", split_times: 3" ".*,NOTE - Removed what an earlier plan left: times_0003$" "times_0001.json times_0002.json 0"
+again "" "" "all.json 5"
+again ", split_times: 4" ".*,\"NOTE - Removed what an earlier plan left: lower_.*[.]flt.*[.]flt, ... [(]5[)]\"$" "times_0001.json times_0002.json 0"
 # Every time of a file of many goes to one part, and where datasets have nearly the same times none is on both sides of an end.
 # The mesh is the one that the program takes for each kind of results.
 touch q.2dm q_1.2dm R.2DM

@@ -10,6 +10,7 @@ import sys
 
 from parts import fault_of_listing
 from records import base_of, merged_base, parts_of, read_json, times_of
+from stale import remove_stale
 from whole_file import write_whole
 
 COLUMNS = ("run", "product", "state", "files", "valid share", "min", "max", "objects", "seconds", "peak memory (MB)",
@@ -88,6 +89,8 @@ def all_rows(plan):
             parts = parts_of(plan, product, run)
             row, picture = row_of(product, run, [base_of(plan, product, run, part) for part in parts])
             notes = [fault_of_listing(times_of(plan, run) or {})] if plan["products"][product]["split_times"] else []
+            if row["state"] != MISSING:  # else what there was stays until its successors have been tried
+                notes.append(remove_stale(os.path.dirname(base_of(plan, product, run, "")), os.path.join(plan["tree"], product, run), parts))
             row["message"] = " | ".join(filter(None, [row["message"], *notes]))
             yield row, picture
     for product in plan["merged"]:
