@@ -17,7 +17,7 @@ mkdir a b
 (cd a && "$MAKER" -cells 8 -times 5 "river's north" && "$MAKER" -cells 8 -times 5 lower && "$MAKER" -cells 8 -times 1 alone && rm alone.2dm) >/dev/null
 cp a/lower* b
 head -c 1000 a/lower_d.dat >"a/river's north_d.dat"        # some whole times, and a part of the next
-{ echo name,mesh,results; echo "two,a/lower.2dm,a/lower_h.dat"; echo "two,b/lower.2dm,b/lower_h.dat"; echo "three,a/none.2dm,a/lower_h.dat"; } >runs.csv
+{ echo name,mesh,results; echo "two,a/lower.2dm,a/lower_h.dat"; echo "two,b/lower.2dm,b/lower_h.dat"; echo "three,a/none.2dm,a/lower_h.dat"; echo ",a/lower.2dm,a/lower_d.dat"; } >runs.csv
 
 # row <name of the row> <status> <runs> <products> <texts on the console or in the summary, between "|"> [folder]
 row() {
@@ -32,7 +32,7 @@ row() {
 good='{max: "-flt -grid400 -max"}'
 : >file
 row names 1 "['a/*_d.dat', 'no/*.dat']" "$good" "^river_s_north_d,max,failed|^lower_d,max,done,1,|no_.*no file is found by no/\*.dat|no mesh beside a/alone_d.dat"
-row table 1 runs.csv "$good" "several runs are called two: b/lower_h.dat|three is left out: the mesh a/none.2dm does not exist|Nothing is left to convert"
+row table 1 runs.csv "$good" "several runs are called two: b/lower_h.dat|three is left out: the mesh a/none.2dm does not exist|line 5 of runs.csv has no name|Nothing is left to convert"
 row products 1 "['a/lower_d.dat']" '{max: "-flt -grid400 -max", typo: "-flt -gird5", asks: "-flt -prec", mine: "-flt -out x", both: "-flt -asc", noval: "-gtif -cp",
         stray: "-flt x.dat", like: "-flt -like x.tif", glued: "-flt -tal"}' \
     "^lower_d,max,done|typo,not converted,.*did you mean -grid|asks,.*-prec: asks a question: Enter precision|mine,.*-out belongs to the workflow|both,.*-flt -asc: .*More than one output format|noval,.*Nothing specified after -cp|stray,.*x.dat is no switch|like,.*-like: the file x.tif does not exist|glued,.*from argument -tal did you mean -tAll"

@@ -72,7 +72,12 @@ def from_table(path):
                 raise ValueError("%s has no column %s" % (path, column))
         for row in rows:
             mesh, results = (os.path.join(folder, (row[c] or "").strip()) for c in ("mesh", "results"))
-            yield checked(plain_name((row["name"] or "").strip()), mesh, results)
+            name = (row["name"] or "").strip()
+            if not re.search("[A-Za-z0-9]", name):
+                problem = "line %d of %s has %s" % (rows.line_num, path, "a name without a letter or digit: " + name if name else "no name")
+                yield Run("(line %d)" % rows.line_num, mesh, results, problem)
+            else:
+                yield checked(plain_name(name), mesh, results)
 
 
 def runs_of(configured):
