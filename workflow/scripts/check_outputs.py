@@ -10,6 +10,8 @@ TABLES = (".csv", ".txt")
 # written beside the files above and looked at with them
 COMPANIONS = (".prj", ".hdr", ".shx", ".dbf", ".cpg", ".mid", ".xml", ".qix")
 MAP_WIDTH = 240  # pixels
+# MB of blocks that GDAL keeps, its own choice being a share of all the memory of a node; the user's own holds
+BLOCKS = {"GDAL_CACHEMAX": "64"}
 
 
 class Unreadable(Exception):
@@ -18,7 +20,8 @@ class Unreadable(Exception):
 
 def tool(*command):
     try:
-        ended = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        ended = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                               env={**BLOCKS, **os.environ})
     except OSError as failure:
         raise Unreadable("%s: %s" % (command[0], failure.strerror))
     if ended.returncode != 0:

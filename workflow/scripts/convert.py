@@ -12,7 +12,7 @@ import subprocess
 import sys
 import time
 
-from check_outputs import Unreadable, check_outputs
+from check_outputs import BLOCKS, Unreadable, check_outputs
 from parts import KILLED_BEHIND_A_SHELL
 from records import forget
 from whole_file import write_whole
@@ -58,7 +58,8 @@ def run_program(given):
     """(status, lines said). What a signal ended is Failed."""
     with open(given.log, "w", encoding="utf-8") as log:
         try:
-            status = subprocess.run(command_of(given), stdin=subprocess.DEVNULL, stdout=log, stderr=log).returncode
+            status = subprocess.run(command_of(given), stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                    env={**BLOCKS, **os.environ}).returncode
         except OSError as failure:
             raise Failed("error", "%s: %s" % (given.program, failure.strerror))
     with open(given.log, encoding="utf-8", errors="replace") as log:

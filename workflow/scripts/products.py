@@ -22,6 +22,9 @@ class Product:
         self.files = []  # that the switches name
         self.problem = ""  # why it cannot be made, blank when it can
 
+    def geotiff(self):
+        return any(switch.lower().startswith("-gtif") for switch in self.switches)
+
     def without_all_times(self):
         return [switch for switch in self.switches if switch.lower() != "-tall"]
 
