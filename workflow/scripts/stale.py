@@ -30,9 +30,8 @@ def remove_whole(records, folder):
     return outputs
 
 
-def remove_stale(records, folder, parts):
-    """A line that names what was removed, blank for nothing. records, folder: of a run and product; parts: those of the
-    plan, ["all"] where nothing is cut."""
+def remove_parts(records, folder, parts):
+    """What was removed."""
     removed = []
     for name in sorted(set(names_in(folder)) | {name.split(".")[0] for name in names_in(records)}):
         if PART.fullmatch(name) and name not in parts:
@@ -43,6 +42,17 @@ def remove_stale(records, folder, parts):
     if WHOLE not in parts:
         removed += sorted(remove_whole(records, folder))
         forget_records(records, WHOLE)
+    return removed
+
+
+def remove_stale(records, folder, parts):
+    """A line that names what was removed, blank for nothing. records, folder: of a run and product; parts: those of the
+    plan, ["all"] where nothing is cut."""
+    try:
+        removed = remove_parts(records, folder, parts)
+    except OSError as failure:
+        return "WARNING - What an earlier plan left is still there: %s: %s" % (failure.filename, failure.strerror)
     if not removed:
         return ""
-    return "NOTE - Removed what an earlier plan left: %s" % ", ".join(removed[:3]) + (", ... (%d)" % len(removed) if len(removed) > 3 else "")
+    more = ", ... (%d)" % len(removed) if len(removed) > 3 else ""
+    return "NOTE - Removed what an earlier plan left: %s" % ", ".join(removed[:3]) + more
