@@ -60,7 +60,7 @@ PROGRAM=$box/once.sh row twice 1 "['a/river*_d.dat']" '{all: "-flt -grid400 -tAl
 grep -q "^WARNING - once" twice/records/all/*/all.attempt_1.log || fail "the log of the first attempt is lost"
 printf '#!/bin/bash\ncase "$*" in *-into*) [ "$GDAL_CACHEMAX" = 64 ] || exit 1 ;; esac\nexec "%s" "$@"\n' "$PROGRAM" >blocks.sh
 chmod +x blocks.sh
-PROGRAM=$box/blocks.sh row blocks 0 "['a/lower_d.dat']" '{max: "-gtif -grid400 -max", flat: "-flt -grid400 -max"}' "^lower_d,max,done|mem_mb=451,|mem_mb=201,"      # 250 of them GDAL's
+PROGRAM=$box/blocks.sh row blocks 0 "['a/lower_d.dat']" '{max: "-gtif -grid400 -max", flat: "-flt -grid400 -max"}' "^lower_d,max,done|mem_mb=601,|mem_mb=301,"      # 300 of them GDAL's
 # The disk of one node is full.
 if unshare -rm true 2>/dev/null; then
     printf '%s\n' '#!/bin/bash' 'case "$*" in *-into*lower_d.dat) ;; *) exec "$REAL" "$@" ;; esac' 'for ((at = 1; at < $#; at++)); do [ "${!at}" != -into ] || next=$((at + 1)); done' \
