@@ -89,7 +89,8 @@ std::string MAN_PAGE() {
            options() +
            ".SH EXIT STATUS\n.TP\n.B 0\nFinished.\n.TP\n.B 1\nStopped by an error, which the last line that begins "
            "with "
-           "ERROR tells.\n.TP\n.B 2\nWrong switches: the usage text was printed.\n.TP\n.B 3\nFinished, but not "
+           "ERROR (of some switches: Error) tells.\n.TP\n.B 2\nNo input or no output format: the usage text was "
+           "printed.\n.TP\n.B 3\nFinished, but not "
            "everything "
            "asked for could be converted.\n.SH EXAMPLES\nThe program is named here as on Windows.\n" +
            examples() + ".SH SEE ALSO\nThe guide and the README in\n.IR /usr/share/doc/vorant\\-to\\-gis .\n";

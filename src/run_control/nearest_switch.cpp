@@ -47,6 +47,7 @@ std::string_view WITHOUT_GLUED_NUMBER(std::string_view text) {
 }
 
 std::string NEAREST_SWITCH(std::string_view text) {
+    if (text.starts_with('-')) text.remove_prefix(1);  // a second dash is a habit, not a slip of the word
     const auto letters = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isLetter));
     if (letters < 2) return {};
     const std::string whole = LOWERCASE(text), plain = LOWERCASE(WITHOUT_GLUED_NUMBER(text));

@@ -103,7 +103,9 @@ UsageHead USAGE_HEAD(std::string_view line) {
 
 std::vector<UsageEntry> USAGE_ABOUT(std::string_view word) {
     const bool dash = word.starts_with('-') || word.starts_with('/');
-    const std::string sought(WITHOUT_GLUED_NUMBER(word.substr(dash ? 1 : 0)));
+    const std::string_view whole = word.substr(dash ? 1 : 0);
+    // "-mesh2" is a name as it stands, "-grid5" is one with a number behind it.
+    const std::string sought(isNamed(whole, USAGE_ENTRIES()) ? whole : WITHOUT_GLUED_NUMBER(whole));
     std::vector<UsageEntry> found;
     if (sought.empty()) return found;
     for (const UsageEntry& entry : USAGE_ENTRIES())

@@ -250,7 +250,7 @@ user=()
 [ "$(id -u)" -ne 0 ] || user=(setpriv --reuid 65534 --regid 65534 --clear-groups)
 mkdir closed
 formats=(gpkg fgb)
-if ! "${user[@]}" test -r "$(dirname "$PROGRAM")/libvorant_gdal.so"; then
+if ! "${user[@]}" test -r "$module"; then
     echo "another user cannot reach the module: formats in a closed folder are not tried"
     formats=()
 fi

@@ -7,6 +7,7 @@
 #include "services/options.h"
 #include "services/version.h"
 #include "testing.h"
+#include "text_utils/text.h"
 
 #include <sstream>
 
@@ -218,8 +219,10 @@ TEST_CASE("What the program is asked about itself ends the run") {
 TEST_CASE("Every switch has an entry, and is not told by its name alone") {
     for (const Switch& row : ALL_SWITCHES()) {
         CAPTURE(row.keyword);
-        const auto told = USAGE_ABOUT(row.keyword);
+        const auto told = USAGE_ABOUT('-' + std::string(row.keyword));
         REQUIRE(!told.empty());
+        const std::vector<std::string> named = USAGE_HEAD(told.front().lines.front()).keywords;
+        CHECK(std::any_of(named.begin(), named.end(), [&](const auto& name) { return ASAME(name, row.keyword); }));
         CHECK(told.front().lines.front().find(' ', 4) != std::string::npos);
     }
     const UsageHead head = USAGE_HEAD("   -s<id>\"<output id (integer)>\" to convert");
