@@ -105,10 +105,11 @@ std::vector<UsageEntry> USAGE_ABOUT(std::string_view word) {
     const bool dash = word.starts_with('-') || word.starts_with('/');
     const std::string_view whole = word.substr(dash ? 1 : 0);
     // "-mesh2" is a name as it stands, "-grid5" is one with a number behind it.
-    const std::string sought(isNamed(whole, USAGE_ENTRIES()) ? whole : WITHOUT_GLUED_NUMBER(whole));
+    const std::vector<UsageEntry> entries = USAGE_ENTRIES();
+    const std::string sought(isNamed(whole, entries) ? whole : WITHOUT_GLUED_NUMBER(whole));
     std::vector<UsageEntry> found;
     if (sought.empty()) return found;
-    for (const UsageEntry& entry : USAGE_ENTRIES())
+    for (const UsageEntry& entry : entries)
         if (dash ? speaksOf(entry, '-' + sought, false) : speaksOf(entry, sought, sought.size() > SHORT_WORD))
             found.push_back(entry);
     std::stable_partition(found.begin(), found.end(),

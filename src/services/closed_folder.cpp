@@ -22,8 +22,17 @@ constexpr Companion COMPANIONS[] = {{".shp", ".shx"},        {".shp", ".dbf"},  
                                     {".shp", ".prj", false}, {".shp", ".cpg", false}, {".asc", ".prj", false},
                                     {".flt", ".prj", false}};
 
-/// Of a file that is not there.
-int refusesMaking(const std::string& place) {
+int refusal(const std::string& name, bool needed) {
+    if (KIND_OF_FILE(name) == FileKind::Folder) return EISDIR;
+    const std::string place = IS_DEVICE(name) ? std::string{} : LINK_TARGET(name);
+    if (place.empty()) return 0;
+    if (KIND_OF_FILE(place) == FileKind::File) return REFUSES_WRITING(place);
+    return needed ? REFUSES_MAKING(place) : 0;
+}
+
+}  // namespace
+
+int REFUSES_MAKING(const std::string& place) {
     const std::string marked = MARKED_NAME(place, FILENAMEPATH(place).size(), PART);
     errno = 0;
     std::FILE* const stream = CREATE_STREAM(marked);
@@ -32,16 +41,6 @@ int refusesMaking(const std::string& place) {
     REMOVE_TREE(marked);
     return 0;
 }
-
-int refusal(const std::string& name, bool needed) {
-    if (KIND_OF_FILE(name) == FileKind::Folder) return EISDIR;
-    const std::string place = IS_DEVICE(name) ? std::string{} : LINK_TARGET(name);
-    if (place.empty()) return 0;
-    if (KIND_OF_FILE(place) == FileKind::File) return REFUSES_WRITING(place);
-    return needed ? refusesMaking(place) : 0;
-}
-
-}  // namespace
 
 int REFUSES_WRITING(const std::string& place) {
     errno = 0;

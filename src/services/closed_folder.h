@@ -4,6 +4,9 @@
 
 #include <string>
 
+/// 0, else errno: no file that is not there yet can be made at this place. Makes one under its working name and removes
+/// it; the caller keeps signals from coming between.
+int REFUSES_MAKING(const std::string& place);
 /// 0, else errno: a file that may not be written, or that another program holds, is not replaced either. The file must
 /// exist.
 int REFUSES_WRITING(const std::string& place);

@@ -112,15 +112,8 @@ NewOutput MAKE_OUTPUT(const std::string& name) {
 }
 
 int TRY_FOLDER(const std::string& folder) {
-    const std::string name = NAME_OF(PATH_OF(folder) / "new");
-    const std::string marked = MARKED_NAME(name, name.size(), PART);
     const std::lock_guard lock(pending().guard);
-    errno = 0;
-    std::FILE* const stream = CREATE_STREAM(marked);
-    const int error = stream == nullptr && errno != EEXIST ? errno : 0;
-    if (stream != nullptr) std::fclose(stream);
-    REMOVE_TREE(marked);
-    return error;
+    return REFUSES_MAKING(NAME_OF(PATH_OF(folder) / "new"));
 }
 
 void LEAVE_TO_LIBRARY(const std::string& name) {
